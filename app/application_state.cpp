@@ -1,0 +1,106 @@
+#include "app/application_state.h"
+
+#include "app/file_access.h"
+#include "engine/literal_kernel.h"
+#include "engine/speaker_data_text.h"
+#include "model/project_file.h"
+
+namespace orva {
+
+namespace {
+
+Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file, const Directivity& before)
+{
+    // one byte more than is allowed, so that the reader sees that the file is too large
+    const Result<std::string> text = readFile(file, kSpeakerDataMaxBytes + 1);
+    if (!text)
+        return text.error();
+    return ReadSpeakerDataText(*text, before, file.string());
+}
+
+std::optional<Error> failure(const SpeakerDataReading& reading, const std::filesystem::path& file)
+{
+    if (!reading.failed())
+        return std::nullopt;
+    return Error{"Load data failed (" + std::to_string(reading.bands) + " of " +
+                     std::to_string(kBands) + " bands found)",
+                 file.string()};
+}
+
+void makeCurrent(ApplicationState& state, Project project)
+{
+    SelectSystem(state, project.array.GIGetArrayType());
+    state.gRoom = std::move(project.room);
+    state.gLineArray = project.array;
+    state.subArray = project.subArray;
+}
+
+} // namespace
+
+std::unique_ptr<LevelKernel> ApplicationState::levelKernel() const
+{
+    return std::make_unique<LiteralKernel>(speakerData.directivity, air);
+}
+
+Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesystem::path& folder)
+{
+    const std::filesystem::path standardFile = folder / "system.dat";
+    const std::filesystem::path compactFile = folder / "systemsm.dat";
+    const Result<SpeakerDataReading> standard =
+        readSpeakerData(standardFile, state.speakerData.directivity);
+    if (!standard)
+        return standard.error();
+    // Read over the same tables: what the second file lacks stays as the first one has it.
+    const Result<SpeakerDataReading> compact = readSpeakerData(compactFile, standard->directivity);
+    if (!compact)
+        return compact.error();
+
+    state.systemData = {standard->directivity, compact->directivity};
+    state.speakerData.directivity = compact->directivity;
+    return SystemDataLoad{failure(*standard, standardFile), failure(*compact, compactFile)};
+}
+
+void SelectSystem(ApplicationState& state, std::int16_t system)
+{
+    state.speakerData = SelectSpeakerData(state.systemData, system);
+}
+
+void UpdateSpeedOfSound(ApplicationState& state, float temperatureC)
+{
+    state.air = airAt(temperatureC);
+}
+
+void SetNewProject(ApplicationState& state, std::int16_t system)
+{
+    makeCurrent(state, newProject(system));
+}
+
+Result<int> loadProject(ApplicationState& state, const std::filesystem::path& file)
+{
+    const Result<std::string> bytes = readFile(file, kProjectFileBytes);
+    if (!bytes)
+        return bytes.error();
+    Result<LoadedProject> loaded = readProject(asBytes(*bytes), file.string());
+    if (!loaded)
+        return loaded.error();
+    makeCurrent(state, std::move(loaded->project));
+    return loaded->version;
+}
+
+Result<Done> saveProject(const ApplicationState& state, const std::filesystem::path& file)
+{
+    return writeFile(file, asText(writeProject({state.gRoom, state.gLineArray, state.subArray})));
+}
+
+Result<Done> importSpeakerData(ApplicationState& state, const std::filesystem::path& file)
+{
+    const Result<SpeakerDataReading> reading = readSpeakerData(file, state.speakerData.directivity);
+    if (!reading)
+        return reading.error();
+    state.speakerData.directivity = reading->directivity;
+    if (const std::optional<Error> failed = failure(*reading, file))
+        return *failed;
+    return Done{};
+}
+
+} // namespace orva

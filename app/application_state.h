@@ -1,0 +1,61 @@
+#pragma once
+
+#include "engine/acoustics.h"
+#include "engine/level_kernel.h"
+#include "engine/speaker_data.h"
+#include "model/project.h"
+#include "model/result.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace orva {
+
+constexpr float kDefaultTemperatureC = 21;
+
+/// What is current in a running program; one object, handed down by reference.
+struct ApplicationState {
+    Room gRoom;
+    LineArray gLineArray;
+    SubArray subArray;
+    SystemData systemData;
+    SpeakerData speakerData;
+    Air air = airAt(kDefaultTemperatureC);
+
+    /// A kernel for the current directivity and air.
+    std::unique_ptr<LevelKernel> levelKernel() const;
+};
+
+/// What became of the two files of LoadSystemData: an error for one that does not hold all bands.
+struct SystemDataLoad {
+    std::optional<Error> standard;
+    std::optional<Error> compact;
+};
+/// Reads system.dat and systemsm.dat from `folder`. On an error (a file that is missing, unreadable
+/// or far too large) nothing is changed. A file of other content is taken as far as it goes.
+Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesystem::path& folder);
+
+/// Makes a system's loudspeaker data current (0 standard, any other value compact), which ends an
+/// import. Boxes, cradle and type codes follow the array's own system.
+void SelectSystem(ApplicationState& state, std::int16_t system);
+
+/// The air at a temperature in °C.
+void UpdateSpeedOfSound(ApplicationState& state, float temperatureC);
+
+/// Makes a new project of the system current.
+void SetNewProject(ApplicationState& state, std::int16_t system);
+
+/// Reads a project and makes it current. On an error nothing is changed. Returns the file's format
+/// version.
+Result<int> loadProject(ApplicationState& state, const std::filesystem::path& file);
+
+/// Writes the current project.
+Result<Done> saveProject(const ApplicationState& state, const std::filesystem::path& file);
+
+/// Replaces the current directivity by what a speaker data file holds, until the next
+/// SelectSystem(). An error when the file cannot be read (nothing changed) or is not one of all
+/// bands ("Load data failed"; the bands that it holds are taken).
+Result<Done> importSpeakerData(ApplicationState& state, const std::filesystem::path& file);
+
+} // namespace orva

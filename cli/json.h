@@ -1,0 +1,26 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <iosfwd>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace orva {
+
+/// JSON whose names keep their order and whose figures are 32-bit floats: written with just the
+/// digits that give the same float back.
+using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool,
+                                  std::int64_t, std::uint64_t, float>;
+
+/// A figure; null when it is not finite, never -0.
+Json jsonNumber(float value);
+Json jsonNumbers(std::span<const float> values);
+
+/// The object, one name a line.
+void printJson(std::ostream& out, const Json& object);
+
+} // namespace orva

@@ -1,0 +1,69 @@
+#include "cli/json.h"
+#include "cli/prediction.h"
+
+#include <limits>
+#include <memory>
+
+namespace orva {
+
+namespace {
+
+struct Options {
+    CommonOptions common;
+    PredictionOptions prediction;
+    std::string file;
+    int points = 200;
+};
+
+Result<Done> printLevels(const Options& options, const Console& console)
+{
+    const Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    if (!state)
+        return state.error();
+    const LevelChoice choice = options.prediction.choice();
+    const std::unique_ptr<LevelKernel> kernel = state->levelKernel();
+    const auto levelsAlong = [&](const AreaSegment& line, int points) {
+        return LineSPL(*kernel, state->speakerData.BandLevel, state->gLineArray, line, choice, points,
+                       options.common.threads);
+    };
+
+    Json areas = Json::array();
+    for (int number = 1; number <= state->gRoom.GIGetNumAreas(); ++number) {
+        const std::vector<float> levels =
+            levelsAlong(*state->gRoom.GFAGetAudienceAreaSelect(number), options.points);
+        const std::span<const float> all(levels);
+        const auto points = static_cast<std::size_t>(options.points);
+        areas.push_back({{"area", number},
+                         {"levels", jsonNumbers(all.first(points))},
+                         {"max", jsonNumber(levels[points])},
+                         {"min", jsonNumber(levels[points + 1])}});
+    }
+    printJson(console.out, {{"fromBand", choice.bands.from},
+                            {"toBand", choice.bands.to},
+                            {"levelField", static_cast<int>(choice.field)},
+                            {"aWeighted", choice.aWeighted},
+                            {"foh", jsonNumber(levelsAlong(fohLine(state->gRoom), 1).front())},
+                            {"areas", areas}});
+    return Done{};
+}
+
+} // namespace
+
+void addLevelsCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand(
+        "levels", "print the level at the FOH and along each audience area as JSON");
+    const auto options = std::make_shared<Options>();
+    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
+    command->add_option("--points", options->points, "points along each audience area")
+        ->check(numberBetween(1, std::numeric_limits<int>::max() - 2))
+        ->type_name("N")
+        ->capture_default_str();
+    addPredictionOptions(*command, options->prediction);
+    addCommonOptions(*command, options->common);
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return printLevels(*options, console); };
+    });
+}
+
+} // namespace orva

@@ -1,0 +1,100 @@
+#include "app/file_access.h"
+#include "cli/json.h"
+#include "cli/prediction.h"
+#include "cli/progress_bar.h"
+#include "engine/spl_map.h"
+#include "lang/number_text.h"
+
+#include <chrono>
+#include <memory>
+
+namespace orva {
+
+namespace {
+
+struct Options {
+    CommonOptions common;
+    PredictionOptions prediction;
+    std::string file;
+    float cellM = 0.1F;
+    std::string csvFile;
+};
+
+std::string csvOf(const SummedMap& map, const MapGrid& grid)
+{
+    std::string csv;
+    for (std::size_t cell = 0; cell < map.levels.size(); ++cell) {
+        csv += fixedText(map.levels[cell], 3);
+        csv += (cell + 1) % static_cast<std::size_t>(grid.columns) == 0 ? '\n' : ',';
+    }
+    return csv;
+}
+
+/// Runs a stage of the map under a progress bar; returns its seconds.
+template<typename Stage>
+float timed(const Options& options, const Console& console, const char* label, Stage stage)
+{
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    ProgressBar bar(console.err, console.errIsTerminal || options.common.progress, label);
+    stage([&bar](int done, int total) { return bar.update(done, total); });
+    return std::chrono::duration<float>(Clock::now() - start).count();
+}
+
+Result<Done> calculateMap(const Options& options, const Console& console)
+{
+    const Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    if (!state)
+        return state.error();
+    const std::optional<MapGrid> grid = PrepareMapGrid(state->gRoom, options.cellM, options.cellM);
+    if (!grid)
+        return Error{"the map would have more than 20 million cells; choose larger ones", options.file};
+
+    const LevelChoice choice = options.prediction.choice();
+    const std::unique_ptr<LevelKernel> kernel = state->levelKernel();
+    RawSplCache cache;
+    std::optional<SummedMap> map;
+    const float rawSeconds = timed(options, console, "Calculating raw SPL", [&](const Progress& progress) {
+        CalcRawSPL(*kernel, state->gLineArray, *grid, choice.bands, options.common.threads, progress, cache);
+    });
+    const float sumSeconds = timed(options, console, "Calculating summed SPL", [&](const Progress& progress) {
+        map = CalcSummedSPL(cache, state->speakerData.BandLevel, *grid, choice, options.common.threads,
+                            progress);
+    });
+
+    if (!options.csvFile.empty())
+        if (const auto written = writeFile(options.csvFile, csvOf(*map, *grid)); !written)
+            return written;
+    const Json seconds = {{"raw", rawSeconds}, {"sum", sumSeconds}, {"draw", 0.0F}};
+    printJson(console.out, {{"columns", grid->columns},
+                            {"rows", grid->rows},
+                            {"cellW", jsonNumber(grid->CellW)},
+                            {"cellH", jsonNumber(grid->CellH)},
+                            {"offX", jsonNumber(grid->OffX)},
+                            {"offY", jsonNumber(grid->OffY)},
+                            {"max", jsonNumber(map->max)},
+                            {"min", jsonNumber(map->min)},
+                            {"seconds", seconds}});
+    return Done{};
+}
+
+} // namespace
+
+void addMapCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand("map", "calculate the level map over the whole room");
+    const auto options = std::make_shared<Options>();
+    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
+    command->add_option("--cell", options->cellM, "size of the square cells in metres")
+        ->check(numberAboveZero())
+        ->type_name("M")
+        ->capture_default_str();
+    command->add_option("--csv", options->csvFile, "write the levels in dB, top row first")->type_name("FILE");
+    addPredictionOptions(*command, options->prediction);
+    addCommonOptions(*command, options->common);
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return calculateMap(*options, console); };
+    });
+}
+
+} // namespace orva

@@ -1,0 +1,122 @@
+#include "cli/options.h"
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <algorithm>
+#include <limits>
+#include <thread>
+
+namespace orva {
+
+namespace {
+
+CLI::Validator numberCheck(const std::string& range, const std::function<bool(double)>& accepts)
+{
+    return {[=](const std::string& text) {
+                double value = 0;
+                const bool number = CLI::detail::lexical_cast(text, value);
+                return number && accepts(value) ? std::string() : text + " is not " + range;
+            },
+            "NUMBER"};
+}
+
+std::string plain(double value)
+{
+    std::string text = std::to_string(value);
+    text.erase(text.find_last_not_of('0') + 1);
+    return text.back() == '.' ? text.substr(0, text.size() - 1) : text;
+}
+
+CLI::Validator nominalFrequency()
+{
+    return {[](const std::string& text) {
+                int hz = 0;
+                const bool nominal = CLI::detail::lexical_cast(text, hz) &&
+                                     std::find(kNominalHz.begin(), kNominalHz.end(), hz) != kNominalHz.end();
+                return nominal ? std::string()
+                               : text + " is not the nominal frequency of a one-third-octave band "
+                                        "from 100 to 12500 Hz";
+            },
+            "HZ"};
+}
+
+} // namespace
+
+CLI::Validator numberBetween(double low, double high)
+{
+    return numberCheck("a number from " + plain(low) + " to " + plain(high),
+                       [=](double value) { return value >= low && value <= high; });
+}
+
+CLI::Validator numberAboveZero()
+{
+    return numberCheck("a number above 0", [](double value) {
+        return value <= static_cast<double>(std::numeric_limits<float>::max()) &&
+               static_cast<float>(value) > 0;
+    });
+}
+
+void addCommonOptions(CLI::App& command, CommonOptions& options)
+{
+    options.threads = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+    command.add_option("--data", options.dataFolder,
+                       "folder with system.dat and systemsm.dat (default: the program's own)")
+        ->type_name("DIR");
+    command.add_option("--speaker-data", options.speakerDataFile,
+                       "loudspeaker data (.xhn) to read over the system's own")
+        ->type_name("FILE");
+    command.add_option("--temperature", options.temperatureC, "air temperature in °C, -20 to 50")
+        ->check(numberBetween(-20, 50))
+        ->type_name("C")
+        ->capture_default_str();
+    command.add_option("--units", options.units, "lengths in texts and drawings")
+        ->check(CLI::IsMember({"m", "ft"}))
+        ->type_name("")
+        ->capture_default_str();
+    command.add_option("--language", options.language, "language of texts and drawings")
+        ->check(CLI::IsMember({"en", "de"}))
+        ->type_name("")
+        ->capture_default_str();
+    command.add_option("--threads", options.threads, "threads to calculate on (default: one per core)")
+        ->check(numberBetween(1, 1024))
+        ->type_name("N");
+    command.add_flag("--progress", options.progress,
+                     "show progress on standard error even where that is no terminal");
+}
+
+void addPredictionOptions(CLI::App& command, PredictionOptions& options)
+{
+    command.add_option("--map-type", options.mapType, "which level of a box counts")
+        ->check(CLI::IsMember({"detailed", "continuous", "peak"}))
+        ->type_name("")
+        ->capture_default_str();
+    command
+        .add_option("--averaging", options.averaging,
+                    "bands to sum; continuous and peak levels are always broadband")
+        ->check(CLI::IsMember({"third", "octave", "three-octave", "broadband"}))
+        ->type_name("")
+        ->capture_default_str();
+    command.add_option("--band", options.bandHz, "nominal frequency of the middle band in Hz")
+        ->check(nominalFrequency())
+        ->type_name("HZ")
+        ->capture_default_str();
+    command.add_flag("--a-weighted", options.aWeighted, "apply A-weighting");
+}
+
+LevelChoice PredictionOptions::choice() const
+{
+    const LevelField field = mapType == "continuous" ? LevelField::Continuous
+                             : mapType == "peak"     ? LevelField::Peak
+                                                     : LevelField::Relative;
+    const Averaging chosen = averaging == "octave"         ? Averaging::Octave
+                             : averaging == "three-octave" ? Averaging::ThreeOctave
+                             : averaging == "broadband"    ? Averaging::Broadband
+                                                           : Averaging::Third;
+    const auto band = std::find(kNominalHz.begin(), kNominalHz.end(), bandHz) - kNominalHz.begin();
+    return {BandRange(field == LevelField::Relative ? chosen : Averaging::Broadband,
+                      static_cast<int>(band)),
+            field, aWeighted};
+}
+
+} // namespace orva

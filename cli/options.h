@@ -1,0 +1,54 @@
+#pragma once
+
+#include "cli/command_line.h"
+#include "engine/line_spl.h"
+#include "model/result.h"
+
+#include <CLI/App.hpp>
+
+#include <functional>
+#include <string>
+
+namespace orva {
+
+/// What every command takes.
+struct CommonOptions {
+    std::string dataFolder;
+    std::string speakerDataFile;
+    float temperatureC = 21;
+    std::string units = "m";
+    std::string language = "en";
+    int threads = 1;
+    bool progress = false;
+};
+
+/// What commands that predict levels take.
+struct PredictionOptions {
+    std::string mapType = "detailed";
+    std::string averaging = "third";
+    int bandHz = 1000;
+    bool aWeighted = false;
+
+    LevelChoice choice() const;
+};
+
+void addCommonOptions(CLI::App& command, CommonOptions& options);
+void addPredictionOptions(CLI::App& command, PredictionOptions& options);
+
+/// Refuses what is no number from `low` to `high`, infinity and NaN included.
+CLI::Validator numberBetween(double low, double high);
+/// Refuses what is no number above 0 that a 32-bit float holds.
+CLI::Validator numberAboveZero();
+
+/// What a command does once its arguments have been read.
+using Work = std::function<Result<Done>(const Console&)>;
+
+/// Each adds one command to the program; `work` becomes the chosen command's work while the
+/// arguments are read.
+void addNewCommand(CLI::App& program, Work& work);
+void addShowCommand(CLI::App& program, Work& work);
+void addGeometryCommand(CLI::App& program, Work& work);
+void addLevelsCommand(CLI::App& program, Work& work);
+void addMapCommand(CLI::App& program, Work& work);
+
+} // namespace orva

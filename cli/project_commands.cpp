@@ -1,0 +1,101 @@
+#include "app/application_state.h"
+#include "cli/json.h"
+#include "cli/options.h"
+
+#include <memory>
+
+namespace orva {
+
+namespace {
+
+struct NewOptions {
+    CommonOptions common;
+    std::string file;
+    std::string system = "standard";
+};
+
+Result<Done> writeNew(const NewOptions& options)
+{
+    ApplicationState state;
+    SetNewProject(state, options.system == "compact" ? kCompactSystem : kStandardSystem);
+    return saveProject(state, options.file);
+}
+
+std::string withoutTrailingBlanks(std::string text)
+{
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
+Json jsonOf(const LineArray& array)
+{
+    return {{"NumGerade", array.GIGetNumGerade()},
+            {"NumSchräg", array.GIGetNumSchräg()},
+            {"NumBass", array.GIGetNumBass()},
+            {"NumSpeakers", array.GIGetNumSpeakers()},
+            {"ArrayType", array.GIGetArrayType()},
+            {"AllType", array.GIAGetAllType()},
+            {"AllAngle", array.GIAGetAllAngle()},
+            {"CradleCoord", jsonNumbers(array.GFAGetCradleCoord())},
+            {"BassBoxCoord", jsonNumbers(array.GFAGetBassBoxCoord())},
+            {"BassBox", array.GBGetBassBox()},
+            {"Mounting", array.GBGetMounting()},
+            {"AngleOrPin", array.GBGetAngleOrPin()}};
+}
+
+Json jsonOf(const Room& room)
+{
+    return {{"NumAreas", room.GIGetNumAreas()},
+            {"RoomDims", jsonNumbers(room.GFAGetRoomDims())},
+            {"AudienceArea1", jsonNumbers(room.GFAGetAudienceArea1())},
+            {"AudienceArea2", jsonNumbers(room.GFAGetAudienceArea2())},
+            {"AudienceArea3", jsonNumbers(room.GFAGetAudienceArea3())},
+            {"PointOfRef", jsonNumbers(room.GFAGetPointOfRef())},
+            {"FOH", jsonNumbers(room.GFAGetFOH())},
+            {"ProjectName", withoutTrailingBlanks(room.GSGetProjectName())},
+            {"AuthorName", withoutTrailingBlanks(room.GSGetAuthorName())},
+            {"Comment", withoutTrailingBlanks(room.GSGetComment())}};
+}
+
+Result<Done> show(const std::string& file, const Console& console)
+{
+    ApplicationState state;
+    const Result<int> version = loadProject(state, file);
+    if (!version)
+        return version.error();
+    const Json subArray = {{"positions", jsonNumbers(state.subArray.SubPos)},
+                           {"openingAngle", jsonNumber(state.subArray.openingAngleDeg)}};
+    printJson(console.out, {{"version", *version},
+                            {"array", jsonOf(state.gLineArray)},
+                            {"room", jsonOf(state.gRoom)},
+                            {"subArray", subArray}});
+    return Done{};
+}
+
+} // namespace
+
+void addNewCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand("new", "write a project with a new project's defaults");
+    const auto options = std::make_shared<NewOptions>();
+    command->add_option("OUT.lad", options->file, "the project file to write")->required()->type_name("");
+    command->add_option("--system", options->system, "which loudspeaker system")
+        ->check(CLI::IsMember({"standard", "compact"}))
+        ->type_name("")
+        ->capture_default_str();
+    addCommonOptions(*command, options->common);
+    command->callback([options, &work] { work = [options](const Console&) { return writeNew(*options); }; });
+}
+
+void addShowCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand("show", "print the stored fields as JSON");
+    const auto options = std::make_shared<NewOptions>();
+    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
+    addCommonOptions(*command, options->common);
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return show(options->file, console); };
+    });
+}
+
+} // namespace orva

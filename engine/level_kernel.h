@@ -1,0 +1,44 @@
+#pragma once
+
+#include "engine/acoustics.h"
+
+#include <span>
+
+namespace orva {
+
+/// A radiating box in the room frame: metres, degrees against the horizontal, negative = aimed down.
+struct Source {
+    double x;
+    double y;
+    double angleDeg;
+};
+
+/// A receiver in the room frame, metres.
+struct Point {
+    double x;
+    double y;
+};
+
+/// The cost of the program: receivers x boxes x bands. A kernel is made for one directivity and one
+/// air, never changes, and may be used from any thread.
+class LevelKernel {
+public:
+    LevelKernel() = default;
+    LevelKernel(const LevelKernel&) = delete;
+    LevelKernel& operator=(const LevelKernel&) = delete;
+    virtual ~LevelKernel() = default;
+
+    /// Power of the complex sum of all sources per receiver and band, for boxes whose on-axis level
+    /// at 1 m is 0 dB: `powers`[receiver * bands.count() + band - bands.from]; 0 without sources.
+    /// A source within 0.1 m counts as 0.1 m away.
+    virtual void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
+                            BandSpan bands, std::span<double> powers) const = 0;
+};
+
+/// A power as a level in dB; minus infinity for 0.
+double levelOfPower(double power);
+
+/// A level in dB as a power; 0 for minus infinity.
+double powerOfLevel(double levelDb);
+
+} // namespace orva

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "engine/level_kernel.h"
+#include "engine/speaker_data.h"
+#include "model/line_array.h"
+#include "model/room.h"
+
+#include <vector>
+
+namespace orva {
+
+/// Which levels are asked for: bands, their on-axis reference, weighting.
+struct LevelChoice {
+    BandSpan bands;
+    LevelField field;
+    bool aWeighted;
+};
+
+/// Factor from a band's kernel power to what it adds to the level: its reference and its weight.
+PerBand<double> bandFactors(const PerBand<BandReference>& levels, const LevelChoice& choice);
+
+/// The boxes that radiate mid and high frequencies; bass boxes take no part. The array must have no
+/// fault().
+std::vector<Source> radiatingSources(const LineArray& array);
+
+/// Levels in dB at `n` (at least 1) receivers along `line`: the first at its start, steps of
+/// length / n in the direction of its angle; its end is not read. Elements n and n + 1 are the
+/// largest and the smallest of them. Minus infinity where nothing radiates.
+std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
+                           const LineArray& array, const AreaSegment& line,
+                           const LevelChoice& choice, int n, int threads = 1);
+
+/// The line of one receiver at the FOH position.
+AreaSegment fohLine(const Room& room);
+
+} // namespace orva

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "engine/acoustics.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+namespace orva {
+
+/// Directivity steps round the vertical plane, 5° each; step 0 on axis, 18 straight down from a
+/// level box, 36 behind.
+constexpr int kAngleSteps = 72;
+
+/// What a system's mid/high box does in each direction, per band.
+struct Directivity {
+    using Table = PerBand<std::array<float, kAngleSteps>>;
+
+    Table DirMagnitude{}; ///< attenuation against the on-axis level, dB; larger is quieter
+    Table DirPhase{};     ///< degrees, of the response for e^(+j omega t) at the source point
+
+    friend bool operator==(const Directivity&, const Directivity&) = default;
+};
+
+/// Attenuation in dB of `band` (0..21) at `step` (direction / 5°, 0 to 72), interpolated.
+inline double DirMagnitudeAt(const Directivity& data, int band, double step)
+{
+    const auto i = static_cast<std::size_t>(step);
+    const double f = step - static_cast<double>(i);
+    const auto& row = data.DirMagnitude[static_cast<std::size_t>(band)];
+    return (1 - f) * row[i % kAngleSteps] + f * row[(i + 1) % kAngleSteps];
+}
+
+/// Phase in degrees, interpolated the short way round; may exceed 360.
+inline double DirPhaseAt(const Directivity& data, int band, double step)
+{
+    const auto i = static_cast<std::size_t>(step);
+    const double f = step - static_cast<double>(i);
+    const auto& row = data.DirPhase[static_cast<std::size_t>(band)];
+    double p0 = row[i % kAngleSteps];
+    double p1 = row[(i + 1) % kAngleSteps];
+    if (std::abs(p0 - p1) > 180)
+        (p0 < p1 ? p0 : p1) += 360;
+    return (1 - f) * p0 + f * p1;
+}
+
+enum class LevelField { Relative = 0, Continuous = 1, Peak = 2 };
+
+/// On-axis level of one box in one band, dB.
+struct BandReference {
+    double Relative;   ///< Continuous minus the system's mean over the bands
+    double Continuous; ///< at 1 m
+    double Peak;       ///< Continuous + 6
+
+    double field(LevelField which) const
+    {
+        return which == LevelField::Relative     ? Relative
+               : which == LevelField::Continuous ? Continuous
+                                                 : Peak;
+    }
+};
+
+/// What predictions read: the current directivity and levels of one system.
+struct SpeakerData {
+    Directivity directivity;
+    PerBand<BandReference> BandLevel{};
+};
+
+/// The directivity of both systems as read at start-up; zero before that.
+struct SystemData {
+    Directivity standard;
+    Directivity compact;
+};
+
+/// The data of a system (0 standard, any other value compact), without any import.
+SpeakerData SelectSpeakerData(const SystemData& data, std::int16_t system);
+
+} // namespace orva

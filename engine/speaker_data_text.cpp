@@ -1,0 +1,181 @@
+#include "engine/speaker_data_text.h"
+
+#include "lang/decimal_text.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string>
+
+namespace orva {
+
+namespace {
+
+constexpr int kHeaderLines = 10;
+constexpr std::string_view kAbove = "90\xB0";  // Windows-1252; stands in "190°" too
+constexpr std::string_view kBelow = "270\xB0";
+constexpr std::string_view kFrequencyKey = "\"Frequency\"";
+constexpr std::string_view kPhaseKey = "\"PhaseData\"";
+
+/// The lines of one band in the order in which they must come.
+enum class Expected { Frequency, MagnitudeAbove, MagnitudeBelow, Phase, PhaseAbove, PhaseBelow };
+
+std::string_view takeUpTo(std::string_view& text, char separator)
+{
+    const std::size_t end = text.find(separator);
+    const std::string_view part = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    return part;
+}
+
+/// Stores a line of angle values into a row of 72 steps. False for a value that is too large.
+class AngleLine {
+public:
+    AngleLine(std::array<float, kAngleSteps>& row, bool phase) : m_row(row), m_phase(phase) {}
+
+    /// From the axis upwards: steps 0, 71, 70, ...; the last value of the line is not stored.
+    bool storeAbove(std::string_view values)
+    {
+        for (std::size_t i = 0; values.find(',') != std::string_view::npos; ++i)
+            if (!store((kAngleSteps - i % kAngleSteps) % kAngleSteps, i, takeUpTo(values, ',')))
+                return false;
+        return true;
+    }
+
+    /// From the axis downwards: steps 0, 1, 2, ...
+    bool storeBelow(std::string_view values)
+    {
+        bool more = true;
+        for (std::size_t i = 0; more; ++i) {
+            more = values.find(',') != std::string_view::npos;
+            if (!store(i, i, takeUpTo(values, ',')))
+                return false;
+        }
+        return true;
+    }
+
+private:
+    bool store(std::size_t step, std::size_t number, std::string_view text)
+    {
+        if (number >= kAngleSteps)
+            return true;
+        double value = ParseDecimalText(text);
+        if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()))
+            return false;
+        if (m_phase && value < 0)
+            value += 360;
+        m_row[step] = static_cast<float>(value);
+        return true;
+    }
+
+    std::array<float, kAngleSteps>& m_row;
+    bool m_phase;
+};
+
+bool contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+/// Takes the lines one after another; what is not the line expected next is passed over.
+class Reader {
+public:
+    explicit Reader(const Directivity& before) : m_reading{before, 0} {}
+
+    enum class Step { GoOn, Stop, TooLarge };
+
+    Step take(std::string_view line)
+    {
+        std::string_view values = line;
+        const std::string_view key = takeUpTo(values, ',');
+        switch (m_expected) {
+        case Expected::Frequency:
+            return key == kFrequencyKey ? takeFrequency(values) : Step::GoOn;
+        case Expected::MagnitudeAbove:
+            return takeAbove(key, values, m_reading.directivity.DirMagnitude, Expected::MagnitudeBelow);
+        case Expected::MagnitudeBelow:
+            return takeBelow(key, values, m_reading.directivity.DirMagnitude, Expected::Phase);
+        case Expected::Phase:
+            if (key == kPhaseKey)
+                m_expected = Expected::PhaseAbove;
+            return Step::GoOn;
+        case Expected::PhaseAbove:
+            return takeAbove(key, values, m_reading.directivity.DirPhase, Expected::PhaseBelow);
+        case Expected::PhaseBelow: {
+            const Step step = takeBelow(key, values, m_reading.directivity.DirPhase, Expected::Frequency);
+            const bool whole = m_expected == Expected::Frequency && m_reading.bands == kBands;
+            return step == Step::GoOn && whole ? Step::Stop : step;
+        }
+        }
+        return Step::GoOn;
+    }
+
+    const SpeakerDataReading& reading() const { return m_reading; }
+
+private:
+    Step takeFrequency(std::string_view value)
+    {
+        const int nominal = kNominalHz[static_cast<std::size_t>(m_reading.bands)];
+        if (leadingNumber(takeUpTo(value, ',')) != nominal)
+            return Step::Stop;
+        ++m_reading.bands;
+        m_expected = Expected::MagnitudeAbove;
+        return Step::GoOn;
+    }
+
+    AngleLine angleLine(Directivity::Table& table)
+    {
+        const bool phase = &table == &m_reading.directivity.DirPhase;
+        return {table[static_cast<std::size_t>(m_reading.bands - 1)], phase};
+    }
+
+    Step takeAbove(std::string_view key, std::string_view values, Directivity::Table& table, Expected next)
+    {
+        if (!contains(key, kAbove))
+            return Step::GoOn;
+        m_expected = next;
+        return angleLine(table).storeAbove(values) ? Step::GoOn : Step::TooLarge;
+    }
+
+    Step takeBelow(std::string_view key, std::string_view values, Directivity::Table& table, Expected next)
+    {
+        if (!contains(key, kBelow))
+            return Step::GoOn;
+        m_expected = next;
+        return angleLine(table).storeBelow(values) ? Step::GoOn : Step::TooLarge;
+    }
+
+    SpeakerDataReading m_reading;
+    Expected m_expected = Expected::Frequency;
+};
+
+} // namespace
+
+Result<SpeakerDataReading> ReadSpeakerDataText(std::string_view text, const Directivity& before,
+                                               std::string_view name)
+{
+    if (text.size() > kSpeakerDataMaxBytes)
+        return Error{"the speaker data is larger than 64 MB", std::string(name)};
+
+    Reader reader(before);
+    for (int number = 1; !text.empty(); ++number) {
+        const auto error = [&](std::string what) {
+            return Error{std::move(what), std::string(name) + ", line " + std::to_string(number)};
+        };
+        std::string_view line = takeUpTo(text, '\n');
+        if (line.size() > kSpeakerDataMaxLine)
+            return error("the line is longer than 1 MB");
+        if (number <= kHeaderLines)
+            continue;
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        const Reader::Step step = reader.take(line);
+        if (step == Reader::Step::TooLarge)
+            return error("a value is too large");
+        if (step == Reader::Step::Stop)
+            break;
+    }
+    return reader.reading();
+}
+
+} // namespace orva

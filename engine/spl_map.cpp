@@ -1,0 +1,123 @@
+#include "engine/spl_map.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+
+namespace orva {
+
+namespace {
+
+/// Whole cells in a length; rounded to 5 decimals first, since a size such as 0.3 m has no exact
+/// binary value. At least 1.
+double wholeCells(float length, float cell)
+{
+    const double ratio = static_cast<double>(length) / cell;
+    return std::max(1.0, std::trunc(std::nearbyint(ratio * 1e5) / 1e5));
+}
+
+} // namespace
+
+Point MapGrid::CellCentre(int column, int row) const
+{
+    return {left + OffX + (column + 0.5) * CellW, top - OffY - (row + 0.5) * CellH};
+}
+
+std::optional<MapGrid> PrepareMapGrid(const Room& room, float cellW, float cellH)
+{
+    const auto [width, height] = room.GFAGetRoomDims();
+    const double columns = wholeCells(width, cellW);
+    const double rows = wholeCells(height, cellH);
+    if (columns * rows > kMaxMapCells)
+        return std::nullopt;
+
+    const auto [refX, refY] = room.GFAGetPointOfRef();
+    const auto margin = [](float length, float cell, double count) {
+        return static_cast<float>((length - cell * count) / 2);
+    };
+    return MapGrid{.CellW = cellW,
+                   .CellH = cellH,
+                   .OffX = margin(width, cellW, columns),
+                   .OffY = margin(height, cellH, rows),
+                   .columns = static_cast<int>(columns),
+                   .rows = static_cast<int>(rows),
+                   .left = -static_cast<double>(refX),
+                   .top = static_cast<double>(height) - refY};
+}
+
+bool CalcRawSPL(const LevelKernel& kernel, const LineArray& array, const MapGrid& grid,
+                BandSpan bands, int threads, const Progress& progress, RawSplCache& cache)
+{
+    const std::vector<Source> sources = radiatingSources(array);
+    const auto columns = static_cast<std::size_t>(grid.columns);
+
+    // Neighbouring bands that are missing go to the kernel together.
+    std::vector<BandSpan> missing;
+    for (int b = bands.from; b <= bands.to; ++b) {
+        if (cache.BandDone[static_cast<std::size_t>(b)])
+            continue;
+        cache.RawSpl[static_cast<std::size_t>(b)].resize(grid.cells());
+        if (!missing.empty() && missing.back().to == b - 1)
+            missing.back().to = b;
+        else
+            missing.push_back({b, b});
+    }
+    if (missing.empty())
+        return true;
+
+    const auto calculateRow = [&](int row) {
+        std::vector<Point> receivers(columns);
+        for (int c = 0; c < grid.columns; ++c)
+            receivers[static_cast<std::size_t>(c)] = grid.CellCentre(c, row);
+        const std::size_t first = static_cast<std::size_t>(row) * columns;
+        for (const BandSpan span : missing) {
+            const auto count = static_cast<std::size_t>(span.count());
+            std::vector<double> powers(columns * count);
+            kernel.bandPowers(sources, receivers, span, powers);
+            for (std::size_t c = 0; c < columns; ++c)
+                for (std::size_t b = 0; b < count; ++b)
+                    cache.RawSpl[static_cast<std::size_t>(span.from) + b][first + c] =
+                        static_cast<float>(levelOfPower(powers[c * count + b]));
+        }
+    };
+    if (!runBlocks(grid.rows, threads, progress, calculateRow))
+        return false;
+    for (int b = bands.from; b <= bands.to; ++b)
+        cache.BandDone[static_cast<std::size_t>(b)] = true;
+    return true;
+}
+
+std::optional<SummedMap> CalcSummedSPL(const RawSplCache& cache, const PerBand<BandReference>& levels,
+                                       const MapGrid& grid, const LevelChoice& choice, int threads,
+                                       const Progress& progress)
+{
+    const PerBand<double> factors = bandFactors(levels, choice);
+    const auto columns = static_cast<std::size_t>(grid.columns);
+    SummedMap map;
+    map.levels.resize(grid.cells());
+    const auto sumRow = [&](int row) {
+        const std::size_t first = static_cast<std::size_t>(row) * columns;
+        for (std::size_t cell = first; cell < first + columns; ++cell) {
+            double power = 0;
+            for (int b = choice.bands.from; b <= choice.bands.to; ++b) {
+                const auto band = static_cast<std::size_t>(b);
+                assert(cache.BandDone[band]);
+                power += factors[band] * powerOfLevel(cache.RawSpl[band][cell]);
+            }
+            map.levels[cell] = static_cast<float>(levelOfPower(power));
+        }
+    };
+    if (!runBlocks(grid.rows, threads, progress, sumRow))
+        return std::nullopt;
+    const auto [smallest, largest] = std::minmax_element(map.levels.begin(), map.levels.end());
+    map.min = *smallest;
+    map.max = *largest;
+    return map;
+}
+
+int rowPercent(int done, int total)
+{
+    return total <= 1 ? 100 : (done - 1) * 100 / (total - 1);
+}
+
+} // namespace orva

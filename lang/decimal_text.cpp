@@ -1,0 +1,61 @@
+#include "lang/decimal_text.h"
+
+#include <charconv>
+#include <locale>
+#include <sstream>
+#include <string>
+
+namespace orva {
+
+namespace {
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// A stream gives the largest double where std::from_chars only says "out of range".
+double saturated(std::string_view number)
+{
+    std::istringstream in{std::string(number)};
+    in.imbue(std::locale::classic());
+    double value = 0;
+    in >> value;
+    return value;
+}
+
+} // namespace
+
+double leadingNumber(std::string_view text)
+{
+    const std::size_t start = text.find_first_not_of(" \t");
+    if (start == std::string_view::npos)
+        return 0;
+    text.remove_prefix(start);
+
+    const bool negative = text.front() == '-';
+    if (negative || text.front() == '+')
+        text.remove_prefix(1);
+    const bool number = !text.empty() && (isDigit(text[0]) || (text.size() > 1 && text[0] == '.' &&
+                                                               isDigit(text[1])));
+    if (!number)
+        return 0;
+
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error == std::errc::result_out_of_range)
+        value = saturated(text.substr(0, static_cast<std::size_t>(end - text.data())));
+    return negative ? -value : value;
+}
+
+double ParseDecimalText(std::string_view text)
+{
+    const std::size_t comma = text.find(',');
+    if (comma == std::string_view::npos)
+        return leadingNumber(text);
+    std::string pointed(text);
+    pointed[comma] = '.';
+    return leadingNumber(pointed);
+}
+
+} // namespace orva

@@ -1,0 +1,20 @@
+#include "lang/number_text.h"
+
+#include <array>
+#include <charconv>
+
+namespace orva {
+
+std::string fixedText(double value, int decimals)
+{
+    std::array<char, 330> buffer; // 309 digits of the largest double, sign, point, 9 places
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                   std::chars_format::fixed, decimals)
+                         .ptr;
+    std::string text(buffer.data(), end);
+    if (text.front() == '-' && text.find_first_not_of("-0.") == std::string::npos)
+        text.erase(0, 1);
+    return text;
+}
+
+} // namespace orva

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace orva {
+
+/// `value` with exactly `decimals` places (0..9) and "." as the decimal point, whatever the locale;
+/// "inf", "-inf", "nan" for what is no number. What rounds to zero has no minus sign.
+std::string fixedText(double value, int decimals);
+
+} // namespace orva

@@ -1,0 +1,136 @@
+#include "model/line_array.h"
+
+#include <algorithm>
+
+namespace orva {
+
+namespace {
+
+constexpr float kTrapezoidalTiltDeg = 4.5F;
+
+FloatPair sum(FloatPair a, FloatPair b)
+{
+    return {a[0] + b[0], a[1] + b[1]};
+}
+
+/// In the array frame (y down) a positive tilt turns a forward vector downwards.
+FloatPair tilted(FloatPair v, float tiltDeg)
+{
+    return RotatePoint(v, -tiltDeg);
+}
+
+} // namespace
+
+FloatPair LineArray::HungBox::point(FloatPair own) const
+{
+    return sum(corner, tilted(own, tiltDeg));
+}
+
+std::vector<LineArray::HungBox> LineArray::hungBoxes(float cradleTiltDeg) const
+{
+    std::vector<HungBox> boxes;
+    HungBox box{{0, 0}, cradleTiltDeg, nullptr};
+    if (kindAt(0) == BoxKind::Trapezoidal)
+        box.tiltDeg += kTrapezoidalTiltDeg;
+    for (int i = 0; i < boxCount(); ++i) {
+        if (i > 0)
+            box.tiltDeg += splayAngle(AllAngle[static_cast<std::size_t>(i)]);
+        const std::optional<BoxKind> kind = kindAt(i);
+        box.shape = kind ? &system().boxes.shape(*kind) : nullptr;
+        boxes.push_back(box);
+        if (box.shape)
+            box.corner = box.point(box.shape->hinge);
+    }
+    return boxes;
+}
+
+FloatPair LineArray::GFAArrayZero(FloatPair point) const
+{
+    if (!Mounting)
+        return point;
+    const CradleGeometry& cradle = system().cradle;
+    const auto pin = static_cast<std::size_t>(std::clamp<int>(GIPinPoint(), 0, cradle.pinCount() - 1));
+    const FloatPair offset = tilted({cradle.PinX[pin], cradle.PinY[pin]}, GFFirstAngle());
+    return {point[0] - offset[0], point[1] - offset[1]};
+}
+
+std::array<float, 96> LineArray::GFAGetOriginPTSandAng(bool roomUp) const
+{
+    FloatPair zero = GFAArrayZero({CradleCoord[0], 0});
+    zero[1] = CradleCoord[1] - zero[1];
+
+    std::array<float, 96> result{};
+    const auto sign = static_cast<float>(MountSign);
+    std::size_t i = 0;
+    for (const HungBox& box : hungBoxes(GFFirstAngle())) {
+        if (box.shape) {
+            const FloatPair source = box.point(box.shape->source);
+            result[i] = zero[0] + source[0];
+            result[32 + i] = roomUp ? zero[1] - sign * source[1] : sign * source[1] - zero[1];
+            result[64 + i] = -sign * box.tiltDeg;
+        }
+        ++i;
+    }
+    return result;
+}
+
+FloatPair LineArray::GFACalcCOM()
+{
+    FloatPair moment{};
+    for (const HungBox& box : hungBoxes(0)) {
+        if (!box.shape)
+            continue;
+        const FloatPair center = box.point(box.shape->centerOfGravity);
+        moment = sum(moment, {box.shape->weightKg * center[0], box.shape->weightKg * center[1]});
+    }
+    const BoxGeometry& boxes = system().boxes;
+    const float total = static_cast<float>(NumBass) * boxes.bass.weightKg +
+                        static_cast<float>(NumGerade) * boxes.straight.weightKg +
+                        static_cast<float>(NumSchräg) * boxes.trapezoidal.weightKg;
+    CenterOfMass = total == 0 ? FloatPair{}
+                              : FloatPair{moment[0] / total,
+                                          moment[1] / total * static_cast<float>(MountSign)};
+    return CenterOfMass;
+}
+
+std::array<float, 64> LineArray::GFAGetCOMPTS() const
+{
+    std::array<float, 64> result{};
+    std::size_t i = 0;
+    for (const HungBox& box : hungBoxes(GFFirstAngle())) {
+        if (box.shape) {
+            const FloatPair center = box.point(box.shape->centerOfGravity);
+            result[i] = center[0];
+            result[32 + i] = center[1] * static_cast<float>(MountSign);
+        }
+        ++i;
+    }
+    return result;
+}
+
+std::array<float, 4> LineArray::GFAGetBounds() const
+{
+    FloatPair largest{};
+    FloatPair smallest{};
+    const FloatPair zero = GFAArrayZero({0, 0});
+    const auto include = [&](FloatPair fromOrigin) {
+        const FloatPair point = sum(zero, fromOrigin);
+        for (std::size_t axis = 0; axis < 2; ++axis) {
+            largest[axis] = std::max(largest[axis], point[axis]);
+            smallest[axis] = std::min(smallest[axis], point[axis]);
+        }
+    };
+    const float tilt = GFFirstAngle();
+    for (const std::size_t corner : {3U, 0U, 2U})
+        include(tilted(system().cradle.outline[corner], tilt));
+    for (const HungBox& box : hungBoxes(tilt)) {
+        if (!box.shape)
+            continue;
+        include(box.point(box.shape->bottomRear));
+        include(box.point(box.shape->hinge));
+    }
+    const auto sign = static_cast<float>(MountSign);
+    return {largest[0], sign * largest[1], smallest[0], sign * smallest[1]};
+}
+
+} // namespace orva

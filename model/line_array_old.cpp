@@ -1,0 +1,57 @@
+#include "model/line_array_old.h"
+
+#include "model/line_array_file.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace orva {
+
+Result<Done> LineArray_old::GBReadFromFile(ByteReader& in)
+{
+    if (auto there = in.need(kFileBytes, "the array block"); !there)
+        return there;
+    for (const auto& [count, what, low] :
+         {std::tuple(&NumGerade, "straight", 0), std::tuple(&NumSchräg, "trapezoidal", 0),
+          std::tuple(&NumSpeakers, "mid/high", 1)})
+        if (auto read = readBoxCount(in, what, low, *count); !read)
+            return read;
+    readPositions(in, AllType);
+    readPositions(in, AllAngle);
+    if (auto read = in.finite(CradleCoord, "the cradle point"); !read)
+        return read;
+    if (auto read = in.finite(BassBoxCoord, "the bass box point"); !read)
+        return read;
+    for (bool* value : {&BassBox, &Mounting, &AngleOrPin})
+        if (auto read = readBoolean(in, *value); !read)
+            return read;
+    return Done{};
+}
+
+LineArray ConvertOldLineArray(const LineArray_old& old)
+{
+    const LineArray::Positions types = old.GIAGetAllType();
+    const auto countOf = [&](std::int16_t code) {
+        return static_cast<std::int16_t>(std::count(types.begin(), types.begin() + 24, code));
+    };
+    const std::int16_t straight = countOf(0);
+    const std::int16_t trapezoidal = countOf(1);
+
+    LineArray array;
+    array.GBSetNumGerade(straight);
+    array.GBSetNumSchräg(trapezoidal);
+    array.GBSetNumBass(0);
+    array.GBSetNumSpeakers(static_cast<std::int16_t>(straight + trapezoidal));
+    array.GBSetArrayType(kStandardSystem);
+    array.GBSetAllType(types);
+    array.GBSetAllAngle(old.GIAGetAllAngle());
+    array.GBSetCradleCoord(old.GFAGetCradleCoord());
+    array.GBSetBassBoxCoord(old.GFAGetBassBoxCoord());
+    array.GBSetBassBox(old.GBGetBassBox());
+    array.GBSetMounting(old.GBGetMounting());
+    array.GBSetAngleOrPin(old.GBGetAngleOrPin());
+    array.GFACalcCOM();
+    return array;
+}
+
+} // namespace orva

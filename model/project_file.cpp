@@ -1,0 +1,134 @@
+#include "model/project_file.h"
+
+#include "model/line_array_old.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+
+namespace orva {
+
+namespace {
+
+constexpr std::string_view kMagic = "VELRIA";
+constexpr std::string_view kFiller = "xx";
+constexpr std::size_t kHeaderBytes = 30;
+constexpr std::size_t kSubArrayBytes = 44;
+constexpr std::int16_t kWrittenVersion = 2;
+
+/// A compact array without any mid/high box where the counts place one gets one on top.
+void repairCompact(LineArray& array)
+{
+    LineArray::Positions types = array.GIAGetAllType();
+    const int last = std::clamp(array.GIGetNumSchräg() + array.GIGetNumBass(), 0, LineArray::kPositions - 1);
+    if (std::count(types.begin(), types.begin() + last + 1, 0) > 0)
+        return;
+    types[0] = 0;
+    array.GBSetAllType(types);
+    array.GBSetNumSchräg(1);
+    array.GBSetNumBass(0);
+    array.GBSetNumSpeakers(1);
+}
+
+Result<LineArray> readArray(ByteReader& in, int version)
+{
+    if (version < 2) {
+        LineArray_old old;
+        if (auto read = old.GBReadFromFile(in); !read)
+            return read.error();
+        return ConvertOldLineArray(old);
+    }
+    LineArray array;
+    if (auto read = array.GBReadFromFile(in); !read)
+        return read.error();
+    if (array.GIGetArrayType() == kCompactSystem)
+        repairCompact(array);
+    array.GFACalcCOM();
+    return array;
+}
+
+Result<SubArray> readSubArray(ByteReader& in)
+{
+    SubArray subArray;
+    if (auto there = in.need(kSubArrayBytes, "the sub-array block"); !there)
+        return there.error();
+    if (auto read = in.finite(subArray.SubPos, "the list of sub-array positions"); !read)
+        return read.error();
+    if (auto read = in.finite(std::span(&subArray.openingAngleDeg, 1), "the opening angle"); !read)
+        return read.error();
+    return subArray;
+}
+
+} // namespace
+
+void WriteProjectHeader(ByteWriter& out)
+{
+    out.chars(kMagic);
+    out.i16(1);
+    out.i16(20);
+    out.chars(kFiller);
+    out.i16(kWrittenVersion);
+    for (const std::int32_t field : {0, 0, 0, 31})
+        out.i32(field);
+}
+
+Result<int> ReadProjectHeader(ByteReader& in)
+{
+    if (auto there = in.need(kHeaderBytes, "the header"); !there)
+        return there.error();
+    bool matches = in.chars(kMagic.size()) == kMagic;
+    matches &= in.i16() == 1;
+    matches &= in.i16() == 20;
+    matches &= in.chars(kFiller.size()) == kFiller;
+    const std::int16_t version = in.i16();
+    for (const std::int32_t field : {0, 0, 0, 31})
+        matches &= in.i32() == field;
+    if (!matches)
+        return in.error("the header is not that of a project file");
+    if (version < 0 || version > kWrittenVersion)
+        return in.error("the format version is " + std::to_string(version) + ", not 0, 1 or 2");
+    return version;
+}
+
+Result<LoadedProject> readProject(std::span<const std::byte> bytes, std::string_view name)
+{
+    ByteReader in(bytes, name);
+    LoadedProject loaded;
+    const Result<int> version = ReadProjectHeader(in);
+    if (!version)
+        return version.error();
+    loaded.version = *version;
+
+    if (auto read = loaded.project.room.GBReadFromFile(in); !read)
+        return read.error();
+
+    Result<LineArray> array = readArray(in, *version);
+    if (!array)
+        return array.error();
+    // More boxes than positions are kept: such a project can be opened and mended.
+    if (const std::optional<std::string> fault = array->angleFault())
+        return Error{*fault, std::string(name)};
+    loaded.project.array = *array;
+
+    if (*version > 0) {
+        const Result<SubArray> subArray = readSubArray(in);
+        if (!subArray)
+            return subArray.error();
+        loaded.project.subArray = *subArray;
+    }
+    return loaded;
+}
+
+std::vector<std::byte> writeProject(const Project& project)
+{
+    ByteWriter out;
+    WriteProjectHeader(out);
+    project.room.GBWriteToFile(out);
+    project.array.GBWriteToFile(out);
+    out.f32(project.subArray.SubPos);
+    out.f32(project.subArray.openingAngleDeg);
+    assert(out.bytes().size() == kProjectFileBytes);
+    return out.bytes();
+}
+
+} // namespace orva

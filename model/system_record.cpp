@@ -1,0 +1,117 @@
+#include "model/system_record.h"
+
+#include <bit>
+
+namespace orva {
+
+namespace {
+
+CradleGeometry cradle(std::array<FloatPair, 4> outline, int pins, double pitch, double firstPin, float pinY)
+{
+    CradleGeometry result{outline, 0.0125F, {}, {}};
+    for (int i = 0; i < pins; ++i) {
+        result.PinX.push_back(static_cast<float>(pitch * i + firstPin));
+        result.PinY.push_back(pinY);
+    }
+    return result;
+}
+
+SystemRecord makeStandard()
+{
+    const float rear = std::bit_cast<float>(0xBF74F80EU); // -0.95691
+    return {
+        .boxes = {.topFront = {0, 0},
+                  .straight = {.hinge = {0, 0.26F},
+                               .bottomRear = {-0.5975F, 0.26F},
+                               .topRear = {-0.5975F, 0},
+                               .weightKg = 30.2F,
+                               .centerOfGravity = {-0.25F, 0.13F},
+                               .source = {-0.25F, 0.13F}},
+                  .trapezoidal = {.hinge = {0, 0.26F},
+                                  .bottomRear = {-0.59656F, 0.21312F},
+                                  .topRear = {-0.59565F, 0.0468793F},
+                                  .weightKg = 29.7F,
+                                  .centerOfGravity = {-0.24F, 0.13F},
+                                  .source = {-0.24F, 0.13F}},
+                  .bass = {.hinge = {0, 0.485355F},
+                           .bottomRear = {-0.58453F, 0.46002F},
+                           .topRear = {-0.58453F, 0.02395F},
+                           .weightKg = 41.0F,
+                           .centerOfGravity = {-0.197F, 0.24268F},
+                           .source = {-0.25F, 0.235F}},
+                  .marks = {{{-0.11F, 0.06F}, {-0.11F, 0.2F}, {-0.153F, 0.13F}}},
+                  .drawing = {5.358161F, 0.9250245F, 0.072F}},
+        .cradle = cradle({{{0.04309F, -0.103F}, {0.04309F, -0.023F}, {rear, -0.023F}, {rear, -0.103F}}},
+                         11, -0.08, -0.06882, -0.083F),
+        .TypeCodeGerade = 0,
+        .TypeCodeSchräg = 1,
+        .TypeCodeBass = 2,
+        .bassBass = {0, 0},
+        .bassTrapezoidal = {3, 4},
+        .bassStraight = {0, 1},
+        .straightStraight = {0, 0},
+        .straightTrapezoidal = {0, 3},
+        .trapezoidalTrapezoidal = {3, 6},
+    };
+}
+
+SystemRecord makeCompact()
+{
+    const BoxShape midHigh = {.hinge = {0, 0.266F},
+                              .bottomRear = {-0.28F, 0.229F},
+                              .topRear = {-0.28F, 0.037F},
+                              .weightKg = 18.3F,
+                              .centerOfGravity = {-0.119F, 0.147F},
+                              .source = {-0.119F, 0.147F}};
+    return {
+        .boxes = {.topFront = {0, 0},
+                  .straight = midHigh,
+                  .trapezoidal = midHigh,
+                  .bass = {.hinge = {0, 0.538F},
+                           .bottomRear = {-0.61F, 0.538F},
+                           .topRear = {-0.61F, 0},
+                           .weightKg = 48.0F,
+                           .centerOfGravity = {-0.218F, 0.269F},
+                           .source = {-0.218F, 0.269F}},
+                  .marks = {{{-0.08F, 0.06F}, {-0.08F, 0.2F}, {-0.13F, 0.13F}}},
+                  .drawing = {5.358161F, 0.9250245F, 0.072F}},
+        .cradle = cradle({{{0.013F, -0.061F}, {0.013F, 0}, {-0.61F, 0}, {-0.61F, -0.061F}}}, 14, -0.04,
+                         -0.04, -0.024F),
+        .TypeCodeGerade = 0,
+        .TypeCodeSchräg = -2, // no box of this system: a code that projects do not hold
+        .TypeCodeBass = 1,
+        .bassBass = {0, 0},
+        .bassTrapezoidal = {0, 6},
+        .bassStraight = {0, 0},
+        .straightStraight = {0, 6},
+        .straightTrapezoidal = {0, 3},
+        .trapezoidalTrapezoidal = {3, 6},
+    };
+}
+
+} // namespace
+
+const BoxShape& BoxGeometry::shape(BoxKind kind) const
+{
+    return kind == BoxKind::Straight ? straight : kind == BoxKind::Trapezoidal ? trapezoidal : bass;
+}
+
+std::optional<BoxKind> SystemRecord::kindOf(std::int16_t typeCode) const
+{
+    if (typeCode == TypeCodeGerade)
+        return BoxKind::Straight;
+    if (typeCode == TypeCodeSchräg)
+        return BoxKind::Trapezoidal;
+    if (typeCode == TypeCodeBass)
+        return BoxKind::Bass;
+    return std::nullopt;
+}
+
+const SystemRecord& systemRecord(std::int16_t arrayType)
+{
+    static const SystemRecord standard = makeStandard();
+    static const SystemRecord compact = makeCompact();
+    return arrayType == kStandardSystem ? standard : compact;
+}
+
+} // namespace orva

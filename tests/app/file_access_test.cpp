@@ -1,0 +1,115 @@
+#include "app/application_state.h"
+#include "app/file_access.h"
+#include "model/project_file.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace orva {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Files : public testing::Test {
+protected:
+    const fs::path folder = fs::path(testing::TempDir()) /
+                            (std::string("orva_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+
+    void SetUp() override
+    {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    std::size_t filesThere() const
+    {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+    }
+};
+
+TEST_F(Files, AreReplacedWholeAndKeepPermissionsAndLinks)
+{
+    const fs::path file = folder / "a.lad";
+    const fs::path link = folder / "link.lad";
+    ASSERT_TRUE(writeFile(file, "old"));
+    ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+    fs::create_symlink("a.lad", link);
+    ASSERT_TRUE(writeFile(link, "new text"));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(*readFile(file, 100), "new text");
+    EXPECT_EQ(*readFile(file, 3), "new");
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
+    EXPECT_EQ(filesThere(), 2U);
+}
+
+TEST_F(Files, StayAsTheyWereWhenWritingFails)
+{
+    const fs::path file = folder / "a.lad";
+    ASSERT_TRUE(writeFile(file, "old"));
+    // A disk that is full after 1000 bytes.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before = {};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit full = {1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    const Result<Done> written = writeFile(file, std::string(5000, 'x'));
+    setrlimit(RLIMIT_FSIZE, &before);
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().where, file.string());
+    EXPECT_EQ(*readFile(file, 100), "old");
+    EXPECT_EQ(filesThere(), 1U);
+
+    EXPECT_FALSE(writeFile("/dev/null", "x"));
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_FALSE(writeFile(folder, "x"));
+    EXPECT_FALSE(writeFile(folder / "missing" / "a.lad", "x"));
+    EXPECT_FALSE(readFile(folder / "missing.lad", 10));
+    EXPECT_FALSE(readFile(folder, 10));
+}
+
+TEST_F(Files, AFailedLoadLeavesTheCurrentProject)
+{
+    ApplicationState state;
+    SetNewProject(state, kStandardSystem);
+    ASSERT_TRUE(saveProject(state, folder / "sound.lad"));
+    std::string bytes = *readFile(folder / "sound.lad", kProjectFileBytes);
+    bytes[582] = 0; // a boolean behind the room block
+    ASSERT_TRUE(writeFile(folder / "corrupt.lad", bytes));
+
+    SetNewProject(state, kCompactSystem);
+    const LineArray array = state.gLineArray;
+    EXPECT_FALSE(loadProject(state, folder / "corrupt.lad"));
+    EXPECT_EQ(state.gLineArray, array);
+    EXPECT_EQ(state.speakerData.BandLevel[0].Continuous, 96.3);
+    ASSERT_TRUE(loadProject(state, folder / "sound.lad"));
+    EXPECT_EQ(state.gLineArray, newProject(kStandardSystem).array);
+    EXPECT_EQ(state.speakerData.BandLevel[0].Continuous, 108);
+}
+
+TEST_F(Files, AnImportLastsUntilTheNextSystem)
+{
+    ApplicationState state;
+    ASSERT_FALSE(LoadSystemData(state, folder)); // nothing there
+    const auto load = LoadSystemData(state, ORVA_SOURCE_DIR "/data");
+    ASSERT_TRUE(load);
+    EXPECT_FALSE(load->standard || load->compact);
+    EXPECT_EQ(state.speakerData.directivity, state.systemData.compact);
+    SelectSystem(state, kStandardSystem);
+    ASSERT_TRUE(importSpeakerData(state, ORVA_SOURCE_DIR "/data/systemsm.dat"));
+    EXPECT_EQ(state.speakerData.directivity, state.systemData.compact);
+    EXPECT_EQ(state.speakerData.BandLevel[0].Continuous, 108);
+    std::ofstream(folder / "half.xhn") << "no data";
+    EXPECT_FALSE(importSpeakerData(state, folder / "half.xhn"));
+    SelectSystem(state, kStandardSystem);
+    EXPECT_EQ(state.speakerData.directivity, state.systemData.standard);
+}
+
+} // namespace
+} // namespace orva

@@ -1,0 +1,185 @@
+#include "cli/command_line.h"
+#include "cli/json.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <tuple>
+
+namespace orva {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+
+    Json json() const { return Json::parse(out); }
+};
+
+class CommandLine : public testing::Test {
+protected:
+    const fs::path folder = fs::path(testing::TempDir()) /
+                            (std::string("orva_cli_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+    const std::string project = folder / "p.lad";
+
+    void SetUp() override
+    {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+        ASSERT_EQ(run("new " + project).status, 0);
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    static Outcome run(const std::string& line)
+    {
+        std::istringstream words(line);
+        std::ostringstream out;
+        std::ostringstream err;
+        const int status =
+            runCommandLine({std::istream_iterator<std::string>(words), {}}, {out, err, false, ORVA_BINARY_DIR});
+        return {status, out.str(), err.str()};
+    }
+};
+
+TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
+{
+    const char* lines[] = {"",
+                           "level p.lad",
+                           "levels",
+                           "levels p.lad more.lad",
+                           "levels p.lad --bands 1000",
+                           "levels p.lad --band 1001",
+                           "levels p.lad --band 1000.0",
+                           "levels p.lad --points 0",
+                           "levels p.lad --points 1.5",
+                           "levels p.lad --points 99999999999",
+                           "levels p.lad --temperature 50.1",
+                           "levels p.lad --temperature -20.1",
+                           "levels p.lad --temperature nan",
+                           "levels p.lad --threads 0",
+                           "levels p.lad --map-type loud",
+                           "levels p.lad --averaging fifth",
+                           "map p.lad --cell 0",
+                           "map p.lad --cell -1",
+                           "map p.lad --cell nan",
+                           "map p.lad --cell inf",
+                           "map p.lad --cell 1e-60",
+                           "map p.lad --language fr",
+                           "new",
+                           "new x.lad --system large"};
+    for (const char* line : lines) {
+        SCOPED_TRACE(line);
+        const Outcome result = run(line);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find("--help"), std::string::npos);
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 2);
+    }
+}
+
+TEST_F(CommandLine, FailedWorkGivesStatusOneOneLineAndKeepsOldFiles)
+{
+    const std::string corrupt = folder / "corrupt.lad";
+    const std::string half = folder / "half.xhn";
+    const std::string old = folder / "old";
+    fs::copy(project, corrupt);
+    std::fstream(corrupt, std::ios::in | std::ios::out | std::ios::binary).seekp(428).put(33);
+    std::ofstream(half) << "no data";
+    std::ofstream(old) << "older";
+    const std::tuple<std::string, std::string> lines[] = {
+        {"show " + corrupt, corrupt},
+        {"geometry " + corrupt, corrupt},
+        {"levels " + corrupt, corrupt},
+        {"map " + corrupt + " --csv " + old, corrupt},
+        {"show " + project + ".missing", "p.lad.missing"},
+        {"map " + project + " --cell 0.001 --csv " + old, "20 million"},
+        {"map " + project + " --speaker-data " + half + " --csv " + old, half},
+        {"map " + project + " --data " + folder.string() + " --csv " + old, "system.dat"},
+        {"map " + project + " --csv " + folder.string() + "/missing/map.csv", "missing/map.csv"},
+        {"new " + folder.string() + "/missing/p.lad", "missing/p.lad"}};
+    for (const auto& [line, named] : lines) {
+        SCOPED_TRACE(line);
+        const Outcome result = run(line);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find(named), std::string::npos) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+        std::string kept;
+        std::ifstream(old) >> kept;
+        EXPECT_EQ(kept, "older");
+    }
+}
+
+TEST_F(CommandLine, ShowPrintsWhatAnEditedFileHolds)
+{
+    std::fstream(project, std::ios::in | std::ios::out | std::ios::binary).seekp(128) << "B\xFChne \x80 ";
+    const Json shown = run("show " + project).json();
+    EXPECT_EQ(shown["version"], 2);
+    EXPECT_EQ(shown["room"]["ProjectName"], "Bühne €");
+    EXPECT_EQ(shown["room"]["AudienceArea2"][4].dump(), "5.03"); // the shortest text of the same float
+    EXPECT_EQ(shown["array"]["NumSchräg"], 6);
+}
+
+TEST_F(CommandLine, BoxesOfUnknownCodeAreNullAndTooManyAreRefused)
+{
+    std::fstream file(project, std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(436 + 2).put(9); // the second box
+    file.flush();
+    const Json geometry = run("geometry " + project).json();
+    EXPECT_TRUE(geometry["sources"][1].is_null());
+    EXPECT_EQ(geometry["sources"][2].size(), 3U);
+    EXPECT_EQ(geometry["boxCentersOfGravity"].size(), 12U);
+    file.seekp(434).put(21); // bass boxes: 33 in all
+    file.flush();
+    EXPECT_EQ(run("show " + project).status, 0);
+    for (const char* command : {"geometry ", "levels ", "map "})
+        EXPECT_EQ(run(command + project).status, 1);
+}
+
+TEST_F(CommandLine, MapsAreWrittenFromTheTopAndAgreeWithTheirFigures)
+{
+    const std::string csv = folder / "map.csv";
+    const Outcome result = run("map " + project + " --cell 2 --averaging octave --threads 2 --progress --csv " + csv);
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.err.find("100 %"), std::string::npos);
+    const Json figures = result.json();
+    EXPECT_EQ(figures["columns"], 15);
+    EXPECT_EQ(figures["rows"], 4);
+    std::ifstream file(csv);
+    std::vector<double> levels;
+    int rows = 0;
+    for (std::string row; std::getline(file, row); ++rows) {
+        std::istringstream cells(row);
+        for (std::string cell; std::getline(cells, cell, ',');)
+            levels.push_back(std::stod(cell));
+    }
+    EXPECT_EQ(rows, 4);
+    ASSERT_EQ(levels.size(), 60U);
+    EXPECT_NEAR(*std::max_element(levels.begin(), levels.end()), figures["max"].get<double>(), 0.0006);
+    // loudest 5 m above the floor at the left, in front of the array that hangs from 7.5 m to 4.4 m
+    EXPECT_EQ(std::max_element(levels.begin(), levels.end()) - levels.begin(), 15);
+}
+
+TEST_F(CommandLine, LevelsWithoutARadiatingBoxAreNull)
+{
+    std::fstream file(project, std::ios::in | std::ios::out | std::ios::binary);
+    for (int i = 0; i < 32; ++i)
+        file.seekp(436 + 2 * i).put(2);
+    file.flush();
+    const Outcome levels = run("levels " + project + " --points 3");
+    EXPECT_TRUE(levels.json()["foh"].is_null()) << levels.err;
+    EXPECT_TRUE(levels.json()["areas"][0]["levels"][2].is_null());
+    const std::string csv = folder / "map.csv";
+    ASSERT_EQ(run("map " + project + " --cell 9 --csv " + csv).status, 0);
+    std::string row;
+    std::ifstream(csv) >> row;
+    EXPECT_EQ(row, "-inf,-inf,-inf");
+}
+
+} // namespace
+} // namespace orva
