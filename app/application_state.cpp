@@ -9,7 +9,8 @@ namespace orva {
 
 namespace {
 
-Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file, const Directivity& before)
+Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file,
+                                           const Directivity& before)
 {
     // one byte more than is allowed, so that the reader sees that the file is too large
     const Result<std::string> text = readFile(file, kSpeakerDataMaxBytes + 1);

@@ -61,7 +61,10 @@ public:
         return true;
     }
 
-    bool flushWithMode(mode_t mode) const { return fchmod(m_file, mode) == 0 && fsync(m_file) == 0; }
+    bool flushWithMode(mode_t mode) const
+    {
+        return fchmod(m_file, mode) == 0 && fsync(m_file) == 0;
+    }
 
     bool moveTo(const fs::path& target)
     {
@@ -89,7 +92,8 @@ mode_t modeFor(const struct stat* old)
 
 Result<std::string> readFile(const fs::path& path, std::size_t limit)
 {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                               std::fclose);
     if (!file)
         return systemError("cannot be opened", errno, path);
     std::string bytes;
@@ -115,8 +119,8 @@ Result<Done> writeFile(const fs::path& path, std::string_view bytes)
         return Error{"cannot be written: it is no regular file", path.string()};
 
     TemporaryFile file(target);
-    if (!file.isOpen() || !file.write(bytes) || !file.flushWithMode(modeFor(replaces ? &old : nullptr)) ||
-        !file.moveTo(target))
+    if (!file.isOpen() || !file.write(bytes) ||
+        !file.flushWithMode(modeFor(replaces ? &old : nullptr)) || !file.moveTo(target))
         return systemError("cannot be written", errno, path);
     return Done{};
 }

@@ -2,11 +2,11 @@
 
 #include "cli/options.h"
 
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
-
 #include <algorithm>
 #include <ostream>
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
 
 namespace orva {
 
@@ -34,12 +34,14 @@ int run(const std::vector<std::string>& words, const Console& console)
     addMapCommand(program, work);
 
     try {
-        program.parse(std::vector<std::string>(words.rbegin(), words.rend())); // the library's order
-    } catch (const CLI::Success& asked) { // help or version
+        program.parse(
+            std::vector<std::string>(words.rbegin(), words.rend())); // the library's order
+    } catch (const CLI::Success& asked) {                            // help or version
         program.exit(asked, console.out, console.err);
         return 0;
     } catch (const CLI::ParseError& error) {
-        console.err << "orva-cli: " << oneLine(error.what()) << "\nRun orva-cli --help for what it takes.\n";
+        console.err << "orva-cli: " << oneLine(error.what())
+                    << "\nRun orva-cli --help for what it takes.\n";
         return kArgumentsWrong;
     }
 

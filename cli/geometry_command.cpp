@@ -7,8 +7,8 @@ namespace orva {
 
 namespace {
 
-/// One list of figures per box, `perBox` of them, from an array that holds 32 of each in a row; null
-/// at a position of unknown code.
+/// One list of figures per box, `perBox` of them, from an array that holds 32 of each in a row;
+/// null at a position of unknown code.
 template<std::size_t n>
 Json perBox(const LineArray& array, const std::array<float, n>& figures)
 {

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
-
 #include <cstdint>
 #include <iosfwd>
 #include <map>
 #include <span>
 #include <string>
 #include <vector>
+
+#include <nlohmann/json.hpp>
 
 namespace orva {
 

@@ -23,8 +23,8 @@ Result<Done> printLevels(const Options& options, const Console& console)
     const LevelChoice choice = options.prediction.choice();
     const std::unique_ptr<LevelKernel> kernel = state->levelKernel();
     const auto levelsAlong = [&](const AreaSegment& line, int points) {
-        return LineSPL(*kernel, state->speakerData.BandLevel, state->gLineArray, line, choice, points,
-                       options.common.threads);
+        return LineSPL(*kernel, state->speakerData.BandLevel, state->gLineArray, line, choice,
+                       points, options.common.threads);
     };
 
     Json areas = Json::array();

@@ -48,19 +48,23 @@ Result<Done> calculateMap(const Options& options, const Console& console)
         return state.error();
     const std::optional<MapGrid> grid = PrepareMapGrid(state->gRoom, options.cellM, options.cellM);
     if (!grid)
-        return Error{"the map would have more than 20 million cells; choose larger ones", options.file};
+        return Error{"the map would have more than 20 million cells; choose larger ones",
+                     options.file};
 
     const LevelChoice choice = options.prediction.choice();
     const std::unique_ptr<LevelKernel> kernel = state->levelKernel();
     RawSplCache cache;
     std::optional<SummedMap> map;
-    const float rawSeconds = timed(options, console, "Calculating raw SPL", [&](const Progress& progress) {
-        CalcRawSPL(*kernel, state->gLineArray, *grid, choice.bands, options.common.threads, progress, cache);
-    });
-    const float sumSeconds = timed(options, console, "Calculating summed SPL", [&](const Progress& progress) {
-        map = CalcSummedSPL(cache, state->speakerData.BandLevel, *grid, choice, options.common.threads,
-                            progress);
-    });
+    const float rawSeconds =
+        timed(options, console, "Calculating raw SPL", [&](const Progress& progress) {
+            CalcRawSPL(*kernel, state->gLineArray, *grid, choice.bands, options.common.threads,
+                       progress, cache);
+        });
+    const float sumSeconds =
+        timed(options, console, "Calculating summed SPL", [&](const Progress& progress) {
+            map = CalcSummedSPL(cache, state->speakerData.BandLevel, *grid, choice,
+                                options.common.threads, progress);
+        });
 
     if (!options.csvFile.empty())
         if (const auto written = writeFile(options.csvFile, csvOf(*map, *grid)); !written)
@@ -82,14 +86,16 @@ Result<Done> calculateMap(const Options& options, const Console& console)
 
 void addMapCommand(CLI::App& program, Work& work)
 {
-    CLI::App* command = program.add_subcommand("map", "calculate the level map over the whole room");
+    CLI::App* command =
+        program.add_subcommand("map", "calculate the level map over the whole room");
     const auto options = std::make_shared<Options>();
     command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
     command->add_option("--cell", options->cellM, "size of the square cells in metres")
         ->check(numberAboveZero())
         ->type_name("M")
         ->capture_default_str();
-    command->add_option("--csv", options->csvFile, "write the levels in dB, top row first")->type_name("FILE");
+    command->add_option("--csv", options->csvFile, "write the levels in dB, top row first")
+        ->type_name("FILE");
     addPredictionOptions(*command, options->prediction);
     addCommonOptions(*command, options->common);
     command->callback([options, &work] {

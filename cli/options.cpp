@@ -1,11 +1,11 @@
 #include "cli/options.h"
 
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
-
 #include <algorithm>
 #include <limits>
 #include <thread>
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
 
 namespace orva {
 
@@ -18,7 +18,7 @@ CLI::Validator numberCheck(const std::string& range, const std::function<bool(do
                 const bool number = CLI::detail::lexical_cast(text, value);
                 return number && accepts(value) ? std::string() : text + " is not " + range;
             },
-            "NUMBER"};
+            ""};
 }
 
 std::string plain(double value)
@@ -32,13 +32,14 @@ CLI::Validator nominalFrequency()
 {
     return {[](const std::string& text) {
                 int hz = 0;
-                const bool nominal = CLI::detail::lexical_cast(text, hz) &&
-                                     std::find(kNominalHz.begin(), kNominalHz.end(), hz) != kNominalHz.end();
+                const bool nominal =
+                    CLI::detail::lexical_cast(text, hz) &&
+                    std::find(kNominalHz.begin(), kNominalHz.end(), hz) != kNominalHz.end();
                 return nominal ? std::string()
                                : text + " is not the nominal frequency of a one-third-octave band "
                                         "from 100 to 12500 Hz";
             },
-            "HZ"};
+            ""};
 }
 
 } // namespace
@@ -60,11 +61,13 @@ CLI::Validator numberAboveZero()
 void addCommonOptions(CLI::App& command, CommonOptions& options)
 {
     options.threads = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    command.add_option("--data", options.dataFolder,
-                       "folder with system.dat and systemsm.dat (default: the program's own)")
+    command
+        .add_option("--data", options.dataFolder,
+                    "folder with system.dat and systemsm.dat (default: the program's own)")
         ->type_name("DIR");
-    command.add_option("--speaker-data", options.speakerDataFile,
-                       "loudspeaker data (.xhn) to read over the system's own")
+    command
+        .add_option("--speaker-data", options.speakerDataFile,
+                    "loudspeaker data (.xhn) to read over the system's own")
         ->type_name("FILE");
     command.add_option("--temperature", options.temperatureC, "air temperature in °C, -20 to 50")
         ->check(numberBetween(-20, 50))
@@ -72,13 +75,14 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
         ->capture_default_str();
     command.add_option("--units", options.units, "lengths in texts and drawings")
         ->check(CLI::IsMember({"m", "ft"}))
-        ->type_name("")
+        ->type_name("UNIT")
         ->capture_default_str();
     command.add_option("--language", options.language, "language of texts and drawings")
         ->check(CLI::IsMember({"en", "de"}))
-        ->type_name("")
+        ->type_name("LANG")
         ->capture_default_str();
-    command.add_option("--threads", options.threads, "threads to calculate on (default: one per core)")
+    command
+        .add_option("--threads", options.threads, "threads to calculate on (default: one per core)")
         ->check(numberBetween(1, 1024))
         ->type_name("N");
     command.add_flag("--progress", options.progress,
@@ -89,13 +93,13 @@ void addPredictionOptions(CLI::App& command, PredictionOptions& options)
 {
     command.add_option("--map-type", options.mapType, "which level of a box counts")
         ->check(CLI::IsMember({"detailed", "continuous", "peak"}))
-        ->type_name("")
+        ->type_name("TYPE")
         ->capture_default_str();
     command
         .add_option("--averaging", options.averaging,
                     "bands to sum; continuous and peak levels are always broadband")
         ->check(CLI::IsMember({"third", "octave", "three-octave", "broadband"}))
-        ->type_name("")
+        ->type_name("BANDS")
         ->capture_default_str();
     command.add_option("--band", options.bandHz, "nominal frequency of the middle band in Hz")
         ->check(nominalFrequency())

@@ -4,10 +4,10 @@
 #include "engine/line_spl.h"
 #include "model/result.h"
 
-#include <CLI/App.hpp>
-
 #include <functional>
 #include <string>
+
+#include <CLI/App.hpp>
 
 namespace orva {
 

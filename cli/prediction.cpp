@@ -30,11 +30,13 @@ Result<ApplicationState> openForPrediction(const std::string& projectFile,
     if (!state)
         return state;
     const Result<SystemDataLoad> load = LoadSystemData(
-        *state, options.dataFolder.empty() ? console.programFolder / "bin" : std::filesystem::path(options.dataFolder));
+        *state, options.dataFolder.empty() ? console.programFolder / "bin"
+                                           : std::filesystem::path(options.dataFolder));
     if (!load)
         return load.error();
     const std::int16_t system = state->gLineArray.GIGetArrayType();
-    if (const std::optional<Error>& failed = system == kStandardSystem ? load->standard : load->compact)
+    if (const std::optional<Error>& failed =
+            system == kStandardSystem ? load->standard : load->compact)
         return *failed;
     SelectSystem(*state, system);
     UpdateSpeedOfSound(*state, options.temperatureC);

@@ -22,7 +22,8 @@ ProgressBar::~ProgressBar()
 bool ProgressBar::update(int done, int total)
 {
     const Clock::time_point now = Clock::now();
-    const bool due = !m_drawn || done == total || now - m_lastDrawn > std::chrono::milliseconds(100);
+    const bool due =
+        !m_drawn || done == total || now - m_lastDrawn > std::chrono::milliseconds(100);
     if (!m_shown || !due)
         return true;
     m_lastDrawn = now;

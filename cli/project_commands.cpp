@@ -76,15 +76,19 @@ Result<Done> show(const std::string& file, const Console& console)
 
 void addNewCommand(CLI::App& program, Work& work)
 {
-    CLI::App* command = program.add_subcommand("new", "write a project with a new project's defaults");
+    CLI::App* command =
+        program.add_subcommand("new", "write a project with a new project's defaults");
     const auto options = std::make_shared<NewOptions>();
-    command->add_option("OUT.lad", options->file, "the project file to write")->required()->type_name("");
+    command->add_option("OUT.lad", options->file, "the project file to write")
+        ->required()
+        ->type_name("");
     command->add_option("--system", options->system, "which loudspeaker system")
         ->check(CLI::IsMember({"standard", "compact"}))
-        ->type_name("")
+        ->type_name("SYSTEM")
         ->capture_default_str();
     addCommonOptions(*command, options->common);
-    command->callback([options, &work] { work = [options](const Console&) { return writeNew(*options); }; });
+    command->callback(
+        [options, &work] { work = [options](const Console&) { return writeNew(*options); }; });
 }
 
 void addShowCommand(CLI::App& program, Work& work)

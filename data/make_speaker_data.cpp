@@ -1,5 +1,5 @@
-// Writes system.dat and systemsm.dat into a folder: modelled directivity of the mid/high box of each
-// system. README.md in this folder says what the model is made of.
+// Writes system.dat and systemsm.dat into a folder: modelled directivity of the mid/high box of
+// each system. README.md in this folder says what the model is made of.
 #include "engine/acoustics.h"
 #include "lang/number_text.h"
 
@@ -25,15 +25,15 @@ struct Box {
     const char* file;
     const char* name;
     double waveguideHeight;
-    double waveguideY;    // its middle
-    double wavefrontBow;  // how far the ends of its wavefront lag behind the middle
+    double waveguideY;   // its middle
+    double wavefrontBow; // how far the ends of its wavefront lag behind the middle
     double coneRadius;
-    double coneX;         // ahead of the waveguide's acoustic centre
+    double coneX; // ahead of the waveguide's acoustic centre
     double coneY;
     double crossoverHz;
-    double edge;          // size of the front that sets where it begins to shade
-    double rearDetour;    // longer way of sound that goes round the enclosure to the back
-    double rearLossDb;    // at the back, high frequencies
+    double edge;       // size of the front that sets where it begins to shade
+    double rearDetour; // longer way of sound that goes round the enclosure to the back
+    double rearLossDb; // at the back, high frequencies
 };
 
 constexpr Box kBoxes[] = {
@@ -63,8 +63,8 @@ constexpr Box kBoxes[] = {
      .rearLossDb = 27},
 };
 
-/// A radiator at (x, y) reaches the far field in direction `angle` (0 ahead, 90° down) earlier by its
-/// way towards it.
+/// A radiator at (x, y) reaches the far field in direction `angle` (0 ahead, 90° down) earlier by
+/// its way towards it.
 Complex placed(double k, double x, double y, double angle)
 {
     return std::exp(kJ * k * (x * std::cos(angle) + y * std::sin(angle)));
@@ -158,7 +158,8 @@ void writeBox(std::ostream& out, const Box& box)
         << "\"Plane\",\"vertical; 90 degrees is above, 270 degrees below the axis\"\r\n"
         << "\"Values\",\"0 to 180 degrees off axis in steps of 5 degrees\"\r\n"
         << "\"Attenuation\",\"dB against the axis, mean of the one-third-octave band\"\r\n"
-        << "\"Phase\",\"degrees against the axis, e^(+j omega t), at the acoustic source point\"\r\n";
+        << "\"Phase\",\"degrees against the axis, e^(+j omega t), at the acoustic source "
+           "point\"\r\n";
     for (std::size_t b = 0; b < kBands; ++b) {
         const double centre = bandConstants().BandCentre[b];
         out << "\"Frequency\"," << kNominalHz[b] << "\r\n";

@@ -12,8 +12,8 @@ struct HueRange {
     /// 50 to 120 dB for absolute maps (largest level 50 dB or more), else -75 to 5 dB.
     static HueRange of(float largestDb);
 
-    /// Hue 0..255 of a level: 255 falling to 0 (magenta, blue, cyan, green, yellow, red) as the level
-    /// rises through the range, repeating outside it. 0 for a level that is not finite.
+    /// Hue 0..255 of a level: 255 falling to 0 (magenta, blue, cyan, green, yellow, red) as the
+    /// level rises through the range, repeating outside it. 0 for a level that is not finite.
     int hue(float levelDb) const;
 };
 

@@ -8,11 +8,10 @@ namespace orva {
 
 namespace {
 
-constexpr PerBand<double> kAWeightingDb = {-18.79892, -15.73524, -13.11982, -10.87145, -8.54747,
-                                           -6.56915,  -4.80184,  -3.17618,  -1.87296,  -0.82247,
-                                           0.00797,   0.59961,   0.98311,   1.19831,   1.26505,
-                                           1.18825,   0.95075,   0.51746,   -0.16364,  -1.17028,
-                                           -2.56892,  -4.40606};
+constexpr PerBand<double> kAWeightingDb = {
+    -18.79892, -15.73524, -13.11982, -10.87145, -8.54747, -6.56915, -4.80184, -3.17618,
+    -1.87296,  -0.82247,  0.00797,   0.59961,   0.98311,  1.19831,  1.26505,  1.18825,
+    0.95075,   0.51746,   -0.16364,  -1.17028,  -2.56892, -4.40606};
 
 BandConstants makeBandConstants()
 {
@@ -55,14 +54,12 @@ double AtmosphericAbsorption(double f, double d, double t, [[maybe_unused]] doub
     const double humidityExponent = -6.8346 * std::pow(triplePoint / kelvin, 1.261) + 4.6151;
     const double h = hr * std::pow(10, humidityExponent) / pressure;
     const double oxygen = pressure * (24 + 4.04e4 * h * (0.02 + h) / (0.391 + h));
-    const double nitrogen =
-        pressure * std::pow(relative, -0.5) *
-        (9 + 280 * h * std::exp(-4.170 * (std::pow(relative, -1.0 / 3) - 1)));
+    const double nitrogen = pressure * std::pow(relative, -0.5) *
+                            (9 + 280 * h * std::exp(-4.170 * (std::pow(relative, -1.0 / 3) - 1)));
     const double classical = 1.84e-11 / pressure * std::sqrt(relative);
-    const double relaxation =
-        std::pow(relative, -2.5) *
-        (0.01275 * std::exp(-2239.1 / kelvin) / (oxygen + f * f / oxygen) +
-         0.1068 * std::exp(-3352.0 / kelvin) / (nitrogen + f * f / nitrogen));
+    const double relaxation = std::pow(relative, -2.5) *
+                              (0.01275 * std::exp(-2239.1 / kelvin) / (oxygen + f * f / oxygen) +
+                               0.1068 * std::exp(-3352.0 / kelvin) / (nitrogen + f * f / nitrogen));
     return 8.686 * f * f * (classical + relaxation) * d;
 }
 

@@ -6,7 +6,8 @@
 
 namespace orva {
 
-/// A radiating box in the room frame: metres, degrees against the horizontal, negative = aimed down.
+/// A radiating box in the room frame: metres, degrees against the horizontal, negative = aimed
+/// down.
 struct Source {
     double x;
     double y;

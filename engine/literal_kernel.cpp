@@ -54,9 +54,11 @@ void LiteralKernel::bandPowers(std::span<const Source> sources, std::span<const 
                 const double level = spread + r * constants.AirAbsorption[band] -
                                      DirMagnitudeAt(m_directivity, b, direction / 5);
                 const double amplitude = std::pow(10.0, level / 20);
-                const double phase = kr * constants.BandCentre[band] -
-                                     DirPhaseAt(m_directivity, b, direction / 5) * kRadiansPerDegree;
-                sums[band] += std::complex(amplitude * std::cos(phase), amplitude * std::sin(phase));
+                const double phase =
+                    kr * constants.BandCentre[band] -
+                    DirPhaseAt(m_directivity, b, direction / 5) * kRadiansPerDegree;
+                sums[band] +=
+                    std::complex(amplitude * std::cos(phase), amplitude * std::sin(phase));
             }
         }
         for (std::size_t b = 0; b < bandCount; ++b)

@@ -13,8 +13,8 @@ public:
     {
     }
 
-    void bandPowers(std::span<const Source> sources, std::span<const Point> receivers, BandSpan bands,
-                    std::span<double> powers) const override;
+    void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
+                    BandSpan bands, std::span<double> powers) const override;
 
 private:
     Directivity m_directivity;

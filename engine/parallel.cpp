@@ -7,7 +7,8 @@
 
 namespace orva {
 
-bool runBlocks(int count, int threads, const Progress& progress, const std::function<void(int)>& work)
+bool runBlocks(int count, int threads, const Progress& progress,
+               const std::function<void(int)>& work)
 {
     std::atomic<int> next = 0;
     std::atomic<int> done = 0;

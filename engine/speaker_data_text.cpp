@@ -12,7 +12,7 @@ namespace orva {
 namespace {
 
 constexpr int kHeaderLines = 10;
-constexpr std::string_view kAbove = "90\xB0";  // Windows-1252; stands in "190°" too
+constexpr std::string_view kAbove = "90\xB0"; // Windows-1252; stands in "190°" too
 constexpr std::string_view kBelow = "270\xB0";
 constexpr std::string_view kFrequencyKey = "\"Frequency\"";
 constexpr std::string_view kPhaseKey = "\"PhaseData\"";
@@ -92,7 +92,8 @@ public:
         case Expected::Frequency:
             return key == kFrequencyKey ? takeFrequency(values) : Step::GoOn;
         case Expected::MagnitudeAbove:
-            return takeAbove(key, values, m_reading.directivity.DirMagnitude, Expected::MagnitudeBelow);
+            return takeAbove(key, values, m_reading.directivity.DirMagnitude,
+                             Expected::MagnitudeBelow);
         case Expected::MagnitudeBelow:
             return takeBelow(key, values, m_reading.directivity.DirMagnitude, Expected::Phase);
         case Expected::Phase:
@@ -102,7 +103,8 @@ public:
         case Expected::PhaseAbove:
             return takeAbove(key, values, m_reading.directivity.DirPhase, Expected::PhaseBelow);
         case Expected::PhaseBelow: {
-            const Step step = takeBelow(key, values, m_reading.directivity.DirPhase, Expected::Frequency);
+            const Step step =
+                takeBelow(key, values, m_reading.directivity.DirPhase, Expected::Frequency);
             const bool whole = m_expected == Expected::Frequency && m_reading.bands == kBands;
             return step == Step::GoOn && whole ? Step::Stop : step;
         }
@@ -129,7 +131,8 @@ private:
         return {table[static_cast<std::size_t>(m_reading.bands - 1)], phase};
     }
 
-    Step takeAbove(std::string_view key, std::string_view values, Directivity::Table& table, Expected next)
+    Step takeAbove(std::string_view key, std::string_view values, Directivity::Table& table,
+                   Expected next)
     {
         if (!contains(key, kAbove))
             return Step::GoOn;
@@ -137,7 +140,8 @@ private:
         return angleLine(table).storeAbove(values) ? Step::GoOn : Step::TooLarge;
     }
 
-    Step takeBelow(std::string_view key, std::string_view values, Directivity::Table& table, Expected next)
+    Step takeBelow(std::string_view key, std::string_view values, Directivity::Table& table,
+                   Expected next)
     {
         if (!contains(key, kBelow))
             return Step::GoOn;

@@ -87,8 +87,9 @@ bool CalcRawSPL(const LevelKernel& kernel, const LineArray& array, const MapGrid
     return true;
 }
 
-std::optional<SummedMap> CalcSummedSPL(const RawSplCache& cache, const PerBand<BandReference>& levels,
-                                       const MapGrid& grid, const LevelChoice& choice, int threads,
+std::optional<SummedMap> CalcSummedSPL(const RawSplCache& cache,
+                                       const PerBand<BandReference>& levels, const MapGrid& grid,
+                                       const LevelChoice& choice, int threads,
                                        const Progress& progress)
 {
     const PerBand<double> factors = bandFactors(levels, choice);

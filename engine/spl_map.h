@@ -20,7 +20,10 @@ struct MapGrid {
     double left = 0; ///< room frame, metres
     double top = 0;
 
-    std::size_t cells() const { return static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows); }
+    std::size_t cells() const
+    {
+        return static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
+    }
     /// Centre in the room frame.
     Point CellCentre(int column, int row) const;
 };
@@ -43,15 +46,17 @@ bool CalcRawSPL(const LevelKernel& kernel, const LineArray& array, const MapGrid
                 BandSpan bands, int threads, const Progress& progress, RawSplCache& cache);
 
 struct SummedMap {
-    std::vector<float> levels; ///< dB, [row * columns + column]; minus infinity where nothing radiates
+    std::vector<float>
+        levels; ///< dB, [row * columns + column]; minus infinity where nothing radiates
     float max = 0;
     float min = 0;
 };
 
-/// Sums the chosen bands, all of them done, as weighted powers; `progress` counts rows. None when it
-/// stopped.
-std::optional<SummedMap> CalcSummedSPL(const RawSplCache& cache, const PerBand<BandReference>& levels,
-                                       const MapGrid& grid, const LevelChoice& choice, int threads,
+/// Sums the chosen bands, all of them done, as weighted powers; `progress` counts rows. None when
+/// it stopped.
+std::optional<SummedMap> CalcSummedSPL(const RawSplCache& cache,
+                                       const PerBand<BandReference>& levels, const MapGrid& grid,
+                                       const LevelChoice& choice, int threads,
                                        const Progress& progress);
 
 /// Percent shown after `done` of `total` rows: 0 after the first, 100 after the last.

@@ -36,8 +36,8 @@ double leadingNumber(std::string_view text)
     const bool negative = text.front() == '-';
     if (negative || text.front() == '+')
         text.remove_prefix(1);
-    const bool number = !text.empty() && (isDigit(text[0]) || (text.size() > 1 && text[0] == '.' &&
-                                                               isDigit(text[1])));
+    const bool number = !text.empty() && (isDigit(text[0]) ||
+                                          (text.size() > 1 && text[0] == '.' && isDigit(text[1])));
     if (!number)
         return 0;
 

@@ -19,14 +19,20 @@ char byteOf(char32_t character)
     if (character < 0x80 || (character >= 0xA0 && character <= 0xFF))
         return static_cast<char>(character);
     const auto* found = std::find(kHighControls.begin(), kHighControls.end(), character);
-    return found == kHighControls.end() ? '?' : static_cast<char>(0x80 + (found - kHighControls.begin()));
+    return found == kHighControls.end() ? '?'
+                                        : static_cast<char>(0x80 + (found - kHighControls.begin()));
 }
 
 /// Takes one character off the front of `utf8`; none, and one byte taken, where it is malformed.
 std::optional<char32_t> takeCharacter(std::string_view& utf8)
 {
     const auto lead = static_cast<unsigned char>(utf8.front());
-    const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    const std::size_t length = lead < 0x80   ? 1
+                               : lead < 0xC2 ? 0
+                               : lead < 0xE0 ? 2
+                               : lead < 0xF0 ? 3
+                               : lead < 0xF5 ? 4
+                                             : 0;
     constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
     char32_t character = length < 2 ? lead : lead & (0xFFU >> (length + 1));
     bool sound = length > 0 && length <= utf8.size();

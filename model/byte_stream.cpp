@@ -10,8 +10,9 @@ Result<Done> ByteReader::need(std::size_t count, std::string_view block) const
 {
     if (m_bytes.size() - m_offset >= count)
         return Done{};
-    return Error{"the file ends inside " + std::string(block) + " (" + std::to_string(m_bytes.size()) +
-                     " bytes, " + std::to_string(m_offset + count) + " needed)",
+    return Error{"the file ends inside " + std::string(block) + " (" +
+                     std::to_string(m_bytes.size()) + " bytes, " +
+                     std::to_string(m_offset + count) + " needed)",
                  std::string(m_name)};
 }
 

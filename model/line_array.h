@@ -120,30 +120,30 @@ public:
 
     /// A box in the array frame.
     struct HungBox {
-        FloatPair corner;       ///< top front corner
-        float tiltDeg;          ///< positive = downwards
-        const BoxShape* shape;  ///< null at a position of unknown code
+        FloatPair corner;      ///< top front corner
+        float tiltDeg;         ///< positive = downwards
+        const BoxShape* shape; ///< null at a position of unknown code
 
         /// A point of the box's own frame.
         FloatPair point(FloatPair own) const;
     };
-    /// The boxes in use, each hanging from the bottom front corner of the one before, under a cradle
-    /// tilted by `cradleTiltDeg`. A trapezoidal top box is tilted 4.5° further. A position of
-    /// unknown code has no height; its splay angle still turns what follows.
+    /// The boxes in use, each hanging from the bottom front corner of the one before, under a
+    /// cradle tilted by `cradleTiltDeg`. A trapezoidal top box is tilted 4.5° further. A position
+    /// of unknown code has no height; its splay angle still turns what follows.
     std::vector<HungBox> hungBoxes(float cradleTiltDeg) const;
 
     /// `point` moved from the carrying pin's to the array origin's position (flown); unchanged when
     /// stacked.
     FloatPair GFAArrayZero(FloatPair point) const;
-    /// Acoustic source points and aiming angles: elements 0..31 x, 32..63 y, 64..95 degrees; 0 where
-    /// there is no box. `roomUp`: room frame, angle 0 along +x, negative = down. Otherwise y is
-    /// negated.
+    /// Acoustic source points and aiming angles: elements 0..31 x, 32..63 y, 64..95 degrees; 0
+    /// where there is no box. `roomUp`: room frame, angle 0 along +x, negative = down. Otherwise y
+    /// is negated.
     std::array<float, 96> GFAGetOriginPTSandAng(bool roomUp) const;
     /// Centre of gravity in the array frame without the cradle tilt (y negated when stacked), also
     /// stored. The total weight comes from the counts, not from the positions; (0, 0) when it is 0.
     FloatPair GFACalcCOM();
-    /// Centres of gravity of the boxes: 0..31 x, 32..63 y, array frame with the cradle tilt, y negated
-    /// when stacked.
+    /// Centres of gravity of the boxes: 0..31 x, 32..63 y, array frame with the cradle tilt, y
+    /// negated when stacked.
     std::array<float, 64> GFAGetCOMPTS() const;
     /// Largest x, largest y, smallest x, smallest y of cradle and boxes seen from the carrying pin
     /// (flown) or the array origin (stacked, y negated); that point is always inside.

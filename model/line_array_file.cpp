@@ -6,8 +6,8 @@ Result<Done> readBoxCount(ByteReader& in, std::string_view kind, int low, std::i
 {
     const std::int16_t value = in.i16();
     if (value < low || value > 32)
-        return in.error("the number of " + std::string(kind) + " boxes is " + std::to_string(value) +
-                        ", not " + std::to_string(low) + " to 32");
+        return in.error("the number of " + std::string(kind) + " boxes is " +
+                        std::to_string(value) + ", not " + std::to_string(low) + " to 32");
     count = value;
     return Done{};
 }

@@ -49,7 +49,8 @@ FloatPair LineArray::GFAArrayZero(FloatPair point) const
     if (!Mounting)
         return point;
     const CradleGeometry& cradle = system().cradle;
-    const auto pin = static_cast<std::size_t>(std::clamp<int>(GIPinPoint(), 0, cradle.pinCount() - 1));
+    const auto pin =
+        static_cast<std::size_t>(std::clamp<int>(GIPinPoint(), 0, cradle.pinCount() - 1));
     const FloatPair offset = tilted({cradle.PinX[pin], cradle.PinY[pin]}, GFFirstAngle());
     return {point[0] - offset[0], point[1] - offset[1]};
 }

@@ -18,8 +18,9 @@ float LineArray::splayAngle(std::int16_t index)
 {
     static const auto kDegrees = [] {
         std::array<float, 7> degrees{};
-        std::transform(GSALookupAngles().begin(), GSALookupAngles().end(), degrees.begin(),
-                       [](std::string_view label) { return static_cast<float>(ParseDecimalText(label)); });
+        std::transform(
+            GSALookupAngles().begin(), GSALookupAngles().end(), degrees.begin(),
+            [](std::string_view label) { return static_cast<float>(ParseDecimalText(label)); });
         return degrees;
     }();
     const int last = static_cast<int>(kDegrees.size()) - 1;
@@ -76,7 +77,9 @@ std::int16_t LineArray::GIPinPoint() const
     if (AngleOrPin)
         return AllAngle[0];
     const float wanted = static_cast<float>(AllAngle[0] / 10.0);
-    const auto difference = [&](std::int16_t pin) { return std::abs(wanted - GFAngleFromPin(pin)); };
+    const auto difference = [&](std::int16_t pin) {
+        return std::abs(wanted - GFAngleFromPin(pin));
+    };
     std::int16_t best = 0;
     for (std::int16_t pin = 1; pin < system().cradle.pinCount(); ++pin)
         if (difference(pin) < difference(best))
@@ -86,7 +89,8 @@ std::int16_t LineArray::GIPinPoint() const
 
 float LineArray::GFPinPointRemainder() const
 {
-    return AngleOrPin ? 0.0F : static_cast<float>(AllAngle[0] / 10.0) - GFAngleFromPin(GIPinPoint());
+    return AngleOrPin ? 0.0F
+                      : static_cast<float>(AllAngle[0] / 10.0) - GFAngleFromPin(GIPinPoint());
 }
 
 } // namespace orva

@@ -20,7 +20,8 @@ constexpr std::int16_t kWrittenVersion = 2;
 void repairCompact(LineArray& array)
 {
     LineArray::Positions types = array.GIAGetAllType();
-    const int last = std::clamp(array.GIGetNumSchräg() + array.GIGetNumBass(), 0, LineArray::kPositions - 1);
+    const int last =
+        std::clamp(array.GIGetNumSchräg() + array.GIGetNumBass(), 0, LineArray::kPositions - 1);
     if (std::count(types.begin(), types.begin() + last + 1, 0) > 0)
         return;
     types[0] = 0;

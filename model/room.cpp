@@ -142,7 +142,8 @@ Result<Done> Room::GBReadFromFile(ByteReader& in)
         return there;
     NumAreas = in.i16();
     if (NumAreas < 1 || NumAreas > kAreas)
-        return in.error("the number of audience areas is " + std::to_string(NumAreas) + ", not 1 to 3");
+        return in.error("the number of audience areas is " + std::to_string(NumAreas) +
+                        ", not 1 to 3");
     if (auto read = in.finite(RoomDims, "the room size"); !read)
         return read;
     if (RoomDims[0] <= 0 || RoomDims[1] <= 0)

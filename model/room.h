@@ -66,8 +66,8 @@ public:
     static constexpr std::size_t kFileBytes = 398;
     /// Appends the 398-byte block.
     void GBWriteToFile(ByteWriter& out) const;
-    /// Reads the block: 1 to 3 areas, a room larger than 0, finite figures. After an error the object
-    /// is half read.
+    /// Reads the block: 1 to 3 areas, a room larger than 0, finite figures. After an error the
+    /// object is half read.
     Result<Done> GBReadFromFile(ByteReader& in);
 
     friend bool operator==(const Room&, const Room&) = default;

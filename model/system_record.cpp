@@ -6,7 +6,8 @@ namespace orva {
 
 namespace {
 
-CradleGeometry cradle(std::array<FloatPair, 4> outline, int pins, double pitch, double firstPin, float pinY)
+CradleGeometry cradle(std::array<FloatPair, 4> outline, int pins, double pitch, double firstPin,
+                      float pinY)
 {
     CradleGeometry result{outline, 0.0125F, {}, {}};
     for (int i = 0; i < pins; ++i) {
@@ -41,8 +42,9 @@ SystemRecord makeStandard()
                            .source = {-0.25F, 0.235F}},
                   .marks = {{{-0.11F, 0.06F}, {-0.11F, 0.2F}, {-0.153F, 0.13F}}},
                   .drawing = {5.358161F, 0.9250245F, 0.072F}},
-        .cradle = cradle({{{0.04309F, -0.103F}, {0.04309F, -0.023F}, {rear, -0.023F}, {rear, -0.103F}}},
-                         11, -0.08, -0.06882, -0.083F),
+        .cradle =
+            cradle({{{0.04309F, -0.103F}, {0.04309F, -0.023F}, {rear, -0.023F}, {rear, -0.103F}}},
+                   11, -0.08, -0.06882, -0.083F),
         .TypeCodeGerade = 0,
         .TypeCodeSchräg = 1,
         .TypeCodeBass = 2,
@@ -75,8 +77,8 @@ SystemRecord makeCompact()
                            .source = {-0.218F, 0.269F}},
                   .marks = {{{-0.08F, 0.06F}, {-0.08F, 0.2F}, {-0.13F, 0.13F}}},
                   .drawing = {5.358161F, 0.9250245F, 0.072F}},
-        .cradle = cradle({{{0.013F, -0.061F}, {0.013F, 0}, {-0.61F, 0}, {-0.61F, -0.061F}}}, 14, -0.04,
-                         -0.04, -0.024F),
+        .cradle = cradle({{{0.013F, -0.061F}, {0.013F, 0}, {-0.61F, 0}, {-0.61F, -0.061F}}}, 14,
+                         -0.04, -0.04, -0.024F),
         .TypeCodeGerade = 0,
         .TypeCodeSchräg = -2, // no box of this system: a code that projects do not hold
         .TypeCodeBass = 1,

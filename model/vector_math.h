@@ -25,8 +25,8 @@ double VectorAngle360(double x, double y);
 /// Arc cosine in radians of x in -1 to 1.
 double ArcCos(float x);
 
-/// `v` turned by `degrees`: x' = x cos + y sin, y' = -x sin + y cos. Where y points down, this turns
-/// counter-clockwise as seen.
+/// `v` turned by `degrees`: x' = x cos + y sin, y' = -x sin + y cos. Where y points down, this
+/// turns counter-clockwise as seen.
 FloatPair RotatePoint(FloatPair v, float degrees);
 
 } // namespace orva

@@ -2,12 +2,11 @@
 #include "app/file_access.h"
 #include "model/project_file.h"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -18,8 +17,9 @@ namespace fs = std::filesystem;
 
 class Files : public testing::Test {
 protected:
-    const fs::path folder = fs::path(testing::TempDir()) /
-                            (std::string("orva_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+    const fs::path folder =
+        fs::path(testing::TempDir()) /
+        (std::string("orva_") + testing::UnitTest::GetInstance()->current_test_info()->name());
 
     void SetUp() override
     {
@@ -30,7 +30,8 @@ protected:
 
     std::size_t filesThere() const
     {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
     }
 };
 

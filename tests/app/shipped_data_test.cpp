@@ -3,11 +3,11 @@
 #include "engine/line_spl.h"
 #include "engine/speaker_data_text.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -42,7 +42,8 @@ TEST(ShippedData, IsWhatItsProgramWrites)
     const SystemData shipped = load(ORVA_SOURCE_DIR "/data");
     const SystemData made = load(folder);
     // two decimals; the last may differ between mathematical libraries
-    for (const auto& [a, b] : {std::pair(shipped.standard, made.standard), std::pair(shipped.compact, made.compact)}) {
+    for (const auto& [a, b] :
+         {std::pair(shipped.standard, made.standard), std::pair(shipped.compact, made.compact)}) {
         EXPECT_LT(largestDifference(a.DirMagnitude, b.DirMagnitude, 1e9), 0.0101);
         EXPECT_LT(largestDifference(a.DirPhase, b.DirPhase, 360), 0.0101);
     }
@@ -51,7 +52,8 @@ TEST(ShippedData, IsWhatItsProgramWrites)
 
 TEST(ShippedData, IsQuietestBehindAndHasItsReferenceOnAxis)
 {
-    for (const auto& data : {load(ORVA_SOURCE_DIR "/data").standard, load(ORVA_SOURCE_DIR "/data").compact})
+    for (const auto& data :
+         {load(ORVA_SOURCE_DIR "/data").standard, load(ORVA_SOURCE_DIR "/data").compact})
         for (std::size_t band = 0; band < kBands; ++band) {
             EXPECT_EQ(data.DirMagnitude[band][0], 0);
             EXPECT_EQ(data.DirPhase[band][0], 0);
@@ -71,8 +73,9 @@ double straightArrayLevel(const ApplicationState& state, double distance, BandSp
     state.levelKernel()->bandPowers(sources, std::array{Point{distance, 0}}, bands, powers);
     double power = 0;
     for (int b = bands.from; b <= bands.to; ++b)
-        power += powers[static_cast<std::size_t>(b - bands.from)] *
-                 powerOfLevel(-distance * bandConstants().AirAbsorption[static_cast<std::size_t>(b)]);
+        power +=
+            powers[static_cast<std::size_t>(b - bands.from)] *
+            powerOfLevel(-distance * bandConstants().AirAbsorption[static_cast<std::size_t>(b)]);
     return levelOfPower(power);
 }
 
@@ -85,12 +88,30 @@ TEST(ShippedData, AStraightArrayLosesThreeDecibelsNearAndSixFarAway)
     // quarter of that the pressure on its axis swings before it falls.
     const BandSpan octave = BandRange(Averaging::Octave, 10);
     const auto loss = [&](double from) {
-        return straightArrayLevel(state, from, octave) - straightArrayLevel(state, 2 * from, octave);
+        return straightArrayLevel(state, from, octave) -
+               straightArrayLevel(state, 2 * from, octave);
     };
     for (const double nearM : {1.0, 2.0, 4.0})
         EXPECT_NEAR(loss(nearM), 3, 0.5) << nearM << " m";
     for (const double farM : {250.0, 500.0, 1000.0})
         EXPECT_NEAR(loss(farM), 6, 0.3) << farM << " m";
+}
+
+TEST(Examples, LoadAndAllowTheirSplayAngles)
+{
+    for (const char* name : {"theatre", "club"}) {
+        ApplicationState state;
+        ASSERT_TRUE(loadProject(state, fs::path(ORVA_SOURCE_DIR "/examples") / name += ".lad"));
+        const LineArray& array = state.gLineArray;
+        EXPECT_FALSE(array.fault());
+        EXPECT_EQ(state.gRoom.GIGetNumAreas(), 3);
+        EXPECT_EQ(array.GIGetNumGerade() + array.GIGetNumSchräg(), array.boxCount());
+        const auto bounds = array.IAGetAngleBounds();
+        for (std::size_t joint = 0; joint < bounds.size(); ++joint) {
+            const std::int16_t splay = array.GIAGetAllAngle()[joint + 1];
+            EXPECT_TRUE(splay >= bounds[joint][0] && splay <= bounds[joint][1]) << name << ' ' << joint;
+        }
+    }
 }
 
 } // namespace

@@ -1,12 +1,12 @@
 #include "cli/command_line.h"
 #include "cli/json.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -23,8 +23,9 @@ struct Outcome {
 
 class CommandLine : public testing::Test {
 protected:
-    const fs::path folder = fs::path(testing::TempDir()) /
-                            (std::string("orva_cli_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+    const fs::path folder =
+        fs::path(testing::TempDir()) /
+        (std::string("orva_cli_") + testing::UnitTest::GetInstance()->current_test_info()->name());
     const std::string project = folder / "p.lad";
 
     void SetUp() override
@@ -40,8 +41,8 @@ protected:
         std::istringstream words(line);
         std::ostringstream out;
         std::ostringstream err;
-        const int status =
-            runCommandLine({std::istream_iterator<std::string>(words), {}}, {out, err, false, ORVA_BINARY_DIR});
+        const int status = runCommandLine({std::istream_iterator<std::string>(words), {}},
+                                          {out, err, false, ORVA_BINARY_DIR});
         return {status, out.str(), err.str()};
     }
 };
@@ -117,11 +118,13 @@ TEST_F(CommandLine, FailedWorkGivesStatusOneOneLineAndKeepsOldFiles)
 
 TEST_F(CommandLine, ShowPrintsWhatAnEditedFileHolds)
 {
-    std::fstream(project, std::ios::in | std::ios::out | std::ios::binary).seekp(128) << "B\xFChne \x80 ";
+    std::fstream(project, std::ios::in | std::ios::out | std::ios::binary).seekp(128)
+        << "B\xFChne \x80 ";
     const Json shown = run("show " + project).json();
     EXPECT_EQ(shown["version"], 2);
     EXPECT_EQ(shown["room"]["ProjectName"], "Bühne €");
-    EXPECT_EQ(shown["room"]["AudienceArea2"][4].dump(), "5.03"); // the shortest text of the same float
+    EXPECT_EQ(shown["room"]["AudienceArea2"][4].dump(),
+              "5.03"); // the shortest text of the same float
     EXPECT_EQ(shown["array"]["NumSchräg"], 6);
 }
 
@@ -144,7 +147,8 @@ TEST_F(CommandLine, BoxesOfUnknownCodeAreNullAndTooManyAreRefused)
 TEST_F(CommandLine, MapsAreWrittenFromTheTopAndAgreeWithTheirFigures)
 {
     const std::string csv = folder / "map.csv";
-    const Outcome result = run("map " + project + " --cell 2 --averaging octave --threads 2 --progress --csv " + csv);
+    const Outcome result =
+        run("map " + project + " --cell 2 --averaging octave --threads 2 --progress --csv " + csv);
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_NE(result.err.find("100 %"), std::string::npos);
     const Json figures = result.json();
@@ -160,7 +164,8 @@ TEST_F(CommandLine, MapsAreWrittenFromTheTopAndAgreeWithTheirFigures)
     }
     EXPECT_EQ(rows, 4);
     ASSERT_EQ(levels.size(), 60U);
-    EXPECT_NEAR(*std::max_element(levels.begin(), levels.end()), figures["max"].get<double>(), 0.0006);
+    EXPECT_NEAR(*std::max_element(levels.begin(), levels.end()), figures["max"].get<double>(),
+                0.0006);
     // loudest 5 m above the floor at the left, in front of the array that hangs from 7.5 m to 4.4 m
     EXPECT_EQ(std::max_element(levels.begin(), levels.end()) - levels.begin(), 15);
 }

@@ -1,9 +1,9 @@
 #include "drawing/spl_colour.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {

@@ -1,9 +1,9 @@
 #include "engine/acoustics.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -11,7 +11,8 @@ namespace {
 TEST(Acoustics, BandsAndAir)
 {
     const BandConstants& constants = bandConstants();
-    const std::tuple<std::size_t, double> centres[] = {{0, 99.21}, {1, 125}, {7, 500}, {19, 8000}, {21, 12699.21}};
+    const std::tuple<std::size_t, double> centres[] = {
+        {0, 99.21}, {1, 125}, {7, 500}, {19, 8000}, {21, 12699.21}};
     for (const auto& [band, hz] : centres)
         EXPECT_NEAR(constants.BandCentre[band], hz, 0.005) << band;
     // published figures for 20 °C, 60 %
@@ -30,8 +31,8 @@ TEST(Acoustics, BandsAndAir)
 TEST(Acoustics, RangesAreCutAtTheEnds)
 {
     const std::tuple<Averaging, int, int, int> cases[] = {
-        {Averaging::Third, 5, 5, 5},        {Averaging::Octave, 0, 0, 1},
-        {Averaging::Octave, 21, 20, 21},    {Averaging::Octave, 10, 9, 11},
+        {Averaging::Third, 5, 5, 5},          {Averaging::Octave, 0, 0, 1},
+        {Averaging::Octave, 21, 20, 21},      {Averaging::Octave, 10, 9, 11},
         {Averaging::ThreeOctave, 20, 16, 21}, {Averaging::ThreeOctave, 2, 0, 6},
         {Averaging::Broadband, 7, 0, 21}};
     for (const auto& [averaging, selected, from, to] : cases) {

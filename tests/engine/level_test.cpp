@@ -2,20 +2,22 @@
 #include "engine/literal_kernel.h"
 #include "model/project.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
 
 constexpr double kDb = 1e-4; // constants of the formulas are 32-bit floats
 
-double levelOf(const Directivity& directivity, std::vector<Source> sources, Point receiver, int band)
+double levelOf(const Directivity& directivity, std::vector<Source> sources, Point receiver,
+               int band)
 {
     std::vector<double> power(1);
-    LiteralKernel(directivity, airAt(21)).bandPowers(sources, std::array{receiver}, {band, band}, power);
+    LiteralKernel(directivity, airAt(21))
+        .bandPowers(sources, std::array{receiver}, {band, band}, power);
     return levelOfPower(power[0]);
 }
 
@@ -32,9 +34,15 @@ TEST(LiteralKernel, OneBoxLosesByDistanceAirAndDirection)
         {"aimed at it", {0, 5, -45}, {1, 4}, -10 * std::log10(2.0) + std::sqrt(2.0) * air},
         {"turned round", {0, 0, 180}, {1, 0}, air - 36},
         {"nearer than 0.1 m", {0, 0, 0}, {0.01, 0}, 20 + 0.1 * air},
-        {"between two steps", {0, 0, -2.5}, {1, 0}, air - 35.5},  // half-way from step 71 to 0
-        {"a whole turn more", {0, 0, 360 - 45}, {1, -1}, -10 * std::log10(2.0) + std::sqrt(2.0) * air},
-        {"nine turns back", {0, 0, -3240 - 45}, {1, -1}, -10 * std::log10(2.0) + std::sqrt(2.0) * air}};
+        {"between two steps", {0, 0, -2.5}, {1, 0}, air - 35.5}, // half-way from step 71 to 0
+        {"a whole turn more",
+         {0, 0, 360 - 45},
+         {1, -1},
+         -10 * std::log10(2.0) + std::sqrt(2.0) * air},
+        {"nine turns back",
+         {0, 0, -3240 - 45},
+         {1, -1},
+         -10 * std::log10(2.0) + std::sqrt(2.0) * air}};
     for (const auto& [what, source, receiver, level] : cases)
         EXPECT_NEAR(levelOf(directivity, {source}, receiver, 10), level, kDb) << what;
 }
@@ -88,16 +96,19 @@ TEST(LineSPL, BandsAddAsWeightedPowers)
     const SpeakerData data = SelectSpeakerData({}, kCompactSystem);
     const LiteralKernel kernel(data.directivity, airAt(21));
     const auto level = [&](BandSpan bands, LevelField field, bool weighted) {
-        return LineSPL(kernel, data.BandLevel, project.array, fohLine(project.room), {bands, field, weighted}, 1)[0];
+        return LineSPL(kernel, data.BandLevel, project.array, fohLine(project.room),
+                       {bands, field, weighted}, 1)[0];
     };
-    for (const LevelField field : {LevelField::Relative, LevelField::Continuous, LevelField::Peak}) {
+    for (const LevelField field :
+         {LevelField::Relative, LevelField::Continuous, LevelField::Peak}) {
         double power = 0;
         for (int b = 0; b < kBands; ++b)
             power += bandConstants().AWeightFactor[static_cast<std::size_t>(b)] *
                      std::pow(10, level({b, b}, field, false) / 10);
         EXPECT_NEAR(level({0, 21}, field, true), 10 * std::log10(power), 1e-3);
     }
-    EXPECT_NEAR(level({4, 4}, LevelField::Peak, false), level({4, 4}, LevelField::Continuous, false) + 6, 1e-4);
+    EXPECT_NEAR(level({4, 4}, LevelField::Peak, false),
+                level({4, 4}, LevelField::Continuous, false) + 6, 1e-4);
 }
 
 TEST(LineSPL, BassBoxesDoNotRadiate)
@@ -112,8 +123,9 @@ TEST(LineSPL, BassBoxesDoNotRadiate)
     project.array.GBSetAllType(types);
     const SpeakerData data = SelectSpeakerData({}, kStandardSystem);
     const LiteralKernel kernel(data.directivity, airAt(21));
-    const auto levels = LineSPL(kernel, data.BandLevel, project.array, project.room.GFAGetAudienceArea1(),
-                                {{0, 21}, LevelField::Peak, true}, 4);
+    const auto levels =
+        LineSPL(kernel, data.BandLevel, project.array, project.room.GFAGetAudienceArea1(),
+                {{0, 21}, LevelField::Peak, true}, 4);
     EXPECT_EQ(levels, std::vector<float>(6, -std::numeric_limits<float>::infinity()));
 }
 

@@ -1,10 +1,10 @@
 #include "engine/parallel.h"
 
-#include <gtest/gtest.h>
-
 #include <numeric>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -23,7 +23,8 @@ TEST(Parallel, EveryBlockRunsOnceOnAnyNumberOfThreads)
                 last = done;
                 return true;
             };
-            EXPECT_TRUE(runBlocks(count, threads, progress, [&](int i) { ++runs[static_cast<std::size_t>(i)]; }));
+            EXPECT_TRUE(runBlocks(count, threads, progress,
+                                  [&](int i) { ++runs[static_cast<std::size_t>(i)]; }));
             EXPECT_EQ(runs, std::vector<int>(static_cast<std::size_t>(count), 1));
             EXPECT_EQ(last, count);
         }
@@ -32,7 +33,8 @@ TEST(Parallel, EveryBlockRunsOnceOnAnyNumberOfThreads)
 TEST(Parallel, StopsWhenProgressSaysSo)
 {
     std::atomic<int> runs = 0;
-    EXPECT_FALSE(runBlocks(1000000, 3, [](int, int) { return false; }, [&](int) { ++runs; }));
+    EXPECT_FALSE(runBlocks(
+        1000000, 3, [](int, int) { return false; }, [&](int) { ++runs; }));
     EXPECT_LT(runs, 1000000);
 }
 

@@ -1,10 +1,10 @@
 #include "engine/speaker_data_text.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <string>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -22,8 +22,8 @@ std::string band(int b, const std::string& values)
 {
     const std::string above = "\"90\xB0\"," + values + "\r\n";
     const std::string below = "\"270\xB0\"," + values + "\r\n";
-    return "\"Frequency\"," + std::to_string(kNominalHz[static_cast<std::size_t>(b)]) + "\r\n" + above +
-           below + "\"PhaseData\"\r\n" + above + below;
+    return "\"Frequency\"," + std::to_string(kNominalHz[static_cast<std::size_t>(b)]) + "\r\n" +
+           above + below + "\"PhaseData\"\r\n" + above + below;
 }
 
 std::string bands(int count, const std::string& values)
@@ -58,12 +58,14 @@ TEST(SpeakerData, ReadsValuesAsTheyStand)
 {
     const std::tuple<const char*, std::size_t, float, float> cases[] = {
         // values of each line, step, magnitude and phase stored there
-        {"1,2,3", 0, 1, 1},          // the line below comes last
-        {"1,2,3", 71, 2, 2},         // the line above
-        {"1,2,3", 70, 0, 0},         // its last value is not stored
-        {"1,2,3", 2, 3, 3},          // below it is
-        {"0,-10,0", 1, -10, 350},    {"0,-370", 1, -370, -10},
-        {"0, 1.5dB,x", 1, 1.5F, 1.5F}, {"7", 0, 7, 7}};
+        {"1,2,3", 0, 1, 1},  // the line below comes last
+        {"1,2,3", 71, 2, 2}, // the line above
+        {"1,2,3", 70, 0, 0}, // its last value is not stored
+        {"1,2,3", 2, 3, 3},  // below it is
+        {"0,-10,0", 1, -10, 350},
+        {"0,-370", 1, -370, -10},
+        {"0, 1.5dB,x", 1, 1.5F, 1.5F},
+        {"7", 0, 7, 7}};
     for (const auto& [values, step, magnitude, phase] : cases) {
         const SpeakerDataReading reading = read(bands(22, values));
         EXPECT_EQ(reading.directivity.DirMagnitude[4][step], magnitude) << values << ' ' << step;
@@ -80,7 +82,8 @@ TEST(SpeakerData, ReadsValuesAsTheyStand)
 TEST(SpeakerData, PassesOverWhatIsNotExpectedNext)
 {
     const std::string sound = band(0, "5,6,7");
-    const std::string noise = "comment\r\n\r\n\"45\xB0\",9,9\r\n\"frequency\",7\r\n\"Frequency\" ,7\r\n\"90\",9\r\n";
+    const std::string noise =
+        "comment\r\n\r\n\"45\xB0\",9,9\r\n\"frequency\",7\r\n\"Frequency\" ,7\r\n\"90\",9\r\n";
     std::string text = header() + noise;
     for (std::size_t at = 0; at < sound.size();) { // noise between all lines
         const std::size_t end = sound.find('\n', at) + 1;
@@ -92,7 +95,8 @@ TEST(SpeakerData, PassesOverWhatIsNotExpectedNext)
     EXPECT_EQ(noisy.directivity, read(header() + sound).directivity);
 
     // 190° holds the text 90° and is taken where it stands first
-    const SpeakerDataReading early = read(header() + "\"Frequency\",100\n\"190\xB0\",8,9\n" + sound);
+    const SpeakerDataReading early =
+        read(header() + "\"Frequency\",100\n\"190\xB0\",8,9\n" + sound);
     EXPECT_EQ(early.directivity.DirMagnitude[0][0], 5);
     EXPECT_EQ(early.directivity.DirMagnitude[0][71], 0);
 }
@@ -131,8 +135,9 @@ TEST(SpeakerData, StopsAndKeepsWhatItHas)
 
 TEST(SpeakerData, RefusesWhatIsTooLarge)
 {
-    const std::string texts[] = {header() + std::string((1U << 20) + 1, 'x'), std::string((64U << 20) + 1, '\n'),
-                                 bands(1, "1e39,2"), bands(1, "1,-1e400,2")};
+    const std::string texts[] = {header() + std::string((1U << 20) + 1, 'x'),
+                                 std::string((64U << 20) + 1, '\n'), bands(1, "1e39,2"),
+                                 bands(1, "1,-1e400,2")};
     for (const std::string& text : texts)
         EXPECT_FALSE(ReadSpeakerDataText(text, {}, "x.xhn"));
     EXPECT_EQ(ReadSpeakerDataText(bands(1, "1e39,2"), {}, "x.xhn").error().where, "x.xhn, line 12");
@@ -159,7 +164,8 @@ TEST(SpeakerData, SelectingASystemRestoresItsTablesAndLevels)
     SystemData data;
     data.standard.DirMagnitude[0][0] = 1;
     data.compact.DirMagnitude[0][0] = 2;
-    const std::tuple<std::int16_t, float, double> cases[] = {{0, 1, 108.0}, {1, 2, 96.3}, {-1, 2, 96.3}};
+    const std::tuple<std::int16_t, float, double> cases[] = {
+        {0, 1, 108.0}, {1, 2, 96.3}, {-1, 2, 96.3}};
     for (const auto& [system, magnitude, lowest] : cases) {
         const SpeakerData selected = SelectSpeakerData(data, system);
         EXPECT_EQ(selected.directivity.DirMagnitude[0][0], magnitude);

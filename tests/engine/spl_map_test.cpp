@@ -2,11 +2,11 @@
 #include "engine/spl_map.h"
 #include "model/project.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -20,9 +20,12 @@ Room roomOf(float width, float height, FloatPair reference = {0, 0})
 
 TEST(MapGrid, WholeCellsInTheMiddleOfTheRoom)
 {
-    const std::tuple<float, float, int, float> cases[] = {
-        // width, cell, columns, margin
-        {10, 0.3F, 33, 0.05F}, {9.9F, 0.3F, 33, 0}, {30, 0.1F, 300, 0}, {1, 3, 1, -1}, {0.5F, 0.5F, 1, 0}};
+    const std::tuple<float, float, int, float> cases[] = {// width, cell, columns, margin
+                                                          {10, 0.3F, 33, 0.05F},
+                                                          {9.9F, 0.3F, 33, 0},
+                                                          {30, 0.1F, 300, 0},
+                                                          {1, 3, 1, -1},
+                                                          {0.5F, 0.5F, 1, 0}};
     for (const auto& [width, cell, columns, margin] : cases) {
         const auto grid = PrepareMapGrid(roomOf(width, 8), cell, cell);
         ASSERT_TRUE(grid);
@@ -100,12 +103,14 @@ TEST_F(MapOfNewProject, AbortingLeavesTheBandsNotDone)
     EXPECT_TRUE(cache.BandDone[3]);
     EXPECT_FALSE(cache.BandDone[4]);
     ASSERT_TRUE(calculate({3, 5}));
-    EXPECT_FALSE(sum({{3, 5}, LevelField::Relative, false}, [](int done, int) { return done < 2; }));
+    EXPECT_FALSE(
+        sum({{3, 5}, LevelField::Relative, false}, [](int done, int) { return done < 2; }));
 }
 
 TEST(MapProgress, PercentOfRows)
 {
-    const std::tuple<int, int, int> cases[] = {{1, 80, 0}, {40, 80, 49}, {80, 80, 100}, {1, 1, 100}, {2, 3, 50}};
+    const std::tuple<int, int, int> cases[] = {
+        {1, 80, 0}, {40, 80, 49}, {80, 80, 100}, {1, 1, 100}, {2, 3, 50}};
     for (const auto& [done, total, percent] : cases)
         EXPECT_EQ(rowPercent(done, total), percent);
 }

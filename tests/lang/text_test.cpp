@@ -2,11 +2,11 @@
 #include "lang/number_text.h"
 #include "lang/windows1252.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <string>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -14,14 +14,33 @@ namespace {
 TEST(DecimalText, TakesTheLeadingNumber)
 {
     constexpr double kLargest = std::numeric_limits<double>::max();
-    const std::tuple<const char*, double> cases[] = {
-        {"", 0},           {"abc", 0},         {"1.5°", 1.5},      {"1,5", 1.5},
-        {"1,5,7", 1.5},    {"  12 ", 12},      {" \t-3.25dB", -3.25}, {"+7", 7},
-        {".5", 0.5},       {"-.5", -0.5},      {".", 0},           {"-", 0},
-        {"- 5", 0},        {"--5", 0},         {"1.2.3", 1.2},     {"5.", 5},
-        {"1e3", 1000},     {"1e", 1},          {"2E-1x", 0.2},     {"nan", 0},
-        {"inf", 0},        {"-inf", 0},        {"0x10", 0},        {"1e999", kLargest},
-        {"-1e999", -kLargest}, {"1e-999", 0},  {"3.44dB", 3.44}};
+    const std::tuple<const char*, double> cases[] = {{"", 0},
+                                                     {"abc", 0},
+                                                     {"1.5°", 1.5},
+                                                     {"1,5", 1.5},
+                                                     {"1,5,7", 1.5},
+                                                     {"  12 ", 12},
+                                                     {" \t-3.25dB", -3.25},
+                                                     {"+7", 7},
+                                                     {".5", 0.5},
+                                                     {"-.5", -0.5},
+                                                     {".", 0},
+                                                     {"-", 0},
+                                                     {"- 5", 0},
+                                                     {"--5", 0},
+                                                     {"1.2.3", 1.2},
+                                                     {"5.", 5},
+                                                     {"1e3", 1000},
+                                                     {"1e", 1},
+                                                     {"2E-1x", 0.2},
+                                                     {"nan", 0},
+                                                     {"inf", 0},
+                                                     {"-inf", 0},
+                                                     {"0x10", 0},
+                                                     {"1e999", kLargest},
+                                                     {"-1e999", -kLargest},
+                                                     {"1e-999", 0},
+                                                     {"3.44dB", 3.44}};
     for (const auto& [text, value] : cases)
         EXPECT_EQ(ParseDecimalText(text), value) << text;
     EXPECT_EQ(leadingNumber("100,50"), 100);
@@ -30,8 +49,12 @@ TEST(DecimalText, TakesTheLeadingNumber)
 TEST(NumberText, RoundsToPlacesWithoutMinusZero)
 {
     const std::tuple<double, int, const char*> cases[] = {
-        {1.2345, 3, "1.234"}, {-1.0006, 3, "-1.001"}, {-0.0004, 3, "0.000"}, {-0.0, 0, "0"},
-        {12.5, 0, "12"},      {1e15, 1, "1000000000000000.0"},
+        {1.2345, 3, "1.234"},
+        {-1.0006, 3, "-1.001"},
+        {-0.0004, 3, "0.000"},
+        {-0.0, 0, "0"},
+        {12.5, 0, "12"},
+        {1e15, 1, "1000000000000000.0"},
         {-std::numeric_limits<double>::infinity(), 3, "-inf"}};
     for (const auto& [value, decimals, text] : cases)
         EXPECT_EQ(fixedText(value, decimals), text);
@@ -48,10 +71,15 @@ TEST(Windows1252, EveryByteSurvivesTheWayThroughUtf8)
 
 TEST(Windows1252, WhatItLacksBecomesOneQuestionMark)
 {
-    const std::tuple<const char*, const char*> cases[] = {
-        {"Ω", "?"},       {"日本", "??"},        {"😀!", "?!"},          {"\xE4", "?"},
-        {"\xC3", "?"},    {"\xC0\x80", "??"},    {"\xED\xA0\x80", "???"}, {"a\xFFz", "a?z"},
-        {"\xF4\x90\x80\x80", "????"}};
+    const std::tuple<const char*, const char*> cases[] = {{"Ω", "?"},
+                                                          {"日本", "??"},
+                                                          {"😀!", "?!"},
+                                                          {"\xE4", "?"},
+                                                          {"\xC3", "?"},
+                                                          {"\xC0\x80", "??"},
+                                                          {"\xED\xA0\x80", "???"},
+                                                          {"a\xFFz", "a?z"},
+                                                          {"\xF4\x90\x80\x80", "????"}};
     for (const auto& [utf8, bytes] : cases)
         EXPECT_EQ(windows1252FromUtf8(utf8), bytes) << utf8;
 }

@@ -1,9 +1,9 @@
 #include "model/line_array.h"
 #include "model/project.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -68,8 +68,8 @@ TEST(LineArray, NewProjects)
 TEST(LineArray, BoundsOfEveryPairInEitherOrder)
 {
     const std::tuple<std::int16_t, std::int16_t, std::int16_t, AngleBounds> cases[] = {
-        {0, 0, 0, {0, 0}}, {0, 0, 1, {0, 3}}, {0, 1, 1, {3, 6}},  {0, 2, 2, {0, 0}},
-        {0, 2, 0, {0, 1}}, {0, 2, 1, {3, 4}}, {0, 7, 1, {0, 0}},  {1, 0, 0, {0, 6}},
+        {0, 0, 0, {0, 0}}, {0, 0, 1, {0, 3}}, {0, 1, 1, {3, 6}}, {0, 2, 2, {0, 0}},
+        {0, 2, 0, {0, 1}}, {0, 2, 1, {3, 4}}, {0, 7, 1, {0, 0}}, {1, 0, 0, {0, 6}},
         {1, 1, 1, {0, 0}}, {1, 1, 0, {0, 0}}, {1, 0, 2, {0, 0}}};
     for (const auto& [system, a, b, bounds] : cases) {
         LineArray array;
@@ -99,10 +99,10 @@ TEST(LineArray, FaultsThatForbidCalculating)
         return array.fault().has_value();
     };
     const std::tuple<const char*, std::size_t, std::int16_t, bool, bool, bool> cases[] = {
-        {"last pin", 0, 10, true, true, false},    {"no such pin", 0, 11, true, true, true},
-        {"pin -1", 0, -1, true, true, true},       {"an angle", 0, 11, true, false, false},
-        {"stacked", 0, 99, false, true, false},    {"largest splay", 11, 6, true, true, false},
-        {"splay 7", 11, 7, true, true, true},      {"splay -1", 1, -1, true, true, true},
+        {"last pin", 0, 10, true, true, false},        {"no such pin", 0, 11, true, true, true},
+        {"pin -1", 0, -1, true, true, true},           {"an angle", 0, 11, true, false, false},
+        {"stacked", 0, 99, false, true, false},        {"largest splay", 11, 6, true, true, false},
+        {"splay 7", 11, 7, true, true, true},          {"splay -1", 1, -1, true, true, true},
         {"beyond the array", 12, 7, true, true, false}};
     for (const auto& [what, position, angle, flown, pin, fault] : cases)
         EXPECT_EQ(with(position, angle, flown, pin), fault) << what;

@@ -1,10 +1,10 @@
 #include "model/project_file.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <limits>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -12,8 +12,9 @@ namespace {
 using Bytes = std::vector<std::byte>;
 
 constexpr std::size_t kNumAreas = 30, kRoomDims = 32, kArea3 = 88, kProjectName = 128;
-constexpr std::size_t kCounts = 428, kBassCount = 434, kAllType = 436, kAllAngle = 500, kArrayType = 564, kBassBox = 582,
-                      kMounting = 584, kAngleOrPin = 586, kSubArray = 588;
+constexpr std::size_t kCounts = 428, kBassCount = 434, kAllType = 436, kAllAngle = 500,
+                      kArrayType = 564, kBassBox = 582, kMounting = 584, kAngleOrPin = 586,
+                      kSubArray = 588;
 
 Bytes sample(std::int16_t system = kStandardSystem)
 {
@@ -66,8 +67,8 @@ TEST(ProjectFile, IsReadAsItWasWritten)
 TEST(ProjectFile, FreeBytesOfTextsSurvive)
 {
     Bytes bytes = sample();
-    const std::byte free[] = {std::byte{0x81}, std::byte{0x8D}, std::byte{0x8F}, std::byte{0x90},
-                              std::byte{0x9D}, std::byte{0x00}};
+    const std::byte free[] = {std::byte{0x81}, std::byte{0x8D}, std::byte{0x8F},
+                              std::byte{0x90}, std::byte{0x9D}, std::byte{0x00}};
     std::copy(std::begin(free), std::end(free), bytes.begin() + kProjectName);
     const auto loaded = readProject(bytes, "p.lad");
     ASSERT_TRUE(loaded);
@@ -101,7 +102,7 @@ TEST(ProjectFile, OlderVersionsAreConverted)
 TEST(ProjectFile, ACompactArrayWithoutABoxGetsOne)
 {
     Bytes bytes = sample(kCompactSystem);
-    put16(bytes, kCounts + 2, 2); // trapezoidal
+    put16(bytes, kCounts + 2, 2);  // trapezoidal
     put16(bytes, kCounts + 6, 32); // bass: the scan ends with the list
     for (std::size_t i = 0; i < 32; ++i)
         put16(bytes, kAllType + 2 * i, 1);
@@ -127,14 +128,27 @@ TEST(ProjectFile, EveryShorterFileIsRefused)
 
 TEST(ProjectFile, CorruptFieldsAreRefusedWithTheirPlace)
 {
-    const std::tuple<const char*, std::size_t, int> fields[] = {
-        {"magic", 0, 0x4546},       {"first number", 6, 2},     {"second number", 8, 21},
-        {"filler", 10, 0x7879},     {"version", 12, 3},         {"version", 12, -1},
-        {"last number", 26, 30},    {"areas", kNumAreas, 0},    {"areas", kNumAreas, 4},
-        {"straight", kCounts, 33},  {"straight", kCounts, -1},  {"trapezoidal", kCounts + 2, 33},
-        {"mid/high", kCounts + 4, 0}, {"bass", kCounts + 6, 33}, {"boolean", kBassBox, 0},
-        {"boolean", kMounting, 2},  {"boolean", kAngleOrPin, 255}, {"splay", kAllAngle + 2, 7},
-        {"splay", kAllAngle + 22, -1}, {"pin", kAllAngle, 11},  {"pin", kAllAngle, -1}};
+    const std::tuple<const char*, std::size_t, int> fields[] = {{"magic", 0, 0x4546},
+                                                                {"first number", 6, 2},
+                                                                {"second number", 8, 21},
+                                                                {"filler", 10, 0x7879},
+                                                                {"version", 12, 3},
+                                                                {"version", 12, -1},
+                                                                {"last number", 26, 30},
+                                                                {"areas", kNumAreas, 0},
+                                                                {"areas", kNumAreas, 4},
+                                                                {"straight", kCounts, 33},
+                                                                {"straight", kCounts, -1},
+                                                                {"trapezoidal", kCounts + 2, 33},
+                                                                {"mid/high", kCounts + 4, 0},
+                                                                {"bass", kCounts + 6, 33},
+                                                                {"boolean", kBassBox, 0},
+                                                                {"boolean", kMounting, 2},
+                                                                {"boolean", kAngleOrPin, 255},
+                                                                {"splay", kAllAngle + 2, 7},
+                                                                {"splay", kAllAngle + 22, -1},
+                                                                {"pin", kAllAngle, 11},
+                                                                {"pin", kAllAngle, -1}};
     for (const auto& [what, at, value] : fields) {
         SCOPED_TRACE(what);
         Bytes bytes = sample();
@@ -143,11 +157,12 @@ TEST(ProjectFile, CorruptFieldsAreRefusedWithTheirPlace)
         ASSERT_FALSE(loaded);
         EXPECT_EQ(loaded.error().where.rfind("p.lad", 0), 0U);
     }
-    const float bad[] = {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(),
+    const float bad[] = {std::numeric_limits<float>::quiet_NaN(),
+                         std::numeric_limits<float>::infinity(),
                          -std::numeric_limits<float>::infinity()};
-    for (const std::size_t at : {kRoomDims, kRoomDims + 4, std::size_t{40}, kArea3 + 20, std::size_t{112},
-                                 std::size_t{124}, std::size_t{566}, std::size_t{578}, kSubArray,
-                                 kProjectFileBytes - 4})
+    for (const std::size_t at :
+         {kRoomDims, kRoomDims + 4, std::size_t{40}, kArea3 + 20, std::size_t{112},
+          std::size_t{124}, std::size_t{566}, std::size_t{578}, kSubArray, kProjectFileBytes - 4})
         for (const float value : bad) {
             Bytes bytes = sample();
             putFloat(bytes, at, value);
@@ -163,8 +178,10 @@ TEST(ProjectFile, CorruptFieldsAreRefusedWithTheirPlace)
 TEST(ProjectFile, WhatIsOddButHarmlessLoads)
 {
     const std::tuple<const char*, std::size_t, int> fields[] = {
-        {"most boxes", kCounts + 4, 32},   {"33 boxes", kCounts + 6, 21},
-        {"unknown code", kAllType, 99},    {"splay beyond the array", kAllAngle + 24, 99},
+        {"most boxes", kCounts + 4, 32},
+        {"33 boxes", kCounts + 6, 21},
+        {"unknown code", kAllType, 99},
+        {"splay beyond the array", kAllAngle + 24, 99},
         {"unknown system", kArrayType, 5}};
     for (const auto& [what, at, value] : fields) {
         Bytes bytes = sample();

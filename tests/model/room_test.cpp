@@ -1,9 +1,9 @@
-#include "model/room.h"
 #include "model/project.h"
-
-#include <gtest/gtest.h>
+#include "model/room.h"
 
 #include <limits>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -16,14 +16,16 @@ TEST(Room, SettersRefuseAndThenChangeNothing)
     const Room before = room;
     EXPECT_FALSE(room.GBSetNumAreas(0));
     EXPECT_FALSE(room.GBSetNumAreas(4));
-    for (const std::vector<float>& dims : {std::vector<float>{0, 8}, {30, -1}, {30}, {30, 8, 1},
-                                           {kNan, 8}, {30, kInfinity}})
+    for (const std::vector<float>& dims :
+         {std::vector<float>{0, 8}, {30, -1}, {30}, {30, 8, 1}, {kNan, 8}, {30, kInfinity}})
         EXPECT_FALSE(room.GBSetRoomDims(dims));
-    for (const std::vector<float>& point : {std::vector<float>{-0.1F, 0}, {0, -0.1F}, {0}, {0, kNan}}) {
+    for (const std::vector<float>& point :
+         {std::vector<float>{-0.1F, 0}, {0, -0.1F}, {0}, {0, kNan}}) {
         EXPECT_FALSE(room.GBSetPointOfRef(point));
         EXPECT_FALSE(room.GBSetFOH(point));
     }
-    for (const std::vector<float>& area : {std::vector<float>(5), {0, 0, 1, 1, 0, -1}, {0, 0, 1, 1, kNan, 1}})
+    for (const std::vector<float>& area :
+         {std::vector<float>(5), {0, 0, 1, 1, 0, -1}, {0, 0, 1, 1, kNan, 1}})
         EXPECT_FALSE(room.GBSetAudienceArea2(area));
     EXPECT_FALSE(room.GBSetProjectName(std::string(51, 'x')));
     EXPECT_FALSE(room.GBSetComment(std::string(201, 'x')));

@@ -1,9 +1,9 @@
 #include "model/vector_math.h"
 
-#include <gtest/gtest.h>
-
 #include <numbers>
 #include <tuple>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -11,10 +11,11 @@ namespace {
 TEST(VectorMath, DirectionsOfAllQuadrantsAndAxes)
 {
     const std::tuple<double, double, double, double> cases[] = {
-        {0, 0, 0, 0},      {0, 2, 90, 90},      {0, -2, -90, 270},  {1, 0, 0, 0},    {-1, 0, 180, 180},
-        {1, 1, 45, 45},    {1, -1, -45, 315},   {-1, 1, 135, 135},  {-1, -1, -135, 225}};
+        {0, 0, 0, 0},   {0, 2, 90, 90},    {0, -2, -90, 270}, {1, 0, 0, 0},       {-1, 0, 180, 180},
+        {1, 1, 45, 45}, {1, -1, -45, 315}, {-1, 1, 135, 135}, {-1, -1, -135, 225}};
     for (const auto& [x, y, half, full] : cases) {
-        EXPECT_NEAR(VectorAngle180(x, y), half, 1e-5) << x << ' ' << y; // the factor is a 32-bit float
+        EXPECT_NEAR(VectorAngle180(x, y), half, 1e-5)
+            << x << ' ' << y; // the factor is a 32-bit float
         EXPECT_NEAR(VectorAngle360(x, y), full, 1e-5) << x << ' ' << y;
     }
 }

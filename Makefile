@@ -1,0 +1,74 @@
+# ORVA: set-up, build and tests. `make demo` and `make test` install what is missing by themselves.
+PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev
+CHECK_PACKAGES = clang-format clang-tidy python3
+SUDO = $(if $(filter 0,$(shell id -u)),,sudo)
+CLI = build/release/orva-cli
+REFERENCE = ../shared/reference
+SOURCES = $(shell git ls-files '*.cpp' '*.h')
+
+.PHONY: all demo test test-sanitize check-reference format check-format check-static speaker-data clean
+
+all: build/release/build.ninja
+	cmake --build --preset release
+
+# $(call install,PACKAGES): installs those that are missing.
+define install
+	@missing=""; for package in $(1); do \
+	    dpkg-query -W -f='$${Status}' $$package 2>/dev/null | grep -q 'ok installed' || missing="$$missing $$package"; \
+	done; \
+	if [ -n "$$missing" ]; then \
+	    echo "Installing$$missing"; \
+	    $(SUDO) apt-get update -qq && \
+	    $(SUDO) env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $$missing; \
+	fi
+endef
+
+.PHONY: packages check-packages
+packages:
+	$(call install,$(PACKAGES))
+
+check-packages: packages
+	$(call install,$(CHECK_PACKAGES))
+
+build/%/build.ninja: packages CMakeLists.txt CMakePresets.json
+	cmake --preset $* $(CMAKE_ARGS)
+
+demo: all
+	mkdir -p demo
+	$(CLI) show examples/theatre.lad > demo/theatre-project.json
+	$(CLI) geometry examples/theatre.lad > demo/theatre-geometry.json
+	$(CLI) levels examples/theatre.lad --averaging broadband --map-type continuous --a-weighted > demo/theatre-levels.json
+	$(CLI) levels examples/club.lad --averaging broadband --map-type continuous --a-weighted > demo/club-levels.json
+	$(CLI) map examples/theatre.lad --map-type continuous --a-weighted --csv demo/theatre-map.csv > demo/theatre-map.json
+	$(CLI) levels examples/theatre.lad --points 5 --averaging broadband --map-type continuous --a-weighted
+	cat demo/theatre-map.json
+	@echo "Everything that was calculated is in demo/."
+
+test: all
+	ctest --preset release -j $$(nproc)
+
+test-sanitize: build/sanitize/build.ninja
+	cmake --build --preset sanitize
+	ctest --preset sanitize -j $$(nproc)
+
+# The reference cases of the commands that are there, where the folder is.
+COMMANDS = new,show,geometry,levels,map
+check-reference: all
+	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS); \
+	else echo "$(REFERENCE) is not here: nothing to check"; fi
+
+format: check-packages
+	clang-format -i $(SOURCES)
+
+check-format: check-packages
+	clang-format --dry-run -Werror $(SOURCES)
+
+check-static: check-packages build/debug/build.ninja
+	git ls-files '*.cpp' | xargs -P $$(nproc) -n 4 clang-tidy --quiet -p build/debug
+
+# Makes the shipped loudspeaker data again.
+speaker-data: all
+	build/release/data/make_speaker_data data
+
+clean:
+	rm -rf build demo
