@@ -1,12 +1,14 @@
 # ORVA: set-up, build and tests. `make demo` and `make test` install what is missing by themselves.
-PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev
+PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt6-base-dev
 CHECK_PACKAGES = clang-format clang-tidy python3
+FUZZ_PACKAGES = clang-14 libclang-rt-14-dev
+FUZZ_SECONDS = 60
 SUDO = $(if $(filter 0,$(shell id -u)),,sudo)
 CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo test test-sanitize check-reference format check-format check-static speaker-data clean
+.PHONY: all demo test test-sanitize check-reference fuzz format check-format check-static speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -37,11 +39,13 @@ demo: all
 	mkdir -p demo
 	$(CLI) show examples/theatre.lad > demo/theatre-project.json
 	$(CLI) geometry examples/theatre.lad > demo/theatre-geometry.json
+	$(CLI) rigging examples/theatre.lad > demo/theatre-rigging.txt
+	$(CLI) rigging examples/theatre.lad --language de > demo/theatre-rigging-de.txt
 	$(CLI) levels examples/theatre.lad --averaging broadband --map-type continuous --a-weighted > demo/theatre-levels.json
 	$(CLI) levels examples/club.lad --averaging broadband --map-type continuous --a-weighted > demo/club-levels.json
 	$(CLI) map examples/theatre.lad --map-type continuous --a-weighted --csv demo/theatre-map.csv > demo/theatre-map.json
 	$(CLI) levels examples/theatre.lad --points 5 --averaging broadband --map-type continuous --a-weighted
-	cat demo/theatre-map.json
+	cat demo/theatre-map.json demo/theatre-rigging.txt
 	@echo "Everything that was calculated is in demo/."
 
 test: all
@@ -51,8 +55,20 @@ test-sanitize: build/sanitize/build.ninja
 	cmake --build --preset sanitize
 	ctest --preset sanitize -j $$(nproc)
 
+# Fuzzes the readers, FUZZ_SECONDS each. What is found stays in build/fuzz/.
+fuzz: packages
+	$(call install,$(FUZZ_PACKAGES))
+	cmake --preset fuzz
+	cmake --build --preset fuzz
+	for reader in project speaker_data; do \
+	    mkdir -p build/fuzz/corpus/$$reader && \
+	    build/fuzz/tests/fuzz/fuzz_$$reader -max_total_time=$(FUZZ_SECONDS) -max_len=65536 \
+	        -print_final_stats=1 -artifact_prefix=build/fuzz/ \
+	        build/fuzz/corpus/$$reader tests/fuzz/corpus/$$reader || exit 1; \
+	done
+
 # The reference cases of the commands that are there, where the folder is.
-COMMANDS = new,show,geometry,levels,map
+COMMANDS = new,show,geometry,rigging,levels,map
 check-reference: all
 	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS); \
 	else echo "$(REFERENCE) is not here: nothing to check"; fi

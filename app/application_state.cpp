@@ -71,6 +71,11 @@ void UpdateSpeedOfSound(ApplicationState& state, float temperatureC)
     state.air = airAt(temperatureC);
 }
 
+void MlSetLanguage(ApplicationState& state, std::int32_t languageId)
+{
+    state.gLanguageId = languageOf(languageId);
+}
+
 void SetNewProject(ApplicationState& state, std::int16_t system)
 {
     makeCurrent(state, newProject(system));

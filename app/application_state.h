@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/settings.h"
 #include "engine/acoustics.h"
 #include "engine/level_kernel.h"
 #include "engine/speaker_data.h"
+#include "lang/language.h"
 #include "model/project.h"
 #include "model/result.h"
 
@@ -12,8 +14,6 @@
 
 namespace orva {
 
-constexpr float kDefaultTemperatureC = 21;
-
 /// What is current in a running program; one object, handed down by reference.
 struct ApplicationState {
     Room gRoom;
@@ -21,7 +21,9 @@ struct ApplicationState {
     SubArray subArray;
     SystemData systemData;
     SpeakerData speakerData;
-    Air air = airAt(kDefaultTemperatureC);
+    Settings settings;
+    Air air = airAt(Settings{}.Temperature);
+    Language gLanguageId = Language::English;
 
     /// A kernel for the current directivity and air.
     std::unique_ptr<LevelKernel> levelKernel() const;
@@ -42,6 +44,9 @@ void SelectSystem(ApplicationState& state, std::int16_t system);
 
 /// The air at a temperature in °C.
 void UpdateSpeedOfSound(ApplicationState& state, float temperatureC);
+
+/// Makes a language current; English for an identifier that is not supported.
+void MlSetLanguage(ApplicationState& state, std::int32_t languageId);
 
 /// Makes a new project of the system current.
 void SetNewProject(ApplicationState& state, std::int16_t system);

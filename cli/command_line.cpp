@@ -30,6 +30,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     addNewCommand(program, work);
     addShowCommand(program, work);
     addGeometryCommand(program, work);
+    addRiggingCommand(program, work);
     addLevelsCommand(program, work);
     addMapCommand(program, work);
 

@@ -67,7 +67,7 @@ Result<Done> calculateMap(const Options& options, const Console& console)
         });
 
     if (!options.csvFile.empty())
-        if (const auto written = writeFile(options.csvFile, csvOf(*map, *grid)); !written)
+        if (auto written = writeFile(options.csvFile, csvOf(*map, *grid)); !written)
             return written;
     const Json seconds = {{"raw", rawSeconds}, {"sum", sumSeconds}, {"draw", 0.0F}};
     printJson(console.out, {{"columns", grid->columns},

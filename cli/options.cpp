@@ -1,5 +1,7 @@
 #include "cli/options.h"
 
+#include "lang/number_text.h"
+
 #include <algorithm>
 #include <limits>
 #include <thread>
@@ -21,13 +23,6 @@ CLI::Validator numberCheck(const std::string& range, const std::function<bool(do
             ""};
 }
 
-std::string plain(double value)
-{
-    std::string text = std::to_string(value);
-    text.erase(text.find_last_not_of('0') + 1);
-    return text.back() == '.' ? text.substr(0, text.size() - 1) : text;
-}
-
 CLI::Validator nominalFrequency()
 {
     return {[](const std::string& text) {
@@ -46,7 +41,7 @@ CLI::Validator nominalFrequency()
 
 CLI::Validator numberBetween(double low, double high)
 {
-    return numberCheck("a number from " + plain(low) + " to " + plain(high),
+    return numberCheck("a number from " + plainText(low, 2) + " to " + plainText(high, 2),
                        [=](double value) { return value >= low && value <= high; });
 }
 
@@ -106,6 +101,11 @@ void addPredictionOptions(CLI::App& command, PredictionOptions& options)
         ->type_name("HZ")
         ->capture_default_str();
     command.add_flag("--a-weighted", options.aWeighted, "apply A-weighting");
+}
+
+TextOptions CommonOptions::text() const
+{
+    return {language == "de" ? Language::German : Language::English, units == "m"};
 }
 
 LevelChoice PredictionOptions::choice() const

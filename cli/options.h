@@ -1,7 +1,9 @@
 #pragma once
 
+#include "app/settings.h"
 #include "cli/command_line.h"
 #include "engine/line_spl.h"
+#include "lang/text_options.h"
 #include "model/result.h"
 
 #include <functional>
@@ -13,9 +15,11 @@ namespace orva {
 
 /// What every command takes.
 struct CommonOptions {
+    TextOptions text() const;
+
     std::string dataFolder;
     std::string speakerDataFile;
-    float temperatureC = 21;
+    float temperatureC = Settings{}.Temperature;
     std::string units = "m";
     std::string language = "en";
     int threads = 1;
@@ -49,6 +53,7 @@ void addNewCommand(CLI::App& program, Work& work);
 void addShowCommand(CLI::App& program, Work& work);
 void addGeometryCommand(CLI::App& program, Work& work);
 void addLevelsCommand(CLI::App& program, Work& work);
+void addRiggingCommand(CLI::App& program, Work& work);
 void addMapCommand(CLI::App& program, Work& work);
 
 } // namespace orva

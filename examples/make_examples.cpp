@@ -79,10 +79,10 @@ bool writeTheatre(const std::filesystem::path& file)
 {
     ApplicationState state;
     SetNewProject(state, kStandardSystem);
-    state.gLineArray.GBSetCradleCoord({1.5F, 10.5F});
+    state.gLineArray.GBSetCradleCoord({1.5F, 11.3F});
     state.gLineArray.GBSetBassBoxCoord({1.5F, 0});
     setBoxes(state.gLineArray, {0, 0, 0, 0, 0, 1, 0, 1, 1, 1, 1, 1},
-             {0, 0, 0, 0, 1, 2, 2, 4, 5, 6, 6}, 3);
+             {0, 0, 0, 0, 1, 2, 2, 4, 5, 6, 6}, 4);
     return setVenue(state.gRoom,
                     {.dims = {34, 13},
                      .foh = {22, 3.1F},

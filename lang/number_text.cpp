@@ -17,4 +17,14 @@ std::string fixedText(double value, int decimals)
     return text;
 }
 
+std::string plainText(double value, int decimals)
+{
+    std::string text = fixedText(value, decimals);
+    if (text.find('.') != std::string::npos)
+        text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.')
+        text.pop_back();
+    return text;
+}
+
 } // namespace orva

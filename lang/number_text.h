@@ -8,4 +8,8 @@ namespace orva {
 /// "inf", "-inf", "nan" for what is no number. What rounds to zero has no minus sign.
 std::string fixedText(double value, int decimals);
 
+/// `value` rounded to at most `decimals` places, without trailing zeros; otherwise like
+/// fixedText().
+std::string plainText(double value, int decimals);
+
 } // namespace orva

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lang/text_options.h"
 #include "model/byte_stream.h"
 #include "model/result.h"
 #include "model/system_record.h"
@@ -157,6 +158,10 @@ public:
     float GFGetSpeakerByType(std::int16_t code) const;
     /// 5 kg and half a kilogram for every full pair of boxes.
     float GFGetCableWeight() const;
+
+    /// The rigging sheet: pick point, weights against the limit, height, list of boxes with the
+    /// angles between them. Lines end with CR LF.
+    std::string GSGetPrintout(const TextOptions& options) const;
 
     // Project file
 

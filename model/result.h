@@ -29,10 +29,18 @@ public:
     explicit operator bool() const { return std::holds_alternative<T>(m_content); }
 
     /// Only when true.
-    const T& operator*() const& { return value(); }
-    T& operator*() & { return const_cast<T&>(std::as_const(*this).value()); }
+    const T& operator*() const&
+    {
+        assert(*this);
+        return *std::get_if<T>(&m_content);
+    }
+    T& operator*() &
+    {
+        assert(*this);
+        return *std::get_if<T>(&m_content);
+    }
     T&& operator*() && { return std::move(**this); }
-    const T* operator->() const { return &value(); }
+    const T* operator->() const { return &**this; }
     T* operator->() { return &**this; }
 
     /// Only when false.
@@ -43,12 +51,6 @@ public:
     }
 
 private:
-    const T& value() const
-    {
-        assert(*this);
-        return *std::get_if<T>(&m_content);
-    }
-
     std::variant<T, Error> m_content;
 };
 

@@ -54,6 +54,14 @@ SystemRecord makeStandard()
         .straightStraight = {0, 0},
         .straightTrapezoidal = {0, 3},
         .trapezoidalTrapezoidal = {3, 6},
+        .frameWeightKg = 33,
+        .maxWeightKg = 850,
+        .straightText = {"VM 412 S", 1001, 183},
+        .trapezoidalText = {"VM 412 T", 1002, 184},
+        .bassText = {"VM 415 F", 1003, 262},
+        .cradleAngleLabel = 264,
+        .cableWeightLabel = 185,
+        .frameWeightLine = 186,
     };
 }
 
@@ -88,6 +96,14 @@ SystemRecord makeCompact()
         .straightStraight = {0, 6},
         .straightTrapezoidal = {0, 3},
         .trapezoidalTrapezoidal = {3, 6},
+        .frameWeightKg = 12,
+        .maxWeightKg = 350,
+        .straightText = {"VM 306 C", 0, 261},
+        .trapezoidalText = {"VM 306 C", 0, 0},
+        .bassText = {"VM 415 C", 1003, 257},
+        .cradleAngleLabel = 182,
+        .cableWeightLabel = 263,
+        .frameWeightLine = 270,
     };
 }
 
@@ -107,6 +123,13 @@ std::optional<BoxKind> SystemRecord::kindOf(std::int16_t typeCode) const
     if (typeCode == TypeCodeBass)
         return BoxKind::Bass;
     return std::nullopt;
+}
+
+const RiggingText& SystemRecord::riggingText(BoxKind kind) const
+{
+    return kind == BoxKind::Straight      ? straightText
+           : kind == BoxKind::Trapezoidal ? trapezoidalText
+                                          : bassText;
 }
 
 const SystemRecord& systemRecord(std::int16_t arrayType)

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace orva {
@@ -48,6 +49,13 @@ struct CradleGeometry {
 /// Lowest and highest splay-angle index that a joint allows, inclusive.
 using AngleBounds = std::array<std::int16_t, 2>;
 
+/// How the rigging sheet names a kind of box; text ids of the string table, 0 for none.
+struct RiggingText {
+    std::string_view model; ///< product name, the same in every language
+    int kind;               ///< follows the product name
+    int weightLabel;
+};
+
 /// Everything in which the two systems differ; immutable.
 struct SystemRecord {
     BoxGeometry boxes;
@@ -61,9 +69,18 @@ struct SystemRecord {
     AngleBounds straightStraight;
     AngleBounds straightTrapezoidal;
     AngleBounds trapezoidalTrapezoidal;
+    float frameWeightKg; ///< rigging frame, when flown
+    float maxWeightKg;   ///< of the whole flown or stacked array, allowed
+    RiggingText straightText;
+    RiggingText trapezoidalText;
+    RiggingText bassText;
+    int cradleAngleLabel;
+    int cableWeightLabel;
+    int frameWeightLine;
 
     /// None for a code that is no box of this system.
     std::optional<BoxKind> kindOf(std::int16_t typeCode) const;
+    const RiggingText& riggingText(BoxKind kind) const;
 };
 
 constexpr std::int16_t kStandardSystem = 0;

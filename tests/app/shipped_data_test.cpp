@@ -109,7 +109,8 @@ TEST(Examples, LoadAndAllowTheirSplayAngles)
         const auto bounds = array.IAGetAngleBounds();
         for (std::size_t joint = 0; joint < bounds.size(); ++joint) {
             const std::int16_t splay = array.GIAGetAllAngle()[joint + 1];
-            EXPECT_TRUE(splay >= bounds[joint][0] && splay <= bounds[joint][1]) << name << ' ' << joint;
+            EXPECT_TRUE(splay >= bounds[joint][0] && splay <= bounds[joint][1])
+                << name << ' ' << joint;
         }
     }
 }

@@ -1,0 +1,47 @@
+#include "app/settings.h"
+
+#include <QSettings>
+#include <QStringList>
+
+namespace orva {
+
+namespace {
+
+/// QSettings locks its file, merges what another program wrote meanwhile, and replaces it whole.
+class PlatformSettingsStore : public SettingsStore {
+public:
+    std::optional<std::string> value(std::string_view section, std::string_view key) const override
+    {
+        const QVariant value = m_settings.value(path(section, key));
+        if (!value.isValid())
+            return std::nullopt;
+        // A comma that someone typed into the file parts a list there.
+        return value.toStringList().join(',').toStdString();
+    }
+
+    void setValue(std::string_view section, std::string_view key, std::string_view text) override
+    {
+        m_settings.setValue(path(section, key), fromUtf8(text));
+    }
+
+private:
+    static QString fromUtf8(std::string_view text)
+    {
+        return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    }
+    static QString path(std::string_view section, std::string_view key)
+    {
+        return fromUtf8(section) + '/' + fromUtf8(key);
+    }
+
+    QSettings m_settings{"ORVA", "ORVA"};
+};
+
+} // namespace
+
+std::unique_ptr<SettingsStore> platformSettingsStore()
+{
+    return std::make_unique<PlatformSettingsStore>();
+}
+
+} // namespace orva

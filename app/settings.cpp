@@ -1,0 +1,96 @@
+#include "app/settings.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
+namespace orva {
+
+namespace {
+
+constexpr std::string_view kSection = "Options";
+
+/// Reads and writes one field; the order of the table is the order in the store.
+struct ReadField {
+    const SettingsStore& store;
+
+    void operator()(std::string_view key, bool& field) const
+    {
+        const std::optional<std::string> text = store.value(kSection, key);
+        if (text == "True" || text == "False")
+            field = text == "True";
+    }
+    void operator()(std::string_view key, std::int16_t& field) const
+    {
+        const std::optional<std::string> text = store.value(kSection, key);
+        if (text == "0" || text == "1")
+            field = text == "1" ? 1 : 0;
+    }
+    void operator()(std::string_view key, float& field, float low, float high) const
+    {
+        std::string text = store.value(kSection, key).value_or("");
+        std::replace(text.begin(), text.end(), ',', '.');
+        float number = 0;
+        const char* end = text.data() + text.size();
+        const auto [parsed, error] = std::from_chars(text.data(), end, number);
+        if (error == std::errc() && parsed == end && number >= low && number <= high)
+            field = number;
+    }
+};
+
+struct WriteField {
+    SettingsStore& store;
+
+    void operator()(std::string_view key, bool field) const
+    {
+        store.setValue(kSection, key, field ? "True" : "False");
+    }
+    void operator()(std::string_view key, std::int16_t field) const
+    {
+        store.setValue(kSection, key, std::to_string(field));
+    }
+    void operator()(std::string_view key, float field, float, float) const
+    {
+        std::array<char, 64> digits{};
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), field,
+                                       std::chars_format::fixed)
+                             .ptr;
+        store.setValue(kSection, key, {digits.data(), end});
+    }
+};
+
+template<typename Record, typename Field>
+void forEachField(Record& settings, const Field& field)
+{
+    constexpr float kAboveZero = std::numeric_limits<float>::min();
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    field("AutoCorrect", settings.AutoCorrect);
+    field("Units_Meters", settings.Units_Meters);
+    field("ShowDelay", settings.ShowDelay);
+    field("SPLResolution", settings.SPLResolution, kAboveZero, kLargest);
+    field("PixelRes", settings.PixelRes);
+    field("Temperature", settings.Temperature, -20.0F, 50.0F);
+    field("Celsius_Fahren", settings.Celsius_Fahren);
+    field("GridUnit_Room", settings.GridUnit_Room, kAboveZero, kLargest);
+    field("GridUnit_Rigging", settings.GridUnit_Rigging, kAboveZero, kLargest);
+    field("GridUnit_Area", settings.GridUnit_Area, kAboveZero, kLargest);
+    field("ShowNewQuery", settings.ShowNewQuery);
+    field("NewCompact", settings.NewCompact);
+}
+
+} // namespace
+
+Settings LoadSettings(const SettingsStore& store)
+{
+    Settings settings;
+    forEachField(settings, ReadField{store});
+    return settings;
+}
+
+void SaveSettings(const Settings& settings, SettingsStore& store)
+{
+    forEachField(settings, WriteField{store});
+}
+
+} // namespace orva

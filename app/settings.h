@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orva {
+
+/// The user's preferences, named by their keys in the store. Lengths are in the unit in force when
+/// they were applied.
+struct Settings {
+    bool AutoCorrect = true;
+    bool Units_Meters = true;
+    std::int16_t ShowDelay = 1; ///< 0 or 1
+    float SPLResolution = 0.1F; ///< cell of the map, above 0
+    std::int16_t PixelRes = 0;  ///< 1: cells are pixels
+    float Temperature = 21;     ///< °C, -20..50
+    bool Celsius_Fahren = true; ///< shown in °C
+    float GridUnit_Room = 5;    ///< above 0, as the next two
+    float GridUnit_Rigging = 0.5F;
+    float GridUnit_Area = 1;
+    bool ShowNewQuery = true;
+    bool NewCompact = false;
+
+    friend bool operator==(const Settings&, const Settings&) = default;
+};
+
+/// Where text values are kept by section and key.
+class SettingsStore {
+public:
+    SettingsStore() = default;
+    SettingsStore(const SettingsStore&) = delete;
+    SettingsStore& operator=(const SettingsStore&) = delete;
+    virtual ~SettingsStore() = default;
+
+    /// None where the key is missing.
+    virtual std::optional<std::string> value(std::string_view section,
+                                             std::string_view key) const = 0;
+    virtual void setValue(std::string_view section, std::string_view key,
+                          std::string_view text) = 0;
+};
+
+/// The platform's store of this user for organisation and application "ORVA". Programs that use it
+/// at the same time keep each other's keys.
+std::unique_ptr<SettingsStore> platformSettingsStore();
+
+/// A missing or unreadable value, or one outside its range, is the default. Numbers are read with
+/// "." or ",".
+Settings LoadSettings(const SettingsStore& store);
+
+/// Writes every key. Numbers are written with ".".
+void SaveSettings(const Settings& settings, SettingsStore& store);
+
+} // namespace orva

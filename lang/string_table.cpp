@@ -1,0 +1,66 @@
+#include "lang/string_table.h"
+
+#include <algorithm>
+#include <cassert>
+#include <charconv>
+#include <functional>
+
+namespace orva {
+
+/// texts.tsv, taken in by the build.
+extern const char* const kEmbeddedTexts;
+
+namespace {
+
+std::string_view takeUpTo(std::string_view& text, char separator)
+{
+    const std::size_t end = std::min(text.find(separator), text.size());
+    const std::string_view part = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return part;
+}
+
+std::string_view withoutQuotes(std::string_view quoted)
+{
+    assert(quoted.size() >= 2 && quoted.front() == '"' && quoted.back() == '"');
+    return quoted.substr(1, quoted.size() - 2);
+}
+
+std::vector<TextRow> readTable()
+{
+    std::vector<TextRow> rows;
+    for (std::string_view rest = kEmbeddedTexts; !rest.empty();) {
+        std::string_view line = takeUpTo(rest, '\n');
+        if (line.empty() || line.front() == '#')
+            continue;
+        const std::string_view number = takeUpTo(line, '\t');
+        TextRow row{};
+        std::from_chars(number.data(), number.data() + number.size(), row.id);
+        row.english = withoutQuotes(takeUpTo(line, '\t'));
+        row.german = withoutQuotes(line);
+        rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end(),
+              [](const TextRow& a, const TextRow& b) { return a.id < b.id; });
+    return rows;
+}
+
+} // namespace
+
+const std::vector<TextRow>& MlInit()
+{
+    static const std::vector<TextRow> rows = readTable();
+    return rows;
+}
+
+std::string_view MlGetString(Language language, int id)
+{
+    const std::vector<TextRow>& rows = MlInit();
+    const auto row = std::lower_bound(rows.begin(), rows.end(), id,
+                                      [](const TextRow& r, int wanted) { return r.id < wanted; });
+    if (row == rows.end() || row->id != id)
+        return {};
+    return language == Language::German && !row->german.empty() ? row->german : row->english;
+}
+
+} // namespace orva

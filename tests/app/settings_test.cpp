@@ -1,0 +1,104 @@
+#include "app/settings.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <tuple>
+
+#include <gtest/gtest.h>
+
+namespace orva {
+namespace {
+
+class MemoryStore : public SettingsStore {
+public:
+    std::map<std::string, std::string> values;
+
+    std::optional<std::string> value(std::string_view section, std::string_view key) const override
+    {
+        const auto found = values.find(name(section, key));
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+    void setValue(std::string_view section, std::string_view key, std::string_view text) override
+    {
+        values[name(section, key)] = text;
+    }
+
+private:
+    static std::string name(std::string_view section, std::string_view key)
+    {
+        return std::string(section) + '/' + std::string(key);
+    }
+};
+
+/// Every field away from its default.
+Settings changed()
+{
+    return {false, false, 0, 0.328F, 1, -12.5F, false, 16.4F, 1.64F, 3.28F, false, true};
+}
+
+TEST(Settings, FirstStartAndWayThroughTheStore)
+{
+    MemoryStore store;
+    EXPECT_EQ(LoadSettings(store), Settings{});
+    SaveSettings(changed(), store);
+    EXPECT_EQ(LoadSettings(store), changed());
+    const std::map<std::string, std::string> texts = {{"Options/AutoCorrect", "False"},
+                                                      {"Options/Units_Meters", "False"},
+                                                      {"Options/ShowDelay", "0"},
+                                                      {"Options/SPLResolution", "0.328"},
+                                                      {"Options/PixelRes", "1"},
+                                                      {"Options/Temperature", "-12.5"},
+                                                      {"Options/Celsius_Fahren", "False"},
+                                                      {"Options/GridUnit_Room", "16.4"},
+                                                      {"Options/GridUnit_Rigging", "1.64"},
+                                                      {"Options/GridUnit_Area", "3.28"},
+                                                      {"Options/ShowNewQuery", "False"},
+                                                      {"Options/NewCompact", "True"}};
+    EXPECT_EQ(store.values, texts);
+}
+
+TEST(Settings, UnreadableValuesAreDefaults)
+{
+    const std::tuple<const char*, const char*, float> numbers[] = {
+        {"Temperature", "12,5", 12.5F}, {"Temperature", "50", 50},   {"Temperature", "50.1", 21},
+        {"Temperature", "-20.1", 21},   {"Temperature", "warm", 21}, {"Temperature", "", 21},
+        {"Temperature", "12 °C", 21},   {"Temperature", "nan", 21},  {"Temperature", "inf", 21},
+        {"Temperature", "1,2,3", 21}};
+    for (const auto& [key, text, value] : numbers) {
+        MemoryStore store;
+        store.setValue("Options", key, text);
+        EXPECT_EQ(LoadSettings(store).Temperature, value) << text;
+    }
+    MemoryStore store;
+    for (const char* key : {"AutoCorrect", "ShowDelay", "PixelRes", "SPLResolution",
+                            "GridUnit_Room", "GridUnit_Rigging", "GridUnit_Area", "NewCompact"})
+        store.setValue("Options", key, "-1");
+    EXPECT_EQ(LoadSettings(store), Settings{});
+}
+
+TEST(PlatformSettings, TwoProgramsKeepEachOthersKeys)
+{
+    const auto folder = std::filesystem::path(testing::TempDir()) / "orva_settings";
+    std::filesystem::remove_all(folder);
+    setenv("XDG_CONFIG_HOME", folder.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    {
+        const auto one = platformSettingsStore();
+        const auto other = platformSettingsStore();
+        EXPECT_EQ(LoadSettings(*one), Settings{});
+        other->setValue("MRUFiles", "0", "/projects/Große Halle, Köln.lad");
+        SaveSettings(changed(), *one);
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder / "ORVA" / "ORVA.conf"));
+    EXPECT_EQ(LoadSettings(*platformSettingsStore()), changed());
+    EXPECT_EQ(platformSettingsStore()->value("MRUFiles", "0"), "/projects/Große Halle, Köln.lad");
+    EXPECT_EQ(platformSettingsStore()->value("MRUFiles", "1"), std::nullopt);
+
+    std::ofstream(folder / "ORVA" / "ORVA.conf") << "[Options]\nTemperature=12,5\n";
+    EXPECT_EQ(LoadSettings(*platformSettingsStore()).Temperature, 12.5F);
+    std::filesystem::remove_all(folder);
+}
+
+} // namespace
+} // namespace orva

@@ -1,0 +1,22 @@
+// Whatever the speaker data reader is given, its tables stay finite and its lookups within them.
+#include "engine/speaker_data_text.h"
+
+#include <cmath>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    using namespace orva;
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const auto reading = ReadSpeakerDataText(text, {}, "fuzz.xhn");
+    if (!reading)
+        return 0;
+    if (reading->bands < 0 || reading->bands > kBands)
+        std::abort();
+    for (int band = 0; band < kBands; ++band)
+        for (double step = 0; step <= kAngleSteps; step += 0.5)
+            if (!std::isfinite(DirMagnitudeAt(reading->directivity, band, step)) ||
+                !std::isfinite(DirPhaseAt(reading->directivity, band, step)))
+                std::abort();
+    return 0;
+}
