@@ -1,5 +1,5 @@
 # ORVA: set-up, build and tests. `make demo` and `make test` install what is missing by themselves.
-PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt6-base-dev
+PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt6-base-dev libhwy-dev pkg-config
 CHECK_PACKAGES = clang-format clang-tidy python3
 FUZZ_PACKAGES = clang-14 libclang-rt-14-dev
 FUZZ_SECONDS = 60
@@ -8,7 +8,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo test test-sanitize check-reference fuzz format check-format check-static speaker-data clean
+.PHONY: all demo test test-sanitize check-reference test-threads bench fuzz format check-format check-static speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -54,6 +54,15 @@ test: all
 test-sanitize: build/sanitize/build.ninja
 	cmake --build --preset sanitize
 	ctest --preset sanitize -j $$(nproc)
+
+# What runs on several threads, under ThreadSanitizer.
+test-threads: build/threads/build.ninja
+	cmake --build --preset threads --target orva_engine_tests
+	build/threads/tests/orva_engine_tests --gtest_filter='Parallel*:*Map*:*Thread*'
+
+# Fast against literal kernel: a table, and build/bench.json.
+bench: all
+	build/release/bench/orva_bench build/bench.json
 
 # Fuzzes the readers, FUZZ_SECONDS each. What is found stays in build/fuzz/.
 fuzz: packages

@@ -1,6 +1,7 @@
 #include "app/application_state.h"
 
 #include "app/file_access.h"
+#include "engine/fast_kernel.h"
 #include "engine/literal_kernel.h"
 #include "engine/speaker_data_text.h"
 #include "model/project_file.h"
@@ -38,9 +39,15 @@ void makeCurrent(ApplicationState& state, Project project)
 
 } // namespace
 
-std::unique_ptr<LevelKernel> ApplicationState::levelKernel() const
+std::unique_ptr<LevelKernel> ApplicationState::levelKernel()
 {
-    return std::make_unique<LiteralKernel>(speakerData.directivity, air);
+    if (!directivityTable)
+        directivityTable = DirectivityTable::make(speakerData.directivity);
+    if (!radialTable)
+        radialTable = RadialTable::make(air);
+    return std::make_unique<FastKernel>(
+        directivityTable, radialTable,
+        std::make_unique<LiteralKernel>(speakerData.directivity, air));
 }
 
 Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesystem::path& folder)
@@ -58,17 +65,20 @@ Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesy
 
     state.systemData = {standard->directivity, compact->directivity};
     state.speakerData.directivity = compact->directivity;
+    state.directivityTable.reset();
     return SystemDataLoad{failure(*standard, standardFile), failure(*compact, compactFile)};
 }
 
 void SelectSystem(ApplicationState& state, std::int16_t system)
 {
     state.speakerData = SelectSpeakerData(state.systemData, system);
+    state.directivityTable.reset();
 }
 
 void UpdateSpeedOfSound(ApplicationState& state, float temperatureC)
 {
     state.air = airAt(temperatureC);
+    state.radialTable.reset();
 }
 
 void MlSetLanguage(ApplicationState& state, std::int32_t languageId)
@@ -104,6 +114,7 @@ Result<Done> importSpeakerData(ApplicationState& state, const std::filesystem::p
     if (!reading)
         return reading.error();
     state.speakerData.directivity = reading->directivity;
+    state.directivityTable.reset();
     if (const std::optional<Error> failed = failure(*reading, file))
         return *failed;
     return Done{};

@@ -2,6 +2,7 @@
 
 #include "app/settings.h"
 #include "engine/acoustics.h"
+#include "engine/kernel_tables.h"
 #include "engine/level_kernel.h"
 #include "engine/speaker_data.h"
 #include "lang/language.h"
@@ -25,8 +26,11 @@ struct ApplicationState {
     Air air = airAt(Settings{}.Temperature);
     Language gLanguageId = Language::English;
 
-    /// A kernel for the current directivity and air.
-    std::unique_ptr<LevelKernel> levelKernel() const;
+    /// A kernel for the current directivity and air; its tables are made when first asked for.
+    std::unique_ptr<LevelKernel> levelKernel();
+
+    std::shared_ptr<const DirectivityTable> directivityTable; ///< of `speakerData`, once made
+    std::shared_ptr<const RadialTable> radialTable;           ///< of `air`, once made
 };
 
 /// What became of the two files of LoadSystemData: an error for one that does not hold all bands.

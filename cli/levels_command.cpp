@@ -17,7 +17,7 @@ struct Options {
 
 Result<Done> printLevels(const Options& options, const Console& console)
 {
-    const Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
     if (!state)
         return state.error();
     const LevelChoice choice = options.prediction.choice();

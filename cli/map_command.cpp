@@ -43,7 +43,7 @@ float timed(const Options& options, const Console& console, const char* label, S
 
 Result<Done> calculateMap(const Options& options, const Console& console)
 {
-    const Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
     if (!state)
         return state.error();
     const std::optional<MapGrid> grid = PrepareMapGrid(state->gRoom, options.cellM, options.cellM);

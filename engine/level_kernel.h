@@ -30,10 +30,10 @@ public:
     virtual ~LevelKernel() = default;
 
     /// Power of the complex sum of all sources per receiver and band, for boxes whose on-axis level
-    /// at 1 m is 0 dB: `powers`[receiver * bands.count() + band - bands.from]; 0 without sources.
-    /// A source within 0.1 m counts as 0.1 m away.
+    /// at 1 m is 0 dB: `powers`[band - bands.from] points to one figure per receiver; 0 without
+    /// sources, and below about 1e-38. A source within 0.1 m counts as 0.1 m away.
     virtual void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
-                            BandSpan bands, std::span<double> powers) const = 0;
+                            BandSpan bands, std::span<float* const> powers) const = 0;
 };
 
 /// A power as a level in dB; minus infinity for 0.

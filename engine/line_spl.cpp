@@ -1,5 +1,6 @@
 #include "engine/line_spl.h"
 
+#include "engine/fast_kernel.h"
 #include "engine/parallel.h"
 
 #include <algorithm>
@@ -12,12 +13,15 @@ namespace {
 constexpr std::size_t kReceiversPerBlock = 256;
 } // namespace
 
-PerBand<double> bandFactors(const PerBand<BandReference>& levels, const LevelChoice& choice)
+std::vector<float> bandFactors(const PerBand<BandReference>& levels, const LevelChoice& choice)
 {
     const PerBand<float> weights = BandWeights(choice.bands, choice.aWeighted);
-    PerBand<double> factors{};
-    for (std::size_t b = 0; b < kBands; ++b)
-        factors[b] = weights[b] * powerOfLevel(levels[b].field(choice.field));
+    std::vector<float> factors;
+    for (int b = choice.bands.from; b <= choice.bands.to; ++b) {
+        const auto band = static_cast<std::size_t>(b);
+        const double reference = powerOfLevel(levels[band].field(choice.field));
+        factors.push_back(static_cast<float>(weights[band] * reference));
+    }
     return factors;
 }
 
@@ -40,10 +44,7 @@ std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReferenc
 {
     assert(n >= 1);
     const std::vector<Source> sources = radiatingSources(array);
-    const PerBand<double> factors = bandFactors(levels, choice);
-    const auto from = static_cast<std::size_t>(choice.bands.from);
-    const auto bandCount = static_cast<std::size_t>(choice.bands.count());
-
+    const std::vector<float> factors = bandFactors(levels, choice);
     const double step = static_cast<double>(line[5]) / n;
     const double direction = static_cast<double>(line[4]) * kRadiansPerDegree;
     const double dx = step * std::cos(direction);
@@ -53,19 +54,20 @@ std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReferenc
     std::vector<float> result(count);
     const auto calculate = [&](int block) {
         const std::size_t first = static_cast<std::size_t>(block) * kReceiversPerBlock;
-        std::vector<Point> receivers(std::min(kReceiversPerBlock, count - first));
+        std::array<Point, kReceiversPerBlock> points;
+        const std::span receivers(points.data(), std::min(kReceiversPerBlock, count - first));
         for (std::size_t k = 0; k < receivers.size(); ++k) {
             const auto along = static_cast<double>(first + k);
             receivers[k] = {line[0] + along * dx, line[1] + along * dy};
         }
-        std::vector<double> powers(receivers.size() * bandCount);
-        kernel.bandPowers(sources, receivers, choice.bands, powers);
-        for (std::size_t k = 0; k < receivers.size(); ++k) {
-            double power = 0;
-            for (std::size_t b = 0; b < bandCount; ++b)
-                power += factors[from + b] * powers[k * bandCount + b];
-            result[first + k] = static_cast<float>(levelOfPower(power));
-        }
+        std::array<std::array<float, kReceiversPerBlock>, kBands> powers;
+        std::array<float*, kBands> planes;
+        std::transform(powers.begin(), powers.end(), planes.begin(),
+                       [](auto& plane) { return plane.data(); });
+        const std::span used(planes.data(), factors.size());
+        kernel.bandPowers(sources, receivers, choice.bands, used);
+        weightedLevels({used.data(), used.size()}, factors,
+                       std::span(result).subspan(first, receivers.size()));
     };
     const std::size_t blocks = (count + kReceiversPerBlock - 1) / kReceiversPerBlock;
     runBlocks(static_cast<int>(blocks), threads, {}, calculate);

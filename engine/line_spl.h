@@ -16,8 +16,9 @@ struct LevelChoice {
     bool aWeighted;
 };
 
-/// Factor from a band's kernel power to what it adds to the level: its reference and its weight.
-PerBand<double> bandFactors(const PerBand<BandReference>& levels, const LevelChoice& choice);
+/// Factors from the kernel powers of the chosen bands to what they add to the level: their
+/// reference and weight.
+std::vector<float> bandFactors(const PerBand<BandReference>& levels, const LevelChoice& choice);
 
 /// The boxes that radiate mid and high frequencies; bass boxes take no part. The array must have no
 /// fault().

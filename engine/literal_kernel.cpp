@@ -33,10 +33,10 @@ double powerOfLevel(double levelDb)
 }
 
 void LiteralKernel::bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
-                               BandSpan bands, std::span<double> powers) const
+                               BandSpan bands, std::span<float* const> powers) const
 {
     const auto bandCount = static_cast<std::size_t>(bands.count());
-    assert(powers.size() == receivers.size() * bandCount);
+    assert(powers.size() == bandCount);
     const BandConstants& constants = bandConstants();
 
     PerBand<std::complex<double>> sums;
@@ -62,7 +62,8 @@ void LiteralKernel::bandPowers(std::span<const Source> sources, std::span<const 
             }
         }
         for (std::size_t b = 0; b < bandCount; ++b)
-            powers[k * bandCount + b] = std::norm(sums[static_cast<std::size_t>(bands.from) + b]);
+            powers[b][k] =
+                static_cast<float>(std::norm(sums[static_cast<std::size_t>(bands.from) + b]));
     }
 }
 

@@ -14,7 +14,7 @@ public:
     }
 
     void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
-                    BandSpan bands, std::span<double> powers) const override;
+                    BandSpan bands, std::span<float* const> powers) const override;
 
 private:
     Directivity m_directivity;

@@ -1,5 +1,7 @@
 #include "engine/spl_map.h"
 
+#include "engine/fast_kernel.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cmath>
@@ -7,6 +9,9 @@
 namespace orva {
 
 namespace {
+
+/// Receivers that go to the kernel at once; their points stand on the stack.
+constexpr std::size_t kCellsPerCall = 256;
 
 /// Whole cells in a length; rounded to 5 decimals first, since a size such as 0.3 m has no exact
 /// binary value. At least 1.
@@ -66,18 +71,19 @@ bool CalcRawSPL(const LevelKernel& kernel, const LineArray& array, const MapGrid
         return true;
 
     const auto calculateRow = [&](int row) {
-        std::vector<Point> receivers(columns);
-        for (int c = 0; c < grid.columns; ++c)
-            receivers[static_cast<std::size_t>(c)] = grid.CellCentre(c, row);
-        const std::size_t first = static_cast<std::size_t>(row) * columns;
-        for (const BandSpan span : missing) {
-            const auto count = static_cast<std::size_t>(span.count());
-            std::vector<double> powers(columns * count);
-            kernel.bandPowers(sources, receivers, span, powers);
-            for (std::size_t c = 0; c < columns; ++c)
-                for (std::size_t b = 0; b < count; ++b)
-                    cache.RawSpl[static_cast<std::size_t>(span.from) + b][first + c] =
-                        static_cast<float>(levelOfPower(powers[c * count + b]));
+        std::array<Point, kCellsPerCall> points;
+        std::array<float*, kBands> planes;
+        for (std::size_t c = 0; c < columns; c += kCellsPerCall) {
+            const std::span receivers(points.data(), std::min(kCellsPerCall, columns - c));
+            for (std::size_t i = 0; i < receivers.size(); ++i)
+                receivers[i] = grid.CellCentre(static_cast<int>(c + i), row);
+            const std::size_t first = static_cast<std::size_t>(row) * columns + c;
+            for (const BandSpan span : missing) {
+                const std::span used(planes.data(), static_cast<std::size_t>(span.count()));
+                for (std::size_t b = 0; b < used.size(); ++b)
+                    used[b] = &cache.RawSpl[static_cast<std::size_t>(span.from) + b][first];
+                kernel.bandPowers(sources, receivers, span, used);
+            }
         }
     };
     if (!runBlocks(grid.rows, threads, progress, calculateRow))
@@ -92,21 +98,20 @@ std::optional<SummedMap> CalcSummedSPL(const RawSplCache& cache,
                                        const LevelChoice& choice, int threads,
                                        const Progress& progress)
 {
-    const PerBand<double> factors = bandFactors(levels, choice);
+    const std::vector<float> factors = bandFactors(levels, choice);
     const auto columns = static_cast<std::size_t>(grid.columns);
     SummedMap map;
     map.levels.resize(grid.cells());
     const auto sumRow = [&](int row) {
         const std::size_t first = static_cast<std::size_t>(row) * columns;
-        for (std::size_t cell = first; cell < first + columns; ++cell) {
-            double power = 0;
-            for (int b = choice.bands.from; b <= choice.bands.to; ++b) {
-                const auto band = static_cast<std::size_t>(b);
-                assert(cache.BandDone[band]);
-                power += factors[band] * powerOfLevel(cache.RawSpl[band][cell]);
-            }
-            map.levels[cell] = static_cast<float>(levelOfPower(power));
+        std::array<const float*, kBands> planes;
+        for (std::size_t b = 0; b < factors.size(); ++b) {
+            const std::size_t band = static_cast<std::size_t>(choice.bands.from) + b;
+            assert(cache.BandDone[band]);
+            planes[b] = &cache.RawSpl[band][first];
         }
+        weightedLevels({planes.data(), factors.size()}, factors,
+                       std::span(map.levels).subspan(first, columns));
     };
     if (!runBlocks(grid.rows, threads, progress, sumRow))
         return std::nullopt;

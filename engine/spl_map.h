@@ -33,8 +33,9 @@ struct MapGrid {
 std::optional<MapGrid> PrepareMapGrid(const Room& room, float cellW, float cellH);
 constexpr double kMaxMapCells = 20e6;
 
-/// Raw levels per band in dB, without the reference of the map type: what does not change while
-/// only bands, averaging, weighting or map type do.
+/// Raw levels per band, without the reference of the map type: what does not change while only
+/// bands, averaging, weighting or map type do. Kept as powers, so that summing needs no
+/// exponentials; levelOfPower() gives dB.
 struct RawSplCache {
     PerBand<bool> BandDone{};
     PerBand<std::vector<float>> RawSpl; ///< [row * columns + column] of a band that was begun

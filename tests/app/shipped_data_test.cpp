@@ -1,6 +1,6 @@
 #include "app/application_state.h"
 #include "app/file_access.h"
-#include "engine/line_spl.h"
+#include "engine/literal_kernel.h"
 #include "engine/speaker_data_text.h"
 
 #include <cmath>
@@ -69,13 +69,14 @@ double straightArrayLevel(const ApplicationState& state, double distance, BandSp
     std::vector<Source> sources;
     for (int i = 0; i < 24; ++i)
         sources.push_back({0, 0.26 * (i - 11.5), 0});
-    std::vector<double> powers(static_cast<std::size_t>(bands.count()));
-    state.levelKernel()->bandPowers(sources, std::array{Point{distance, 0}}, bands, powers);
+    const LiteralKernel kernel(state.speakerData.directivity, state.air);
     double power = 0;
-    for (int b = bands.from; b <= bands.to; ++b)
-        power +=
-            powers[static_cast<std::size_t>(b - bands.from)] *
-            powerOfLevel(-distance * bandConstants().AirAbsorption[static_cast<std::size_t>(b)]);
+    for (int b = bands.from; b <= bands.to; ++b) {
+        float one = 0;
+        kernel.bandPowers(sources, std::array{Point{distance, 0}}, {b, b}, std::array{&one});
+        const double airDb = distance * bandConstants().AirAbsorption[static_cast<std::size_t>(b)];
+        power += one * powerOfLevel(-airDb);
+    }
     return levelOfPower(power);
 }
 

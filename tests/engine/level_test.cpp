@@ -15,10 +15,10 @@ constexpr double kDb = 1e-4; // constants of the formulas are 32-bit floats
 double levelOf(const Directivity& directivity, std::vector<Source> sources, Point receiver,
                int band)
 {
-    std::vector<double> power(1);
+    float power = 0;
     LiteralKernel(directivity, airAt(21))
-        .bandPowers(sources, std::array{receiver}, {band, band}, power);
-    return levelOfPower(power[0]);
+        .bandPowers(sources, std::array{receiver}, {band, band}, std::array{&power});
+    return levelOfPower(power);
 }
 
 TEST(LiteralKernel, OneBoxLosesByDistanceAirAndDirection)

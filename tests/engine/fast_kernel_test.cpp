@@ -1,0 +1,272 @@
+#include "engine/fast_kernel.h"
+#include "engine/line_spl.h"
+#include "engine/literal_kernel.h"
+#include "engine/speaker_data_text.h"
+#include "engine/spl_map.h"
+#include "model/project.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <limits>
+#include <random>
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
+namespace orva {
+namespace {
+
+using Random = std::mt19937;
+
+double uniform(Random& random, double low, double high)
+{
+    return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
+}
+
+Directivity shipped(const char* name)
+{
+    std::ifstream file(std::string(ORVA_SOURCE_DIR "/data/") + name);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return ReadSpeakerDataText(text.str(), {}, name)->directivity;
+}
+
+/// Up to 30 dB apart from step to step, the phase turning on by up to `phaseDeg`.
+Directivity rough(Random& random, double phaseDeg)
+{
+    Directivity data;
+    for (std::size_t band = 0; band < kBands; ++band) {
+        double phase = 0;
+        for (std::size_t step = 0; step < kAngleSteps; ++step) {
+            data.DirMagnitude[band][step] = static_cast<float>(uniform(random, 0, 30));
+            phase = std::fmod(phase + uniform(random, 0, phaseDeg), 360);
+            data.DirPhase[band][step] = static_cast<float>(phase);
+        }
+    }
+    return data;
+}
+
+LineArray randomArray(Random& random)
+{
+    LineArray array = newProject(static_cast<std::int16_t>(random() % 2)).array;
+    const auto boxes = static_cast<std::int16_t>(1 + random() % 24);
+    array.GBSetNumSpeakers(boxes);
+    LineArray::Positions angles{};
+    for (std::int16_t& angle : angles)
+        angle = static_cast<std::int16_t>(random() % 7);
+    angles[0] = static_cast<std::int16_t>(uniform(random, -400, 400));
+    array.GBSetAngleOrPin(false);
+    array.GBSetAllAngle(angles);
+    array.GBSetMounting(random() % 4 != 0);
+    array.GFACalcCOM();
+    return array;
+}
+
+std::unique_ptr<FastKernel> fastKernel(const Directivity& data, const Air& air)
+{
+    return std::make_unique<FastKernel>(DirectivityTable::make(data), RadialTable::make(air),
+                                        std::make_unique<LiteralKernel>(data, air));
+}
+
+std::vector<float> levelsOf(const LevelKernel& kernel, std::span<const Source> sources,
+                            std::span<const Point> receivers, BandSpan bands)
+{
+    std::vector<std::vector<float>> planes(static_cast<std::size_t>(bands.count()),
+                                           std::vector<float>(receivers.size()));
+    std::vector<float*> to;
+    for (auto& plane : planes)
+        to.push_back(plane.data());
+    kernel.bandPowers(sources, receivers, bands, to);
+    std::vector<float> levels(receivers.size());
+    for (std::size_t k = 0; k < receivers.size(); ++k) {
+        double power = 0;
+        for (const auto& plane : planes)
+            power += plane[k];
+        levels[k] = static_cast<float>(levelOfPower(power));
+    }
+    return levels;
+}
+
+/// Runs `test` for every set of vector instructions that this machine has.
+template<typename Test>
+void onEveryTarget(Test test)
+{
+    for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+        SCOPED_TRACE(hwy::TargetName(target));
+        hwy::SetSupportedTargetsForTest(target);
+        hwy::GetChosenTarget().Update(target);
+        test();
+    }
+    hwy::SetSupportedTargetsForTest(0);
+    hwy::GetChosenTarget().DeInit();
+}
+
+struct Case {
+    std::vector<Source> sources;
+    std::vector<Point> receivers;
+    BandSpan bands;
+    Directivity data;
+    Air air;
+};
+
+/// Arrays, receivers to 200 m, bands and temperatures at random.
+std::vector<Case> randomCases(int count)
+{
+    Random random(20261124);
+    const Directivity directivities[] = {shipped("system.dat"), shipped("systemsm.dat"),
+                                         rough(random, 60), rough(random, 179)};
+    std::vector<Case> cases;
+    for (int i = 0; i < count; ++i) {
+        Case one;
+        one.sources = radiatingSources(randomArray(random));
+        for (int k = 0; k < 300; ++k)
+            one.receivers.push_back({uniform(random, -20, 200), uniform(random, -10, 30)});
+        const int from = static_cast<int>(random() % kBands);
+        const int most = i % 3 == 0 ? 1 : kBands - from;
+        one.bands = {from, from + static_cast<int>(random() % static_cast<unsigned>(most))};
+        one.data = directivities[i % 4];
+        one.air = airAt(static_cast<float>(uniform(random, -20, 50)));
+        cases.push_back(one);
+    }
+    return cases;
+}
+
+TEST(FastKernel, FollowsTheLiteralOneWithinItsBounds)
+{
+    const std::vector<Case> cases = randomCases(120);
+    std::vector<std::vector<float>> literal;
+    std::vector<std::vector<float>> incoherent;
+    for (const Case& one : cases) {
+        const LiteralKernel kernel(one.data, one.air);
+        literal.push_back(levelsOf(kernel, one.sources, one.receivers, one.bands));
+        std::vector<double> powers(one.receivers.size());
+        for (const Source& source : one.sources) {
+            const auto levels = levelsOf(kernel, std::span(&source, 1), one.receivers, one.bands);
+            for (std::size_t k = 0; k < powers.size(); ++k)
+                powers[k] += powerOfLevel(levels[k]);
+        }
+        incoherent.emplace_back();
+        for (const double power : powers)
+            incoherent.back().push_back(static_cast<float>(levelOfPower(power)));
+    }
+    onEveryTarget([&] {
+        std::vector<double> errors;
+        double largestAmplitude = 0;
+        for (std::size_t i = 0; i < cases.size(); ++i) {
+            const Case& one = cases[i];
+            const auto fast =
+                levelsOf(*fastKernel(one.data, one.air), one.sources, one.receivers, one.bands);
+            for (std::size_t k = 0; k < fast.size(); ++k) {
+                const double error = std::abs(static_cast<double>(fast[k]) - literal[i][k]);
+                if (literal[i][k] > incoherent[i][k] - 40)
+                    errors.push_back(error);
+                const double sum = std::sqrt(powerOfLevel(incoherent[i][k]));
+                const double amplitude = std::abs(std::sqrt(powerOfLevel(fast[k])) -
+                                                  std::sqrt(powerOfLevel(literal[i][k])));
+                largestAmplitude = std::max(largestAmplitude, amplitude / sum);
+            }
+        }
+        std::sort(errors.begin(), errors.end());
+        EXPECT_GT(errors.size(), cases.size() * 250);
+        EXPECT_LT(errors[errors.size() * 999 / 1000], 0.001);
+        EXPECT_LT(errors.back(), 0.01);
+        EXPECT_LT(largestAmplitude, kKernelAmplitudeError);
+    });
+}
+
+TEST(FastKernel, AReceiversBitsDoNotDependOnItsCompany)
+{
+    const Case one = randomCases(2)[1];
+    for (const BandSpan bands :
+         {BandSpan{0, 21}, BandSpan{3, 9}, BandSpan{17, 21}, BandSpan{5, 5}}) {
+        const auto kernel = fastKernel(one.data, one.air);
+        const auto together = levelsOf(*kernel, one.sources, one.receivers, bands);
+        for (const std::size_t k : {0U, 7U, 15U, 16U, 299U}) {
+            const auto alone =
+                levelsOf(*kernel, one.sources, std::span(&one.receivers[k], 1), bands);
+            EXPECT_EQ(alone[0], together[k]) << k;
+        }
+    }
+}
+
+TEST(FastKernel, MapsAreTheSameOnAnyNumberOfThreads)
+{
+    Random random(7);
+    const Project project = newProject(kStandardSystem);
+    const auto kernel = fastKernel(shipped("system.dat"), airAt(21));
+    const MapGrid grid = *PrepareMapGrid(project.room, 0.25F, 0.25F);
+    const LevelChoice choice{{0, 21}, LevelField::Peak, true};
+    const PerBand<BandReference> levels = SelectSpeakerData({}, kStandardSystem).BandLevel;
+    std::vector<float> first;
+    for (const int threads : {1, 2, 16}) {
+        RawSplCache cache;
+        ASSERT_TRUE(CalcRawSPL(*kernel, project.array, grid, choice.bands, threads, {}, cache));
+        const auto map = CalcSummedSPL(cache, levels, grid, choice, threads, {});
+        if (first.empty())
+            first = map->levels;
+        EXPECT_EQ(map->levels, first) << threads;
+    }
+}
+
+TEST(FastKernel, HandsOverWhatItCannotFollow)
+{
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    const auto changed = [](std::size_t step, float magnitude, float phase) {
+        Directivity data = shipped("system.dat");
+        data.DirMagnitude[9][step] = magnitude;
+        data.DirPhase[9][step] = phase;
+        return data;
+    };
+    const std::tuple<const char*, Directivity, bool> tables[] = {
+        {"shipped", changed(5, 3, 40), true},
+        {"huge attenuation", changed(5, 400, 0), false},
+        {"a cliff", changed(5, 149, 0), false},
+        {"no number", changed(5, kNan, 0), false},
+        {"infinite", changed(5, 3, -1 / 0.0F), false},
+        {"many turns", changed(5, 3, 5000), false}};
+    for (const auto& [what, data, hasTable] : tables)
+        EXPECT_EQ(DirectivityTable::make(data) != nullptr, hasTable) << what;
+
+    // Far away, without a table or with too many sources the levels are the literal ones.
+    const std::vector<Source> few = {{0, 0, 0}, {0, 0.3, -5}};
+    const std::vector<Source> many(40, Source{0, 0, 0});
+    const std::tuple<const char*, Directivity, std::vector<Source>, Point> cases[] = {
+        {"far", changed(5, 3, 40), few, {500, 1}},
+        {"no table", changed(5, 400, 0), few, {5, 1}},
+        {"many", changed(5, 3, 40), many, {5, 1}}};
+    for (const auto& [what, data, sources, receiver] : cases) {
+        const LiteralKernel literal(data, airAt(21));
+        const std::span one(&receiver, 1);
+        EXPECT_EQ(levelsOf(*fastKernel(data, airAt(21)), sources, one, {0, 21}),
+                  levelsOf(literal, sources, one, {0, 21}))
+            << what;
+    }
+    const auto silent =
+        levelsOf(*fastKernel(changed(5, 3, 40), airAt(21)), {}, std::array{Point{1, 1}}, {0, 21});
+    EXPECT_EQ(silent[0], -std::numeric_limits<float>::infinity());
+}
+
+TEST(WeightedLevels, SumsPlanesOfAnyLength)
+{
+    onEveryTarget([] {
+        for (const std::size_t count : {1U, 15U, 16U, 17U, 100U}) {
+            std::vector<float> one(count);
+            std::vector<float> two(count, 3);
+            for (std::size_t i = 0; i < count; ++i)
+                one[i] = static_cast<float>(i);
+            two[0] = 0;
+            const std::array<const float*, 2> planes = {one.data(), two.data()};
+            std::vector<float> levels(count);
+            weightedLevels(planes, std::array{0.5F, 1e8F}, levels);
+            EXPECT_EQ(levels[0], -std::numeric_limits<float>::infinity());
+            for (std::size_t i = 1; i < count; ++i)
+                EXPECT_NEAR(levels[i], 10 * std::log10(0.5 * static_cast<double>(i) + 3e8), 2e-5)
+                    << i;
+        }
+    });
+}
+
+} // namespace
+} // namespace orva
