@@ -1,8 +1,6 @@
 #include "cli/json.h"
 #include "cli/prediction.h"
 
-#include <memory>
-
 namespace orva {
 
 namespace {
@@ -23,9 +21,9 @@ Json perBox(const LineArray& array, const std::array<float, n>& figures)
     return list;
 }
 
-Result<Done> printGeometry(const std::string& file, const Console& console)
+Result<Done> printGeometry(const ProjectOptions& options, const Console& console)
 {
-    const Result<ApplicationState> state = openForCalculation(file);
+    const Result<ApplicationState> state = openForCalculation(options.file);
     if (!state)
         return state.error();
     LineArray array = state->gLineArray;
@@ -59,18 +57,9 @@ Result<Done> printGeometry(const std::string& file, const Console& console)
 
 void addGeometryCommand(CLI::App& program, Work& work)
 {
-    struct Options {
-        CommonOptions common;
-        std::string file;
-    };
-    CLI::App* command = program.add_subcommand(
-        "geometry", "print tilts, sources, centre of gravity, bounds, pins and weights as JSON");
-    const auto options = std::make_shared<Options>();
-    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
-    addCommonOptions(*command, options->common);
-    command->callback([options, &work] {
-        work = [options](const Console& console) { return printGeometry(options->file, console); };
-    });
+    addProjectCommand(program, work, "geometry",
+                      "print tilts, sources, centre of gravity, bounds, pins and weights as JSON",
+                      printGeometry);
 }
 
 } // namespace orva

@@ -8,10 +8,8 @@ namespace orva {
 
 namespace {
 
-struct Options {
-    CommonOptions common;
+struct Options : ProjectOptions {
     PredictionOptions prediction;
-    std::string file;
     int points = 200;
 };
 
@@ -54,13 +52,12 @@ void addLevelsCommand(CLI::App& program, Work& work)
     CLI::App* command = program.add_subcommand(
         "levels", "print the level at the FOH and along each audience area as JSON");
     const auto options = std::make_shared<Options>();
-    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
     command->add_option("--points", options->points, "points along each audience area")
         ->check(numberBetween(1, std::numeric_limits<int>::max() - 2))
         ->type_name("N")
         ->capture_default_str();
     addPredictionOptions(*command, options->prediction);
-    addCommonOptions(*command, options->common);
+    addProjectOptions(*command, *options);
     command->callback([options, &work] {
         work = [options](const Console& console) { return printLevels(*options, console); };
     });

@@ -12,10 +12,8 @@ namespace orva {
 
 namespace {
 
-struct Options {
-    CommonOptions common;
+struct Options : ProjectOptions {
     PredictionOptions prediction;
-    std::string file;
     float cellM = 0.1F;
     std::string csvFile;
 };
@@ -89,7 +87,6 @@ void addMapCommand(CLI::App& program, Work& work)
     CLI::App* command =
         program.add_subcommand("map", "calculate the level map over the whole room");
     const auto options = std::make_shared<Options>();
-    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
     command->add_option("--cell", options->cellM, "size of the square cells in metres")
         ->check(numberAboveZero())
         ->type_name("M")
@@ -97,7 +94,7 @@ void addMapCommand(CLI::App& program, Work& work)
     command->add_option("--csv", options->csvFile, "write the levels in dB, top row first")
         ->type_name("FILE");
     addPredictionOptions(*command, options->prediction);
-    addCommonOptions(*command, options->common);
+    addProjectOptions(*command, *options);
     command->callback([options, &work] {
         work = [options](const Console& console) { return calculateMap(*options, console); };
     });

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <thread>
 
 #include <CLI/Config.hpp>
@@ -82,6 +83,23 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
         ->type_name("N");
     command.add_flag("--progress", options.progress,
                      "show progress on standard error even where that is no terminal");
+}
+
+void addProjectOptions(CLI::App& command, ProjectOptions& options)
+{
+    command.add_option("PROJECT.lad", options.file, "the project")->required()->type_name("");
+    addCommonOptions(command, options.common);
+}
+
+void addProjectCommand(CLI::App& program, Work& work, const char* name, const char* description,
+                       Result<Done> (*run)(const ProjectOptions&, const Console&))
+{
+    CLI::App* command = program.add_subcommand(name, description);
+    const auto options = std::make_shared<ProjectOptions>();
+    addProjectOptions(*command, *options);
+    command->callback([options, run, &work] {
+        work = [options, run](const Console& console) { return run(*options, console); };
+    });
 }
 
 void addPredictionOptions(CLI::App& command, PredictionOptions& options)

@@ -44,8 +44,21 @@ CLI::Validator numberBetween(double low, double high);
 /// Refuses what is no number above 0 that a 32-bit float holds.
 CLI::Validator numberAboveZero();
 
+/// What every command takes that works on a project.
+struct ProjectOptions {
+    CommonOptions common;
+    std::string file;
+};
+
 /// What a command does once its arguments have been read.
 using Work = std::function<Result<Done>(const Console&)>;
+
+/// Adds the arguments of ProjectOptions.
+void addProjectOptions(CLI::App& command, ProjectOptions& options);
+
+/// Adds a command that takes those arguments alone.
+void addProjectCommand(CLI::App& program, Work& work, const char* name, const char* description,
+                       Result<Done> (*run)(const ProjectOptions&, const Console&));
 
 /// Each adds one command to the program; `work` becomes the chosen command's work while the
 /// arguments are read.

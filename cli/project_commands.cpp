@@ -57,10 +57,10 @@ Json jsonOf(const Room& room)
             {"Comment", withoutTrailingBlanks(room.GSGetComment())}};
 }
 
-Result<Done> show(const std::string& file, const Console& console)
+Result<Done> show(const ProjectOptions& options, const Console& console)
 {
     ApplicationState state;
-    const Result<int> version = loadProject(state, file);
+    const Result<int> version = loadProject(state, options.file);
     if (!version)
         return version.error();
     const Json subArray = {{"positions", jsonNumbers(state.subArray.SubPos)},
@@ -93,13 +93,7 @@ void addNewCommand(CLI::App& program, Work& work)
 
 void addShowCommand(CLI::App& program, Work& work)
 {
-    CLI::App* command = program.add_subcommand("show", "print the stored fields as JSON");
-    const auto options = std::make_shared<NewOptions>();
-    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
-    addCommonOptions(*command, options->common);
-    command->callback([options, &work] {
-        work = [options](const Console& console) { return show(options->file, console); };
-    });
+    addProjectCommand(program, work, "show", "print the stored fields as JSON", show);
 }
 
 } // namespace orva

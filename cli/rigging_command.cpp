@@ -1,18 +1,12 @@
 #include "cli/prediction.h"
 
-#include <memory>
 #include <ostream>
 
 namespace orva {
 
 namespace {
 
-struct Options {
-    CommonOptions common;
-    std::string file;
-};
-
-Result<Done> printRigging(const Options& options, const Console& console)
+Result<Done> printRigging(const ProjectOptions& options, const Console& console)
 {
     const Result<ApplicationState> state = openForCalculation(options.file);
     if (!state)
@@ -27,13 +21,7 @@ Result<Done> printRigging(const Options& options, const Console& console)
 
 void addRiggingCommand(CLI::App& program, Work& work)
 {
-    CLI::App* command = program.add_subcommand("rigging", "print the rigging sheet as text");
-    const auto options = std::make_shared<Options>();
-    command->add_option("PROJECT.lad", options->file, "the project")->required()->type_name("");
-    addCommonOptions(*command, options->common);
-    command->callback([options, &work] {
-        work = [options](const Console& console) { return printRigging(*options, console); };
-    });
+    addProjectCommand(program, work, "rigging", "print the rigging sheet as text", printRigging);
 }
 
 } // namespace orva

@@ -171,14 +171,14 @@ Result<Done> LineArray::GBReadFromFile(ByteReader& in)
     readPositions(in, AllType);
     readPositions(in, AllAngle);
     ArrayType = in.i16();
-    if (auto read = in.finite(CradleCoord, "the cradle point"); !read)
-        return read;
-    if (auto read = in.finite(BassBoxCoord, "the bass box point"); !read)
-        return read;
-    for (bool* value : {&BassBox, &Mounting, &AngleOrPin})
-        if (auto read = readBoolean(in, *value); !read)
-            return read;
-    MountSign = Mounting ? 1 : -1;
+    const Result<ArrayPlacing> placing = readPlacing(in);
+    if (!placing)
+        return placing.error();
+    CradleCoord = placing->cradleCoord;
+    BassBoxCoord = placing->bassBoxCoord;
+    BassBox = placing->bassBox;
+    GBSetMounting(placing->mounting);
+    AngleOrPin = placing->angleOrPin;
     return Done{};
 }
 

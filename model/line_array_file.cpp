@@ -18,13 +18,20 @@ void readPositions(ByteReader& in, std::array<std::int16_t, 32>& list)
         entry = in.i16();
 }
 
-Result<Done> readBoolean(ByteReader& in, bool& value)
+Result<ArrayPlacing> readPlacing(ByteReader& in)
 {
-    const std::int16_t stored = in.i16();
-    if (stored != 1 && stored != -1)
-        return in.error("a yes/no entry is " + std::to_string(stored) + ", not 1 or -1");
-    value = stored == 1;
-    return Done{};
+    ArrayPlacing placing{};
+    if (auto read = in.finite(placing.cradleCoord, "the cradle point"); !read)
+        return read.error();
+    if (auto read = in.finite(placing.bassBoxCoord, "the bass box point"); !read)
+        return read.error();
+    for (bool* value : {&placing.bassBox, &placing.mounting, &placing.angleOrPin}) {
+        const std::int16_t stored = in.i16();
+        if (stored != 1 && stored != -1)
+            return in.error("a yes/no entry is " + std::to_string(stored) + ", not 1 or -1");
+        *value = stored == 1;
+    }
+    return placing;
 }
 
 } // namespace orva

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/byte_stream.h"
+#include "model/vector_math.h"
 
 #include <array>
 #include <cstdint>
@@ -14,7 +15,15 @@ Result<Done> readBoxCount(ByteReader& in, std::string_view kind, int low, std::i
 
 void readPositions(ByteReader& in, std::array<std::int16_t, 32>& list);
 
-/// A boolean of the file: +1 true, -1 false, anything else an error.
-Result<Done> readBoolean(ByteReader& in, bool& value);
+/// The end that both layouts share: the two points and three booleans (+1 true, -1 false, anything
+/// else an error).
+struct ArrayPlacing {
+    FloatPair cradleCoord;
+    FloatPair bassBoxCoord;
+    bool bassBox;
+    bool mounting;
+    bool angleOrPin;
+};
+Result<ArrayPlacing> readPlacing(ByteReader& in);
 
 } // namespace orva

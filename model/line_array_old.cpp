@@ -18,13 +18,14 @@ Result<Done> LineArray_old::GBReadFromFile(ByteReader& in)
             return read;
     readPositions(in, AllType);
     readPositions(in, AllAngle);
-    if (auto read = in.finite(CradleCoord, "the cradle point"); !read)
-        return read;
-    if (auto read = in.finite(BassBoxCoord, "the bass box point"); !read)
-        return read;
-    for (bool* value : {&BassBox, &Mounting, &AngleOrPin})
-        if (auto read = readBoolean(in, *value); !read)
-            return read;
+    const Result<ArrayPlacing> placing = readPlacing(in);
+    if (!placing)
+        return placing.error();
+    CradleCoord = placing->cradleCoord;
+    BassBoxCoord = placing->bassBoxCoord;
+    BassBox = placing->bassBox;
+    Mounting = placing->mounting;
+    AngleOrPin = placing->angleOrPin;
     return Done{};
 }
 

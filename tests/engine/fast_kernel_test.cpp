@@ -234,6 +234,7 @@ TEST(FastKernel, HandsOverWhatItCannotFollow)
     const std::vector<Source> many(40, Source{0, 0, 0});
     const std::tuple<const char*, Directivity, std::vector<Source>, Point> cases[] = {
         {"far", changed(5, 3, 40), few, {500, 1}},
+        {"infinitely far", changed(5, 3, 40), {{-1 / 0.0, 0, 0}, {1e300, 0, 0}, few[0]}, {5, 1}},
         {"no table", changed(5, 400, 0), few, {5, 1}},
         {"many", changed(5, 3, 40), many, {5, 1}}};
     for (const auto& [what, data, sources, receiver] : cases) {
