@@ -45,10 +45,11 @@ void LiteralKernel::bandPowers(std::span<const Source> sources, std::span<const 
         for (const Source& source : sources) {
             const double dx = receivers[k].x - source.x;
             const double dy = receivers[k].y - source.y;
+            const double distance = std::sqrt(dx * dx + dy * dy);
+            if (!std::isfinite(distance))
+                continue; // a file may hold places that overflow: nothing is heard from there
             const double direction = withinOneTurn(VectorAngle360(dx, -dy) + source.angleDeg);
-            if (!std::isfinite(direction))
-                continue; // infinitely far away: a file may hold places that overflow
-            const double r = std::max(std::sqrt(dx * dx + dy * dy), kNearestM);
+            const double r = std::max(distance, kNearestM);
             const double spread = std::log(r) * -8.68588924407959;
             const double kr = r * m_air.WaveFactor;
             for (int b = bands.from; b <= bands.to; ++b) {
