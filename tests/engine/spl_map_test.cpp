@@ -73,7 +73,7 @@ TEST_F(MapOfNewProject, GivesTheLevelsOfALineThroughItsCells)
     const AreaSegment row = {static_cast<float>(start.x), static_cast<float>(start.y), 0, 0, 0, 30};
     const auto levels = LineSPL(kernel, data.BandLevel, project.array, row, choice, 30);
     for (std::size_t c = 0; c < 30; ++c)
-        EXPECT_NEAR(map->levels[2 * 30 + c], levels[c], 1e-3) << c;
+        EXPECT_NEAR(map->levels[60 + c], levels[c], 1e-3) << c;
     EXPECT_EQ(map->max, *std::max_element(map->levels.begin(), map->levels.end()));
     EXPECT_EQ(map->min, *std::min_element(map->levels.begin(), map->levels.end()));
 }

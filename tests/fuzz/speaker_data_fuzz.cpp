@@ -14,9 +14,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (reading->bands < 0 || reading->bands > kBands)
         std::abort();
     for (int band = 0; band < kBands; ++band)
-        for (double step = 0; step <= kAngleSteps; step += 0.5)
-            if (!std::isfinite(DirMagnitudeAt(reading->directivity, band, step)) ||
-                !std::isfinite(DirPhaseAt(reading->directivity, band, step)))
+        for (int half = 0; half <= 2 * kAngleSteps; ++half)
+            if (!std::isfinite(DirMagnitudeAt(reading->directivity, band, half / 2.0)) ||
+                !std::isfinite(DirPhaseAt(reading->directivity, band, half / 2.0)))
                 std::abort();
     return 0;
 }
