@@ -33,6 +33,8 @@ int run(const std::vector<std::string>& words, const Console& console)
     addRiggingCommand(program, work);
     addLevelsCommand(program, work);
     addMapCommand(program, work);
+    addAimCommand(program, work);
+    addSubArrayCommand(program, work);
 
     try {
         program.parse(

@@ -1,0 +1,77 @@
+#include "cli/json.h"
+#include "cli/prediction.h"
+#include "engine/auto_aim.h"
+#include "engine/sub_array_figures.h"
+#include "lang/string_table.h"
+
+#include <memory>
+
+namespace orva {
+
+namespace {
+
+struct AimOptions : ProjectOptions {
+    std::string outFile;
+};
+
+Result<Done> aim(const AimOptions& options, const Console& console)
+{
+    Result<ApplicationState> state = openForCalculation(options.file);
+    if (!state)
+        return state.error();
+    const std::optional<double> angle = autoAim(state->gRoom, state->gLineArray);
+    if (!angle) {
+        constexpr int kNoValidArea = 197;
+        return Error{std::string(MlGetString(options.common.text().language, kNoValidArea)),
+                     options.file};
+    }
+    state->gLineArray = aimedArray(state->gLineArray, *angle);
+    if (!options.outFile.empty())
+        if (auto saved = saveProject(*state, options.outFile); !saved)
+            return saved;
+    printJson(console.out, {{"angle", jsonNumber(static_cast<float>(*angle))},
+                            {"pin", state->gLineArray.GIPinPoint()}});
+    return Done{};
+}
+
+Json jsonOf(const std::array<double, 10>& figures)
+{
+    Json list = Json::array();
+    for (const double figure : figures)
+        list.push_back(jsonNumber(static_cast<float>(figure)));
+    return list;
+}
+
+Result<Done> printSubArray(const ProjectOptions& options, const Console& console)
+{
+    ApplicationState state;
+    if (const auto version = loadProject(state, options.file); !version)
+        return version.error();
+    UpdateSpeedOfSound(state, options.common.temperatureC);
+    const SubArrayFigures figures = subArrayFigures(state.subArray, state.air.SpeedOfSound);
+    printJson(console.out, {{"virtualDistance", jsonOf(figures.virtualDistance)},
+                            {"delay", jsonOf(figures.delay)}});
+    return Done{};
+}
+
+} // namespace
+
+void addAimCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand("aim", "aim the array at the audience");
+    const auto options = std::make_shared<AimOptions>();
+    command->add_option("--out", options->outFile, "save the aimed project")->type_name("FILE");
+    addProjectOptions(*command, *options);
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return aim(*options, console); };
+    });
+}
+
+void addSubArrayCommand(CLI::App& program, Work& work)
+{
+    addProjectCommand(program, work, "subarray",
+                      "print virtual distances (metres) and delays (ms) of the sub array as JSON",
+                      printSubArray);
+}
+
+} // namespace orva

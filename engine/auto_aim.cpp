@@ -1,0 +1,83 @@
+#include "engine/auto_aim.h"
+
+#include "engine/level_kernel.h"
+#include "model/vector_math.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace orva {
+
+namespace {
+
+struct Sight {
+    Point from;
+    Point to;
+};
+
+std::optional<Sight> flownSight(const Room& room, const LineArray& array)
+{
+    const auto [x, y] = array.GFAGetCradleCoord();
+    std::optional<Sight> nearest;
+    for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
+        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
+        if (area[0] > x && (!nearest || area[0] < nearest->to.x))
+            nearest = {{x, y}, {area[0], area[1]}};
+    }
+    return nearest;
+}
+
+/// The first position that holds no bass box; boxCount() where all do.
+int firstAimedPosition(const LineArray& array)
+{
+    int position = 0;
+    while (position < array.boxCount() && array.kindAt(position) == BoxKind::Bass)
+        ++position;
+    return position;
+}
+
+std::optional<Sight> stackedSight(const Room& room, const LineArray& array)
+{
+    const int position = firstAimedPosition(array);
+    if (position == array.boxCount())
+        return std::nullopt;
+    const auto sources = array.GFAGetOriginPTSandAng(true);
+    const auto at = static_cast<std::size_t>(position);
+    const AreaSegment last = *room.GFAGetAudienceAreaSelect(room.GIGetNumAreas());
+    return Sight{{sources[at], sources[32 + at]}, {last[2], last[3] - 0.1}};
+}
+
+} // namespace
+
+std::optional<double> autoAim(const Room& room, const LineArray& array)
+{
+    const std::optional<Sight> sight =
+        array.GBGetMounting() ? flownSight(room, array) : stackedSight(room, array);
+    if (!sight)
+        return std::nullopt;
+    double angle = VectorAngle180(sight->to.x - sight->from.x, sight->to.y - sight->from.y);
+    if (array.kindAt(0) == BoxKind::Trapezoidal)
+        angle += 4.5;
+    // Bass boxes on top: the first mid/high box hangs below them, turned by their joints.
+    const LineArray::Positions angles = array.GIAGetAllAngle();
+    const int last = std::min(firstAimedPosition(array), array.boxCount() - 1);
+    for (int position = 1; position <= last; ++position)
+        angle += LineArray::splayAngle(angles[static_cast<std::size_t>(position)]);
+    return angle;
+}
+
+LineArray aimedArray(const LineArray& array, double angleDeg)
+{
+    constexpr double kLargest = std::numeric_limits<std::int16_t>::max();
+    LineArray aimed = array;
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    angles[0] =
+        static_cast<std::int16_t>(std::clamp(std::nearbyint(-10 * angleDeg), -kLargest, kLargest));
+    aimed.GBSetAngleOrPin(false);
+    aimed.GBSetAllAngle(angles);
+    aimed.GFACalcCOM();
+    return aimed;
+}
+
+} // namespace orva
