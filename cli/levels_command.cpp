@@ -1,5 +1,6 @@
 #include "cli/json.h"
 #include "cli/prediction.h"
+#include "drawing/curve_drawing.h"
 
 #include <limits>
 #include <memory>
@@ -11,6 +12,8 @@ namespace {
 struct Options : ProjectOptions {
     PredictionOptions prediction;
     int points = 200;
+    int pictureArea = 1;
+    PictureOptions picture;
 };
 
 Result<Done> printLevels(const Options& options, const Console& console)
@@ -24,6 +27,20 @@ Result<Done> printLevels(const Options& options, const Console& console)
         return LineSPL(*kernel, state->speakerData.BandLevel, state->gLineArray, line, choice,
                        points, options.common.threads);
     };
+
+    if (options.pictureArea > state->gRoom.GIGetNumAreas())
+        return Error{"there is no audience area " + std::to_string(options.pictureArea),
+                     options.file};
+    auto drawn = writePicture(options.picture, [&](DrawingSurface& surface) {
+        const AreaSegment area = *state->gRoom.GFAGetAudienceAreaSelect(options.pictureArea);
+        const int points = curvePoints(surface);
+        const std::vector<float> levels = levelsAlong(area, points);
+        const Curve curve = {std::span(levels).first(static_cast<std::size_t>(points))};
+        DrawCurves(surface, options.pictureArea, area[5], std::span(&curve, 1), std::nullopt,
+                   options.common.drawing());
+    });
+    if (!drawn)
+        return drawn;
 
     Json areas = Json::array();
     for (int number = 1; number <= state->gRoom.GIGetNumAreas(); ++number) {
@@ -56,6 +73,11 @@ void addLevelsCommand(CLI::App& program, Work& work)
         ->check(numberBetween(1, std::numeric_limits<int>::max() - 2))
         ->type_name("N")
         ->capture_default_str();
+    command->add_option("--area", options->pictureArea, "audience area of the picture")
+        ->check(numberBetween(1, std::numeric_limits<int>::max()))
+        ->type_name("N")
+        ->capture_default_str();
+    addPictureOptions(*command, options->picture, "write the curve of that area");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);
     command->callback([options, &work] {

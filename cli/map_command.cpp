@@ -2,6 +2,9 @@
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "cli/progress_bar.h"
+#include "drawing/array_drawing.h"
+#include "drawing/room_drawing.h"
+#include "drawing/spl_map_drawing.h"
 #include "engine/spl_map.h"
 #include "lang/number_text.h"
 
@@ -16,6 +19,7 @@ struct Options : ProjectOptions {
     PredictionOptions prediction;
     float cellM = 0.1F;
     std::string csvFile;
+    PictureOptions picture;
 };
 
 std::string csvOf(const SummedMap& map, const MapGrid& grid)
@@ -37,6 +41,19 @@ float timed(const Options& options, const Console& console, const char* label, S
     ProgressBar bar(console.err, console.errIsTerminal || options.common.progress, label);
     stage([&bar](int done, int total) { return bar.update(done, total); });
     return std::chrono::duration<float>(Clock::now() - start).count();
+}
+
+/// The room view as the window shows it after a calculation.
+void drawMap(DrawingSurface& surface, const ApplicationState& state, const MapGrid& grid,
+             const SummedMap& map, const DrawingOptions& options)
+{
+    surface.clear();
+    GRoomSetup(surface, state.gRoom);
+    RenderSPLMap(surface, state.gRoom, grid, map, options);
+    const FloatPair cradle = state.gLineArray.GFAGetCradleCoord();
+    DrawLineArray(surface, state.gLineArray, {cradle[0], -static_cast<double>(cradle[1])}, false,
+                  options);
+    GDrawRoomBasic(surface, state.gRoom, options, false);
 }
 
 Result<Done> calculateMap(const Options& options, const Console& console)
@@ -67,7 +84,15 @@ Result<Done> calculateMap(const Options& options, const Console& console)
     if (!options.csvFile.empty())
         if (auto written = writeFile(options.csvFile, csvOf(*map, *grid)); !written)
             return written;
-    const Json seconds = {{"raw", rawSeconds}, {"sum", sumSeconds}, {"draw", 0.0F}};
+    Result<Done> drawn = Done{};
+    const float drawSeconds = timed(options, console, "Drawing", [&](const Progress&) {
+        drawn = writePicture(options.picture, [&](DrawingSurface& surface) {
+            drawMap(surface, *state, *grid, *map, options.common.drawing());
+        });
+    });
+    if (!drawn)
+        return drawn;
+    const Json seconds = {{"raw", rawSeconds}, {"sum", sumSeconds}, {"draw", drawSeconds}};
     printJson(console.out, {{"columns", grid->columns},
                             {"rows", grid->rows},
                             {"cellW", jsonNumber(grid->CellW)},
@@ -93,6 +118,7 @@ void addMapCommand(CLI::App& program, Work& work)
         ->capture_default_str();
     command->add_option("--csv", options->csvFile, "write the levels in dB, top row first")
         ->type_name("FILE");
+    addPictureOptions(*command, options->picture, "write the room view with the map");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);
     command->callback([options, &work] {

@@ -1,6 +1,8 @@
 #include "cli/options.h"
 
+#include "app/file_access.h"
 #include "lang/number_text.h"
+#include "painting/picture.h"
 
 #include <algorithm>
 #include <limits>
@@ -124,6 +126,31 @@ void addPredictionOptions(CLI::App& command, PredictionOptions& options)
 TextOptions CommonOptions::text() const
 {
     return {language == "de" ? Language::German : Language::English, units == "m"};
+}
+
+DrawingOptions CommonOptions::drawing() const
+{
+    DrawingOptions options;
+    options.text = text();
+    return options;
+}
+
+void addPictureOptions(CLI::App& command, PictureOptions& options, const char* description)
+{
+    command.add_option("--png", options.file, description)->type_name("FILE");
+    command.add_option("--width", options.widthPx, "width of the picture in pixels")
+        ->check(numberBetween(1, 16384))
+        ->type_name("PX")
+        ->capture_default_str();
+}
+
+Result<Done> writePicture(const PictureOptions& options,
+                          const std::function<void(DrawingSurface&)>& draw)
+{
+    if (options.file.empty())
+        return Done{};
+    const int height = std::max(1, options.widthPx * 9 / 16);
+    return writeFile(options.file, pngPicture(options.widthPx, height, draw));
 }
 
 LevelChoice PredictionOptions::choice() const

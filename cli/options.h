@@ -2,6 +2,8 @@
 
 #include "app/settings.h"
 #include "cli/command_line.h"
+#include "drawing/drawing_options.h"
+#include "drawing/drawing_surface.h"
 #include "engine/line_spl.h"
 #include "lang/text_options.h"
 #include "model/result.h"
@@ -16,6 +18,7 @@ namespace orva {
 /// What every command takes.
 struct CommonOptions {
     TextOptions text() const;
+    DrawingOptions drawing() const; ///< the grids of a first start
 
     std::string dataFolder;
     std::string speakerDataFile;
@@ -38,6 +41,16 @@ struct PredictionOptions {
 
 void addCommonOptions(CLI::App& command, CommonOptions& options);
 void addPredictionOptions(CLI::App& command, PredictionOptions& options);
+
+/// A picture that a command can write: a file and its width; the height is 9/16 of it.
+struct PictureOptions {
+    std::string file;
+    int widthPx = 1280;
+};
+void addPictureOptions(CLI::App& command, PictureOptions& options, const char* description);
+/// Writes the picture that `draw` makes; nothing where no file was asked for.
+Result<Done> writePicture(const PictureOptions& options,
+                          const std::function<void(DrawingSurface&)>& draw);
 
 /// Refuses what is no number from `low` to `high`, infinity and NaN included.
 CLI::Validator numberBetween(double low, double high);

@@ -1,16 +1,27 @@
 #include "cli/prediction.h"
+#include "drawing/array_drawing.h"
 
+#include <memory>
 #include <ostream>
 
 namespace orva {
 
 namespace {
 
-Result<Done> printRigging(const ProjectOptions& options, const Console& console)
+struct RiggingOptions : ProjectOptions {
+    PictureOptions picture;
+};
+
+Result<Done> printRigging(const RiggingOptions& options, const Console& console)
 {
     const Result<ApplicationState> state = openForCalculation(options.file);
     if (!state)
         return state.error();
+    auto drawn = writePicture(options.picture, [&](DrawingSurface& surface) {
+        DrawRiggingView(surface, state->gLineArray, options.common.drawing());
+    });
+    if (!drawn)
+        return drawn;
     std::string sheet = state->gLineArray.GSGetPrintout(options.common.text());
     std::erase(sheet, '\r'); // the line ends of a terminal
     console.out << sheet;
@@ -21,7 +32,13 @@ Result<Done> printRigging(const ProjectOptions& options, const Console& console)
 
 void addRiggingCommand(CLI::App& program, Work& work)
 {
-    addProjectCommand(program, work, "rigging", "print the rigging sheet as text", printRigging);
+    CLI::App* command = program.add_subcommand("rigging", "print the rigging sheet as text");
+    const auto options = std::make_shared<RiggingOptions>();
+    addPictureOptions(*command, options->picture, "write the rigging view");
+    addProjectOptions(*command, *options);
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return printRigging(*options, console); };
+    });
 }
 
 } // namespace orva

@@ -12,11 +12,10 @@ HueRange HueRange::of(float largestDb)
 
 int HueRange::hue(float levelDb) const
 {
-    if (!std::isfinite(levelDb))
-        return 0;
-    const double turns = std::trunc((static_cast<double>(levelDb) - startDb) * -256.0 / spanDb);
-    const int hue = static_cast<int>(std::fmod(turns, 256));
-    return hue < 0 ? hue + 256 : hue;
+    const double hues = (static_cast<double>(levelDb) - startDb) * -256.0 / spanDb;
+    if (!(std::abs(hues) <= 1e9))
+        return 0; // no level that can be told from another
+    return static_cast<int>(hues) & 0xFF;
 }
 
 std::uint32_t SplColour(int hue, int saturation, int value)

@@ -67,6 +67,7 @@ TEST(ShippedData, IsQuietestBehindAndHasItsReferenceOnAxis)
 double straightArrayLevel(const ApplicationState& state, double distance, BandSpan bands)
 {
     std::vector<Source> sources;
+    sources.reserve(24);
     for (int i = 0; i < 24; ++i)
         sources.push_back({0, 0.26 * (i - 11.5), 0});
     const LiteralKernel kernel(state.speakerData.directivity, state.air);

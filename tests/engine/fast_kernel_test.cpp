@@ -76,6 +76,7 @@ std::vector<float> levelsOf(const LevelKernel& kernel, std::span<const Source> s
     std::vector<std::vector<float>> planes(static_cast<std::size_t>(bands.count()),
                                            std::vector<float>(receivers.size()));
     std::vector<float*> to;
+    to.reserve(planes.size());
     for (auto& plane : planes)
         to.push_back(plane.data());
     kernel.bandPowers(sources, receivers, bands, to);

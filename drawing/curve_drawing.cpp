@@ -1,0 +1,152 @@
+#include "drawing/curve_drawing.h"
+
+#include "lang/number_text.h"
+#include "lang/string_table.h"
+#include "model/vector_math.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace orva {
+
+namespace {
+
+constexpr double kLeftMargin = 50;
+constexpr double kRightMargin = 20;
+
+struct Extremes {
+    float smallest;
+    float largest;
+};
+
+/// Of the finite levels; none where there is none.
+std::optional<Extremes> extremesOf(std::span<const float> levels, std::optional<Extremes> known)
+{
+    for (const float level : levels) {
+        if (!std::isfinite(level))
+            continue;
+        if (!known)
+            known = {level, level};
+        known->smallest = std::min(known->smallest, level);
+        known->largest = std::max(known->largest, level);
+    }
+    return known;
+}
+
+/// Draws the runs of finite levels; `at` says where a level of a given number lies.
+template<typename At>
+void drawRuns(DrawingSurface& surface, std::span<const float> levels, Colour colour, At at)
+{
+    std::vector<Point> run;
+    for (std::size_t i = 0; i <= levels.size(); ++i) {
+        if (i < levels.size() && std::isfinite(levels[i])) {
+            run.push_back(at(i, levels[i]));
+            continue;
+        }
+        if (!run.empty())
+            surface.polyline(run, colour);
+        run.clear();
+    }
+}
+
+} // namespace
+
+int curvePoints(const DrawingSurface& surface)
+{
+    return std::max(1,
+                    static_cast<int>((surface.pixelWidth() - kLeftMargin - kRightMargin) / 2 + 1));
+}
+
+CurveScale CurveScale::of(std::span<const float> levels)
+{
+    const Extremes extremes = extremesOf(levels, std::nullopt).value_or(Extremes{0, 0});
+    const double bottom = std::floor(extremes.smallest / 10) * 10;
+    const double top = std::ceil(extremes.largest / 10) * 10;
+    return {bottom, std::max(top, bottom + 10)};
+}
+
+void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<const Curve> curves,
+                const std::optional<FitLine>& fitLine, const DrawingOptions& options)
+{
+    constexpr int kArea = 238;
+    std::vector<float> all;
+    for (const Curve& curve : curves)
+        all.insert(all.end(), curve.levels.begin(), curve.levels.end());
+    const CurveScale levels = CurveScale::of(all);
+    const double range = levels.topDb - levels.bottomDb;
+    surface.clear();
+    surface.setScale({-kLeftMargin, -1.11 * range, surface.pixelWidth(), 1.3 * range});
+
+    const double end = surface.pixelWidth() - kLeftMargin - kRightMargin;
+    const double textHeight = surface.textHeight();
+    const auto labelAt = [&](double above) { return fixedText(levels.bottomDb + above, 0) + "dB"; };
+    const auto tooWide = [&](double above) { return surface.textSize(labelAt(above)).x > 38; };
+    while ((tooWide(0) || tooWide(range)) && surface.textHeight() > 6)
+        surface.setTextHeight(surface.textHeight() - 1);
+    for (double above = 0; above <= range; above += 5) {
+        const bool labelled = std::fmod(above, 10) == 0;
+        surface.line({labelled ? -6.0 : -3.0, -above}, {end, -above}, kGridGrey);
+        if (!labelled)
+            continue;
+        const std::string label = labelAt(above);
+        surface.print({-45, -above - surface.textSize(label).y / 2}, label);
+    }
+    surface.setTextHeight(textHeight);
+    surface.line({0, 0}, {0, -range}, kGridGrey);
+    // distance along the area
+    const double spacing = options.GridUnit_Area / options.text.lengthFactor();
+    const double pixelsPerMetre = lengthM > 0 ? end / lengthM : 0;
+    if (spacing * pixelsPerMetre >= 2)
+        for (int i = 0; i * spacing <= lengthM; ++i) {
+            const double tick = (i % 5 == 0 ? 6 : 3) * surface.pixelY();
+            surface.line({i * spacing * pixelsPerMetre, 0}, {i * spacing * pixelsPerMetre, tick},
+                         kGridGrey);
+        }
+
+    const std::string title =
+        std::string(MlGetString(options.text.language, kArea)) + std::to_string(area);
+    const Point size = surface.textSize(title);
+    const double room = 0.11 * range - size.y; // above the highest grid line
+    surface.print({surface.scale().left + (surface.scale().width - size.x) / 2,
+                   surface.scale().top + std::max(0.0, room / 2)},
+                  title);
+    for (const Curve& curve : curves)
+        drawRuns(surface, curve.levels, curve.colour, [&](std::size_t i, float level) {
+            return Point{2.0 * static_cast<double>(i), -(level - levels.bottomDb)};
+        });
+    if (fitLine)
+        surface.line(fitLine->first, fitLine->second, kRed, 2);
+}
+
+int profilePoints(const DrawingSurface& surface, const AreaSegment& area)
+{
+    return std::max(1, static_cast<int>(area[5] / surface.pixelX() / 2 + 1));
+}
+
+void DrawProfiles(DrawingSurface& surface, const Room& room,
+                  std::span<const std::vector<float>> profiles)
+{
+    std::optional<Extremes> extremes;
+    for (const std::vector<float>& profile : profiles)
+        extremes = extremesOf(profile, extremes);
+    if (!extremes)
+        return;
+    const double range = static_cast<double>(extremes->largest) - extremes->smallest;
+    for (std::size_t i = 0; i < profiles.size(); ++i) {
+        const AreaSegment area = *room.GFAGetAudienceAreaSelect(static_cast<int>(i) + 1);
+        const double direction = static_cast<double>(area[4]) * kRadiansPerDegree;
+        const Point along = {std::cos(direction), -std::sin(direction)};
+        const double step = static_cast<double>(area[5]) / static_cast<double>(profiles[i].size());
+        drawRuns(surface, profiles[i], kBlack, [&](std::size_t k, float level) {
+            const double height =
+                range > 0 ? (level - (extremes->smallest - 0.1 * range)) * 20 / range : 2;
+            const double distance = static_cast<double>(k) * step;
+            // left of the direction, y down
+            return Point{area[0] + distance * along.x + along.y * height * surface.pixelX(),
+                         -area[1] + distance * along.y - along.x * height * surface.pixelY()};
+        });
+    }
+}
+
+} // namespace orva

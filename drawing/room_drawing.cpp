@@ -1,0 +1,108 @@
+#include "drawing/room_drawing.h"
+
+#include "drawing/scale.h"
+#include "lang/number_text.h"
+#include "lang/string_table.h"
+
+#include <cmath>
+
+namespace orva {
+
+namespace {
+
+constexpr double kMarginPixels = 30;
+
+std::string text(const DrawingOptions& options, int id)
+{
+    return std::string(MlGetString(options.text.language, id));
+}
+
+} // namespace
+
+Point GRoomSetup(DrawingSurface& surface, const Room& room)
+{
+    const auto [width, height] = room.GFAGetRoomDims();
+    const auto [refX, refY] = room.GFAGetPointOfRef();
+    ResetScale(surface);
+    FitScale(surface, width * (1 + kMarginPixels / surface.pixelWidth()),
+             height * (1 + kMarginPixels / surface.pixelHeight()));
+    Scale scale = surface.scale();
+    const Point margin = {(scale.width - width) / 2 + refX,
+                          static_cast<double>(height) - refY + (scale.height - height) / 2};
+    scale.left = -margin.x;
+    scale.top = -margin.y;
+    surface.setScale(scale);
+    return margin;
+}
+
+void DrawRoomGrid(DrawingSurface& surface, const DrawingOptions& options)
+{
+    DrawGrid(surface, {0, 0}, options.GridUnit_Room, options.text);
+}
+
+void GDrawRoomOutline(DrawingSurface& surface, const Room& room)
+{
+    const AreaSegment ceiling = room.GFAGetRoomWalls(1);
+    const AreaSegment floor = room.GFAGetRoomWalls(3);
+    surface.rectangle({floor[0], -static_cast<double>(floor[1])},
+                      {ceiling[2], -static_cast<double>(ceiling[3])}, kBlack, 3);
+}
+
+void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
+{
+    constexpr int kScale = 191;
+    const Scale user = surface.scale();
+    const auto [refX, refY] = room.GFAGetPointOfRef();
+    const Point corner = {(-refX - user.left) / surface.pixelX(),
+                          (refY - user.top) / surface.pixelY()};
+
+    const ScaleKeeper keeper(surface);
+    ResetScale(surface);
+    surface.lineBy(corner, {30, 0}, kBlue);
+    surface.lineBy(corner, {0, -30}, kRed);
+    surface.print({corner.x - 13, corner.y - 28}, "Y", kRed);
+    surface.print({corner.x + 20, corner.y + 2}, "X", kBlue);
+    surface.print({4, 3}, text(options, kScale) + plainText(options.GridUnit_Room, 3) + ' ' +
+                              lengthUnit(options.text));
+}
+
+void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
+{
+    constexpr int kReference = 242;
+    for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
+        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
+        surface.line({area[0], -static_cast<double>(area[1])},
+                     {area[2], -static_cast<double>(area[3])}, kBlack, 2);
+    }
+    const Scale& scale = surface.scale();
+    const std::string reference = text(options, kReference);
+    surface.print({0, -0.01 * scale.height - surface.textSize(reference).y}, reference);
+    surface.circle({0, 0}, 0.005 * scale.width, kBlue);
+    surface.circle({0, 0}, 0.0005 * scale.width, kBlack);
+
+    const Point foh = {room.GFAGetFOH()[0], -static_cast<double>(room.GFAGetFOH()[1])};
+    const Point top = {foh.x, foh.y - 0.3};
+    surface.line(foh, top, kRed);
+    surface.line(top, {foh.x + 0.5, foh.y}, kRed);
+}
+
+void GDrawRoomBasic(DrawingSurface& surface, const Room& room, const DrawingOptions& options,
+                    bool clear)
+{
+    if (clear)
+        surface.clear();
+    GRoomSetup(surface, room);
+    DrawRoomGrid(surface, options);
+    GDrawRoomOutline(surface, room);
+    GDrawCoord(surface, room, options);
+    GDrawAreas(surface, room, options);
+}
+
+void drawFohLevel(DrawingSurface& surface, const Room& room, float levelDb, bool aWeighted)
+{
+    const std::string figure = std::isfinite(levelDb) ? fixedText(levelDb, 1) : "-";
+    surface.print({room.GFAGetFOH()[0], -static_cast<double>(room.GFAGetFOH()[1])},
+                  figure + (aWeighted ? " dB(A)" : " dB"));
+}
+
+} // namespace orva

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "drawing/drawing_options.h"
+#include "drawing/drawing_surface.h"
+#include "model/room.h"
+
+namespace orva {
+
+/// Fits the room with a margin of 30 pixels, in metres, the point of reference at (0, 0): a room
+/// point (x, y) is drawn at (x, -y). Returns how far the point of reference lies from the left and
+/// the top.
+Point GRoomSetup(DrawingSurface& surface, const Room& room);
+
+void DrawRoomGrid(DrawingSurface& surface, const DrawingOptions& options);
+
+/// Walls, floor and ceiling.
+void GDrawRoomOutline(DrawingSurface& surface, const Room& room);
+
+/// Axis cross in the room's lower left corner and, in the surface's upper left one, the grid unit.
+void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions& options);
+
+/// Audience areas, point of reference and FOH.
+void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions& options);
+
+/// All of these, after GRoomSetup().
+void GDrawRoomBasic(DrawingSurface& surface, const Room& room, const DrawingOptions& options,
+                    bool clear);
+
+/// The level at the FOH, "-" for minus infinity.
+void drawFohLevel(DrawingSurface& surface, const Room& room, float levelDb, bool aWeighted);
+
+} // namespace orva

@@ -1,0 +1,126 @@
+#include "drawing/spl_map_drawing.h"
+
+#include "drawing/scale.h"
+#include "drawing/spl_colour.h"
+#include "lang/number_text.h"
+#include "lang/string_table.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+
+namespace orva {
+
+namespace {
+
+std::array<Colour, 256> hueColours()
+{
+    std::array<Colour, 256> colours{};
+    for (std::size_t hue = 0; hue < colours.size(); ++hue)
+        colours[hue] = SplColour(static_cast<int>(hue), 255, 255);
+    return colours;
+}
+
+/// Edges of the columns or rows; the outer cells reach to the room's walls.
+std::vector<double> cellEdges(double start, double length, double margin, double cell, int count)
+{
+    std::vector<double> edges(static_cast<std::size_t>(count) + 1);
+    for (std::size_t i = 0; i < edges.size(); ++i)
+        edges[i] = start + margin + static_cast<double>(i) * cell;
+    edges.front() = start;
+    edges.back() = start + length;
+    return edges;
+}
+
+/// Black or white, whichever can be read on a colour.
+Colour textColourOn(Colour colour)
+{
+    const Colour brightness =
+        299 * (colour & 0xFF) + 587 * (colour >> 8 & 0xFF) + 114 * (colour >> 16 & 0xFF);
+    return brightness < 90000 ? kWhite : kBlack;
+}
+
+std::string decibels(float level)
+{
+    return std::isfinite(level) ? fixedText(level, 1) + "dB" : "-";
+}
+
+void drawLegend(DrawingSurface& surface, const SummedMap& map, const DrawingOptions& options)
+{
+    constexpr int kMax = 239;
+    constexpr int kMin = 240;
+    const ScaleKeeper keeper(surface);
+    ResetScale(surface);
+    const auto text = [&](int id) { return std::string(MlGetString(options.text.language, id)); };
+    const double height = surface.textSize("0").y;
+    const double pitch = std::max(0.018 * surface.pixelHeight(), height);
+    // below the grid unit that stands in the corner
+    const double first = std::max(1.2 * pitch, 3 + 1.2 * height);
+    const double left = std::max(4.0, 0.01 * surface.pixelWidth());
+    const std::array lines = {text(kMax), decibels(map.max), text(kMin), decibels(map.min)};
+    double width = 0;
+    for (const std::string& line : lines)
+        width = std::max(width, surface.textSize(line).x);
+    surface.fillRectangle({left - 2, first}, {left + width + 2, first + 4 * pitch}, kWhite);
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        surface.print({left, first + static_cast<double>(i) * pitch}, lines[i]);
+}
+
+void drawColourBar(DrawingSurface& surface, const SummedMap& map)
+{
+    if (!std::isfinite(map.max))
+        return;
+    const HueRange range = HueRange::of(map.max);
+    const ScaleKeeper keeper(surface);
+    ResetScale(surface);
+    // As many whole dB as both ends need, at most a hundred steps.
+    const double lowest = std::isfinite(map.min) ? map.min : range.startDb;
+    const int low = static_cast<int>(std::floor(lowest));
+    const int high = std::max(static_cast<int>(std::ceil(map.max)), low + 1);
+    const double height = std::max(23.0, 1.5 * surface.textSize("0").y);
+    double narrowest = 20;
+    for (const int level : {low, high})
+        narrowest = std::max(narrowest, surface.textSize(std::to_string(level) + "   ").x);
+
+    int span = high - low;
+    int step = 1;
+    const auto boxWidth = [&] { return std::floor(surface.pixelWidth() / (span / step + 1)); };
+    while (boxWidth() < narrowest && step < 100) {
+        ++step;
+        span = (high - low + step - 1) / step * step;
+    }
+    const double width = boxWidth();
+    const double bottom = surface.pixelHeight();
+    const int boxes = static_cast<int>(std::nearbyint(surface.pixelWidth() / width));
+    for (int i = 0; i <= boxes; ++i) {
+        const int level = low + i * step;
+        const Colour colour = SplColour(range.hue(static_cast<float>(level)), 255, 255);
+        surface.fillRectangle({i * width, bottom - height}, {(i + 1) * width, bottom}, colour);
+        const std::string label = std::to_string(level);
+        const Point size = surface.textSize(label);
+        if (i * width + size.x < surface.pixelWidth())
+            surface.print({i * width + (width - size.x) / 2, bottom - (height + size.y) / 2}, label,
+                          textColourOn(colour));
+    }
+}
+
+} // namespace
+
+void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid,
+                  const SummedMap& map, const DrawingOptions& options)
+{
+    static const std::array<Colour, 256> kColours = hueColours();
+    const HueRange range = HueRange::of(map.max);
+    std::vector<Colour> colours(map.levels.size());
+    std::transform(map.levels.begin(), map.levels.end(), colours.begin(), [&](float level) {
+        return std::isfinite(level) ? kColours[static_cast<std::size_t>(range.hue(level))] : kWhite;
+    });
+    const auto [width, height] = room.GFAGetRoomDims();
+    surface.cells(cellEdges(grid.left, width, grid.OffX, grid.CellW, grid.columns),
+                  cellEdges(-grid.top, height, grid.OffY, grid.CellH, grid.rows), colours);
+    drawLegend(surface, map, options);
+    drawColourBar(surface, map);
+}
+
+} // namespace orva

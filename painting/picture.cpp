@@ -1,0 +1,49 @@
+#include "painting/picture.h"
+
+#include "painting/painter_surface.h"
+
+#include <QBuffer>
+#include <QGuiApplication>
+#include <QImage>
+#include <QLoggingCategory>
+#include <algorithm>
+#include <memory>
+
+namespace orva {
+
+namespace {
+
+/// Fonts need an application object; it stays until the program ends.
+void needApplication()
+{
+    if (QCoreApplication::instance())
+        return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(
+        "default.warning=false"); // of folders that a picture needs not
+    static int argc = 1;
+    static char name[] = "orva";
+    static char* argv[] = {name, nullptr};
+    static const QGuiApplication application(argc, argv);
+}
+
+} // namespace
+
+std::string pngPicture(int width, int height, const std::function<void(DrawingSurface&)>& draw)
+{
+    needApplication();
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        PainterSurface surface(painter, QSizeF(width, height));
+        surface.setTextHeight(std::clamp(height / 50.0, 10.0, 18.0));
+        draw(surface);
+    }
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return buffer.data().toStdString();
+}
+
+} // namespace orva

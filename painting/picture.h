@@ -1,0 +1,14 @@
+#pragma once
+
+#include "drawing/drawing_surface.h"
+
+#include <functional>
+#include <string>
+
+namespace orva {
+
+/// A PNG of `width` x `height` pixels (both above 0) that `draw` has drawn on, white before. Needs
+/// no display: where the program has no window system yet it makes one that shows nothing.
+std::string pngPicture(int width, int height, const std::function<void(DrawingSurface&)>& draw);
+
+} // namespace orva
