@@ -19,7 +19,7 @@ constexpr double kLargestDb = 150;
 constexpr double kLargestDegrees = 20 * 360;
 /// Change of ln(amplitude) and phase between two rows: linear interpolation is off by 1/8 of its
 /// square at most.
-constexpr double kChangePerNode = 0.03;
+constexpr double kChangePerNode = 0.04;
 constexpr int kMostNodes = 400;
 
 BandRows allocateRows(std::size_t count)
