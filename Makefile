@@ -39,7 +39,9 @@ demo: all
 	mkdir -p demo
 	$(CLI) show examples/theatre.lad > demo/theatre-project.json
 	$(CLI) geometry examples/theatre.lad > demo/theatre-geometry.json
-	$(CLI) rigging examples/theatre.lad > demo/theatre-rigging.txt
+	$(CLI) map examples/theatre.lad --map-type continuous --a-weighted --cell 0.05 --png demo/map.png > demo/map.json
+	$(CLI) levels examples/theatre.lad --averaging broadband --map-type continuous --a-weighted --png demo/curve.png > demo/curve.json
+	$(CLI) rigging examples/theatre.lad --png demo/rigging.png > demo/theatre-rigging.txt
 	$(CLI) rigging examples/theatre.lad --language de > demo/theatre-rigging-de.txt
 	$(CLI) levels examples/theatre.lad --averaging broadband --map-type continuous --a-weighted > demo/theatre-levels.json
 	$(CLI) levels examples/club.lad --averaging broadband --map-type continuous --a-weighted > demo/club-levels.json

@@ -54,9 +54,10 @@ Box freePlace(const DrawingSurface& surface, Point at, Point size, const std::ve
 } // namespace
 
 void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
-                     const BassBoxView& bassBox, double speedOfSound, const DrawingOptions& options)
+                     const BassBoxView& bassBox, FloatPair foh, double speedOfSound,
+                     const DrawingOptions& options)
 {
-    std::vector<Box> taken;
+    std::vector<Box> taken = {{drawn({foh[0], foh[1]}), surface.textSize("-100.0 dB(A)")}};
     for (const AimingLine& line : lines) {
         const Point from = drawn(line.from);
         const Point to = drawn(line.to);

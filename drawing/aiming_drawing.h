@@ -14,9 +14,10 @@ struct BassBoxView {
 };
 
 /// Aiming lines with what stands at their ends, and the bass box. The first 120 m of a line that
-/// meets an area are blue, all else is black.
+/// meets an area are blue, all else is black. Leaves room for the level that is printed at the FOH
+/// (room frame).
 void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
-                     const BassBoxView& bassBox, double speedOfSound,
+                     const BassBoxView& bassBox, FloatPair foh, double speedOfSound,
                      const DrawingOptions& options);
 
 } // namespace orva

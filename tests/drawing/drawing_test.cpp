@@ -221,7 +221,7 @@ TEST(AimingDrawing, LinesEndBlueWithFiguresThatNeverOverlap)
                                            {{0, 5}, {0, 3}, 2, false}};
     RecordingSurface surface(600, 300);
     surface.setScale({-5, -10, 30, 15});
-    DrawAimingLines(surface, lines, {true, {1, 0}, false}, 344, {});
+    DrawAimingLines(surface, lines, {true, {1, 0}, false}, {20, 2}, 344, {});
     const auto blue = surface.all("line", kBlue);
     ASSERT_EQ(blue.size(), 3U);
     expectAt(blue[2].points[1], 120, -5);
@@ -235,8 +235,11 @@ TEST(AimingDrawing, LinesEndBlueWithFiguresThatNeverOverlap)
     expectAt(surface.all("rectangle", kBlack).at(0).points[0], 0.6, -1.1);
 
     surface.calls.clear();
-    DrawAimingLines(surface, lines, {true, {1, 0}, true}, 344, {Language::English, false});
+    DrawAimingLines(surface, lines, {true, {1, 0}, true}, {10, 0.1F}, 344,
+                    {Language::English, false});
     EXPECT_EQ(surface.texts().at(0), "-3ms"); // 9 m from the bass box, 10 m from the array
+    for (const auto& call : surface.calls)    // below the level at the FOH
+        EXPECT_TRUE(call.what != "text" || call.points[0].y >= 0.3);
 }
 
 TEST(SmallDrawings, SubArrayAndTriangle)
