@@ -49,31 +49,16 @@ protected:
 
 TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
 {
-    const char* lines[] = {"",
-                           "level p.lad",
-                           "levels",
-                           "levels p.lad more.lad",
-                           "levels p.lad --bands 1000",
-                           "levels p.lad --band 1001",
-                           "levels p.lad --band 1000.0",
-                           "levels p.lad --points 0",
-                           "levels p.lad --points 1.5",
-                           "levels p.lad --points 99999999999",
-                           "levels p.lad --temperature 50.1",
-                           "levels p.lad --temperature -20.1",
-                           "levels p.lad --temperature nan",
-                           "levels p.lad --threads 0",
-                           "levels p.lad --map-type loud",
-                           "levels p.lad --averaging fifth",
-                           "map p.lad --cell 0",
-                           "map p.lad --cell -1",
-                           "map p.lad --cell nan",
-                           "map p.lad --cell inf",
-                           "map p.lad --cell 1e-60",
-                           "map p.lad --language fr",
-                           "new",
-                           "new x.lad --system large"};
-    for (const char* line : lines) {
+    std::istringstream lines(
+        "\nlevel p.lad\nlevels\nlevels p.lad more.lad\nlevels p.lad --bands 1000\n"
+        "levels p.lad --band 1001\nlevels p.lad --band 1000.0\nlevels p.lad --points 0\n"
+        "levels p.lad --points 1.5\nlevels p.lad --points 99999999999\nlevels p.lad --area 0\n"
+        "levels p.lad --temperature 50.1\nlevels p.lad --temperature -20.1\nmap p.lad --width 0\n"
+        "levels p.lad --temperature nan\nlevels p.lad --threads 0\nlevels p.lad --map-type loud\n"
+        "levels p.lad --averaging fifth\nmap p.lad --cell 0\nmap p.lad --cell -1\n"
+        "map p.lad --cell nan\nmap p.lad --cell inf\nmap p.lad --cell 1e-60\n"
+        "map p.lad --language fr\nnew\nnew x.lad --system large");
+    for (std::string line; std::getline(lines, line);) {
         SCOPED_TRACE(line);
         const Outcome result = run(line);
         EXPECT_EQ(result.status, 2);

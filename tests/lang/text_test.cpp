@@ -14,33 +14,14 @@ namespace {
 TEST(DecimalText, TakesTheLeadingNumber)
 {
     constexpr double kLargest = std::numeric_limits<double>::max();
-    const std::tuple<const char*, double> cases[] = {{"", 0},
-                                                     {"abc", 0},
-                                                     {"1.5°", 1.5},
-                                                     {"1,5", 1.5},
-                                                     {"1,5,7", 1.5},
-                                                     {"  12 ", 12},
-                                                     {" \t-3.25dB", -3.25},
-                                                     {"+7", 7},
-                                                     {".5", 0.5},
-                                                     {"-.5", -0.5},
-                                                     {".", 0},
-                                                     {"-", 0},
-                                                     {"- 5", 0},
-                                                     {"--5", 0},
-                                                     {"1.2.3", 1.2},
-                                                     {"5.", 5},
-                                                     {"1e3", 1000},
-                                                     {"1e", 1},
-                                                     {"2E-1x", 0.2},
-                                                     {"nan", 0},
-                                                     {"inf", 0},
-                                                     {"-inf", 0},
-                                                     {"0x10", 0},
-                                                     {"1e999", kLargest},
-                                                     {"-1e999", -kLargest},
-                                                     {"1e-999", 0},
-                                                     {"3.44dB", 3.44}};
+    // clang-format off
+    const std::tuple<const char*, double> cases[] = {
+        {"", 0}, {"abc", 0}, {"1.5°", 1.5}, {"1,5", 1.5}, {"1,5,7", 1.5}, {"  12 ", 12},
+        {" \t-3.25dB", -3.25}, {"+7", 7}, {".5", 0.5}, {"-.5", -0.5}, {".", 0}, {"-", 0},
+        {"- 5", 0}, {"--5", 0}, {"1.2.3", 1.2}, {"5.", 5}, {"1e3", 1000}, {"1e", 1},
+        {"2E-1x", 0.2}, {"nan", 0}, {"inf", 0}, {"-inf", 0}, {"0x10", 0}, {"1e999", kLargest},
+        {"-1e999", -kLargest}, {"1e-999", 0}, {"3.44dB", 3.44}};
+    // clang-format on
     for (const auto& [text, value] : cases)
         EXPECT_EQ(ParseDecimalText(text), value) << text;
     EXPECT_EQ(leadingNumber("100,50"), 100);

@@ -128,29 +128,15 @@ TEST(ProjectFile, EveryShorterFileIsRefused)
 
 TEST(ProjectFile, CorruptFieldsAreRefusedWithTheirPlace)
 {
-    const std::tuple<const char*, std::size_t, int> fields[] = {{"magic", 0, 0x4546},
-                                                                {"first number", 6, 2},
-                                                                {"second number", 8, 21},
-                                                                {"filler", 10, 0x7879},
-                                                                {"version", 12, 3},
-                                                                {"version", 12, -1},
-                                                                {"last number", 26, 30},
-                                                                {"areas", kNumAreas, 0},
-                                                                {"areas", kNumAreas, 4},
-                                                                {"straight", kCounts, 33},
-                                                                {"straight", kCounts, -1},
-                                                                {"trapezoidal", kCounts + 2, 33},
-                                                                {"mid/high", kCounts + 4, 0},
-                                                                {"bass", kCounts + 6, 33},
-                                                                {"boolean", kBassBox, 0},
-                                                                {"boolean", kMounting, 2},
-                                                                {"boolean", kAngleOrPin, 255},
-                                                                {"splay", kAllAngle + 2, 7},
-                                                                {"splay", kAllAngle + 22, -1},
-                                                                {"pin", kAllAngle, 11},
-                                                                {"pin", kAllAngle, -1}};
-    for (const auto& [what, at, value] : fields) {
-        SCOPED_TRACE(what);
+    // clang-format off
+    const std::pair<std::size_t, int> fields[] = { // header, areas, counts, booleans, splay, pin
+        {0, 0x4546}, {6, 2}, {8, 21}, {10, 0x7879}, {26, 30}, {12, 3}, {12, -1}, {kNumAreas, 0},
+        {kNumAreas, 4}, {kCounts, 33}, {kCounts, -1}, {kCounts + 2, 33}, {kCounts + 4, 0},
+        {kBassCount, 33}, {kBassBox, 0}, {kMounting, 2}, {kAngleOrPin, 255}, {kAllAngle + 2, 7},
+        {kAllAngle + 22, -1}, {kAllAngle, 11}, {kAllAngle, -1}};
+    // clang-format on
+    for (const auto& [at, value] : fields) {
+        SCOPED_TRACE(at);
         Bytes bytes = sample();
         put16(bytes, at, value);
         const auto loaded = readProject(bytes, "p.lad");

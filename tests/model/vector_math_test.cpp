@@ -34,12 +34,5 @@ TEST(VectorMath, RotatePointTurnsCounterClockwiseWhereYPointsDown)
     EXPECT_NEAR(up[1], -1, 1e-7);
 }
 
-TEST(VectorMath, SmallestAndLargest)
-{
-    EXPECT_EQ(MinInt(-3, 2), -3);
-    EXPECT_EQ(MaxInt(-3, 2), 2);
-    EXPECT_EQ(MaxFloat(1.5F, -2), 1.5F);
-}
-
 } // namespace
 } // namespace orva
