@@ -103,9 +103,14 @@ Result<int> loadProject(ApplicationState& state, const std::filesystem::path& fi
     return loaded->version;
 }
 
+std::string projectBytes(const ApplicationState& state)
+{
+    return std::string(asText(writeProject({state.gRoom, state.gLineArray, state.subArray})));
+}
+
 Result<Done> saveProject(const ApplicationState& state, const std::filesystem::path& file)
 {
-    return writeFile(file, asText(writeProject({state.gRoom, state.gLineArray, state.subArray})));
+    return writeFile(file, projectBytes(state));
 }
 
 Result<Done> importSpeakerData(ApplicationState& state, const std::filesystem::path& file)

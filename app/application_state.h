@@ -59,6 +59,9 @@ void SetNewProject(ApplicationState& state, std::int16_t system);
 /// version.
 Result<int> loadProject(ApplicationState& state, const std::filesystem::path& file);
 
+/// The current project as its file.
+std::string projectBytes(const ApplicationState& state);
+
 /// Writes the current project.
 Result<Done> saveProject(const ApplicationState& state, const std::filesystem::path& file);
 

@@ -26,12 +26,13 @@ Result<Done> aim(const AimOptions& options, const Console& console)
                      options.file};
     }
     state->gLineArray = aimedArray(state->gLineArray, *angle);
+    PendingFiles files;
     if (!options.outFile.empty())
-        if (auto saved = saveProject(*state, options.outFile); !saved)
-            return saved;
-    printJson(console.out, {{"angle", jsonNumber(static_cast<float>(*angle))},
-                            {"pin", state->gLineArray.GIPinPoint()}});
-    return Done{};
+        if (auto added = files.add(options.outFile, projectBytes(*state)); !added)
+            return added;
+    const Json result = {{"angle", jsonNumber(static_cast<float>(*angle))},
+                         {"pin", state->gLineArray.GIPinPoint()}};
+    return deliver(console, jsonText(result), files);
 }
 
 Json jsonOf(const std::array<double, 10>& figures)
@@ -49,9 +50,10 @@ Result<Done> printSubArray(const ProjectOptions& options, const Console& console
         return version.error();
     UpdateSpeedOfSound(state, options.common.temperatureC);
     const SubArrayFigures figures = subArrayFigures(state.subArray, state.air.SpeedOfSound);
-    printJson(console.out, {{"virtualDistance", jsonOf(figures.virtualDistance)},
-                            {"delay", jsonOf(figures.delay)}});
-    return Done{};
+    PendingFiles files;
+    const Json result = {{"virtualDistance", jsonOf(figures.virtualDistance)},
+                         {"delay", jsonOf(figures.delay)}};
+    return deliver(console, jsonText(result), files);
 }
 
 } // namespace

@@ -21,6 +21,12 @@ std::string oneLine(std::string text)
     return text;
 }
 
+int argumentsWrong(const Console& console, const std::string& why)
+{
+    console.err << "orva-cli: " << oneLine(why) << "\nRun orva-cli --help for what it takes.\n";
+    return kArgumentsWrong;
+}
+
 int run(const std::vector<std::string>& words, const Console& console)
 {
     CLI::App program("Predicts, aims and reports a line array from its project file.", "orva-cli");
@@ -36,24 +42,28 @@ int run(const std::vector<std::string>& words, const Console& console)
     addAimCommand(program, work);
     addSubArrayCommand(program, work);
 
+    const auto isNamed = [&words](const CLI::App* command) {
+        return command->get_name() == words[0];
+    };
+    const std::vector<CLI::App*> commands = program.get_subcommands({});
+    if (!words.empty() && words[0].rfind('-', 0) != 0 &&
+        std::none_of(commands.begin(), commands.end(), isNamed))
+        return argumentsWrong(console, words[0] + " is no command");
     try {
         program.parse(
             std::vector<std::string>(words.rbegin(), words.rend())); // the library's order
     } catch (const CLI::Success& asked) {                            // help or version
         program.exit(asked, console.out, console.err);
-        return 0;
+        console.out.flush();
+        return console.out ? 0 : kWorkFailed;
     } catch (const CLI::ParseError& error) {
-        console.err << "orva-cli: " << oneLine(error.what())
-                    << "\nRun orva-cli --help for what it takes.\n";
-        return kArgumentsWrong;
+        return argumentsWrong(console, error.what());
     }
 
     const Result<Done> done = work(console);
-    console.out.flush();
-    if (done && console.out)
+    if (done)
         return 0;
-    const Error unwritten{"the result cannot be written", "standard output"};
-    console.err << "orva-cli: " << oneLine((done ? unwritten : done.error()).text()) << '\n';
+    console.err << "orva-cli: " << oneLine(done.error().text()) << '\n';
     return kWorkFailed;
 }
 

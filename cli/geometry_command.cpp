@@ -40,17 +40,18 @@ Result<Done> printGeometry(const ProjectOptions& options, const Console& console
         {"trapezoidal", jsonNumber(array.GFGetSpeakerByType(system.TypeCodeSchräg))},
         {"bass", jsonNumber(array.GFGetSpeakerByType(system.TypeCodeBass))},
         {"cable", jsonNumber(array.GFGetCableWeight())}};
-    printJson(console.out, {{"firstAngle", jsonNumber(array.GFFirstAngle())},
-                            {"pinPoint", array.GIPinPoint()},
-                            {"pinRemainder", jsonNumber(array.GFPinPointRemainder())},
-                            {"pinAngles", pinAngles},
-                            {"centerOfMass", jsonNumbers(centerOfMass)},
-                            {"bounds", jsonNumbers(array.GFAGetBounds())},
-                            {"sources", perBox(array, array.GFAGetOriginPTSandAng(true))},
-                            {"boxCentersOfGravity", perBox(array, array.GFAGetCOMPTS())},
-                            {"angleBounds", array.IAGetAngleBounds()},
-                            {"weight", weight}});
-    return Done{};
+    PendingFiles files;
+    const Json result = {{"firstAngle", jsonNumber(array.GFFirstAngle())},
+                         {"pinPoint", array.GIPinPoint()},
+                         {"pinRemainder", jsonNumber(array.GFPinPointRemainder())},
+                         {"pinAngles", pinAngles},
+                         {"centerOfMass", jsonNumbers(centerOfMass)},
+                         {"bounds", jsonNumbers(array.GFAGetBounds())},
+                         {"sources", perBox(array, array.GFAGetOriginPTSandAng(true))},
+                         {"boxCentersOfGravity", perBox(array, array.GFAGetCOMPTS())},
+                         {"angleBounds", array.IAGetAngleBounds()},
+                         {"weight", weight}};
+    return deliver(console, jsonText(result), files);
 }
 
 } // namespace

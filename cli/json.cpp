@@ -1,7 +1,6 @@
 #include "cli/json.h"
 
 #include <cmath>
-#include <ostream>
 
 namespace orva {
 
@@ -20,14 +19,15 @@ Json jsonNumbers(std::span<const float> values)
     return list;
 }
 
-void printJson(std::ostream& out, const Json& object)
+std::string jsonText(const Json& object)
 {
+    std::string text;
     const char* before = "{\n  ";
     for (const auto& [name, value] : object.items()) {
-        out << before << Json(name).dump() << ": " << value.dump();
+        text += before + Json(name).dump() + ": " + value.dump();
         before = ",\n  ";
     }
-    out << "\n}\n";
+    return text + "\n}\n";
 }
 
 } // namespace orva

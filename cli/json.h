@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <iosfwd>
 #include <map>
 #include <span>
 #include <string>
@@ -21,6 +20,6 @@ Json jsonNumber(float value);
 Json jsonNumbers(std::span<const float> values);
 
 /// The object, one name a line.
-void printJson(std::ostream& out, const Json& object);
+std::string jsonText(const Json& object);
 
 } // namespace orva

@@ -31,15 +31,16 @@ Result<Done> printLevels(const Options& options, const Console& console)
     if (options.pictureArea > state->gRoom.GIGetNumAreas())
         return Error{"there is no audience area " + std::to_string(options.pictureArea),
                      options.file};
-    auto drawn = writePicture(options.picture, [&](DrawingSurface& surface) {
+    PendingFiles files;
+    const auto draw = [&](DrawingSurface& surface) {
         const AreaSegment area = *state->gRoom.GFAGetAudienceAreaSelect(options.pictureArea);
         const int points = curvePoints(surface);
         const std::vector<float> levels = levelsAlong(area, points);
         const Curve curve = {std::span(levels).first(static_cast<std::size_t>(points))};
         DrawCurves(surface, options.pictureArea, area[5], std::span(&curve, 1), std::nullopt,
                    options.common.drawing());
-    });
-    if (!drawn)
+    };
+    if (auto drawn = addPicture(options.picture, draw, files); !drawn)
         return drawn;
 
     Json areas = Json::array();
@@ -53,13 +54,13 @@ Result<Done> printLevels(const Options& options, const Console& console)
                          {"max", jsonNumber(levels[points])},
                          {"min", jsonNumber(levels[points + 1])}});
     }
-    printJson(console.out, {{"fromBand", choice.bands.from},
-                            {"toBand", choice.bands.to},
-                            {"levelField", static_cast<int>(choice.field)},
-                            {"aWeighted", choice.aWeighted},
-                            {"foh", jsonNumber(levelsAlong(fohLine(state->gRoom), 1).front())},
-                            {"areas", areas}});
-    return Done{};
+    const Json result = {{"fromBand", choice.bands.from},
+                         {"toBand", choice.bands.to},
+                         {"levelField", static_cast<int>(choice.field)},
+                         {"aWeighted", choice.aWeighted},
+                         {"foh", jsonNumber(levelsAlong(fohLine(state->gRoom), 1).front())},
+                         {"areas", areas}};
+    return deliver(console, jsonText(result), files);
 }
 
 } // namespace

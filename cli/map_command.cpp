@@ -1,4 +1,3 @@
-#include "app/file_access.h"
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "cli/progress_bar.h"
@@ -81,28 +80,30 @@ Result<Done> calculateMap(const Options& options, const Console& console)
                                 options.common.threads, progress);
         });
 
+    PendingFiles files;
     if (!options.csvFile.empty())
-        if (auto written = writeFile(options.csvFile, csvOf(*map, *grid)); !written)
-            return written;
+        if (auto added = files.add(options.csvFile, csvOf(*map, *grid)); !added)
+            return added;
     Result<Done> drawn = Done{};
     const float drawSeconds = timed(options, console, "Drawing", [&](const Progress&) {
-        drawn = writePicture(options.picture, [&](DrawingSurface& surface) {
+        const auto draw = [&](DrawingSurface& surface) {
             drawMap(surface, *state, *grid, *map, options.common.drawing());
-        });
+        };
+        drawn = addPicture(options.picture, draw, files);
     });
     if (!drawn)
         return drawn;
     const Json seconds = {{"raw", rawSeconds}, {"sum", sumSeconds}, {"draw", drawSeconds}};
-    printJson(console.out, {{"columns", grid->columns},
-                            {"rows", grid->rows},
-                            {"cellW", jsonNumber(grid->CellW)},
-                            {"cellH", jsonNumber(grid->CellH)},
-                            {"offX", jsonNumber(grid->OffX)},
-                            {"offY", jsonNumber(grid->OffY)},
-                            {"max", jsonNumber(map->max)},
-                            {"min", jsonNumber(map->min)},
-                            {"seconds", seconds}});
-    return Done{};
+    const Json result = {{"columns", grid->columns},
+                         {"rows", grid->rows},
+                         {"cellW", jsonNumber(grid->CellW)},
+                         {"cellH", jsonNumber(grid->CellH)},
+                         {"offX", jsonNumber(grid->OffX)},
+                         {"offY", jsonNumber(grid->OffY)},
+                         {"max", jsonNumber(map->max)},
+                         {"min", jsonNumber(map->min)},
+                         {"seconds", seconds}};
+    return deliver(console, jsonText(result), files);
 }
 
 } // namespace

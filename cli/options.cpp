@@ -1,12 +1,12 @@
 #include "cli/options.h"
 
-#include "app/file_access.h"
 #include "lang/number_text.h"
 #include "painting/picture.h"
 
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <ostream>
 #include <thread>
 
 #include <CLI/Config.hpp>
@@ -31,6 +31,7 @@ CLI::Validator nominalFrequency()
     return {[](const std::string& text) {
                 int hz = 0;
                 const bool nominal =
+                    text.find_first_not_of("0123456789") == std::string::npos &&
                     CLI::detail::lexical_cast(text, hz) &&
                     std::find(kNominalHz.begin(), kNominalHz.end(), hz) != kNominalHz.end();
                 return nominal ? std::string()
@@ -81,7 +82,7 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
         ->capture_default_str();
     command
         .add_option("--threads", options.threads, "threads to calculate on (default: one per core)")
-        ->check(numberBetween(1, 1024))
+        ->check(numberBetween(1, std::numeric_limits<int>::max()))
         ->type_name("N");
     command.add_flag("--progress", options.progress,
                      "show progress on standard error even where that is no terminal");
@@ -144,13 +145,21 @@ void addPictureOptions(CLI::App& command, PictureOptions& options, const char* d
         ->capture_default_str();
 }
 
-Result<Done> writePicture(const PictureOptions& options,
-                          const std::function<void(DrawingSurface&)>& draw)
+Result<Done> addPicture(const PictureOptions& options,
+                        const std::function<void(DrawingSurface&)>& draw, PendingFiles& files)
 {
     if (options.file.empty())
         return Done{};
     const int height = std::max(1, options.widthPx * 9 / 16);
-    return writeFile(options.file, pngPicture(options.widthPx, height, draw));
+    return files.add(options.file, pngPicture(options.widthPx, height, draw));
+}
+
+Result<Done> deliver(const Console& console, const std::string& result, PendingFiles& files)
+{
+    console.out << result << std::flush;
+    if (!console.out)
+        return Error{"the result cannot be written", "standard output"};
+    return files.commit();
 }
 
 LevelChoice PredictionOptions::choice() const

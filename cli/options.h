@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/file_access.h"
 #include "app/settings.h"
 #include "cli/command_line.h"
 #include "drawing/drawing_options.h"
@@ -48,9 +49,12 @@ struct PictureOptions {
     int widthPx = 1280;
 };
 void addPictureOptions(CLI::App& command, PictureOptions& options, const char* description);
-/// Writes the picture that `draw` makes; nothing where no file was asked for.
-Result<Done> writePicture(const PictureOptions& options,
-                          const std::function<void(DrawingSurface&)>& draw);
+/// Prepares the picture that `draw` makes; nothing where no file was asked for.
+Result<Done> addPicture(const PictureOptions& options,
+                        const std::function<void(DrawingSurface&)>& draw, PendingFiles& files);
+
+/// Prints a result and, when that went well, lets the files take their places.
+Result<Done> deliver(const Console& console, const std::string& result, PendingFiles& files);
 
 /// Refuses what is no number from `low` to `high`, infinity and NaN included.
 CLI::Validator numberBetween(double low, double high);

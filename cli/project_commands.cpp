@@ -65,11 +65,12 @@ Result<Done> show(const ProjectOptions& options, const Console& console)
         return version.error();
     const Json subArray = {{"positions", jsonNumbers(state.subArray.SubPos)},
                            {"openingAngle", jsonNumber(state.subArray.openingAngleDeg)}};
-    printJson(console.out, {{"version", *version},
-                            {"array", jsonOf(state.gLineArray)},
-                            {"room", jsonOf(state.gRoom)},
-                            {"subArray", subArray}});
-    return Done{};
+    PendingFiles files;
+    const Json result = {{"version", *version},
+                         {"array", jsonOf(state.gLineArray)},
+                         {"room", jsonOf(state.gRoom)},
+                         {"subArray", subArray}};
+    return deliver(console, jsonText(result), files);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "drawing/array_drawing.h"
 
 #include <memory>
-#include <ostream>
 
 namespace orva {
 
@@ -17,15 +16,15 @@ Result<Done> printRigging(const RiggingOptions& options, const Console& console)
     const Result<ApplicationState> state = openForCalculation(options.file);
     if (!state)
         return state.error();
-    auto drawn = writePicture(options.picture, [&](DrawingSurface& surface) {
+    PendingFiles files;
+    const auto draw = [&](DrawingSurface& surface) {
         DrawRiggingView(surface, state->gLineArray, options.common.drawing());
-    });
-    if (!drawn)
+    };
+    if (auto drawn = addPicture(options.picture, draw, files); !drawn)
         return drawn;
     std::string sheet = state->gLineArray.GSGetPrintout(options.common.text());
     std::erase(sheet, '\r'); // the line ends of a terminal
-    console.out << sheet;
-    return Done{};
+    return deliver(console, sheet, files);
 }
 
 } // namespace

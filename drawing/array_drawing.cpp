@@ -142,6 +142,8 @@ void drawLabels(DrawingSurface& surface, std::vector<Label> labels, double right
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (column > rightmost)
             surface.line(labels[i].box, {column - gap / 4, edges[i] + height / 2}, kGridGrey);
+        else // a curl as wide as the view: the labels come to lie on it
+            surface.fillRectangle({column, edges[i]}, {surface.right(), edges[i] + height}, kWhite);
         surface.print({column, edges[i]}, labels[i].text);
     }
     surface.setTextHeight(former);

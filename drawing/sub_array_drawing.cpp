@@ -5,8 +5,7 @@
 
 namespace orva {
 
-void DrawSubArrayView(DrawingSurface& surface, const SubArray& subArray,
-                      const SubArrayFigures& figures)
+void DrawSubArray(DrawingSurface& surface, const SubArray& subArray, const SubArrayFigures& figures)
 {
     const auto& positions = subArray.SubPos;
     const double most = std::max(0.0F, *std::max_element(positions.begin(), positions.end()));

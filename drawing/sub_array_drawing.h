@@ -6,7 +6,7 @@
 namespace orva {
 
 /// The row of the sub array in black and, in blue, where each box seems to stand; metres.
-void DrawSubArrayView(DrawingSurface& surface, const SubArray& subArray,
-                      const SubArrayFigures& figures);
+void DrawSubArray(DrawingSurface& surface, const SubArray& subArray,
+                  const SubArrayFigures& figures);
 
 } // namespace orva

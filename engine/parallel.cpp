@@ -2,10 +2,15 @@
 
 #include <algorithm>
 #include <atomic>
+#include <system_error>
 #include <thread>
 #include <vector>
 
 namespace orva {
+
+namespace {
+constexpr int kMostThreads = 256;
+} // namespace
 
 bool runBlocks(int count, int threads, const Progress& progress,
                const std::function<void(int)>& work)
@@ -25,11 +30,15 @@ bool runBlocks(int count, int threads, const Progress& progress,
     };
     {
         std::vector<std::jthread> helpers;
-        for (int i = 1; i < std::min(threads, count); ++i)
-            helpers.emplace_back([&] {
-                while (takeOne()) {
-                }
-            });
+        try {
+            for (int i = 1; i < std::min({threads, count, kMostThreads}); ++i)
+                helpers.emplace_back([&] {
+                    while (takeOne()) {
+                    }
+                });
+        } catch (const std::system_error&) {
+            // The machine has no more threads to give: those that run do the work.
+        }
         int told = 0;
         while (takeOne())
             if (told = done; progress && !progress(told, count))

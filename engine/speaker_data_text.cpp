@@ -14,6 +14,8 @@ namespace {
 constexpr int kHeaderLines = 10;
 constexpr std::string_view kAbove = "90\xB0"; // Windows-1252; stands in "190°" too
 constexpr std::string_view kBelow = "270\xB0";
+/// Louder than on axis by more than this is no loudspeaker, and more than a 32-bit power holds.
+constexpr double kLargestGainDb = 300;
 constexpr std::string_view kFrequencyKey = "\"Frequency\"";
 constexpr std::string_view kPhaseKey = "\"PhaseData\"";
 
@@ -60,7 +62,8 @@ private:
         if (number >= kAngleSteps)
             return true;
         double value = ParseDecimalText(text);
-        if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()))
+        if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()) ||
+            (!m_phase && value < -kLargestGainDb))
             return false;
         if (m_phase && value < 0)
             value += 360;

@@ -22,7 +22,8 @@ struct SpeakerDataReading {
 
 /// Reads text in the speaker data format (Windows-1252, lines ending with LF or CR LF) over the
 /// tables `before`. Values beyond the 72 steps are dropped. An error, and nothing read: a text over
-/// 64 MB, a line over 1 MB, a value too large for a 32-bit float. `name` stands for the file in it.
+/// 64 MB, a line over 1 MB, a value too large for a 32-bit float
+/// or a gain of more than 300 dB. `name` stands for the file in it.
 Result<SpeakerDataReading> ReadSpeakerDataText(std::string_view text, const Directivity& before,
                                                std::string_view name);
 

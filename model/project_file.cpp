@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <optional>
 
 namespace orva {
 
@@ -77,17 +78,23 @@ Result<int> ReadProjectHeader(ByteReader& in)
 {
     if (auto there = in.need(kHeaderBytes, "the header"); !there)
         return there.error();
-    bool matches = in.chars(kMagic.size()) == kMagic;
-    matches &= in.i16() == 1;
-    matches &= in.i16() == 20;
-    matches &= in.chars(kFiller.size()) == kFiller;
+    std::optional<Error> first;
+    const auto require = [&](bool holds, const std::string& what) {
+        if (!holds && !first)
+            first = in.error(what);
+    };
+    const std::string foreign = "the header is not that of a project file";
+    require(in.chars(kMagic.size()) == kMagic, foreign);
+    require(in.i16() == 1, foreign);
+    require(in.i16() == 20, foreign);
+    require(in.chars(kFiller.size()) == kFiller, foreign);
     const std::int16_t version = in.i16();
+    require(version >= 0 && version <= kWrittenVersion,
+            "the format version is " + std::to_string(version) + ", not 0, 1 or 2");
     for (const std::int32_t field : {0, 0, 0, 31})
-        matches &= in.i32() == field;
-    if (!matches)
-        return in.error("the header is not that of a project file");
-    if (version < 0 || version > kWrittenVersion)
-        return in.error("the format version is " + std::to_string(version) + ", not 0, 1 or 2");
+        require(in.i32() == field, foreign);
+    if (first)
+        return *first;
     return version;
 }
 

@@ -72,6 +72,8 @@ TEST_F(Files, StayAsTheyWereWhenWritingFails)
     EXPECT_FALSE(writeFile(pipe, "x"));
     EXPECT_TRUE(fs::is_fifo(pipe));
     EXPECT_FALSE(writeFile(folder, "x"));
+    EXPECT_FALSE(writeFile(folder / "\xFE.lad", "x")); // Qt would write another file
+    EXPECT_FALSE(writeFile("", "x"));
     EXPECT_FALSE(writeFile(folder / "missing" / "a.lad", "x"));
     EXPECT_FALSE(readFile(folder / "missing.lad", 10));
     EXPECT_FALSE(readFile(folder, 10));

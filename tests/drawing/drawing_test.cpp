@@ -247,7 +247,7 @@ TEST(SmallDrawings, SubArrayAndTriangle)
     RecordingSurface surface(600, 300);
     SubArray subArray;
     subArray.openingAngleDeg = 90;
-    DrawSubArrayView(surface, subArray, subArrayFigures(subArray, 344));
+    DrawSubArray(surface, subArray, subArrayFigures(subArray, 344));
     EXPECT_NEAR(surface.scale().width, 2.1 * 9 + 1, 1e-9);
     EXPECT_NEAR(surface.scale().height, 11, 1e-9);
     expectAt(surface.all("fill", kBlack).at(0).points[0], -9.55, -0.2);

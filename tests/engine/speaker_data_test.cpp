@@ -63,7 +63,7 @@ TEST(SpeakerData, ReadsValuesAsTheyStand)
         {"1,2,3", 70, 0, 0}, // its last value is not stored
         {"1,2,3", 2, 3, 3},  // below it is
         {"0,-10,0", 1, -10, 350},
-        {"0,-370", 1, -370, -10},
+        {"0,-290", 1, -290, 70},
         {"0, 1.5dB,x", 1, 1.5F, 1.5F},
         {"7", 0, 7, 7}};
     for (const auto& [values, step, magnitude, phase] : cases) {
@@ -71,6 +71,9 @@ TEST(SpeakerData, ReadsValuesAsTheyStand)
         EXPECT_EQ(reading.directivity.DirMagnitude[4][step], magnitude) << values << ' ' << step;
         EXPECT_EQ(reading.directivity.DirPhase[4][step], phase) << values << ' ' << step;
     }
+    const std::string turned = header() + "\"Frequency\",100\n\"90\xB0\",0\n\"270\xB0\",0\n"
+                                          "\"PhaseData\"\n\"90\xB0\",0\n\"270\xB0\",0,-370\n";
+    EXPECT_EQ(read(turned).directivity.DirPhase[0][1], -10); // 360 is added once
     std::string many = "1";
     for (int i = 0; i < 200; ++i)
         many += ",2";
@@ -137,7 +140,7 @@ TEST(SpeakerData, RefusesWhatIsTooLarge)
 {
     const std::string texts[] = {header() + std::string((1U << 20) + 1, 'x'),
                                  std::string((64U << 20) + 1, '\n'), bands(1, "1e39,2"),
-                                 bands(1, "1,-1e400,2")};
+                                 bands(1, "1,-1e400,2"), bands(1, "1,-301,2")};
     for (const std::string& text : texts)
         EXPECT_FALSE(ReadSpeakerDataText(text, {}, "x.xhn"));
     EXPECT_EQ(ReadSpeakerDataText(bands(1, "1e39,2"), {}, "x.xhn").error().where, "x.xhn, line 12");

@@ -142,6 +142,9 @@ TEST(ProjectFile, CorruptFieldsAreRefusedWithTheirPlace)
         const auto loaded = readProject(bytes, "p.lad");
         ASSERT_FALSE(loaded);
         EXPECT_EQ(loaded.error().where.rfind("p.lad", 0), 0U);
+        if (at < kCounts + 8) { // fields that are judged one by one
+            EXPECT_EQ(loaded.error().where, "p.lad, byte " + std::to_string(at));
+        }
     }
     const float bad[] = {std::numeric_limits<float>::quiet_NaN(),
                          std::numeric_limits<float>::infinity(),
