@@ -84,8 +84,9 @@ void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<con
     const auto tooWide = [&](double above) { return surface.textSize(labelAt(above)).x > 38; };
     while ((tooWide(0) || tooWide(range)) && surface.textHeight() > 6)
         surface.setTextHeight(surface.textHeight() - 1);
-    for (double above = 0; above <= range; above += 5) {
-        const bool labelled = std::fmod(above, 10) == 0;
+    for (int line = 0; line * 5 <= range; ++line) {
+        const double above = line * 5;
+        const bool labelled = line % 2 == 0;
         surface.line({labelled ? -6.0 : -3.0, -above}, {end, -above}, kGridGrey);
         if (!labelled)
             continue;

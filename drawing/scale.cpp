@@ -3,6 +3,7 @@
 #include "lang/string_table.h"
 
 #include <cmath>
+#include <vector>
 
 namespace orva {
 
@@ -26,13 +27,17 @@ void DrawGrid(DrawingSurface& surface, Point origin, double unit, const TextOpti
     const Scale& scale = surface.scale();
     if (!(spacing >= 2 * surface.pixelX()) || !(spacing >= 2 * surface.pixelY()))
         return;
-    // the first line strictly inside: none on the left or top edge itself
-    const auto first = [spacing](double through, double edge) {
-        return through + (std::floor((edge - through) / spacing) + 1) * spacing;
+    // From the first line strictly inside (none on the left or top edge itself) to the last edge.
+    const auto places = [spacing](double through, double edge, double length) {
+        const double first = through + (std::floor((edge - through) / spacing) + 1) * spacing;
+        std::vector<double> lines;
+        for (int i = 0; first + i * spacing <= edge + length && i * spacing <= length; ++i)
+            lines.push_back(first + i * spacing);
+        return lines;
     };
-    for (double y = first(origin.y, scale.top); y <= surface.bottom(); y += spacing)
+    for (const double y : places(origin.y, scale.top, scale.height))
         surface.line({scale.left, y}, {surface.right(), y}, kGridGrey);
-    for (double x = first(origin.x, scale.left); x <= surface.right(); x += spacing)
+    for (const double x : places(origin.x, scale.left, scale.width))
         surface.line({x, scale.top}, {x, surface.bottom()}, kGridGrey);
 }
 

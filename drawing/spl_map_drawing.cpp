@@ -85,7 +85,10 @@ void drawColourBar(DrawingSurface& surface, const SummedMap& map)
 
     int span = high - low;
     int step = 1;
-    const auto boxWidth = [&] { return std::floor(surface.pixelWidth() / (span / step + 1)); };
+    const auto boxWidth = [&] {
+        const int boxes = span / step + 1;
+        return std::floor(surface.pixelWidth() / boxes);
+    };
     while (boxWidth() < narrowest && step < 100) {
         ++step;
         span = (high - low + step - 1) / step * step;
