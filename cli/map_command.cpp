@@ -53,6 +53,7 @@ void drawMap(DrawingSurface& surface, const ApplicationState& state, const MapGr
     DrawLineArray(surface, state.gLineArray, {cradle[0], -static_cast<double>(cradle[1])}, false,
                   options);
     GDrawRoomBasic(surface, state.gRoom, options, false);
+    DrawMapLegend(surface, map, options);
 }
 
 Result<Done> calculateMap(const Options& options, const Console& console)

@@ -142,8 +142,10 @@ void drawLabels(DrawingSurface& surface, std::vector<Label> labels, double right
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (column > rightmost)
             surface.line(labels[i].box, {column - gap / 4, edges[i] + height / 2}, kGridGrey);
-        else // a curl as wide as the view: the labels come to lie on it
-            surface.fillRectangle({column, edges[i]}, {surface.right(), edges[i] + height}, kWhite);
+        // Nothing shines through: neither the grid nor a curl of boxes as wide as the view.
+        surface.fillRectangle({column, edges[i]},
+                              {column + surface.textSize(labels[i].text).x, edges[i] + height},
+                              kWhite);
         surface.print({column, edges[i]}, labels[i].text);
     }
     surface.setTextHeight(former);

@@ -122,6 +122,11 @@ void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid
     const auto [width, height] = room.GFAGetRoomDims();
     surface.cells(cellEdges(grid.left, width, grid.OffX, grid.CellW, grid.columns),
                   cellEdges(-grid.top, height, grid.OffY, grid.CellH, grid.rows), colours);
+    DrawMapLegend(surface, map, options);
+}
+
+void DrawMapLegend(DrawingSurface& surface, const SummedMap& map, const DrawingOptions& options)
+{
     drawLegend(surface, map, options);
     drawColourBar(surface, map);
 }

@@ -13,4 +13,7 @@ namespace orva {
 void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid,
                   const SummedMap& map, const DrawingOptions& options);
 
+/// Legend and colour bar alone, for whoever draws a grid over the map.
+void DrawMapLegend(DrawingSurface& surface, const SummedMap& map, const DrawingOptions& options);
+
 } // namespace orva
