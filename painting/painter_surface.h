@@ -7,7 +7,7 @@
 namespace orva {
 
 /// A surface on whatever a QPainter paints on: a widget or a picture of any device pixel ratio.
-class PainterSurface : public DrawingSurface {
+class PainterSurface final : public DrawingSurface {
 public:
     /// `size` in device-independent pixels, above 0. The painter must outlive the surface.
     PainterSurface(QPainter& painter, QSizeF size);
