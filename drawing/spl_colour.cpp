@@ -1,21 +1,12 @@
 #include "drawing/spl_colour.h"
 
 #include <array>
-#include <cmath>
 
 namespace orva {
 
 HueRange HueRange::of(float largestDb)
 {
     return largestDb >= 50 ? HueRange{50, 70} : HueRange{-75, 80};
-}
-
-int HueRange::hue(float levelDb) const
-{
-    const double hues = (static_cast<double>(levelDb) - startDb) * -256.0 / spanDb;
-    if (!(std::abs(hues) <= 1e9))
-        return 0; // no level that can be told from another
-    return static_cast<int>(hues) & 0xFF;
 }
 
 std::uint32_t SplColour(int hue, int saturation, int value)

@@ -162,7 +162,6 @@ void PainterSurface::cells(std::span<const double> columnEdges, std::span<const 
     const std::vector<int> rows = cellOfPixel(top, height, ratio, y);
 
     QImage image(width, height, QImage::Format_RGB32);
-    image.fill(Qt::white);
     for (int line = 0; line < height; ++line) {
         auto* pixels = reinterpret_cast<QRgb*>(image.scanLine(line));
         const int row = rows[static_cast<std::size_t>(line)];
@@ -171,15 +170,15 @@ void PainterSurface::cells(std::span<const double> columnEdges, std::span<const 
                         pixels);
             continue;
         }
-        if (row < 0)
+        if (row < 0) {
+            std::fill_n(pixels, width, qRgb(255, 255, 255));
             continue;
+        }
         const Colour* of =
             colours.data() + static_cast<std::size_t>(row) * (columnEdges.size() - 1);
         for (int i = 0; i < width; ++i) {
             const int column = columns[static_cast<std::size_t>(i)];
-            if (column < 0)
-                continue;
-            const Colour colour = of[column];
+            const Colour colour = column < 0 ? kWhite : of[column];
             pixels[i] =
                 qRgb(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
                      static_cast<int>((colour >> 16) & 0xFF));
