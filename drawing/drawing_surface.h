@@ -3,6 +3,7 @@
 #include "engine/level_kernel.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -69,10 +70,12 @@ public:
     /// Width and height of a printed text in user units.
     virtual Point textSize(std::string_view text) const = 0;
 
-    /// One picture of cells, row by row from the top: cell (c, r) lies between columnEdges[c] and
-    /// [c + 1], rowEdges[r] and [r + 1].
+    /// Writes the colours of one row of cells, as many as there are columns.
+    using RowColours = std::function<void(std::size_t row, std::span<Colour> colours)>;
+    /// One picture of cells: cell (c, r) lies between columnEdges[c] and [c + 1], rowEdges[r] and
+    /// [r + 1]. Rows are asked for from the top, each once at most.
     virtual void cells(std::span<const double> columnEdges, std::span<const double> rowEdges,
-                       std::span<const Colour> colours) = 0;
+                       const RowColours& rowColours) = 0;
 
 private:
     Scale m_scale;

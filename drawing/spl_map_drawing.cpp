@@ -115,13 +115,16 @@ void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid
 {
     static const std::array<Colour, 256> kColours = hueColours();
     const HueRange range = HueRange::of(map.max);
-    std::vector<Colour> colours(map.levels.size());
-    std::transform(map.levels.begin(), map.levels.end(), colours.begin(), [&](float level) {
-        return std::isfinite(level) ? kColours[static_cast<std::size_t>(range.hue(level))] : kWhite;
-    });
+    const auto rowColours = [&](std::size_t row, std::span<Colour> colours) {
+        const float* levels = map.levels.data() + row * colours.size();
+        std::transform(levels, levels + colours.size(), colours.begin(), [&](float level) {
+            return std::isfinite(level) ? kColours[static_cast<std::size_t>(range.hue(level))]
+                                        : kWhite;
+        });
+    };
     const auto [width, height] = room.GFAGetRoomDims();
     surface.cells(cellEdges(grid.left, width, grid.OffX, grid.CellW, grid.columns),
-                  cellEdges(-grid.top, height, grid.OffY, grid.CellH, grid.rows), colours);
+                  cellEdges(-grid.top, height, grid.OffY, grid.CellH, grid.rows), rowColours);
     DrawMapLegend(surface, map, options);
 }
 

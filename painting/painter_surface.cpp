@@ -3,7 +3,6 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <algorithm>
-#include <cassert>
 #include <cmath>
 #include <vector>
 
@@ -135,9 +134,8 @@ Point PainterSurface::textSize(std::string_view text) const
 }
 
 void PainterSurface::cells(std::span<const double> columnEdges, std::span<const double> rowEdges,
-                           std::span<const Colour> colours)
+                           const RowColours& rowColours)
 {
-    assert(colours.size() == (columnEdges.size() - 1) * (rowEdges.size() - 1));
     const double ratio = m_painter.device()->devicePixelRatioF();
     const auto inPixels = [](std::span<const double> edges, double origin, double unit) {
         std::vector<double> pixels(edges.size());
@@ -161,6 +159,7 @@ void PainterSurface::cells(std::span<const double> columnEdges, std::span<const 
     const std::vector<int> columns = cellOfPixel(left, width, ratio, x);
     const std::vector<int> rows = cellOfPixel(top, height, ratio, y);
 
+    std::vector<Colour> colours(columnEdges.size() - 1);
     QImage image(width, height, QImage::Format_RGB32);
     for (int line = 0; line < height; ++line) {
         auto* pixels = reinterpret_cast<QRgb*>(image.scanLine(line));
@@ -174,11 +173,10 @@ void PainterSurface::cells(std::span<const double> columnEdges, std::span<const 
             std::fill_n(pixels, width, qRgb(255, 255, 255));
             continue;
         }
-        const Colour* of =
-            colours.data() + static_cast<std::size_t>(row) * (columnEdges.size() - 1);
+        rowColours(static_cast<std::size_t>(row), colours);
         for (int i = 0; i < width; ++i) {
             const int column = columns[static_cast<std::size_t>(i)];
-            const Colour colour = column < 0 ? kWhite : of[column];
+            const Colour colour = column < 0 ? kWhite : colours[static_cast<std::size_t>(column)];
             pixels[i] =
                 qRgb(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
                      static_cast<int>((colour >> 16) & 0xFF));

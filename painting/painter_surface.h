@@ -28,7 +28,7 @@ public:
     void print(Point at, std::string_view text, Colour colour) override;
     Point textSize(std::string_view text) const override;
     void cells(std::span<const double> columnEdges, std::span<const double> rowEdges,
-               std::span<const Colour> colours) override;
+               const RowColours& rowColours) override;
 
 private:
     QPointF pixel(Point point) const;

@@ -63,11 +63,14 @@ public:
                 m_textHeight * pixelY()};
     }
     void cells(std::span<const double> columns, std::span<const double> rows,
-               std::span<const Colour> colours) override
+               const RowColours& rowColours) override
     {
         columnEdges.assign(columns.begin(), columns.end());
         rowEdges.assign(rows.begin(), rows.end());
-        cellColours.assign(colours.begin(), colours.end());
+        const std::size_t width = columns.size() - 1;
+        cellColours.resize(width * (rows.size() - 1));
+        for (std::size_t row = 0; row + 1 < rows.size(); ++row)
+            rowColours(row, std::span(cellColours).subspan(row * width, width));
     }
 
     /// The calls of one kind and colour.

@@ -33,7 +33,10 @@ TEST(Painting, CellsAreSharpAtAnyPixelRatio)
         surface.setScale({0, 0, 10, 6});
         // edges that are not evenly spaced, within the surface and beyond its right edge
         surface.cells(std::array{2.0, 5.0, 12.0}, std::array{1.0, 2.0, 5.0},
-                      std::array{kRed, kBlue, kBlack, kRed});
+                      [](std::size_t row, std::span<Colour> to) {
+                          to[0] = row == 0 ? kRed : kBlack;
+                          to[1] = row == 0 ? kBlue : kRed;
+                      });
         painter.end();
         const auto at = [&](double x, double y) {
             return image.pixel(static_cast<int>(x * 10 * ratio), static_cast<int>(y * 10 * ratio));
