@@ -196,7 +196,7 @@ void DrawRiggingView(DrawingSurface& surface, const LineArray& array, const Draw
     ResetScale(surface);
     surface.print({4, 3}, std::string(MlGetString(options.text.language, kScale)) +
                               plainText(options.GridUnit_Rigging, 3) + ' ' +
-                              lengthUnit(options.text));
+                              std::string(lengthUnit(options.text)));
     FitScale(surface, std::abs(width) * 1.05, std::abs(height) * 1.05);
     Point origin = {(surface.scale().width - width * 1.05) * 0.5 + width * 0.025 - bounds[2],
                     height * 0.04 - bounds[3]};

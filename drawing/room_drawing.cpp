@@ -63,7 +63,7 @@ void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions&
     surface.print({corner.x - 13, corner.y - 28}, "Y", kRed);
     surface.print({corner.x + 20, corner.y + 2}, "X", kBlue);
     surface.print({4, 3}, text(options, kScale) + plainText(options.GridUnit_Room, 3) + ' ' +
-                              lengthUnit(options.text));
+                              std::string(lengthUnit(options.text)));
 }
 
 void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions& options)

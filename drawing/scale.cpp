@@ -1,7 +1,5 @@
 #include "drawing/scale.h"
 
-#include "lang/string_table.h"
-
 #include <cmath>
 #include <vector>
 
@@ -39,13 +37,6 @@ void DrawGrid(DrawingSurface& surface, Point origin, double unit, const TextOpti
         surface.line({scale.left, y}, {surface.right(), y}, kGridGrey);
     for (const double x : places(origin.x, scale.left, scale.width))
         surface.line({x, scale.top}, {x, surface.bottom()}, kGridGrey);
-}
-
-std::string lengthUnit(const TextOptions& options)
-{
-    constexpr int kMetres = 14;
-    constexpr int kFeet = 1004;
-    return std::string(MlGetString(options.language, options.Units_Meters ? kMetres : kFeet));
 }
 
 } // namespace orva

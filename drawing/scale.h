@@ -3,8 +3,6 @@
 #include "drawing/drawing_options.h"
 #include "drawing/drawing_surface.h"
 
-#include <string>
-
 namespace orva {
 
 /// Pixels as user units, (0, 0) at the upper left.
@@ -17,8 +15,5 @@ void FitScale(DrawingSurface& surface, double width, double height);
 /// Grey lines every `unit` metres (feet with units of feet) through `origin` over the whole
 /// surface; none where they would lie closer than two pixels.
 void DrawGrid(DrawingSurface& surface, Point origin, double unit, const TextOptions& options);
-
-/// "m" or "ft".
-std::string lengthUnit(const TextOptions& options);
 
 } // namespace orva

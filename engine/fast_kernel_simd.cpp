@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <cstdint>
 #include <numbers>
-#include <type_traits>
 
 // Vectors of unknown length cannot stand in arrays and registers as used here.
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)

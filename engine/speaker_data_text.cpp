@@ -22,14 +22,6 @@ constexpr std::string_view kPhaseKey = "\"PhaseData\"";
 /// The lines of one band in the order in which they must come.
 enum class Expected { Frequency, MagnitudeAbove, MagnitudeBelow, Phase, PhaseAbove, PhaseBelow };
 
-std::string_view takeUpTo(std::string_view& text, char separator)
-{
-    const std::size_t end = text.find(separator);
-    const std::string_view part = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return part;
-}
-
 /// Stores a line of angle values into a row of 72 steps. False for a value that is too large.
 class AngleLine {
 public:

@@ -1,6 +1,7 @@
 #include "engine/spl_map.h"
 
 #include "engine/fast_kernel.h"
+#include "lang/number_text.h"
 
 #include <algorithm>
 #include <cassert>
@@ -18,7 +19,7 @@ constexpr std::size_t kCellsPerCall = 256;
 double wholeCells(float length, float cell)
 {
     const double ratio = static_cast<double>(length) / cell;
-    return std::max(1.0, std::trunc(std::nearbyint(ratio * 1e5) / 1e5));
+    return std::max(1.0, std::trunc(roundedTo(ratio, 5)));
 }
 
 } // namespace

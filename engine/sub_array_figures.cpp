@@ -1,18 +1,11 @@
 #include "engine/sub_array_figures.h"
 
+#include "lang/number_text.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace orva {
-
-namespace {
-
-double rounded(double value)
-{
-    return std::nearbyint(value * 100) / 100;
-}
-
-} // namespace
 
 SubArrayFigures subArrayFigures(const SubArray& subArray, double speedOfSound, double lengthFactor)
 {
@@ -20,15 +13,15 @@ SubArrayFigures subArrayFigures(const SubArray& subArray, double speedOfSound, d
     SubArrayFigures figures{};
     for (std::size_t i = 0; i < subArray.SubPos.size(); ++i) {
         const double distance = std::abs(subArray.SubPos[i] * h);
-        figures.virtualDistance[i] = rounded(distance * lengthFactor) / lengthFactor;
-        figures.delay[i] = rounded(1000 / speedOfSound * rounded(distance));
+        figures.virtualDistance[i] = roundedTo(distance * lengthFactor, 2) / lengthFactor;
+        figures.delay[i] = roundedTo(1000 / speedOfSound * roundedTo(distance, 2), 2);
     }
     return figures;
 }
 
 double openingAngle(double degrees)
 {
-    return std::clamp(rounded(degrees), 0.0, 270.0);
+    return std::clamp(roundedTo(degrees, 2), 0.0, 270.0);
 }
 
 } // namespace orva

@@ -58,4 +58,12 @@ double ParseDecimalText(std::string_view text)
     return leadingNumber(pointed);
 }
 
+std::string_view takeUpTo(std::string_view& text, char separator)
+{
+    const std::size_t end = text.find(separator);
+    const std::string_view part = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    return part;
+}
+
 } // namespace orva

@@ -13,4 +13,8 @@ double leadingNumber(std::string_view text);
 /// a user types and of angle values in speaker data.
 double ParseDecimalText(std::string_view text);
 
+/// Takes the part before the first `separator`, and the separator, off the front of `text`; all of
+/// it where there is none.
+std::string_view takeUpTo(std::string_view& text, char separator);
+
 } // namespace orva

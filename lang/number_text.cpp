@@ -2,8 +2,17 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace orva {
+
+double roundedTo(double value, int decimals)
+{
+    double factor = 1;
+    for (int i = 0; i < decimals; ++i)
+        factor *= 10;
+    return std::nearbyint(value * factor) / factor;
+}
 
 std::string fixedText(double value, int decimals)
 {

@@ -4,6 +4,9 @@
 
 namespace orva {
 
+/// `value` rounded to `decimals` places (0..9), halves to even.
+double roundedTo(double value, int decimals);
+
 /// `value` with exactly `decimals` places (0..9) and "." as the decimal point, whatever the locale;
 /// "inf", "-inf", "nan" for what is no number. What rounds to zero has no minus sign.
 std::string fixedText(double value, int decimals);

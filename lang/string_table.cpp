@@ -1,5 +1,7 @@
 #include "lang/string_table.h"
 
+#include "lang/decimal_text.h"
+
 #include <algorithm>
 #include <cassert>
 #include <charconv>
@@ -11,14 +13,6 @@ namespace orva {
 extern const char* const kEmbeddedTexts;
 
 namespace {
-
-std::string_view takeUpTo(std::string_view& text, char separator)
-{
-    const std::size_t end = std::min(text.find(separator), text.size());
-    const std::string_view part = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    return part;
-}
 
 std::string_view withoutQuotes(std::string_view quoted)
 {
@@ -61,6 +55,13 @@ std::string_view MlGetString(Language language, int id)
     if (row == rows.end() || row->id != id)
         return {};
     return language == Language::German && !row->german.empty() ? row->german : row->english;
+}
+
+std::string_view lengthUnit(const TextOptions& options)
+{
+    constexpr int kMetres = 14;
+    constexpr int kFeet = 1004;
+    return MlGetString(options.language, options.Units_Meters ? kMetres : kFeet);
 }
 
 } // namespace orva

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lang/language.h"
+#include "lang/text_options.h"
 
 #include <string_view>
 #include <vector>
@@ -20,5 +20,8 @@ const std::vector<TextRow>& MlInit();
 /// The text of row `id` in the language, UTF-8, blanks and ampersands as they stand. English where
 /// the German text is empty; empty for an id without a row.
 std::string_view MlGetString(Language language, int id);
+
+/// "m" or "ft".
+std::string_view lengthUnit(const TextOptions& options);
 
 } // namespace orva

@@ -21,20 +21,13 @@ enum Row {
     kHeight = 188,
     kBox = 189,
     kAngle = 190,
-    kMetres = 14,
     kTooHeavy = 249,
-    kKilograms = 250,
-    kFeet = 1004
+    kKilograms = 250
 };
 
 std::string figure(double value)
 {
     return plainText(value, 2);
-}
-
-double rounded(double value)
-{
-    return std::nearbyint(value * 100) / 100;
 }
 
 } // namespace
@@ -46,7 +39,7 @@ std::string LineArray::GSGetPrintout(const TextOptions& options) const
     const auto weightLine = [&](int label, double kg) {
         return text(label) + figure(kg) + text(kKilograms) + kLineEnd;
     };
-    const std::string unit = text(options.Units_Meters ? kMetres : kFeet);
+    const std::string unit(lengthUnit(options));
     const SystemRecord& record = system();
     const float tilt = GFFirstAngle();
 
@@ -66,7 +59,7 @@ std::string LineArray::GSGetPrintout(const TextOptions& options) const
     sheet += weightLine(record.cableWeightLabel, GFGetCableWeight());
 
     const double frame = Mounting ? record.frameWeightKg : 0;
-    const double total = rounded(GFGetSpeakerWeight() + frame + GFGetCableWeight());
+    const double total = roundedTo(GFGetSpeakerWeight() + frame + GFGetCableWeight(), 2);
     if (Mounting)
         sheet += text(record.frameWeightLine) + kLineEnd;
     sheet += weightLine(kTotalWeight, total);
