@@ -1,5 +1,5 @@
 # ORVA: set-up, build and tests. `make demo` and `make test` install what is missing by themselves.
-PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt6-base-dev libhwy-dev pkg-config fonts-dejavu-core
+PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt6-base-dev libqt6svg6-dev qt6-translations-l10n libhwy-dev pkg-config fonts-dejavu-core
 CHECK_PACKAGES = clang-format clang-tidy python3
 FUZZ_PACKAGES = clang-14 libclang-rt-14-dev
 FUZZ_SECONDS = 60
@@ -8,7 +8,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo test test-sanitize check-reference test-threads bench fuzz format check-format check-static speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference test-threads bench fuzz format check-format check-static speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -49,6 +49,10 @@ demo: all
 	$(CLI) levels examples/theatre.lad --points 5 --averaging broadband --map-type continuous --a-weighted
 	cat demo/theatre-map.json demo/theatre-rigging.txt
 	@echo "Everything that was calculated is in demo/."
+
+# Opens the window.
+run: all
+	build/release/orva
 
 test: all
 	ctest --preset release -j $$(nproc)

@@ -1,9 +1,7 @@
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "cli/progress_bar.h"
-#include "drawing/array_drawing.h"
-#include "drawing/room_drawing.h"
-#include "drawing/spl_map_drawing.h"
+#include "drawing/room_view.h"
 #include "engine/spl_map.h"
 #include "lang/number_text.h"
 
@@ -42,20 +40,6 @@ float timed(const Options& options, const Console& console, const char* label, S
     return std::chrono::duration<float>(Clock::now() - start).count();
 }
 
-/// The room view as the window shows it after a calculation.
-void drawMap(DrawingSurface& surface, const ApplicationState& state, const MapGrid& grid,
-             const SummedMap& map, const DrawingOptions& options)
-{
-    surface.clear();
-    GRoomSetup(surface, state.gRoom);
-    RenderSPLMap(surface, state.gRoom, grid, map, options);
-    const FloatPair cradle = state.gLineArray.GFAGetCradleCoord();
-    DrawLineArray(surface, state.gLineArray, {cradle[0], -static_cast<double>(cradle[1])}, false,
-                  options);
-    GDrawRoomBasic(surface, state.gRoom, options, false);
-    DrawMapLegend(surface, map, options);
-}
-
 Result<Done> calculateMap(const Options& options, const Console& console)
 {
     Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
@@ -88,7 +72,12 @@ Result<Done> calculateMap(const Options& options, const Console& console)
     Result<Done> drawn = Done{};
     const float drawSeconds = timed(options, console, "Drawing", [&](const Progress&) {
         const auto draw = [&](DrawingSurface& surface) {
-            drawMap(surface, *state, *grid, *map, options.common.drawing());
+            RoomViewContent content;
+            content.grid = &*grid;
+            content.map = &*map;
+            content.aimingLines = false;
+            DrawRoomView(surface, state->gRoom, state->gLineArray, content,
+                         state->air.SpeedOfSound, options.common.drawing());
         };
         drawn = addPicture(options.picture, draw, files);
     });

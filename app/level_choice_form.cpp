@@ -1,0 +1,82 @@
+#include "app/level_choice_form.h"
+
+#include "lang/string_table.h"
+
+#include <array>
+
+namespace orva {
+
+namespace {
+
+constexpr int kBroadband = 3;
+constexpr int kAllAveraged = 196; ///< text of the entry that stands for all bands
+
+/// Right-aligned as engineers read a column of frequencies.
+std::string bandText(int hz)
+{
+    std::string number = std::to_string(hz);
+    if (number.size() < 4)
+        return " " + number + " Hz";
+    return (number.size() < 5 ? " " : "") + number + "Hz";
+}
+
+} // namespace
+
+LevelChoiceForm::LevelChoiceForm(Language language) : m_language(language)
+{
+    Average_cmb.selected = 0;
+    for (const int hz : kNominalHz)
+        cmbTerzOktave.items.push_back(bandText(hz));
+    setLanguage(language);
+}
+
+void LevelChoiceForm::setLanguage(Language language)
+{
+    m_language = language;
+    Average_cmb.items.clear();
+    for (const int id : {212, 213, 214, 215})
+        Average_cmb.items.emplace_back(MlGetString(language, id));
+    applyAveraging();
+}
+
+void LevelChoiceForm::chooseMapType(MapType type)
+{
+    mapType = type;
+    averagingEnabled = offersBands();
+    Average_cmb.selected = offersBands() ? m_averaging : kBroadband;
+    applyAveraging();
+}
+
+void LevelChoiceForm::chooseAveraging(int index)
+{
+    m_averaging = index;
+    Average_cmb.selected = index;
+    applyAveraging();
+}
+
+void LevelChoiceForm::chooseBand(int index)
+{
+    if (index < 0 || index >= kBands)
+        return;
+    m_band = index;
+    cmbTerzOktave.selected = index;
+}
+
+void LevelChoiceForm::applyAveraging()
+{
+    const bool broadband = Average_cmb.selected == kBroadband;
+    bandEnabled = !broadband;
+    cmbTerzOktave.items.resize(kBands);
+    if (broadband)
+        cmbTerzOktave.items.emplace_back(MlGetString(m_language, kAllAveraged));
+    cmbTerzOktave.selected = broadband ? kBands : m_band;
+}
+
+LevelChoice LevelChoiceForm::choice() const
+{
+    constexpr std::array fields = {LevelField::Continuous, LevelField::Peak, LevelField::Relative};
+    return {BandRange(static_cast<Averaging>(Average_cmb.selected), m_band),
+            fields[static_cast<std::size_t>(mapType)], aWeighted};
+}
+
+} // namespace orva

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/settings.h"
+
+#include <array>
+#include <string>
+
+namespace orva {
+
+/// The entries of the options dialog, as shown. Nothing is stored before applied().
+class OptionsForm {
+public:
+    static constexpr std::size_t kGrids = 3; ///< room, rigging, area
+
+    explicit OptionsForm(const Settings& stored);
+
+    bool metres;
+    bool autoCorrect;
+    bool celsius;
+    bool pixel; ///< the resolution is not in use
+    bool showNewQuery;
+    std::string temperature;
+    std::string resolution;
+    std::array<std::string, kGrids> grids;
+
+    /// Converts the lengths that are shown.
+    void chooseMetres(bool chosen);
+    void chooseCelsius(bool chosen);
+    /// Keeps the resolution for when pixels are given up again.
+    void choosePixel(bool chosen);
+    /// One eighth of the wavelength at 1 kHz.
+    void chooseLambda8(float speedOfSound);
+    void chooseDefaults();
+
+    /// To the range -20..50 °C.
+    void validateTemperature();
+    /// No resolution means pixels.
+    void validateResolution();
+    /// Above 0; 1 for nothing.
+    void validateGrid(std::size_t index);
+
+    /// `stored` with the entries in it, each validated.
+    Settings applied(const Settings& stored) const;
+    /// Whether an entry says something else than `stored`.
+    bool differsFrom(const Settings& stored) const;
+
+private:
+    double celsiusTyped() const;
+
+    std::string m_keptResolution;
+};
+
+} // namespace orva

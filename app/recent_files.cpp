@@ -1,0 +1,50 @@
+#include "app/recent_files.h"
+
+#include <QString>
+#include <algorithm>
+
+namespace orva {
+
+namespace {
+
+constexpr std::string_view kSection = "MRUFiles";
+
+bool sameFile(const std::string& a, const std::string& b)
+{
+    return QString::fromStdString(a).compare(QString::fromStdString(b), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+void RecentFiles::AddToRecentFiles(const std::string& path)
+{
+    const auto known = std::find_if(m_paths.begin(), m_paths.end(), [&](const std::string& listed) {
+        return sameFile(listed, path);
+    });
+    if (known != m_paths.end())
+        m_paths.erase(known);
+    m_paths.insert(m_paths.begin(), path);
+    m_paths.resize(std::min(m_paths.size(), kMost));
+}
+
+void RecentFiles::LoadRecentFiles(const SettingsStore& store)
+{
+    std::vector<std::string> stored;
+    for (std::size_t i = 0; i < kMost; ++i) {
+        const std::string path = store.value(kSection, std::to_string(i)).value_or("");
+        if (path.empty())
+            break;
+        stored.push_back(path);
+    }
+    m_paths.clear();
+    for (auto path = stored.rbegin(); path != stored.rend(); ++path)
+        AddToRecentFiles(*path);
+}
+
+void RecentFiles::SaveRecentFiles(SettingsStore& store) const
+{
+    for (std::size_t i = 0; i < m_paths.size(); ++i)
+        store.setValue(kSection, std::to_string(i), m_paths[i]);
+}
+
+} // namespace orva

@@ -1,0 +1,131 @@
+#include "app/room_form.h"
+
+#include "lang/decimal_text.h"
+#include "lang/number_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orva {
+
+namespace {
+
+/// 32-bit coordinates of large rooms are no finer.
+constexpr double kSlackM = 1e-4;
+
+bool within(double value, double low, double high)
+{
+    return value >= low - kSlackM && value <= high + kSlackM;
+}
+
+} // namespace
+
+std::string shownLength(double metres, bool inMetres)
+{
+    return plainText(inMetres ? metres : metres * kFeetShownPerMetre, 3);
+}
+
+double typedLength(std::string_view text, bool inMetres)
+{
+    const double length = ParseDecimalText(text);
+    return inMetres ? length : length * kMetresPerFoot;
+}
+
+AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, std::string_view text,
+                            bool inMetres)
+{
+    // All rounding happens in the unit that is shown.
+    const double shown = inMetres ? 1 : kFeetShownPerMetre;
+    std::array<double, 6> entries{};
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        entries[i] = i == 4 ? area[i] : roundedTo(area[i] * shown, 3);
+    entries[static_cast<std::size_t>(entry)] = ParseDecimalText(text);
+    auto& [x1, y1, x2, y2, angle, length] = entries;
+
+    if (entry == AreaEntry::X2 || entry == AreaEntry::Y2) {
+        length = roundedTo(std::hypot(x2 - x1, y2 - y1), 2);
+        angle = roundedTo(VectorAngle180(x2 - x1, y2 - y1), 2);
+    } else {
+        const double radians = angle * static_cast<double>(kRadiansPerDegree);
+        x2 = roundedTo(x1 + length * std::cos(radians), 2);
+        y2 = roundedTo(y1 + length * std::sin(radians), 2);
+    }
+
+    AreaSegment synced = area;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const bool typed = i == static_cast<std::size_t>(entry);
+        const double before = i == 4 ? area[i] : roundedTo(area[i] * shown, 3);
+        if (typed || entries[i] != before)
+            synced[i] =
+                static_cast<float>(i == 4 || inMetres ? entries[i] : entries[i] * kMetresPerFoot);
+    }
+    return synced;
+}
+
+bool OutOfRoom::any() const { return *this != OutOfRoom{}; }
+
+OutOfRoom outOfRoom(const Room& room, const LineArray& array)
+{
+    const auto [width, height] = room.GFAGetRoomDims();
+    const auto [refX, refY] = room.GFAGetPointOfRef();
+    const auto outX = [&, w = width, r = refX](double x) { return !within(x, -r, w - r); };
+    const auto outY = [&, h = height, r = refY](double y) { return !within(y, -r, h - r); };
+    const auto out = [&](FloatPair point) {
+        return std::array<bool, 2>{outX(point[0]), outY(point[1])};
+    };
+
+    OutOfRoom outside;
+    outside.cradle = out(array.GFAGetCradleCoord());
+    if (array.GBGetBassBox())
+        outside.bassBox = out(array.GFAGetBassBoxCoord());
+    outside.foh = out(room.GFAGetFOH());
+    outside.reference = {!within(refX, 0, width), !within(refY, 0, height)};
+    for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
+        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
+        outside.areas[static_cast<std::size_t>(number - 1)] = {outX(area[0]), outY(area[1]),
+                                                               outX(area[2]), outY(area[3])};
+    }
+    return outside;
+}
+
+std::optional<int> FindAreaAt(const Room& room, double x, double y)
+{
+    const auto [width, height] = room.GFAGetRoomDims();
+    const auto [refX, refY] = room.GFAGetPointOfRef();
+    if (x < -refX || x > width - refX || y < -refY || y > height - refY)
+        return std::nullopt;
+
+    std::optional<int> nearest;
+    double smallest = std::max(0.5, std::trunc(std::min<double>(width, height)) / 2);
+    for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
+        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
+        const double dx = area[2] - area[0];
+        const double dy = area[3] - area[1];
+        const double square = dx * dx + dy * dy;
+        const double along =
+            square > 0 ? std::clamp(((x - area[0]) * dx + (y - area[1]) * dy) / square, 0.0, 1.0)
+                       : 0.0;
+        const double distance = std::hypot(x - (area[0] + along * dx), y - (area[1] + along * dy));
+        if (distance < smallest) {
+            smallest = distance;
+            nearest = number;
+        }
+    }
+    return nearest;
+}
+
+bool setArea(Room& room, int number, const AreaSegment& area)
+{
+    switch (number) {
+    case 1:
+        return room.GBSetAudienceArea1(area);
+    case 2:
+        return room.GBSetAudienceArea2(area);
+    case 3:
+        return room.GBSetAudienceArea3(area);
+    default:
+        return false;
+    }
+}
+
+} // namespace orva

@@ -1,0 +1,420 @@
+#include "app/setup_form.h"
+
+#include "lang/decimal_text.h"
+#include "lang/number_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace orva {
+
+namespace {
+
+constexpr int kMostMidHigh = 24;        ///< standard system, as straight and trapezoidal boxes
+constexpr int kMostMidHighCompact = 16;
+constexpr int kMostBass = 20;
+constexpr int kMostBassCompact = 6;
+constexpr std::string_view kUnknown = "? ";
+
+/// How an entry that the lists lack is shown.
+std::string unknownText(int value) { return std::string(kUnknown) + std::to_string(value); }
+
+bool isUnknown(const std::string& text) { return text.starts_with(kUnknown); }
+
+/// Index of an angle text in the splay-angle list; none for an angle that does not exist.
+std::optional<std::int16_t> angleIndex(const std::string& text)
+{
+    const auto& all = LineArray::GSALookupAngles();
+    const auto found = std::find(all.begin(), all.end(), text);
+    if (found == all.end())
+        return std::nullopt;
+    return static_cast<std::int16_t>(found - all.begin());
+}
+
+std::string angleText(std::int16_t index)
+{
+    const auto& all = LineArray::GSALookupAngles();
+    return index >= 0 && index < static_cast<int>(all.size())
+               ? std::string(all[static_cast<std::size_t>(index)])
+               : unknownText(index);
+}
+
+ChoiceList countList(int first, int last, int count)
+{
+    ChoiceList list = ChoiceList::numbers(first, last);
+    list.selectOrAppend(std::to_string(count));
+    return list;
+}
+
+} // namespace
+
+std::string_view SetupForm::modelName(BoxKind kind) const
+{
+    return system().riggingText(kind).model;
+}
+
+int SetupForm::mostMidHigh() const { return isCompact() ? kMostMidHighCompact : kMostMidHigh; }
+
+int SetupForm::mostBass() const { return isCompact() ? kMostBassCompact : kMostBass; }
+
+int SetupForm::total() const
+{
+    return std::clamp(cmbNumSpk.number() + cmbNumBass.number(), 1, kPositions);
+}
+
+std::optional<BoxKind> SetupForm::kindAt(int position) const
+{
+    const ChoiceList& list = type(position);
+    if (list.selected < 0 || isUnknown(list.text()))
+        return std::nullopt;
+    return system().kindOf(static_cast<std::int16_t>(list.selected));
+}
+
+int SetupForm::placed(std::optional<BoxKind> kind, int positions) const
+{
+    int count = 0;
+    for (int position = 0; position < positions; ++position)
+        count += kindAt(position) == kind ? 1 : 0;
+    return count;
+}
+
+ChoiceList SetupForm::typeList(const std::string& selected) const
+{
+    ChoiceList list;
+    for (std::int16_t code = 0; system().kindOf(code); ++code)
+        list.items.emplace_back(modelName(*system().kindOf(code)));
+    list.selectOrAppend(selected);
+    return list;
+}
+
+AngleBounds SetupForm::boundsAt(int joint) const
+{
+    const std::optional<BoxKind> upper = kindAt(joint);
+    const std::optional<BoxKind> lower = kindAt(joint + 1);
+    const auto are = [&](BoxKind a, BoxKind b) {
+        return (upper == a && lower == b) || (upper == b && lower == a);
+    };
+    const std::pair<bool, AngleBounds> rules[] = {
+        {are(BoxKind::Straight, BoxKind::Straight), system().straightStraight},
+        {are(BoxKind::Straight, BoxKind::Trapezoidal), system().straightTrapezoidal},
+        {are(BoxKind::Trapezoidal, BoxKind::Trapezoidal), system().trapezoidalTrapezoidal},
+        {are(BoxKind::Bass, BoxKind::Straight), system().bassStraight},
+        {are(BoxKind::Bass, BoxKind::Trapezoidal), system().bassTrapezoidal},
+        {are(BoxKind::Bass, BoxKind::Bass), system().bassBass},
+    };
+    for (const auto& [holds, bounds] : rules)
+        if (holds)
+            return bounds;
+    return {0, 0};
+}
+
+double SetupForm::validAngle(double degrees) { return roundedTo(std::fmod(degrees, 360.0), 1); }
+
+void SetupForm::RefreshFromClass(const LineArray& array)
+{
+    m_system = array.GIGetArrayType();
+    cmbNumSpk = countList(1, mostMidHigh(), array.GIGetNumSpeakers());
+    cmbNumBass = countList(0, mostBass(), array.GIGetNumBass());
+    cmbNumGer = countList(0, kMostMidHigh, array.GIGetNumGerade());
+    cmbNumSch = countList(0, kMostMidHigh, array.GIGetNumSchräg());
+
+    const LineArray::Positions types = array.GIAGetAllType();
+    const LineArray::Positions angles = array.GIAGetAllAngle();
+    for (int position = 0; position < kPositions; ++position) {
+        const std::int16_t code = types[static_cast<std::size_t>(position)];
+        const std::optional<BoxKind> kind = code >= 0 ? system().kindOf(code) : std::nullopt;
+        type(position) = typeList(kind ? std::string(modelName(*kind)) : unknownText(code));
+        if (position > 0)
+            selectOnly(position - 1, angles[static_cast<std::size_t>(position)]);
+    }
+
+    stacked = !array.GBGetMounting();
+    pinMode = array.GBGetAngleOrPin();
+    PinNumber_cmb = ChoiceList::numbers(1, system().cradle.pinCount());
+    if (!stacked && pinMode) {
+        const int pin = angles[0];
+        PinNumber_cmb.selectOrAppend(pin >= 0 && pin < system().cradle.pinCount()
+                                         ? std::to_string(pin + 1)
+                                         : unknownText(pin));
+        box1Angle = PinNumber_cmb.invalid ? 0 : roundedTo(-array.GFFirstAngle(), 1);
+    } else {
+        box1Angle = roundedTo(-angles[0] / 10.0, 1);
+        PinNumber_cmb.selected =
+            array.fault() ? 0 : std::clamp<int>(array.GIPinPoint(), 0, system().cradle.pinCount() - 1);
+    }
+
+    m_total = total();
+    for (int joint = 0; joint < kJoints; ++joint)
+        updateAngleList(joint, false);
+    reportCounts();
+    updateAngleMark();
+}
+
+void SetupForm::chooseType(int position, int index)
+{
+    if (index < 0 || index >= static_cast<int>(type(position).items.size()))
+        return;
+    type(position) = typeList(type(position).items[static_cast<std::size_t>(index)]);
+    UpdateSetupLists(position);
+}
+
+void SetupForm::chooseAngle(int joint, int index)
+{
+    if (index < 0 || index >= static_cast<int>(angle(joint).items.size()))
+        return;
+    angle(joint).selected = index;
+    UpdateSetupLists(joint + 1);
+}
+
+void SetupForm::chooseNumGer(int index)
+{
+    cmbNumGer.selected = index;
+    UpdateSetupLists(-1);
+}
+
+void SetupForm::chooseNumSch(int index)
+{
+    cmbNumSch.selected = index;
+    UpdateSetupLists(-1);
+}
+
+void SetupForm::chooseNumSpk(int index)
+{
+    cmbNumSpk.selected = index;
+    if (AutoCorrect) {
+        const int wanted = std::min<int>(cmbNumSpk.number(), kPositions - cmbNumBass.number());
+        cmbNumSpk = countList(1, mostMidHigh(), wanted);
+        int midHigh = m_total - placed(BoxKind::Bass, m_total);
+        int positions = m_total;
+        for (; midHigh > wanted; --midHigh)
+            removeMidHigh(positions--);
+        for (; midHigh < wanted && positions < kPositions; ++midHigh) {
+            const bool straight = isCompact() || positions % 2 == 1;
+            type(positions) = typeList(
+                std::string(modelName(straight ? BoxKind::Straight : BoxKind::Trapezoidal)));
+            ++positions;
+        }
+    }
+    if (isCompact())
+        cmbNumGer = countList(0, kPositions, cmbNumSpk.number());
+    UpdateSetupLists(-2);
+}
+
+void SetupForm::chooseNumBass(int index)
+{
+    cmbNumBass.selected = index;
+    if (AutoCorrect) {
+        const int midHigh = m_total - placed(BoxKind::Bass, m_total);
+        const int wanted = std::min<int>(cmbNumBass.number(), kPositions - midHigh);
+        int positions = m_total;
+        for (int bass = placed(BoxKind::Bass, positions); bass > wanted; --bass)
+            removeBass(positions--);
+        for (int bass = placed(BoxKind::Bass, positions); bass < wanted; ++bass)
+            insertBass(positions++);
+        cmbNumBass.select(std::to_string(wanted));
+    }
+    UpdateSetupLists(-2);
+}
+
+/// The last mid/high box goes; each box below it moves up with the joint above it.
+void SetupForm::removeMidHigh(int positions)
+{
+    int last = positions - 1;
+    while (last > 0 && isBass(last))
+        --last;
+    for (int position = last; position + 1 < positions; ++position) {
+        type(position) = type(position + 1);
+        if (position > 0)
+            angle(position - 1).selectOrAppend(angle(position).text());
+    }
+}
+
+void SetupForm::removeBass(int positions)
+{
+    int first = 0;
+    while (first < positions && !isBass(first))
+        ++first;
+    for (int position = first; position + 1 < positions; ++position) {
+        type(position) = type(position + 1);
+        if (position + 2 < positions)
+            angle(position) = angle(position + 1);
+    }
+    if (first > 0 && first < positions - 1)
+        selectFirstAngle(first - 1);
+}
+
+void SetupForm::insertBass(int positions)
+{
+    for (int position = positions; position > 0; --position) {
+        type(position) = type(position - 1);
+        if (position > 1)
+            angle(position - 1) = angle(position - 2);
+    }
+    type(0) = typeList(std::string(modelName(BoxKind::Bass)));
+    selectFirstAngle(0);
+}
+
+void SetupForm::selectFirstAngle(int joint)
+{
+    selectOnly(joint, boundsAt(joint)[0]);
+}
+
+void SetupForm::selectOnly(int joint, std::int16_t index)
+{
+    angle(joint).items = {angleText(index)};
+    angle(joint).selected = 0;
+}
+
+void SetupForm::UpdateSetupLists(int changed)
+{
+    for (int joint = 0; joint + 1 < total(); ++joint) {
+        const int below = joint + 1;
+        if (changed == -2 || std::abs(changed - below) <= 1)
+            updateAngleList(joint, AutoCorrect);
+    }
+    if (AutoCorrect)
+        correctCounts();
+    else
+        reportCounts();
+    updateAngleMark();
+    m_total = total();
+}
+
+void SetupForm::updateAngleList(int joint, bool correct)
+{
+    ChoiceList& list = angle(joint);
+    const std::string former = list.text();
+    const AngleBounds bounds = boundsAt(joint);
+    ChoiceList allowed;
+    for (std::int16_t index = bounds[0]; index <= bounds[1]; ++index)
+        allowed.items.push_back(angleText(index));
+    if (!allowed.select(former)) {
+        if (correct) {
+            const bool small = angleIndex(former).value_or(4) < 4;
+            allowed.selected = small ? 0 : static_cast<int>(allowed.items.size()) - 1;
+        } else {
+            allowed.selectOrAppend(former);
+        }
+    }
+    list = std::move(allowed);
+}
+
+bool SetupForm::holdsUnknown() const
+{
+    bool unknown = PinNumber_cmb.invalid && pinMode && !stacked;
+    for (int position = 0; position < total(); ++position)
+        unknown = unknown || isUnknown(type(position).text()) ||
+                  (position > 0 && isUnknown(angle(position - 1).text()));
+    return unknown;
+}
+
+void SetupForm::updateAngleMark()
+{
+    SetupInvalid.angles = false;
+    for (int joint = 0; joint + 1 < total(); ++joint)
+        SetupInvalid.angles = SetupInvalid.angles ||
+                              (angle(joint).invalid && !isUnknown(angle(joint).text()));
+}
+
+void SetupForm::reportCounts()
+{
+    const int positions = total();
+    const int midHigh = placed(BoxKind::Straight, positions) + placed(BoxKind::Trapezoidal, positions);
+    const int bass = placed(BoxKind::Bass, positions);
+    // A box of unknown kind, which only a file can bring, may be any.
+    const int unknown = placed(std::nullopt, positions);
+    const auto mismatch = [unknown](const ChoiceList& list, int boxes) {
+        return list.number() < boxes || list.number() > boxes + unknown;
+    };
+    SetupInvalid = {};
+    SetupInvalid.midHigh = mismatch(cmbNumSpk, midHigh);
+    SetupInvalid.bass = mismatch(cmbNumBass, bass);
+    cmbNumSpk = countList(1, mostMidHigh(), cmbNumSpk.number());
+    cmbNumSpk.invalid |= SetupInvalid.midHigh;
+    cmbNumBass = countList(0, mostBass(), cmbNumBass.number());
+    cmbNumBass.invalid |= SetupInvalid.bass;
+    if (isCompact())
+        return;
+    const auto report = [&](ChoiceList& list, bool& invalid) {
+        invalid = list.number() > cmbNumSpk.number();
+        list = countList(0, std::min<int>(cmbNumSpk.number(), kMostMidHigh), list.number());
+    };
+    report(cmbNumGer, SetupInvalid.straight);
+    report(cmbNumSch, SetupInvalid.trapezoidal);
+}
+
+void SetupForm::correctCounts()
+{
+    SetupInvalid = {};
+    int positions = total();
+    if (placed(std::nullopt, positions) > 0)
+        return; // counts cannot follow a box of unknown kind
+    int bass = placed(BoxKind::Bass, positions);
+    int midHigh = positions - bass;
+    // What a file brought beyond a list's end stays.
+    const int mostBassHere = std::max<int>(mostBass(), cmbNumBass.number());
+    const int mostMidHighHere = std::max<int>(mostMidHigh(), cmbNumSpk.number());
+    for (; bass > mostBassHere; --bass)
+        removeBass(positions--);
+    for (; midHigh > mostMidHighHere; --midHigh)
+        removeMidHigh(positions--);
+
+    cmbNumBass = countList(0, mostBass(), bass);
+    if (midHigh == 0) {
+        m_total = positions;
+        chooseNumSpk(0);
+        return;
+    }
+    cmbNumSpk = countList(1, mostMidHigh(), midHigh);
+    cmbNumGer = countList(0, kMostMidHigh, placed(BoxKind::Straight, positions));
+    cmbNumSch = countList(0, kMostMidHigh, placed(BoxKind::Trapezoidal, positions));
+    if (positions < m_total)
+        for (int joint = 0; joint + 1 < positions; ++joint)
+            updateAngleList(joint, true);
+}
+
+bool SetupForm::UpdateLineArray(LineArray& array) const
+{
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    LineArray::Positions types = array.GIAGetAllType();
+    for (std::size_t position = 0; position < types.size(); ++position) {
+        const bool used = static_cast<int>(position) < total();
+        if (used && !isUnknown(cmbType[position].text()))
+            types[position] = static_cast<std::int16_t>(cmbType[position].selected);
+        if (position > 0)
+            if (const auto index = angleIndex(cmbAngle[position - 1].text()))
+                angles[position] = *index;
+    }
+    if (stacked || !pinMode)
+        angles[0] = static_cast<std::int16_t>(std::nearbyint(-10 * box1Angle));
+    else if (!isUnknown(PinNumber_cmb.text()))
+        angles[0] = static_cast<std::int16_t>(PinNumber_cmb.number() - 1);
+
+    // A count that has not changed is left alone: a file may hold one that the setter would cut.
+    const auto set = [](std::int16_t kept, const ChoiceList& list, auto setter, auto getter) {
+        if (list.number() == kept)
+            return true;
+        return setter(list.number()) && getter() == list.number();
+    };
+    bool taken = array.GBSetAllAngle(angles) && array.GBSetAllType(types);
+    taken &= set(
+        array.GIGetNumGerade(), cmbNumGer, [&](std::int16_t n) { return array.GBSetNumGerade(n); },
+        [&] { return array.GIGetNumGerade(); });
+    taken &= set(
+        array.GIGetNumSchräg(), cmbNumSch, [&](std::int16_t n) { return array.GBSetNumSchräg(n); },
+        [&] { return array.GIGetNumSchräg(); });
+    taken &= set(
+        array.GIGetNumBass(), cmbNumBass, [&](std::int16_t n) { return array.GBSetNumBass(n); },
+        [&] { return array.GIGetNumBass(); });
+    taken &= set(
+        array.GIGetNumSpeakers(), cmbNumSpk,
+        [&](std::int16_t n) { return array.GBSetNumSpeakers(n); },
+        [&] { return array.GIGetNumSpeakers(); });
+    taken &= array.GBSetMounting(!stacked);
+    taken &= array.GBSetAngleOrPin(pinMode);
+    array.GFACalcCOM();
+    return taken;
+}
+
+} // namespace orva

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "app/choice_list.h"
+#include "model/line_array.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace orva {
+
+/// The state of every list of the Setup page and the rules by which an edit travels through them.
+/// Positions count from 0, the top box; joint j lies below position j.
+///
+/// What a file holds and the lists lack (a count above a list's end, an unknown code, an angle or
+/// pin that does not exist) is shown as an extra red entry and kept as long as it is selected.
+class SetupForm {
+public:
+    static constexpr int kPositions = LineArray::kPositions;
+    static constexpr int kJoints = kPositions - 1;
+
+    ChoiceList cmbNumSpk;  ///< mid/high boxes
+    ChoiceList cmbNumBass; ///< bass boxes
+    ChoiceList cmbNumGer;  ///< straight boxes
+    ChoiceList cmbNumSch;  ///< trapezoidal boxes
+    std::array<ChoiceList, kPositions> cmbType;
+    std::array<ChoiceList, kJoints> cmbAngle;
+    ChoiceList PinNumber_cmb;
+    bool stacked = false;
+    bool pinMode = true;
+    double box1Angle = 0; ///< degrees as people see them: positive = up
+
+    /// What the warning box reports, in the order of the flags.
+    struct Invalid {
+        bool straight = false;
+        bool trapezoidal = false;
+        bool angles = false;
+        bool midHigh = false;
+        bool bass = false;
+
+        bool any() const { return straight || trapezoidal || angles || midHigh || bass; }
+    };
+    Invalid SetupInvalid;
+
+    bool AutoCorrect = true;
+
+    /// Fills every list from the array, marks what is wrong and corrects nothing.
+    void RefreshFromClass(const LineArray& array);
+
+    /// What the user chose, by its number in the list; the lists that depend on it follow.
+    void chooseType(int position, int index);
+    void chooseAngle(int joint, int index);
+    void chooseNumGer(int index);
+    void chooseNumSch(int index);
+    void chooseNumSpk(int index);
+    void chooseNumBass(int index);
+
+    /// Derives angle and count lists again after a change at position `changed` (an angle: joint
+    /// + 1), of a straight or trapezoidal count (-1), or of a mid/high or bass count (-2).
+    void UpdateSetupLists(int changed);
+
+    /// Writes the lists into the array and calculates its geometry. False when the array did not
+    /// take a value; what could be taken has been.
+    bool UpdateLineArray(LineArray& array) const;
+
+    /// Whether an entry in use is one that only a file can bring. It is kept on saving.
+    bool holdsUnknown() const;
+
+    /// Positions in use.
+    int total() const;
+    bool isCompact() const { return m_system != kStandardSystem; }
+    /// The model name of the kind of box in this system.
+    std::string_view modelName(BoxKind kind) const;
+
+    /// The first-box angle as it is kept: within a turn, one decimal.
+    static double validAngle(double degrees);
+
+private:
+    const SystemRecord& system() const { return systemRecord(m_system); }
+    std::optional<BoxKind> kindAt(int position) const;
+    int placed(std::optional<BoxKind> kind, int positions) const;
+    bool isBass(int position) const { return kindAt(position) == BoxKind::Bass; }
+    AngleBounds boundsAt(int joint) const;
+    ChoiceList typeList(const std::string& selected) const;
+    ChoiceList& type(int position) { return cmbType[static_cast<std::size_t>(position)]; }
+    ChoiceList& angle(int joint) { return cmbAngle[static_cast<std::size_t>(joint)]; }
+    const ChoiceList& type(int position) const { return cmbType[static_cast<std::size_t>(position)]; }
+    const ChoiceList& angle(int joint) const { return cmbAngle[static_cast<std::size_t>(joint)]; }
+
+    void updateAngleList(int joint, bool correct);
+    void updateAngleMark();
+    void reportCounts();
+    void correctCounts();
+    void removeMidHigh(int positions);
+    void removeBass(int positions);
+    void insertBass(int positions);
+    void selectFirstAngle(int joint);
+    void selectOnly(int joint, std::int16_t index);
+    int mostMidHigh() const;
+    int mostBass() const;
+
+    std::int16_t m_system = kStandardSystem;
+    int m_total = 0; ///< positions in use before a count changed
+};
+
+} // namespace orva

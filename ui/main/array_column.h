@@ -1,0 +1,46 @@
+#pragma once
+
+#include "main/editor.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QToolButton>
+#include <array>
+
+namespace orva::ui {
+
+/// The array from top to bottom: a list for each box's type, between them one for each splay angle.
+/// Scrolls by boxes and follows the focus.
+class ArrayColumn final : public QWidget {
+    Q_OBJECT
+public:
+    ArrayColumn(Editor& editor, QWidget* parent);
+
+    void display();
+    void scrollToTop() { VScroll1->setValue(VScroll1->minimum()); }
+    void scrollToBottom() { VScroll1->setValue(VScroll1->maximum()); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    int rowHeight() const;
+    void updateScrollRange();
+    void showTexts();
+
+    Editor& m_editor;
+    QScrollArea* m_area;
+    QWidget* m_boxes;
+    QScrollBar* VScroll1;
+    QToolButton* spkUp_cmd;
+    QToolButton* spkDown_cmd;
+    std::array<QLabel*, SetupForm::kPositions> m_numbers;
+    std::array<QComboBox*, SetupForm::kPositions> cmbType;
+    std::array<QComboBox*, SetupForm::kJoints> cmbAngle;
+};
+
+} // namespace orva::ui

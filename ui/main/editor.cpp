@@ -1,0 +1,190 @@
+#include "main/editor.h"
+
+#include "lang/string_table.h"
+
+#include <QApplication>
+
+namespace orva::ui {
+
+Editor::Editor(Session& shared) : session(shared), levels(shared.state.gLanguageId)
+{
+    connect(&session, &Session::LanguageChanged, this, [this] {
+        levels.setLanguage(session.state.gLanguageId);
+        emit changed();
+        emit viewsChanged();
+    });
+}
+
+void Editor::setModified(bool modified)
+{
+    m_modified = modified;
+    emit modifiedChanged();
+}
+
+void Editor::clearMap() { map = {}; }
+
+void Editor::updateArray()
+{
+    LineArray& array = session.state.gLineArray;
+    if (setup.SetupInvalid.any() || setup.UpdateLineArray(array))
+        return;
+    showMessage(QApplication::activeWindow(), "An error has occured updating the line array.",
+                "Error");
+    setup.RefreshFromClass(array);
+}
+
+void Editor::afterEdit()
+{
+    clearMap();
+    m_outside = outOfRoom(room(), array());
+    setModified(true);
+    emit changed();
+    emit viewsChanged();
+}
+
+void Editor::editSetup(const std::function<void(SetupForm&)>& edit)
+{
+    setup.AutoCorrect = session.state.settings.AutoCorrect;
+    edit(setup);
+    updateArray();
+    afterEdit();
+}
+
+void Editor::editArray(const std::function<void(LineArray&)>& edit)
+{
+    edit(session.state.gLineArray);
+    updateArray();
+    afterEdit();
+}
+
+bool Editor::editRoom(const std::function<bool(Room&)>& edit)
+{
+    if (!edit(session.state.gRoom))
+        return false;
+    if (SelectedArea > room().GIGetNumAreas())
+        SelectedArea = 1;
+    afterEdit();
+    return true;
+}
+
+bool Editor::editTexts(const std::function<bool(Room&)>& edit)
+{
+    if (!edit(session.state.gRoom))
+        return false;
+    setModified(true);
+    return true;
+}
+
+void Editor::editSubArray(const std::function<void(SubArray&)>& edit)
+{
+    edit(session.state.subArray);
+    setModified(true);
+    emit changed();
+}
+
+void Editor::selectArea(int number)
+{
+    SelectedArea = number;
+    emit viewsChanged();
+}
+
+void Editor::setLocked(bool lock)
+{
+    locked = lock;
+    emit changed();
+}
+
+void Editor::setShowDelay(bool show)
+{
+    session.state.settings.ShowDelay = show ? 1 : 0;
+    if (!locked)
+        clearMap();
+    emit viewsChanged();
+}
+
+void Editor::SetNewProject()
+{
+    fitLine.reset();
+    orva::SetNewProject(session.state,
+                        session.state.settings.NewCompact ? kCompactSystem : kStandardSystem);
+    levels.aWeighted = true;
+    levels.chooseMapType(LevelChoiceForm::Continuous);
+    ProjectFile.clear();
+    RefreshFromClass();
+    setup.UpdateSetupLists(-2);
+    setup.box1Angle = -1.4;
+    emit changed();
+    setModified(false);
+}
+
+void Editor::RefreshFromClass()
+{
+    locked = false;
+    if (SelectedArea > room().GIGetNumAreas())
+        SelectedArea = 1;
+    session.state.gLineArray.GFACalcCOM();
+    setup.RefreshFromClass(array());
+    m_outside = outOfRoom(room(), array());
+    emit projectReplaced();
+    followSettings();
+}
+
+void Editor::followSettings()
+{
+    setup.AutoCorrect = session.state.settings.AutoCorrect;
+    clearMap();
+    emit changed();
+    emit viewsChanged();
+}
+
+QStringList Editor::warnings() const
+{
+    const SetupForm::Invalid& invalid = setup.SetupInvalid;
+    const auto count = [this](BoxKind kind) {
+        return session.text(218) + qtText(setup.modelName(kind));
+    };
+    QStringList lines;
+    if (invalid.midHigh)
+        lines += setup.isCompact() ? count(BoxKind::Straight) : session.text(219);
+    if (invalid.straight)
+        lines += count(BoxKind::Straight);
+    if (invalid.trapezoidal)
+        lines += count(BoxKind::Trapezoidal);
+    if (invalid.bass)
+        lines += count(BoxKind::Bass);
+    if (invalid.angles)
+        lines += session.text(220);
+    if (!lines.empty())
+        lines.prepend(session.text(217));
+    if (setup.holdsUnknown())
+        lines += session.text(1009);
+    if (m_outside.any())
+        lines += session.text(195);
+    return lines;
+}
+
+RoomViewContent Editor::roomViewContent(bool aimingLines) const
+{
+    RoomViewContent content;
+    content.grid = &map.grid;
+    content.map = map.shown ? &*map.shown : nullptr;
+    content.aimingLines = !map.shown || aimingLines;
+    content.bassBox = {array().GBGetBassBox(), array().GFAGetBassBoxCoord(),
+                       session.state.settings.ShowDelay == 1};
+    content.aWeighted = levels.aWeighted;
+    if (levels.mapType != LevelChoiceForm::Detailed)
+        content.fohDb = levelsAlong(fohLine(room()), 1).front();
+    return content;
+}
+
+std::vector<float> Editor::levelsAlong(const AreaSegment& line, int points) const
+{
+    if (array().fault())
+        return std::vector<float>(static_cast<std::size_t>(points) + 2,
+                                  -std::numeric_limits<float>::infinity());
+    const std::unique_ptr<LevelKernel> kernel = session.state.levelKernel();
+    return LineSPL(*kernel, session.state.speakerData.BandLevel, array(), line, levels.choice(),
+                   points);
+}
+
+} // namespace orva::ui

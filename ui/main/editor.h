@@ -1,0 +1,93 @@
+#pragma once
+
+#include "app/level_choice_form.h"
+#include "app/room_form.h"
+#include "app/setup_form.h"
+#include "drawing/curve_drawing.h"
+#include "drawing/room_view.h"
+#include "widgets/session.h"
+
+#include <QObject>
+#include <functional>
+
+namespace orva::ui {
+
+/// The project that is being edited, as the pages of the main window share it: every edit goes
+/// through here, and every page shows itself anew when it is told to.
+class Editor final : public QObject {
+    Q_OBJECT
+public:
+    explicit Editor(Session& session);
+
+    Session& session;
+    SetupForm setup;
+    LevelChoiceForm levels;
+    int SelectedArea = 1;
+    std::optional<FitLine> fitLine;
+    bool locked = false;
+    std::string ProjectFile;
+
+    const Room& room() const { return session.state.gRoom; }
+    const LineArray& array() const { return session.state.gLineArray; }
+    bool inMetres() const { return session.state.settings.Units_Meters; }
+    bool Modified() const { return m_modified; }
+    void setModified(bool modified);
+
+    /// Runs an edit of the lists. A valid setup goes into the array; the map goes.
+    void editSetup(const std::function<void(SetupForm&)>& edit);
+    /// Runs an edit of the array's points or of the bass box. The same.
+    void editArray(const std::function<void(LineArray&)>& edit);
+    /// Runs an edit that the room may refuse; then nothing has changed. Returns whether it took it.
+    bool editRoom(const std::function<bool(Room&)>& edit);
+    /// Runs an edit of the project's texts, on which no level hangs.
+    bool editTexts(const std::function<bool(Room&)>& edit);
+    void editSubArray(const std::function<void(SubArray&)>& edit);
+
+    void selectArea(int number);
+    void setLocked(bool lock);
+    /// The delay display of the room view.
+    void setShowDelay(bool show);
+
+    void SetNewProject();
+    /// After the objects were replaced: shows everything anew and ends the lock.
+    void RefreshFromClass();
+    /// After the settings were changed.
+    void followSettings();
+
+    /// Whether anything may be calculated; otherwise the warning box says why not.
+    bool calculable() const { return !setup.SetupInvalid.any() && !array().fault(); }
+    /// The lines of the warning box; none for a valid setup.
+    QStringList warnings() const;
+    const OutOfRoom& outside() const { return m_outside; }
+
+    /// What the map is: the grid, what has been calculated on it, what is shown.
+    struct Map {
+        bool Valid = false; ///< the grid fits room view and settings
+        MapGrid grid;
+        RawSplCache cache;
+        std::optional<SummedMap> shown;
+    };
+    Map map;
+    void clearMap();
+
+    RoomViewContent roomViewContent(bool aimingLines) const;
+    std::vector<float> levelsAlong(const AreaSegment& line, int points) const;
+
+signals:
+    /// Setup, room, sub array, units or language: pages show their entries anew.
+    void changed();
+    /// Only what is drawn.
+    void viewsChanged();
+    void modifiedChanged();
+    /// Another project stands in the objects.
+    void projectReplaced();
+
+private:
+    void updateArray();
+    void afterEdit();
+
+    bool m_modified = false;
+    OutOfRoom m_outside;
+};
+
+} // namespace orva::ui

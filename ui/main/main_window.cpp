@@ -1,0 +1,229 @@
+#include "main/main_window.h"
+
+#include "engine/auto_aim.h"
+#include "main/rigging_page.h"
+#include "main/room_page.h"
+#include "main/sub_array_page.h"
+#include "shell/options_dialog.h"
+#include "shell/pictures.h"
+#include "shell/small_dialogs.h"
+#include "widgets/controls.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QFontDialog>
+#include <QMenuBar>
+#include <QScreen>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStatusBar>
+
+namespace orva::ui {
+
+MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
+{
+    setObjectName("frmMain");
+    setWindowIcon(programIcon());
+    Main_SSTab = named<QTabWidget>("Main_SSTab", this);
+    Main_SSTab->setDocumentMode(true);
+    setCentralWidget(Main_SSTab);
+
+    auto* setup = new QWidget(this);
+    auto* setupLayout = new QHBoxLayout(setup);
+    auto* setupPage = new SetupPage(m_editor, setup);
+    m_views = new ViewPanel(m_editor, setup);
+    setupLayout->addWidget(setupPage);
+    setupLayout->addWidget(m_views, 1);
+    Main_SSTab->addTab(new RoomPage(m_editor, this), QString());
+    Main_SSTab->addTab(setup, QString());
+    Main_SSTab->addTab(new RiggingPage(m_editor, this), QString());
+    Main_SSTab->addTab(new SubArrayPage(m_editor, this), QString());
+    Main_SSTab->setCornerWidget(logoPicture(this));
+
+    m_map = new MapCalculator(m_editor, *m_views, this);
+    m_commands = new ProjectCommands(m_editor, this);
+    statusBar()->setObjectName("statusBar");
+    makeMenus();
+    connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
+    connect(m_commands, &ProjectCommands::statusChanged, statusBar(),
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    connect(setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
+    connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showTitle);
+    connect(&session, &Session::LanguageChanged, this, &MainWindow::showTexts);
+    showTexts();
+    showRecentFiles();
+    setGeometry(screen()->availableGeometry());
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::begin()
+{
+    if (m_session.state.settings.ShowNewQuery)
+        SystemDialog(m_session, this).exec();
+    m_editor.SetNewProject();
+}
+
+QAction* MainWindow::command(QMenu* menu, const char* name, int textId, std::function<void()> run,
+                             const QKeySequence& keys)
+{
+    QAction* action = menu->addAction(QString());
+    action->setObjectName(name);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, run);
+    m_actionTexts.push_back({action, textId});
+    return action;
+}
+
+QMenu* MainWindow::submenu(QMenu* parent, const char* name, int textId)
+{
+    QMenu* menu = parent ? parent->addMenu(QString()) : menuBar()->addMenu(QString());
+    menu->setObjectName(name);
+    menu->menuAction()->setObjectName(name);
+    m_actionTexts.push_back({menu->menuAction(), textId});
+    return menu;
+}
+
+void MainWindow::makeMenus()
+{
+    const auto separator = [](QMenu* menu, const char* name) {
+        menu->addSeparator()->setObjectName(name);
+    };
+    QMenu* file = submenu(nullptr, "mnuFile", 98);
+    QMenu* newMenu = submenu(file, "mnuNew", 99);
+    command(
+        newMenu, "mnuNewS", 258, [this] { m_commands->New(false); }, QKeySequence("Ctrl+N"));
+    command(
+        newMenu, "mnuNewC", 259, [this] { m_commands->New(true); }, QKeySequence("Ctrl+Shift+N"));
+    command(
+        file, "mnuOpen", 100, [this] { m_commands->Open(); }, QKeySequence("Ctrl+O"));
+    command(
+        file, "mnuSave", 101, [this] { m_commands->Save(); }, QKeySequence("Ctrl+S"));
+    command(file, "mnuSaveAs", 102, [this] { m_commands->SaveAs(); });
+    separator(file, "mnuSep3");
+    for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
+        mnuMRU[i] = file->addAction(m_session.text(105));
+        mnuMRU[i]->setObjectName(elementName("mnuMRU", static_cast<int>(i)));
+        connect(mnuMRU[i], &QAction::triggered, this,
+                [this, i] { m_commands->OpenRecent(m_commands->recentFiles.paths().at(i)); });
+    }
+    separator(file, "mnuSep2");
+    command(file, "mnuExit", 106, [this] { exit(); });
+
+    QMenu* tools = submenu(nullptr, "mnuTools", 107);
+    command(tools, "mnuLoadData", 108, [this] { m_commands->LoadData(); });
+    command(tools, "mnuPythCalc", 109, [this] { calculator(); });
+
+    QMenu* options = submenu(nullptr, "mnuOptions", 110);
+    command(options, "mnuToolsChangeLanguage", 244,
+            [this] { LanguageDialog::ShowDialog(m_session, false, this); });
+    command(
+        options, "mnuFont", 111, [this] { displayFont(); }, QKeySequence("Ctrl+F"));
+    command(options, "mnuGenOptions", 112, [this] { generalOptions(); });
+
+    QMenu* help = submenu(nullptr, "mnuHelp", 113);
+    command(
+        help, "mnuCallHelp", 114, [this] { m_commands->Help(); }, QKeySequence("F1"));
+    command(help, "mnuAbout", 115, [this] { AboutDialog(m_session, this).exec(); });
+}
+
+void MainWindow::showTexts()
+{
+    for (const Text& text : m_actionTexts)
+        text.action->setText(m_session.text(text.id));
+    for (int page = RoomTab; page <= SubArrayTab; ++page)
+        Main_SSTab->setTabText(page, m_session.text(6 + page));
+    showTitle();
+}
+
+void MainWindow::showTitle()
+{
+    QString title = m_session.text(1);
+    if (!m_editor.ProjectFile.empty())
+        title += " - " + QFileInfo(QString::fromStdString(m_editor.ProjectFile)).fileName();
+    setWindowTitle(title + "[*]");
+    setWindowModified(m_editor.Modified());
+}
+
+void MainWindow::showRecentFiles()
+{
+    const std::vector<std::string>& paths = m_commands->recentFiles.paths();
+    for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
+        mnuMRU[i]->setVisible(i < paths.size());
+        if (i < paths.size()) // an ampersand in a path is no shortcut
+            mnuMRU[i]->setText(QString::fromStdString(paths[i]).replace("&", "&&"));
+    }
+}
+
+void MainWindow::autoAim()
+{
+    const std::optional<double> angle = orva::autoAim(m_editor.room(), m_editor.array());
+    if (!angle) {
+        showMessage(this, m_session.text(197));
+        return;
+    }
+    m_editor.editSetup([&](SetupForm& setup) {
+        setup.pinMode = false;
+        setup.box1Angle = SetupForm::validAngle(*angle);
+    });
+}
+
+void MainWindow::generalOptions()
+{
+    OptionsDialog dialog(m_session, this);
+    connect(&dialog, &OptionsDialog::applied, this, [this] {
+        m_editor.followSettings();
+        if (m_calculator)
+            m_calculator->showUnits();
+    });
+    dialog.exec();
+}
+
+void MainWindow::displayFont()
+{
+    QFontDialog dialog(QApplication::font(), this);
+    dialog.setWindowTitle(m_session.text(111));
+    // The platform's font reaches windows that are opened later, too.
+    if (dialog.exec() == QDialog::Accepted)
+        QApplication::setFont(dialog.selectedFont());
+}
+
+void MainWindow::calculator()
+{
+    if (!m_calculator) {
+        m_calculator = new CalculatorWindow(m_session, this);
+        m_calculator->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_calculator->show();
+    m_calculator->raise();
+    m_calculator->activateWindow();
+}
+
+void MainWindow::exit()
+{
+    Exiting = m_commands->mayClose(true);
+    if (Exiting)
+        close();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_map->busy() || (!Exiting && !m_commands->mayClose(false))) {
+        event->ignore();
+        return;
+    }
+    AppShutdown();
+    event->accept();
+}
+
+void MainWindow::AppShutdown()
+{
+    m_commands->recentFiles.SaveRecentFiles(m_session.store);
+    SaveSettings(m_session.state.settings, m_session.store);
+    if (m_calculator)
+        m_calculator->close();
+}
+
+} // namespace orva::ui

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "main/map_calculator.h"
+#include "main/project_commands.h"
+#include "main/setup_page.h"
+#include "shell/calculator_window.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPointer>
+#include <QTabWidget>
+
+namespace orva::ui {
+
+/// The main window: menus, the four pages, and the commands behind them.
+class MainWindow final : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(Session& session);
+    ~MainWindow() override;
+
+    /// Asks for the system where the user wants that, and makes the first project.
+    void begin();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    enum Page { RoomTab, SetupTab, RiggingTab, SubArrayTab };
+
+    void makeMenus();
+    QAction* command(QMenu* menu, const char* name, int textId, std::function<void()> run,
+                     const QKeySequence& keys = {});
+    QMenu* submenu(QMenu* parent, const char* name, int textId);
+    void showTexts();
+    void showTitle();
+    void showRecentFiles();
+
+    void autoAim();
+    void exit();
+    void generalOptions();
+    void displayFont();
+    void calculator();
+    void AppShutdown();
+
+    Session& m_session;
+    Editor m_editor;
+    QTabWidget* Main_SSTab;
+    ViewPanel* m_views;
+    MapCalculator* m_map;
+    ProjectCommands* m_commands;
+    QPointer<CalculatorWindow> m_calculator;
+    QString m_status;
+
+    struct Text {
+        QAction* action;
+        int id;
+    };
+    std::vector<Text> m_actionTexts;
+    std::array<QAction*, RecentFiles::kMost> mnuMRU;
+    bool Exiting = false;
+};
+
+} // namespace orva::ui

@@ -1,0 +1,134 @@
+#include "main/map_calculator.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QThread>
+#include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <memory>
+
+namespace orva::ui {
+
+namespace {
+
+constexpr int kShowAfterMs = 100; ///< shorter stages would only flash
+constexpr int kPollMs = 30;
+
+int cores() { return std::max(1, QThread::idealThreadCount()); }
+
+/// The wait cursor, as long as it lives.
+struct BusyPointer {
+    BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
+} // namespace
+
+MapCalculator::MapCalculator(Editor& editor, ViewPanel& views, QWidget* window)
+    : QObject(window), m_editor(editor), m_views(views), m_window(window)
+{
+    connect(&views, &ViewPanel::calculateAllAsked, this, [this] {
+        m_editor.setLocked(true);
+        CalcMapping(true, false);
+    });
+    connect(&views, &ViewPanel::calculateBandAsked, this, [this] {
+        m_editor.setLocked(true);
+        CalcMapping(false, false);
+    });
+    connect(&views, &ViewPanel::levelChoiceChanged, this, [this] { CalcMapping(false, true); });
+}
+
+bool MapCalculator::prepareGrid()
+{
+    const Settings& settings = m_editor.session.state.settings;
+    const Scale& shown = m_views.Main_pbx->scale();
+    double cellW = shown.width / std::max(1, m_views.Main_pbx->width());
+    double cellH = shown.height / std::max(1, m_views.Main_pbx->height());
+    if (settings.PixelRes == 0) {
+        const double resolution =
+            settings.SPLResolution * (settings.Units_Meters ? 1 : kMetresPerFoot);
+        cellW = std::max(cellW, resolution);
+        cellH = std::max(cellH, resolution);
+    }
+    const std::optional<MapGrid> grid = PrepareMapGrid(
+        m_editor.room(), static_cast<float>(cellW), static_cast<float>(cellH));
+    m_editor.clearMap();
+    if (!grid)
+        return false;
+    m_editor.map.grid = *grid;
+    m_editor.map.Valid = true;
+    return true;
+}
+
+bool MapCalculator::done(BandSpan bands) const
+{
+    for (int band = bands.from; band <= bands.to; ++band)
+        if (!m_editor.map.cache.BandDone[static_cast<std::size_t>(band)])
+            return false;
+    return true;
+}
+
+bool MapCalculator::runStage(ProgressDialog& dialog, const QString& caption,
+                             const std::function<bool(const Progress&)>& stage)
+{
+    dialog.beginStage(caption, true);
+    std::atomic<int> percent = 0;
+    bool whole = false;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        whole = stage([&](int done, int total) {
+            percent = rowPercent(done, total);
+            return !dialog.Aborted;
+        });
+    }));
+    QEventLoop loop;
+    connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, &dialog, [&] { dialog.showPercent(percent); });
+    poll.start(kPollMs);
+    QTimer::singleShot(kShowAfterMs, &dialog, &QWidget::show);
+    thread->start();
+    loop.exec();
+    thread->wait();
+    return whole;
+}
+
+void MapCalculator::CalcMapping(bool all, bool redraw)
+{
+    if (m_busy || !m_editor.calculable())
+        return;
+    m_busy = true;
+    const BusyPointer pointer;
+    Editor::Map& map = m_editor.map;
+    const LevelChoice choice = m_editor.levels.choice();
+    const BandSpan wanted = all ? BandSpan{0, kBands - 1} : choice.bands;
+    map.shown.reset();
+    const bool prepared = map.Valid || prepareGrid();
+    ProgressDialog dialog(m_editor.session, m_window);
+
+    if (prepared && !redraw && !done(wanted)) {
+        const std::unique_ptr<LevelKernel> kernel = m_editor.session.state.levelKernel();
+        runStage(dialog, m_editor.session.text(234), [&](const Progress& progress) {
+            return CalcRawSPL(*kernel, m_editor.array(), map.grid, wanted, cores(), progress,
+                              map.cache);
+        });
+    }
+    if (prepared && !dialog.Aborted && done(choice.bands)) {
+        runStage(dialog, m_editor.session.text(235), [&](const Progress& progress) {
+            map.shown = CalcSummedSPL(map.cache, m_editor.session.state.speakerData.BandLevel,
+                                      map.grid, choice, cores(), progress);
+            return map.shown.has_value();
+        });
+        if (dialog.Aborted)
+            map.shown.reset();
+    }
+    if (map.shown)
+        dialog.beginStage(m_editor.session.text(237), false);
+    m_busy = false;
+    emit m_editor.viewsChanged();
+    m_views.Main_pbx->picture();
+}
+
+} // namespace orva::ui

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/recent_files.h"
+#include "main/editor.h"
+
+#include <QWidget>
+
+namespace orva::ui {
+
+/// New, Open, Save, Save As, recent files and the question that guards unsaved changes.
+class ProjectCommands final : public QObject {
+    Q_OBJECT
+public:
+    ProjectCommands(Editor& editor, QWidget* window);
+
+    RecentFiles recentFiles;
+
+    void New(bool compact);
+    void Open();
+    void OpenRecent(const std::string& path);
+    void Save();
+    void SaveAs();
+    /// Whether the window may close: nothing to save, saved, or given up. With `mayCancel` the
+    /// question has a Cancel button.
+    bool mayClose(bool mayCancel);
+
+    /// Imports directivity data until the next system selection.
+    void LoadData();
+    void Help();
+
+signals:
+    void recentFilesChanged();
+    /// What the status line says from now on.
+    void statusChanged(const QString& text);
+
+private:
+    enum class Answer { Saved, Discard, Cancel };
+    Answer askToSave(bool mayCancel);
+    /// Runs a command that drops the project: at once, after No, never after Yes or Cancel.
+    void guarded(const std::function<void()>& command);
+
+    bool SaveFile(bool saveAs);
+    void LoadFile(bool useDialog, const std::string& fileName);
+    std::optional<QString> chosenFile(bool toSave, int titleText, const QStringList& filters,
+                                      const QString& proposed);
+
+    Editor& m_editor;
+    QWidget* m_window;
+};
+
+} // namespace orva::ui

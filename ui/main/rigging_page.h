@@ -1,0 +1,40 @@
+#pragma once
+
+#include "main/editor.h"
+#include "widgets/drawing_widget.h"
+
+#include <QFrame>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+
+namespace orva::ui {
+
+/// The rigging sheet, the pins with the angles that they give, and the array in detail. Ctrl and
+/// the wheel enlarge the view beyond its frame, which then scrolls.
+class RiggingPage final : public QWidget {
+    Q_OBJECT
+public:
+    RiggingPage(Editor& editor, QWidget* parent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void showTexts();
+    void display();
+    void displayPins();
+    void placeView();
+    void zoom(double factor);
+
+    Editor& m_editor;
+    QPlainTextEdit* rigText_txt;
+    QListWidget* lstPins;
+    QFrame* RigPbx_fra;
+    DrawingWidget* Rigging_pbx;
+    QScrollBar* RigHScroll;
+    QScrollBar* RigVScroll;
+    double m_zoom = 1;
+};
+
+} // namespace orva::ui

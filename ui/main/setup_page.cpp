@@ -1,0 +1,354 @@
+#include "main/setup_page.h"
+
+#include "lang/decimal_text.h"
+#include "lang/number_text.h"
+#include "lang/string_table.h"
+#include "widgets/controls.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+
+namespace orva::ui {
+
+namespace {
+
+QString oneDecimal(double degrees) { return qtText(plainText(degrees, 1)); }
+
+} // namespace
+
+SetupPage::SetupPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+{
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* controls = new QVBoxLayout;
+    controls->addWidget(countsFrame());
+    controls->addWidget(mountingFrame());
+    controls->addWidget(pointsFrame());
+    controls->addStretch();
+    controls->addWidget(warningFrame());
+    layout->addLayout(controls);
+    m_column = new ArrayColumn(editor, this);
+    layout->addWidget(m_column);
+
+    connect(&editor, &Editor::changed, this, &SetupPage::display);
+    connect(&editor, &Editor::projectReplaced, this, [this] {
+        if (m_editor.setup.stacked)
+            m_column->scrollToBottom();
+        else
+            m_column->scrollToTop();
+    });
+    connect(&editor.session, &Session::LanguageChanged, this, &SetupPage::showTexts);
+    showTexts();
+    display();
+}
+
+void SetupPage::addCount(QComboBox* box, ChoiceList SetupForm::*list,
+                         void (SetupForm::*choose)(int))
+{
+    connect(box, &QComboBox::activated, this, [this, list, choose](int index) {
+        if (index != (m_editor.setup.*list).selected)
+            m_editor.editSetup([&](SetupForm& setup) { (setup.*choose)(index); });
+    });
+}
+
+QWidget* SetupPage::countsFrame()
+{
+    auto* frame = named<QGroupBox>("fraCounts", this);
+    auto* layout = new QGridLayout(frame);
+    int row = 0;
+    const auto line = [&](const char* labelName, const char* listName, QLabel*& label,
+                          QComboBox*& box) {
+        label = named<QLabel>(labelName, frame);
+        box = named<ListBox>(listName, frame);
+        label->setBuddy(box);
+        layout->addWidget(label, row, 0);
+        layout->addWidget(box, row++, 1);
+    };
+    line("lblNumSpk", "cmbNumSpk", lblNumSpk, cmbNumSpk);
+    line("lblTotGer", "cmbNumGer", lblTotGer, cmbNumGer);
+    line("lblTotSch", "cmbNumSch", lblTotSch, cmbNumSch);
+    line("lblTotSub", "cmbNumBass", lblTotSub, cmbNumBass);
+    layout->setColumnStretch(0, 1);
+    addCount(cmbNumSpk, &SetupForm::cmbNumSpk, &SetupForm::chooseNumSpk);
+    addCount(cmbNumGer, &SetupForm::cmbNumGer, &SetupForm::chooseNumGer);
+    addCount(cmbNumSch, &SetupForm::cmbNumSch, &SetupForm::chooseNumSch);
+    addCount(cmbNumBass, &SetupForm::cmbNumBass, &SetupForm::chooseNumBass);
+    return frame;
+}
+
+QWidget* SetupPage::mountingFrame()
+{
+    auto* frame = named<QGroupBox>("fraMounting", this);
+    auto* layout = new QGridLayout(frame);
+    Stacked_chk = named<QCheckBox>("Stacked_chk", frame);
+    connect(Stacked_chk, &QCheckBox::clicked, this, [this](bool stacked) {
+        m_editor.editSetup([&](SetupForm& setup) { setup.stacked = stacked; });
+        if (stacked)
+            m_column->scrollToTop();
+        else
+            m_column->scrollToBottom();
+    });
+    auto* group = new QButtonGroup(this);
+    for (int i = 0; i < 2; ++i) {
+        PinAngle_opt[i] = named<QRadioButton>(elementName("PinAngle_opt", i), frame);
+        group->addButton(PinAngle_opt[i], i);
+    }
+    connect(group, &QButtonGroup::idClicked, this, [this](int id) {
+        if (m_editor.setup.pinMode != (id == 0))
+            m_editor.editSetup([&](SetupForm& setup) { setup.pinMode = id == 0; });
+    });
+    PinNumber_cmb = named<ListBox>("PinNumber_cmb", frame);
+    connect(PinNumber_cmb, &QComboBox::activated, this, [this](int index) {
+        if (index == m_editor.setup.PinNumber_cmb.selected)
+            return;
+        m_editor.editSetup([&](SetupForm& setup) {
+            setup.PinNumber_cmb.select(setup.PinNumber_cmb.items[static_cast<std::size_t>(index)]);
+        });
+        m_editor.setup.box1Angle = roundedTo(-m_editor.array().GFFirstAngle(), 1);
+        display();
+    });
+    Label10 = named<QLabel>("Label10", frame);
+    PinAngle_lbl = named<QLabel>("PinAngle_lbl", frame);
+    box1_lbl = named<QLabel>("box1_lbl", frame);
+    box1Angle_txt = named<NumberEdit>("box1Angle_txt", frame);
+    box1_lbl->setBuddy(box1Angle_txt);
+    lblAngleMeas = named<QLabel>("lblAngleMeas", frame);
+    m_entries.add(
+        box1Angle_txt,
+        [this](const QString& text) {
+            const double angle = SetupForm::validAngle(ParseDecimalText(text.toStdString()));
+            m_editor.editSetup([&](SetupForm& setup) { setup.box1Angle = angle; });
+        },
+        [this] { return oneDecimal(m_editor.setup.box1Angle); });
+    Label12 = named<QLabel>("Label12", frame);
+    AnglePin_lbl = named<QLabel>("AnglePin_lbl", frame);
+    Label11 = named<QLabel>("Label11", frame);
+    RemAng_lbl = named<QLabel>("RemAng_lbl", frame);
+    cmdAuto = named<QPushButton>("cmdAuto", frame);
+    cmdAuto->setAutoDefault(false);
+    connect(cmdAuto, &QPushButton::clicked, this, &SetupPage::autoAimAsked);
+
+    layout->addWidget(Stacked_chk, 0, 0, 1, 4);
+    layout->addWidget(PinAngle_opt[0], 1, 0);
+    layout->addWidget(PinNumber_cmb, 1, 1);
+    layout->addWidget(Label10, 1, 2);
+    layout->addWidget(PinAngle_lbl, 1, 3);
+    layout->addWidget(PinAngle_opt[1], 2, 0);
+    layout->addWidget(cmdAuto, 2, 2, 1, 2);
+    layout->addWidget(box1_lbl, 3, 0);
+    layout->addWidget(box1Angle_txt, 3, 1);
+    layout->addWidget(lblAngleMeas, 3, 2);
+    layout->addWidget(Label12, 4, 0);
+    layout->addWidget(AnglePin_lbl, 4, 1);
+    layout->addWidget(Label11, 4, 2);
+    layout->addWidget(RemAng_lbl, 4, 3);
+    layout->setColumnStretch(0, 1);
+    return frame;
+}
+
+void SetupPage::addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineArray::*get)() const,
+                         bool (LineArray::*set)(FloatPair))
+{
+    m_entries.addLength(
+        edit, m_editor,
+        [this, element, get, set](double metres) {
+            m_editor.editArray([&](LineArray& array) {
+                FloatPair point = (array.*get)();
+                point[element] = static_cast<float>(metres);
+                (array.*set)(point);
+            });
+        },
+        [this, element, get] {
+            return static_cast<double>((m_editor.array().*get)()[element]);
+        });
+}
+
+QWidget* SetupPage::pointsFrame()
+{
+    auto* frame = named<QGroupBox>("fraPoints", this);
+    auto* layout = new QGridLayout(frame);
+    const auto entry = [&](const char* name, int index, int row, int column, QLabel* axis) {
+        QLineEdit* edit = named<NumberEdit>(elementName(name, index), frame);
+        axis->setBuddy(edit);
+        auto* unit = new QLabel(frame);
+        m_units.push_back(unit);
+        layout->addWidget(axis, row, column);
+        layout->addWidget(edit, row, column + 1);
+        layout->addWidget(unit, row, column + 2);
+        return edit;
+    };
+    Label18 = named<QLabel>("Label18", frame);
+    layout->addWidget(Label18, 0, 0, 1, 6);
+    Label15 = named<QLabel>("Label15", frame);
+    layout->addWidget(Label15, 2, 0, 1, 6);
+    bassX_lbl = named<QLabel>("bassX_lbl", frame);
+    bassY_lbl = named<QLabel>("bassY_lbl", frame);
+    QLabel* const bassAxes[] = {bassX_lbl, bassY_lbl};
+    auto* group = new QButtonGroup(this);
+    auto* yesNo = new QHBoxLayout;
+    for (int i = 0; i < 2; ++i) {
+        m_cradleAxes[i] = new QLabel(frame);
+        Cradle_txt[i] = entry("Cradle_txt", i, 1, 3 * i, m_cradleAxes[i]);
+        addPoint(Cradle_txt[i], static_cast<std::size_t>(i), &LineArray::GFAGetCradleCoord,
+                 &LineArray::GBSetCradleCoord);
+        optBassYesNo[i] = named<QRadioButton>(elementName("optBassYesNo", i), frame);
+        group->addButton(optBassYesNo[i], i);
+        yesNo->addWidget(optBassYesNo[i]);
+    }
+    yesNo->addStretch();
+    layout->addLayout(yesNo, 3, 0, 1, 6);
+    for (int i = 0; i < 2; ++i) {
+        BassBox_txt[i] = entry("BassBox_txt", i, 4, 3 * i, bassAxes[i]);
+        addPoint(BassBox_txt[i], static_cast<std::size_t>(i), &LineArray::GFAGetBassBoxCoord,
+                 &LineArray::GBSetBassBoxCoord);
+    }
+    connect(group, &QButtonGroup::idClicked, this, [this](int id) {
+        if (m_editor.array().GBGetBassBox() != (id == 0))
+            m_editor.editArray([&](LineArray& array) { array.GBSetBassBox(id == 0); });
+    });
+    ShowDelay_chk = named<QCheckBox>("ShowDelay_chk", frame);
+    connect(ShowDelay_chk, &QCheckBox::clicked, &m_editor, &Editor::setShowDelay);
+    layout->addWidget(ShowDelay_chk, 5, 0, 1, 6);
+    Lock_chk = named<QCheckBox>("Lock_chk", frame);
+    connect(Lock_chk, &QCheckBox::clicked, &m_editor, &Editor::setLocked);
+    layout->addWidget(lineDivider(frame), 6, 0, 1, 6);
+    layout->addWidget(Lock_chk, 7, 0, 1, 6);
+    return frame;
+}
+
+QWidget* SetupPage::warningFrame()
+{
+    Warning_fra = named<QFrame>("Warning_fra", this);
+    Warning_fra->setFrameShape(QFrame::Box);
+    Warning_fra->setAutoFillBackground(true);
+    QPalette palette;
+    palette.setColor(QPalette::Window, Qt::white);
+    palette.setColor(QPalette::WindowText, Qt::red);
+    Warning_fra->setPalette(palette);
+    Warning_lbl = named<QLabel>("Warning_lbl", Warning_fra);
+    Warning_lbl->setWordWrap(true);
+    auto* layout = new QVBoxLayout(Warning_fra);
+    layout->addWidget(Warning_lbl);
+    return Warning_fra;
+}
+
+void SetupPage::showTexts()
+{
+    const auto text = [this](int id) { return m_editor.session.text(id); };
+    Stacked_chk->setText(text(24));
+    PinAngle_opt[0]->setText(text(22));
+    PinAngle_opt[1]->setText(text(21));
+    Label10->setText(text(21));
+    box1_lbl->setText(text(59));
+    lblAngleMeas->setText(text(13));
+    lblAngleMeas->setToolTip(text(23));
+    Label12->setText(text(57));
+    Label11->setText(text(58));
+    cmdAuto->setText(text(20));
+    PinNumber_cmb->setAccessibleName(text(22));
+    Label18->setText(text(63).simplified());
+    for (int i = 0; i < 2; ++i)
+        m_cradleAxes[i]->setText(text(i == 0 ? 65 : 64));
+    Label15->setText(text(81));
+    optBassYesNo[0]->setText(text(79));
+    optBassYesNo[1]->setText(text(80));
+    bassX_lbl->setText(text(65));
+    bassY_lbl->setText(text(64));
+    ShowDelay_chk->setText(text(78));
+    Lock_chk->setText(text(1008));
+    display();
+}
+
+void SetupPage::display()
+{
+    displayCounts();
+    displayMounting();
+    displayPoints();
+    m_column->display();
+    m_entries.display();
+    const QStringList warnings = m_editor.warnings();
+    Warning_lbl->setText(warnings.join("\n"));
+    Warning_fra->setVisible(!warnings.empty());
+}
+
+void SetupPage::displayCounts()
+{
+    const SetupForm& setup = m_editor.setup;
+    const Session& session = m_editor.session;
+    const bool compact = setup.isCompact();
+    lblNumSpk->setText(compact ? qtText(setup.modelName(BoxKind::Straight)) : session.text(62));
+    lblTotSub->setText(compact ? qtText(setup.modelName(BoxKind::Bass)) : session.text(247));
+    lblTotGer->setText(session.text(61));
+    lblTotSch->setText(session.text(60));
+    for (QWidget* control : {static_cast<QWidget*>(lblTotGer), static_cast<QWidget*>(lblTotSch),
+                             static_cast<QWidget*>(cmbNumGer), static_cast<QWidget*>(cmbNumSch)})
+        control->setVisible(!compact);
+    showList(*cmbNumSpk, setup.cmbNumSpk);
+    showList(*cmbNumGer, setup.cmbNumGer);
+    showList(*cmbNumSch, setup.cmbNumSch);
+    showList(*cmbNumBass, setup.cmbNumBass);
+    for (QComboBox* box : {cmbNumSpk, cmbNumGer, cmbNumSch, cmbNumBass})
+        box->setEnabled(!m_editor.locked);
+}
+
+void SetupPage::displayMounting()
+{
+    const SetupForm& setup = m_editor.setup;
+    const LineArray& array = m_editor.array();
+    const bool pinShown = setup.pinMode && !setup.stacked;
+    Stacked_chk->setChecked(setup.stacked);
+    PinAngle_opt[setup.pinMode ? 0 : 1]->setChecked(true);
+    showList(*PinNumber_cmb, setup.PinNumber_cmb);
+
+    // Pin angles mean nothing for an array that is not whole.
+    const bool known = !array.fault();
+    const std::int16_t pin = static_cast<std::int16_t>(setup.PinNumber_cmb.number() - 1);
+    const bool exists = pin >= 0 && pin < array.system().cradle.pinCount();
+    PinAngle_lbl->setText(known && exists ? oneDecimal(array.GFAngleFromPin(pin)) +
+                                                m_editor.session.text(13)
+                                          : QString());
+    AnglePin_lbl->setText(known ? QString::number(array.GIPinPoint() + 1) : QString());
+    RemAng_lbl->setText(known ? oneDecimal(array.GFPinPointRemainder()) : QString());
+
+    PinNumber_cmb->setVisible(pinShown);
+    Label10->setVisible(pinShown);
+    PinAngle_lbl->setVisible(pinShown);
+    for (QWidget* control :
+         {static_cast<QWidget*>(box1_lbl), static_cast<QWidget*>(box1Angle_txt),
+          static_cast<QWidget*>(lblAngleMeas)})
+        control->setVisible(!pinShown);
+    for (QWidget* control : {Label12, AnglePin_lbl, Label11, RemAng_lbl})
+        control->setVisible(!pinShown && !setup.stacked);
+
+    const bool enabled = !m_editor.locked;
+    Stacked_chk->setEnabled(enabled);
+    for (QRadioButton* option : PinAngle_opt)
+        option->setEnabled(enabled && !setup.stacked);
+    PinNumber_cmb->setEnabled(enabled);
+    box1Angle_txt->setEnabled(enabled);
+    cmdAuto->setEnabled(enabled);
+}
+
+void SetupPage::displayPoints()
+{
+    const bool enabled = !m_editor.locked;
+    const bool bass = m_editor.array().GBGetBassBox();
+    const OutOfRoom& outside = m_editor.outside();
+    for (QLabel* unit : m_units)
+        unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
+    for (std::size_t i = 0; i < 2; ++i) {
+        Cradle_txt[i]->setEnabled(enabled);
+        markInvalid(*Cradle_txt[i], outside.cradle[i]);
+        BassBox_txt[i]->setEnabled(enabled && bass);
+        markInvalid(*BassBox_txt[i], outside.bassBox[i]);
+        optBassYesNo[i]->setEnabled(enabled);
+    }
+    bassX_lbl->setEnabled(bass);
+    bassY_lbl->setEnabled(bass);
+    optBassYesNo[bass ? 0 : 1]->setChecked(true);
+    ShowDelay_chk->setEnabled(bass);
+    ShowDelay_chk->setChecked(m_editor.session.state.settings.ShowDelay == 1);
+    Lock_chk->setChecked(m_editor.locked);
+}
+
+} // namespace orva::ui

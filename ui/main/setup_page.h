@@ -1,0 +1,81 @@
+#pragma once
+
+#include "main/array_column.h"
+#include "main/entries.h"
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace orva::ui {
+
+/// The controls of the array: counts, boxes, mounting, first box, cradle, bass box, lock, and the
+/// warning box.
+class SetupPage final : public QWidget {
+    Q_OBJECT
+public:
+    SetupPage(Editor& editor, QWidget* parent);
+
+signals:
+    void autoAimAsked();
+
+private:
+    QWidget* countsFrame();
+    QWidget* mountingFrame();
+    QWidget* pointsFrame();
+    QWidget* warningFrame();
+    void addCount(QComboBox* box, ChoiceList SetupForm::*list, void (SetupForm::*choose)(int));
+    void addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineArray::*get)() const,
+                  bool (LineArray::*set)(FloatPair));
+    void showTexts();
+    void display();
+    void displayCounts();
+    void displayMounting();
+    void displayPoints();
+
+    Editor& m_editor;
+    Entries m_entries;
+    ArrayColumn* m_column;
+
+    QLabel* lblTotGer;
+    QLabel* lblTotSch;
+    QLabel* lblTotSub;
+    QLabel* lblNumSpk;
+    QComboBox* cmbNumGer;
+    QComboBox* cmbNumSch;
+    QComboBox* cmbNumBass;
+    QComboBox* cmbNumSpk;
+
+    QCheckBox* Stacked_chk;
+    QRadioButton* PinAngle_opt[2];
+    QComboBox* PinNumber_cmb;
+    QLabel* Label10;
+    QLabel* PinAngle_lbl;
+    QLabel* box1_lbl;
+    QLineEdit* box1Angle_txt;
+    QLabel* lblAngleMeas;
+    QLabel* Label12;
+    QLabel* AnglePin_lbl;
+    QLabel* Label11;
+    QLabel* RemAng_lbl;
+    QPushButton* cmdAuto;
+
+    QLabel* Label18;
+    QLabel* m_cradleAxes[2];
+    QLineEdit* Cradle_txt[2];
+    QLabel* Label15;
+    QRadioButton* optBassYesNo[2];
+    QLabel* bassX_lbl;
+    QLabel* bassY_lbl;
+    QLineEdit* BassBox_txt[2];
+    QCheckBox* ShowDelay_chk;
+    std::vector<QLabel*> m_units;
+    QCheckBox* Lock_chk;
+
+    QFrame* Warning_fra;
+    QLabel* Warning_lbl;
+};
+
+} // namespace orva::ui

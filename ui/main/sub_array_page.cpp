@@ -1,0 +1,131 @@
+#include "main/sub_array_page.h"
+
+#include "drawing/sub_array_drawing.h"
+#include "lang/decimal_text.h"
+#include "lang/number_text.h"
+#include "lang/string_table.h"
+#include "widgets/controls.h"
+
+#include <QGridLayout>
+
+namespace orva::ui {
+
+SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+{
+    fraSubArray = named<QGroupBox>("fraSubArray", this);
+    auto* grid = new QGridLayout(fraSubArray);
+    lblSubArray = named<QLabel>("lblSubArray", fraSubArray);
+    OpenAng_txt = named<NumberEdit>("OpenAng_txt", fraSubArray);
+    lblSubArray->setBuddy(OpenAng_txt);
+    m_degrees = new QLabel(fraSubArray);
+    grid->addWidget(lblSubArray, 0, 0, 1, 2);
+    grid->addWidget(OpenAng_txt, 0, 2);
+    grid->addWidget(m_degrees, 0, 3);
+    m_entries.add(
+        OpenAng_txt,
+        [this](const QString& text) {
+            const double angle = openingAngle(ParseDecimalText(text.toStdString()));
+            m_editor.editSubArray([&](SubArray& subArray) {
+                subArray.openingAngleDeg = static_cast<float>(angle);
+            });
+        },
+        [this] { return qtText(plainText(m_editor.session.state.subArray.openingAngleDeg, 2)); });
+    lblSubDist = named<QLabel>("lblSubDist", fraSubArray);
+    lblSubVDist = named<QLabel>("lblSubVDist", fraSubArray);
+    lblSubDelay = named<QLabel>("lblSubDelay", fraSubArray);
+    QLabel* const heads[] = {lblSubDist, lblSubVDist, lblSubDelay};
+    for (int column = 0; column < 3; ++column) {
+        heads[column]->setWordWrap(true);
+        grid->addWidget(heads[column], 1, 1 + 2 * column, 1, 2, Qt::AlignBottom);
+    }
+
+    for (int i = 0; i < 10; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        SubArray_txt[at] = named<NumberEdit>(elementName("SubArray_txt", i), fraSubArray);
+        VirtDist_txt[at] = named<NumberEdit>(elementName("VirtDist_txt", i), fraSubArray);
+        SubDelay_txt[at] = named<NumberEdit>(elementName("SubDelay_txt", i), fraSubArray);
+        auto* number = new QLabel(QString::number(i + 1), fraSubArray);
+        number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(number, 2 + i, 0);
+        QLineEdit* const edits[] = {SubArray_txt[at], VirtDist_txt[at], SubDelay_txt[at]};
+        for (int column = 0; column < 3; ++column) {
+            auto* unit = new QLabel(fraSubArray);
+            (column < 2 ? m_lengthUnits : m_timeUnits).push_back(unit);
+            grid->addWidget(edits[column], 2 + i, 1 + 2 * column);
+            grid->addWidget(unit, 2 + i, 2 + 2 * column);
+            if (column == 0)
+                continue;
+            edits[column]->setReadOnly(true);
+            edits[column]->setFocusPolicy(Qt::ClickFocus);
+        }
+        m_entries.addLength(
+            SubArray_txt[at], editor,
+            [this, at](double metres) {
+                m_editor.editSubArray([&](SubArray& subArray) {
+                    subArray.SubPos[at] = static_cast<float>(metres);
+                });
+            },
+            [this, at] {
+                return static_cast<double>(m_editor.session.state.subArray.SubPos[at]);
+            });
+    }
+    grid->setRowStretch(12, 1);
+
+    picSubArray = new DrawingWidget(
+        "picSubArray",
+        [this](DrawingSurface& surface) {
+            const SubArray& subArray = m_editor.session.state.subArray;
+            DrawSubArray(surface, subArray,
+                         subArrayFigures(subArray, m_editor.session.state.air.SpeedOfSound));
+        },
+        this);
+    auto* layout = new QHBoxLayout(this);
+    layout->addWidget(fraSubArray);
+    layout->addWidget(picSubArray, 1);
+
+    connect(&editor, &Editor::changed, this, &SubArrayPage::display);
+    connect(&editor.session, &Session::LanguageChanged, this, &SubArrayPage::showTexts);
+    showTexts();
+}
+
+SubArrayFigures SubArrayPage::figures() const
+{
+    return subArrayFigures(m_editor.session.state.subArray,
+                           m_editor.session.state.air.SpeedOfSound,
+                           m_editor.inMetres() ? 1 : kFeetShownPerMetre);
+}
+
+void SubArrayPage::showTexts()
+{
+    const Session& session = m_editor.session;
+    lblSubArray->setText(session.text(15));
+    m_degrees->setText(session.text(13));
+    lblSubDist->setText(session.text(16));
+    lblSubVDist->setText(session.text(17));
+    lblSubDelay->setText(session.text(18));
+    for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
+        const QString number = " " + QString::number(i + 1);
+        SubArray_txt[i]->setAccessibleName(session.text(16) + number);
+        VirtDist_txt[i]->setAccessibleName(session.text(17) + number);
+        SubDelay_txt[i]->setAccessibleName(session.text(18) + number);
+    }
+    picSubArray->setAccessibleName(session.text(9));
+    display();
+}
+
+void SubArrayPage::display()
+{
+    m_entries.display();
+    for (QLabel* unit : m_lengthUnits)
+        unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
+    for (QLabel* unit : m_timeUnits)
+        unit->setText(m_editor.session.text(12));
+    const SubArrayFigures shown = figures();
+    for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
+        VirtDist_txt[i]->setText(qtText(plainText(shown.virtualDistance[i], 2)));
+        SubDelay_txt[i]->setText(qtText(plainText(shown.delay[i], 2)));
+    }
+    picSubArray->redraw();
+}
+
+} // namespace orva::ui

@@ -1,0 +1,282 @@
+#include "main/view_panel.h"
+
+#include "drawing/room_drawing.h"
+#include "lang/number_text.h"
+#include "widgets/controls.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QSplitter>
+#include <algorithm>
+
+namespace orva::ui {
+
+namespace {
+
+constexpr double kMarkerMarginM = 0.2;
+constexpr Colour kMarker = 0x996600;
+
+} // namespace
+
+ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+{
+    Main_pbx = new DrawingWidget(
+        "Main_pbx", [this](DrawingSurface& surface) { drawRoom(surface); }, this);
+    Main_pbx->setOverlay([this](DrawingSurface& surface) {
+        if (!m_areaUnderMouse)
+            return;
+        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(*m_areaUnderMouse);
+        const auto [left, right] = std::minmax<double>(area[0], area[2]);
+        const auto [low, high] = std::minmax<double>(area[1], area[3]);
+        surface.rectangle({left - kMarkerMarginM, -high - kMarkerMarginM},
+                          {right + kMarkerMarginM, -low + kMarkerMarginM}, kMarker);
+    });
+    connect(Main_pbx, &DrawingWidget::moved, this, &ViewPanel::markArea);
+    connect(Main_pbx, &DrawingWidget::left, this, [this] {
+        m_areaUnderMouse.reset();
+        Main_pbx->update();
+    });
+    connect(Main_pbx, &DrawingWidget::pressed, this,
+            [this](QPointF position, Qt::MouseButton button) {
+                if (button == Qt::LeftButton)
+                    selectArea(position);
+            });
+    connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map.Valid = false; });
+
+    AreaSpl_pbx = new DrawingWidget(
+        "AreaSpl_pbx", [this](DrawingSurface& surface) { drawCurve(surface); }, this);
+    connectFitLine();
+
+    auto* bottom = new QWidget(this);
+    auto* bottomLayout = new QHBoxLayout(bottom);
+    bottomLayout->setContentsMargins(0, 0, 0, 0);
+    bottomLayout->addWidget(AreaSpl_pbx, 1);
+    bottomLayout->addWidget(controlsFrame());
+    auto* splitter = new QSplitter(Qt::Vertical, this);
+    splitter->addWidget(Main_pbx);
+    splitter->addWidget(bottom);
+    splitter->setStretchFactor(0, 2);
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+
+    connect(&editor, &Editor::changed, this, &ViewPanel::display);
+    connect(&editor, &Editor::viewsChanged, this, [this] {
+        display();
+        Main_pbx->redraw();
+        AreaSpl_pbx->redraw();
+    });
+    connect(&editor.session, &Session::LanguageChanged, this, &ViewPanel::showTexts);
+    showTexts();
+}
+
+QWidget* ViewPanel::controlsFrame()
+{
+    fraSPLControls = named<QGroupBox>("fraSPLControls", this);
+    auto* layout = new QGridLayout(fraSPLControls);
+    auto* group = new QButtonGroup(this);
+    for (int i = 0; i < 3; ++i) {
+        MapType_opt[i] = named<QRadioButton>(elementName("MapType_opt", i), fraSPLControls);
+        group->addButton(MapType_opt[i], i);
+        layout->addWidget(MapType_opt[i], 0, i);
+    }
+    connect(group, &QButtonGroup::idClicked, this, [this](int id) {
+        chooseLevels([id](LevelChoiceForm& levels) {
+            levels.chooseMapType(static_cast<LevelChoiceForm::MapType>(id));
+        });
+    });
+    avg_lbl = named<QLabel>("avg_lbl", fraSPLControls);
+    Average_cmb = named<ListBox>("Average_cmb", fraSPLControls);
+    avg_lbl->setBuddy(Average_cmb);
+    connect(Average_cmb, &QComboBox::activated, this, [this](int index) {
+        chooseLevels([index](LevelChoiceForm& levels) { levels.chooseAveraging(index); });
+    });
+    cmbTerzOktave = named<ListBox>("cmbTerzOktave", fraSPLControls);
+    connect(cmbTerzOktave, &QComboBox::activated, this, [this](int index) {
+        chooseLevels([index](LevelChoiceForm& levels) { levels.chooseBand(index); });
+    });
+    chkAWeight = named<QCheckBox>("chkAWeight", fraSPLControls);
+    connect(chkAWeight, &QCheckBox::clicked, this, [this](bool checked) {
+        chooseLevels([checked](LevelChoiceForm& levels) { levels.aWeighted = checked; });
+    });
+    chkAiming = named<QCheckBox>("chkAiming", fraSPLControls);
+    chkAiming->setEnabled(false);
+    connect(chkAiming, &QCheckBox::clicked, this, &ViewPanel::calculateBandAsked);
+    chkDrawLine = named<QCheckBox>("chkDrawLine", fraSPLControls);
+    connect(chkDrawLine, &QCheckBox::clicked, this, [this](bool checked) {
+        if (!checked)
+            m_editor.fitLine.reset();
+        AreaSpl_pbx->redraw();
+    });
+    CalcBand_cmd = named<QPushButton>("CalcBand_cmd", fraSPLControls);
+    CalcAll_cmd = named<QPushButton>("CalcAll_cmd", fraSPLControls);
+    Optimize_cmd = named<QPushButton>("Optimize_cmd", fraSPLControls);
+    connect(CalcBand_cmd, &QPushButton::clicked, this, &ViewPanel::calculateBandAsked);
+    connect(CalcAll_cmd, &QPushButton::clicked, this, &ViewPanel::calculateAllAsked);
+    connect(Optimize_cmd, &QPushButton::clicked, this, &ViewPanel::optimizeAsked);
+
+    layout->addWidget(avg_lbl, 1, 0);
+    layout->addWidget(Average_cmb, 1, 1);
+    layout->addWidget(cmbTerzOktave, 1, 2);
+    layout->addWidget(chkAWeight, 2, 0);
+    layout->addWidget(chkAiming, 2, 1, 1, 2);
+    layout->addWidget(CalcBand_cmd, 3, 0, 1, 3);
+    layout->addWidget(CalcAll_cmd, 4, 0, 1, 3);
+    layout->addWidget(lineDivider(fraSPLControls), 5, 0, 1, 3);
+    layout->addWidget(chkDrawLine, 6, 0);
+    layout->addWidget(Optimize_cmd, 6, 1, 1, 2);
+    layout->setRowStretch(7, 1);
+    return fraSPLControls;
+}
+
+void ViewPanel::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose)
+{
+    choose(m_editor.levels);
+    displayLevels();
+    emit levelChoiceChanged();
+}
+
+void ViewPanel::drawRoom(DrawingSurface& surface)
+{
+    const RoomViewContent content = m_editor.roomViewContent(aimingLines());
+    DrawRoomView(surface, m_editor.room(), m_editor.array(), content,
+                 m_editor.session.state.air.SpeedOfSound, m_editor.session.drawingOptions());
+    std::vector<std::vector<float>> profiles;
+    for (int number = 1; number <= m_editor.room().GIGetNumAreas(); ++number) {
+        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(number);
+        const int points = profilePoints(surface, area);
+        profiles.push_back(m_editor.levelsAlong(area, points));
+        profiles.back().resize(static_cast<std::size_t>(points));
+    }
+    DrawProfiles(surface, m_editor.room(), profiles);
+
+    // What the picture says, for those who hear it read.
+    QStringList said;
+    if (content.map)
+        for (const auto& [id, level] :
+             {std::pair(239, content.map->max), std::pair(240, content.map->min)})
+            said += m_editor.session.text(id) + " " + qtText(fixedText(level, 1)) + "dB";
+    else if (content.fohDb)
+        said += m_editor.session.text(94) + " " + qtText(fixedText(*content.fohDb, 1)) +
+                (content.aWeighted ? " dB(A)" : " dB");
+    Main_pbx->setAccessibleDescription(said.join(", "));
+}
+
+void ViewPanel::drawCurve(DrawingSurface& surface)
+{
+    if (m_otherCurves) {
+        m_otherCurves(surface);
+        return;
+    }
+    const int number = m_editor.SelectedArea;
+    const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(number);
+    const int points = curvePoints(surface);
+    const std::vector<float> levels = m_editor.levelsAlong(area, points);
+    const Curve curve = {std::span(levels).first(static_cast<std::size_t>(points))};
+    DrawCurves(surface, number, area[5], std::span(&curve, 1), m_editor.fitLine,
+               m_editor.session.drawingOptions());
+    AreaSpl_pbx->setAccessibleDescription(
+        m_editor.session.text(238) + QString::number(number) + ", " + m_editor.session.text(239) +
+        " " + qtText(fixedText(levels[curve.levels.size()], 1)) + "dB, " +
+        m_editor.session.text(240) + " " +
+        qtText(fixedText(levels[curve.levels.size() + 1], 1)) + "dB");
+}
+
+void ViewPanel::markArea(QPointF position)
+{
+    const Point at = Main_pbx->userPoint(position);
+    const std::optional<int> found = FindAreaAt(m_editor.room(), at.x, -at.y);
+    if (found == m_areaUnderMouse)
+        return;
+    m_areaUnderMouse = found;
+    Main_pbx->update();
+}
+
+void ViewPanel::selectArea(QPointF position)
+{
+    const Point at = Main_pbx->userPoint(position);
+    const std::optional<int> found = FindAreaAt(m_editor.room(), at.x, -at.y);
+    if (!found)
+        return;
+    m_editor.SelectedArea = *found;
+    AreaSpl_pbx->redraw();
+}
+
+void ViewPanel::connectFitLine()
+{
+    const auto drawing = [this] { return chkDrawLine->isChecked(); };
+    connect(AreaSpl_pbx, &DrawingWidget::pressed, this,
+            [this, drawing](QPointF position, Qt::MouseButton button) {
+                if (button == Qt::RightButton)
+                    m_editor.fitLine.reset();
+                else if (button == Qt::LeftButton && drawing())
+                    m_editor.fitLine = FitLine{AreaSpl_pbx->userPoint(position),
+                                               AreaSpl_pbx->userPoint(position)};
+                AreaSpl_pbx->redraw();
+            });
+    connect(AreaSpl_pbx, &DrawingWidget::moved, this,
+            [this, drawing](QPointF position, Qt::MouseButtons buttons) {
+                if (!buttons.testFlag(Qt::LeftButton) || !drawing() || !m_editor.fitLine)
+                    return;
+                m_editor.fitLine->second = AreaSpl_pbx->userPoint(position);
+                AreaSpl_pbx->redraw();
+            });
+    connect(AreaSpl_pbx, &DrawingWidget::released, this,
+            [this, drawing](QPointF position, Qt::MouseButton button) {
+                if (button == Qt::RightButton)
+                    m_editor.fitLine.reset();
+                if (button == Qt::LeftButton && drawing() && m_editor.fitLine) {
+                    FitLine& line = *m_editor.fitLine;
+                    line.second = AreaSpl_pbx->userPoint(position);
+                    if (line.second.x < line.first.x)
+                        std::swap(line.first, line.second);
+                }
+                AreaSpl_pbx->redraw();
+            });
+}
+
+void ViewPanel::showTexts()
+{
+    const auto text = [this](int id) { return m_editor.session.text(id); };
+    fraSPLControls->setTitle(text(83));
+    MapType_opt[0]->setText(text(85));
+    MapType_opt[1]->setText(text(87));
+    MapType_opt[2]->setText(text(86));
+    avg_lbl->setText(text(91));
+    cmbTerzOktave->setAccessibleName(text(1013));
+    chkAWeight->setText(text(88));
+    chkAiming->setText(text(84));
+    chkDrawLine->setText(text(10));
+    CalcAll_cmd->setText(text(90));
+    Optimize_cmd->setText(text(19));
+    AreaSpl_pbx->setToolTip(text(66));
+    AreaSpl_pbx->setAccessibleName(text(76));
+    Main_pbx->setAccessibleName(text(83));
+    display();
+}
+
+void ViewPanel::display()
+{
+    displayLevels();
+    chkAiming->setEnabled(m_editor.map.shown.has_value());
+    CalcAll_cmd->setEnabled(m_editor.calculable());
+    CalcBand_cmd->setEnabled(m_editor.calculable());
+    Optimize_cmd->setEnabled(m_editor.calculable());
+}
+
+void ViewPanel::displayLevels()
+{
+    const LevelChoiceForm& levels = m_editor.levels;
+    MapType_opt[levels.mapType]->setChecked(true);
+    showList(*Average_cmb, levels.Average_cmb);
+    Average_cmb->setEnabled(levels.averagingEnabled);
+    showList(*cmbTerzOktave, levels.cmbTerzOktave);
+    cmbTerzOktave->setEnabled(levels.bandEnabled);
+    chkAWeight->setChecked(levels.aWeighted);
+    CalcAll_cmd->setVisible(levels.offersBands());
+    CalcBand_cmd->setText(m_editor.session.text(levels.offersBands() ? 89 : 199));
+}
+
+} // namespace orva::ui

@@ -1,0 +1,254 @@
+#include "shell/options_dialog.h"
+
+#include "lang/string_table.h"
+#include "shell/pictures.h"
+#include "widgets/controls.h"
+
+#include <QGridLayout>
+#include <QSignalBlocker>
+
+namespace orva::ui {
+
+OptionsDialog::OptionsDialog(Session& session, QWidget* parent)
+    : QDialog(parent), m_session(session), m_form(session.state.settings)
+{
+    setObjectName("frmOptions");
+    auto* layout = new QGridLayout(this);
+    Frame1 = unitsFrame();
+    Frame2 = warningsFrame();
+    fraTemp = temperatureFrame();
+    Frame3 = splFrame();
+    fraGrid = gridFrame();
+    Frame4 = startupFrame();
+    layout->addWidget(Frame1, 0, 0);
+    layout->addWidget(Frame2, 0, 1);
+    layout->addWidget(fraTemp, 1, 0);
+    layout->addWidget(Frame3, 1, 1);
+    layout->addWidget(fraGrid, 2, 0);
+    auto* corner = new QVBoxLayout;
+    corner->addWidget(Frame4);
+    corner->addStretch();
+    corner->addWidget(logoPicture(this), 0, Qt::AlignRight);
+    layout->addLayout(corner, 2, 1);
+    layout->addLayout(buttons(), 3, 0, 1, 2);
+
+    connect(&session, &Session::LanguageChanged, this, &OptionsDialog::showTexts);
+    showTexts();
+    display();
+}
+
+QLineEdit* OptionsDialog::entry(const QString& name, std::string& text,
+                                std::function<void()> validate, QWidget* parent)
+{
+    auto* edit = named<NumberEdit>(name, parent);
+    connect(edit, &QLineEdit::textEdited, this, [this, &text](const QString& typed) {
+        text = typed.toStdString();
+        updateApplyButton();
+    });
+    connect(edit, &QLineEdit::editingFinished, this, [this, validate] {
+        validate();
+        display();
+    });
+    return edit;
+}
+
+QButtonGroup* OptionsDialog::pair(const char* name, QRadioButton* (&options)[2], QGroupBox* frame,
+                                  std::function<void(bool first)> chosen)
+{
+    auto* group = new QButtonGroup(this);
+    for (int i = 0; i < 2; ++i) {
+        options[i] = named<QRadioButton>(elementName(name, i), frame);
+        group->addButton(options[i], i);
+    }
+    connect(group, &QButtonGroup::idClicked, this, [this, chosen](int id) {
+        chosen(id == 0);
+        display();
+    });
+    return group;
+}
+
+QGroupBox* OptionsDialog::unitsFrame()
+{
+    auto* frame = named<QGroupBox>("Frame1", this);
+    pair("Meters_opt", Meters_opt, frame, [this](bool first) { m_form.chooseMetres(first); });
+    auto* layout = new QHBoxLayout(frame);
+    layout->addWidget(Meters_opt[0]);
+    layout->addWidget(Meters_opt[1]);
+    return frame;
+}
+
+QGroupBox* OptionsDialog::warningsFrame()
+{
+    auto* frame = named<QGroupBox>("Frame2", this);
+    Label1 = named<QLabel>("Label1", frame);
+    pair("AutoCor_opt", AutoCor_opt, frame, [this](bool first) { m_form.autoCorrect = first; });
+    auto* layout = new QHBoxLayout(frame);
+    layout->addWidget(Label1);
+    layout->addWidget(AutoCor_opt[0]);
+    layout->addWidget(AutoCor_opt[1]);
+    return frame;
+}
+
+QGroupBox* OptionsDialog::temperatureFrame()
+{
+    auto* frame = named<QGroupBox>("fraTemp", this);
+    pair("optTempUnit", optTempUnit, frame, [this](bool first) { m_form.chooseCelsius(first); });
+    txtTemp = entry("txtTemp", m_form.temperature, [this] { m_form.validateTemperature(); }, frame);
+    auto* layout = new QHBoxLayout(frame);
+    layout->addWidget(txtTemp);
+    layout->addWidget(optTempUnit[0]);
+    layout->addWidget(optTempUnit[1]);
+    layout->addStretch();
+    return frame;
+}
+
+QGroupBox* OptionsDialog::splFrame()
+{
+    auto* frame = named<QGroupBox>("Frame3", this);
+    Label2 = named<QLabel>("Label2", frame);
+    SPLRes_txt =
+        entry("SPLRes_txt", m_form.resolution, [this] { m_form.validateResolution(); }, frame);
+    Label2->setBuddy(SPLRes_txt);
+    lblUnits[3] = named<QLabel>("lblUnits(3)", frame);
+    pixelRes_chk = named<QCheckBox>("pixelRes_chk", frame);
+    connect(pixelRes_chk, &QCheckBox::clicked, this, [this](bool checked) {
+        m_form.choosePixel(checked);
+        display();
+    });
+    cmbLambda = named<QPushButton>("cmbLambda", frame);
+    cmbLambda->setAutoDefault(false);
+    connect(cmbLambda, &QPushButton::clicked, this, [this] {
+        m_form.chooseLambda8(m_session.state.air.SpeedOfSound);
+        display();
+    });
+    auto* layout = new QGridLayout(frame);
+    layout->addWidget(Label2, 0, 0, 1, 4);
+    layout->addWidget(SPLRes_txt, 1, 0);
+    layout->addWidget(lblUnits[3], 1, 1);
+    layout->addWidget(pixelRes_chk, 1, 2);
+    layout->addWidget(cmbLambda, 1, 3);
+    return frame;
+}
+
+QGroupBox* OptionsDialog::gridFrame()
+{
+    auto* frame = named<QGroupBox>("fraGrid", this);
+    auto* layout = new QGridLayout(frame);
+    for (int i = 0; i < static_cast<int>(OptionsForm::kGrids); ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        lblGrid[i] = named<QLabel>(elementName("lblGrid", i), frame);
+        txtGridSize[i] = entry(
+            elementName("txtGridSize", i), m_form.grids[at],
+            [this, at] { m_form.validateGrid(at); }, frame);
+        lblUnits[i] = named<QLabel>(elementName("lblUnits", i), frame);
+        lblGrid[i]->setBuddy(txtGridSize[i]);
+        layout->addWidget(lblGrid[i], i, 0);
+        layout->addWidget(txtGridSize[i], i, 1);
+        layout->addWidget(lblUnits[i], i, 2);
+    }
+    layout->setColumnStretch(3, 1);
+    return frame;
+}
+
+QGroupBox* OptionsDialog::startupFrame()
+{
+    auto* frame = named<QGroupBox>("Frame4", this);
+    chkShowArrTyp = named<QCheckBox>("chkShowArrTyp", frame);
+    connect(chkShowArrTyp, &QCheckBox::clicked, this, [this](bool checked) {
+        m_form.showNewQuery = checked;
+        updateApplyButton();
+    });
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(chkShowArrTyp);
+    return frame;
+}
+
+QLayout* OptionsDialog::buttons()
+{
+    auto* layout = new QHBoxLayout;
+    const auto button = [&](const char* name, auto clicked) {
+        auto* made = named<QPushButton>(name, this);
+        made->setAutoDefault(false); // Enter ends an entry, not the dialog
+        connect(made, &QPushButton::clicked, this, clicked);
+        layout->addWidget(made);
+        return made;
+    };
+    cmdDefault = button("cmdDefault", [this] {
+        m_form.chooseDefaults();
+        display();
+    });
+    layout->addStretch();
+    Done_cmb = button("Done_cmb", [this] {
+        apply();
+        accept();
+    });
+    Cancel_cmb = button("Cancel_cmb", [this] { reject(); });
+    Apply_cmb = button("Apply_cmb", [this] { apply(); });
+    return layout;
+}
+
+void OptionsDialog::showTexts()
+{
+    const auto text = [this](int id) { return m_session.text(id); };
+    setWindowTitle(text(112));
+    Frame1->setTitle(text(137));
+    Meters_opt[0]->setText(text(139));
+    Meters_opt[1]->setText(text(138));
+    Frame2->setTitle(text(135));
+    Label1->setText(text(136));
+    AutoCor_opt[0]->setText(text(79));
+    AutoCor_opt[1]->setText(text(80));
+    fraTemp->setTitle(text(125));
+    txtTemp->setAccessibleName(text(125));
+    optTempUnit[0]->setText(text(127));
+    optTempUnit[1]->setText(text(126));
+    Frame3->setTitle(text(128));
+    Label2->setText(text(131));
+    pixelRes_chk->setText(text(130));
+    cmbLambda->setText(text(129));
+    fraGrid->setTitle(text(122));
+    const int grids[] = {124, 8, 123};
+    for (std::size_t i = 0; i < OptionsForm::kGrids; ++i)
+        lblGrid[i]->setText(text(grids[i]));
+    Frame4->setTitle(text(268));
+    chkShowArrTyp->setText(text(269));
+    cmdDefault->setText(text(121));
+    Apply_cmb->setText(text(133));
+    Cancel_cmb->setText(text(132));
+    Done_cmb->setText(text(134));
+    display();
+}
+
+void OptionsDialog::display()
+{
+    Meters_opt[m_form.metres ? 0 : 1]->setChecked(true);
+    AutoCor_opt[m_form.autoCorrect ? 0 : 1]->setChecked(true);
+    optTempUnit[m_form.celsius ? 0 : 1]->setChecked(true);
+    showText(*txtTemp, qtText(m_form.temperature));
+    pixelRes_chk->setChecked(m_form.pixel);
+    SPLRes_txt->setEnabled(!m_form.pixel);
+    showText(*SPLRes_txt, m_form.pixel ? m_session.text(232) : qtText(m_form.resolution));
+    for (std::size_t i = 0; i < OptionsForm::kGrids; ++i)
+        showText(*txtGridSize[i], qtText(m_form.grids[i]));
+    for (QLabel* unit : lblUnits)
+        unit->setText(qtText(lengthUnit({m_session.state.gLanguageId, m_form.metres})));
+    chkShowArrTyp->setChecked(m_form.showNewQuery);
+    updateApplyButton();
+}
+
+void OptionsDialog::updateApplyButton()
+{
+    Apply_cmb->setEnabled(m_form.differsFrom(m_session.state.settings));
+}
+
+void OptionsDialog::apply()
+{
+    Settings& settings = m_session.state.settings;
+    settings = m_form.applied(settings);
+    m_form = OptionsForm(settings);
+    UpdateSpeedOfSound(m_session.state, settings.Temperature);
+    display();
+    emit applied();
+}
+
+} // namespace orva::ui

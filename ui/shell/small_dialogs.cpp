@@ -1,0 +1,211 @@
+#include "shell/small_dialogs.h"
+
+#include "lang/decimal_text.h"
+#include "shell/pictures.h"
+#include "widgets/controls.h"
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QLocale>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace orva::ui {
+
+namespace {
+
+constexpr std::string_view kLanguageSection = "MultiLang";
+
+/// What the language calls itself.
+QString GetLocaleLanguageName(Language language)
+{
+    return language == Language::German ? QLocale(QLocale::German).nativeLanguageName()
+                                        : QLocale(QLocale::English, QLocale::World).nativeLanguageName();
+}
+
+/// Programs that show what the machine is made of, with their arguments.
+const QList<QStringList> kSystemInformation = {{"kinfocenter"},
+                                               {"hardinfo2"},
+                                               {"hardinfo"},
+                                               {"gnome-control-center", "info-overview"},
+                                               {"gnome-control-center", "system"},
+                                               {"gnome-system-monitor"},
+                                               {"mate-system-monitor"}};
+
+QVBoxLayout* centred(QDialog* dialog)
+{
+    auto* layout = new QVBoxLayout(dialog);
+    layout->setContentsMargins(24, 24, 24, 24);
+    layout->setSpacing(12);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    return layout;
+}
+
+} // namespace
+
+AboutDialog::AboutDialog(Session& session, QWidget* parent) : QDialog(parent), m_session(session)
+{
+    setObjectName("frmAbout");
+    auto* layout = centred(this);
+    auto* top = new QHBoxLayout;
+    layout->addLayout(top);
+    top->setSpacing(24);
+    top->addWidget(picture("Image2", "icon.svg", this), 0, Qt::AlignTop);
+    auto* texts = new QVBoxLayout;
+    top->addLayout(texts);
+    const auto label = [&](const char* name) {
+        auto* made = named<QLabel>(name, this);
+        made->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        texts->addWidget(made);
+        return made;
+    };
+    lblTitle = label("lblTitle");
+    QFont font = lblTitle->font();
+    font.setBold(true);
+    lblTitle->setFont(font);
+    lblVersion = label("lblVersion");
+    lblDescription = label("lblDescription");
+    texts->addWidget(lineDivider(this));
+    lblDisclaimer = label("lblDisclaimer");
+
+    auto* bottom = new QHBoxLayout;
+    layout->addLayout(bottom);
+    bottom->addWidget(logoPicture(this));
+    bottom->addStretch();
+    cmdSysInfo = named<QPushButton>("cmdSysInfo", this);
+    cmdOK = named<QPushButton>("cmdOK", this);
+    cmdOK->setDefault(true);
+    bottom->addWidget(cmdSysInfo);
+    bottom->addWidget(cmdOK);
+    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cmdSysInfo, &QPushButton::clicked, this, &AboutDialog::StartSysInfo);
+    connect(&session, &Session::LanguageChanged, this, &AboutDialog::showTexts);
+    showTexts();
+}
+
+void AboutDialog::showTexts()
+{
+    setWindowTitle(m_session.text(241) + kProgramTitle);
+    lblTitle->setText(QString(kProgramTitle) + "\r\n" + ORVA_DESCRIPTION);
+    lblVersion->setText("Version " ORVA_VERSION);
+    lblDescription->setText(m_session.text(143));
+    lblDisclaimer->setText(m_session.text(146));
+    cmdOK->setText(m_session.text(141));
+    cmdSysInfo->setText(m_session.text(142));
+}
+
+void AboutDialog::StartSysInfo()
+{
+    for (const QStringList& command : kSystemInformation) {
+        const QString program = QStandardPaths::findExecutable(command.front());
+        if (!program.isEmpty() && QProcess::startDetached(program, command.mid(1)))
+            return;
+    }
+    showMessage(this, "System Information Is Unavailable At This Time");
+}
+
+SystemDialog::SystemDialog(Session& session, QWidget* parent) : QDialog(parent), m_session(session)
+{
+    setObjectName("frmNewCorS");
+    auto* layout = centred(this);
+    auto* fraSel = named<QGroupBox>("fraSel", this);
+    auto* choices = new QVBoxLayout(fraSel);
+    for (int i = 0; i < 2; ++i) {
+        optSystem[i] = named<QRadioButton>(elementName("optSystem", i), fraSel);
+        choices->addWidget(optSystem[i]);
+    }
+    chkShowOnStartup = named<QCheckBox>("chkShowOnStartup", this);
+    OKButton = named<QPushButton>("OKButton", this);
+    OKButton->setDefault(true);
+    layout->addWidget(fraSel);
+    layout->addWidget(lineDivider(this));
+    layout->addWidget(chkShowOnStartup);
+    layout->addWidget(OKButton, 0, Qt::AlignRight);
+
+    const Settings& settings = session.state.settings;
+    optSystem[settings.NewCompact ? 1 : 0]->setChecked(true);
+    chkShowOnStartup->setChecked(settings.ShowNewQuery);
+    connect(OKButton, &QPushButton::clicked, this, [this] {
+        m_session.state.settings.NewCompact = optSystem[1]->isChecked();
+        m_session.state.settings.ShowNewQuery = chkShowOnStartup->isChecked();
+        accept();
+    });
+    connect(&session, &Session::LanguageChanged, this, &SystemDialog::showTexts);
+    showTexts();
+}
+
+void SystemDialog::showTexts()
+{
+    setWindowTitle(m_session.text(265));
+    optSystem[0]->setText(m_session.text(267));
+    optSystem[1]->setText(m_session.text(266));
+    chkShowOnStartup->setText(m_session.text(246));
+    OKButton->setText(m_session.text(141));
+}
+
+void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
+{
+    SettingsStore& store = session.store;
+    if (startup) {
+        const std::string stored = store.value(kLanguageSection, "LangId").value_or("");
+        session.ChangeLanguage(static_cast<std::int32_t>(
+            std::min(leadingNumber(stored), 1e9)));
+    }
+    const bool asked = store.value(kLanguageSection, "ShowDialog") != "False";
+    if (startup && !asked)
+        return;
+    LanguageDialog dialog(session, asked, parent);
+    dialog.exec();
+    const auto id = static_cast<std::int32_t>(session.state.gLanguageId);
+    store.setValue(kLanguageSection, "LangId", std::to_string(id));
+    store.setValue(kLanguageSection, "LangName", MlLanguageName(id));
+    // An answer counts only when the dialog was left with OK.
+    const bool show = dialog.result() == QDialog::Accepted ? dialog.chkShowOnStartup->isChecked()
+                                                           : asked;
+    store.setValue(kLanguageSection, "ShowDialog", show ? "True" : "False");
+}
+
+LanguageDialog::LanguageDialog(Session& session, bool showOnStartup, QWidget* parent)
+    : QDialog(parent), m_session(session)
+{
+    setObjectName("LanguageSelect");
+    auto* layout = centred(this);
+    LanguageList = named<QListWidget>("LanguageList", this);
+    LanguageList->setFixedHeight(96);
+    for (const Language language : MlSupportedLanguages()) {
+        auto* entry = new QListWidgetItem(GetLocaleLanguageName(language), LanguageList);
+        entry->setData(Qt::UserRole, static_cast<int>(language));
+        if (language == session.state.gLanguageId)
+            LanguageList->setCurrentItem(entry);
+    }
+    chkShowOnStartup = named<QCheckBox>("chkShowOnStartup", this);
+    chkShowOnStartup->setChecked(showOnStartup);
+    OKButton = named<QPushButton>("OKButton", this);
+    OKButton->setDefault(true);
+    layout->addWidget(LanguageList);
+    layout->addWidget(chkShowOnStartup);
+    layout->addWidget(OKButton, 0, Qt::AlignRight);
+    connect(OKButton, &QPushButton::clicked, this, &LanguageDialog::choose);
+    connect(LanguageList, &QListWidget::itemDoubleClicked, this, &LanguageDialog::choose);
+    connect(&session, &Session::LanguageChanged, this, &LanguageDialog::showTexts);
+    showTexts();
+}
+
+void LanguageDialog::showTexts()
+{
+    setWindowTitle(m_session.text(245));
+    LanguageList->setAccessibleName(m_session.text(245));
+    chkShowOnStartup->setText(m_session.text(246));
+    OKButton->setText(m_session.text(141));
+}
+
+void LanguageDialog::choose()
+{
+    const QList<QListWidgetItem*> chosen = LanguageList->selectedItems();
+    if (chosen.isEmpty())
+        return;
+    m_session.ChangeLanguage(chosen.front()->data(Qt::UserRole).toInt());
+    accept();
+}
+
+} // namespace orva::ui

@@ -1,0 +1,85 @@
+#include "lang/string_table.h"
+#include "main/main_window.h"
+#include "shell/small_dialogs.h"
+#include "start/splash_screen.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QStyleFactory>
+
+namespace orva::ui {
+
+namespace {
+
+/// The program's own colours, where the desktop is a light one.
+void useColours()
+{
+    QPalette palette = QApplication::palette();
+    if (palette.color(QPalette::Window).lightness() < 128)
+        return;
+    const QColor background(0xAF, 0xC3, 0xE1);
+    palette.setColor(QPalette::Window, background);
+    palette.setColor(QPalette::Button, background);
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
+        palette.setColor(QPalette::Disabled, role, QColor(0x5C, 0x6B, 0x80));
+    QApplication::setPalette(palette);
+}
+
+/// Where `bin` with the loudspeaker data lies: beside the program, or among installed data.
+std::filesystem::path programFolder()
+{
+    const std::filesystem::path beside = QCoreApplication::applicationDirPath().toStdString();
+    const std::filesystem::path installed = beside.parent_path() / "share" / "orva";
+    return !exists(beside / "bin") && exists(installed / "bin") ? installed : beside;
+}
+
+/// Shows what is missing; the program cannot do without.
+int failed(const Error& error)
+{
+    QMessageBox box(QMessageBox::Critical, kProgramTitle, qtText(error.text()), QMessageBox::Ok);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+    return 1;
+}
+
+int run()
+{
+    const std::unique_ptr<SettingsStore> store = platformSettingsStore();
+    Session session(*store, programFolder());
+    MlInit();
+    LanguageDialog::ShowDialog(session, true, nullptr);
+
+    {
+        SplashScreen splash(session);
+        splash.exec();
+        StartData& loaded = splash.loaded();
+        if (!loaded.load)
+            return failed(loaded.load.error());
+        const Language language = session.state.gLanguageId;
+        session.state = std::move(loaded.state);
+        session.state.settings = loaded.settings;
+        session.state.gLanguageId = language;
+        for (const auto& file : {loaded.load->standard, loaded.load->compact})
+            if (file)
+                showMessage(nullptr, "Load data failed");
+    }
+
+    MainWindow window(session);
+    window.begin();
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+} // namespace orva::ui
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    QApplication::setOrganizationName("ORVA");
+    QApplication::setApplicationName("ORVA");
+    QApplication::setApplicationVersion(ORVA_VERSION);
+    orva::ui::useColours();
+    return orva::ui::run();
+}

@@ -1,0 +1,75 @@
+#include "start/splash_screen.h"
+
+#include "shell/pictures.h"
+#include "widgets/controls.h"
+
+#include <QThread>
+#include <QVBoxLayout>
+
+namespace orva::ui {
+
+namespace {
+
+constexpr int kTickMs = 500;
+constexpr int kCloseTick = 4;
+
+} // namespace
+
+SplashScreen::SplashScreen(Session& session)
+    : QDialog(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      m_session(session), m_loaded(std::make_unique<StartData>())
+{
+    setObjectName("frmSplashScreen");
+    setWindowIcon(programIcon());
+    setModal(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(1, 1, 1, 8);
+    layout->addWidget(picture("imgSplash", "splash.svg", this));
+    lblTitle = named<QLabel>("lblTitle", this);
+    lblTitle->setAlignment(Qt::AlignHCenter);
+    layout->addWidget(lblTitle);
+    connect(&session, &Session::LanguageChanged, this, &SplashScreen::showTexts);
+    showTexts();
+
+    SplashTimer = named<QTimer>("SplashTimer", this);
+    connect(SplashTimer, &QTimer::timeout, this, &SplashScreen::tick);
+    SplashTimer->start(kTickMs);
+}
+
+SplashScreen::~SplashScreen() = default;
+
+void SplashScreen::showTexts()
+{
+    setWindowTitle(kProgramTitle);
+    lblTitle->setText(kProgramTitle + m_session.text(233) + ORVA_VERSION);
+}
+
+void SplashScreen::tick()
+{
+    ++m_ticks;
+    if (m_ticks == 1)
+        load();
+    else if (m_ticks >= kCloseTick)
+        accept();
+}
+
+/// Beside the window, so that it goes on painting; its clock stands still meanwhile.
+void SplashScreen::load()
+{
+    SplashTimer->stop();
+    m_loader.reset(QThread::create([this] {
+        m_loaded->settings = LoadSettings(m_session.store);
+        UpdateSpeedOfSound(m_loaded->state, m_loaded->settings.Temperature);
+        m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder / "bin");
+    }));
+    connect(m_loader.get(), &QThread::finished, this, [this] {
+        m_loader->wait();
+        if (m_loaded->load)
+            SplashTimer->start(kTickMs);
+        else
+            accept();
+    });
+    m_loader->start();
+}
+
+} // namespace orva::ui

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "widgets/session.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QTimer>
+#include <memory>
+#include <optional>
+
+namespace orva::ui {
+
+/// What was loaded while the splash screen was shown.
+struct StartData {
+    Settings settings;
+    ApplicationState state; ///< loudspeaker data and air
+    Result<SystemDataLoad> load = SystemDataLoad{};
+};
+
+/// Covers the loading of settings and loudspeaker data, which runs beside it. Closes three ticks
+/// after that has ended.
+class SplashScreen final : public QDialog {
+    Q_OBJECT
+public:
+    explicit SplashScreen(Session& session);
+    ~SplashScreen() override;
+
+    /// What was loaded, once the dialog has been closed.
+    StartData& loaded() { return *m_loaded; }
+
+    void reject() override {} // nothing works before everything is loaded
+
+private:
+    void showTexts();
+    void tick();
+    void load();
+
+    Session& m_session;
+    QLabel* lblTitle;
+    QTimer* SplashTimer;
+    int m_ticks = 0;
+    std::unique_ptr<StartData> m_loaded;
+    std::unique_ptr<QThread> m_loader;
+};
+
+} // namespace orva::ui

@@ -1,0 +1,83 @@
+#include "widgets/controls.h"
+
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QVariant>
+#include <QWheelEvent>
+
+namespace orva::ui {
+
+void markInvalid(QWidget& control, bool invalid)
+{
+    if (control.property("invalid").toBool() == invalid && control.property("invalid").isValid())
+        return;
+    control.setProperty("invalid", invalid);
+    QPalette palette; // without anything set it follows the window
+    if (invalid) {
+        for (const auto role : {QPalette::Base, QPalette::Button, QPalette::Window})
+            palette.setColor(role, Qt::red);
+        for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
+            palette.setColor(role, Qt::white);
+    }
+    control.setPalette(palette);
+}
+
+void showList(QComboBox& box, const ChoiceList& list)
+{
+    const QSignalBlocker quiet(box);
+    bool same = box.count() == static_cast<int>(list.items.size());
+    for (int i = 0; same && i < box.count(); ++i)
+        same = box.itemText(i) == QString::fromStdString(list.items[static_cast<std::size_t>(i)]);
+    if (!same) {
+        box.clear();
+        for (const std::string& item : list.items)
+            box.addItem(QString::fromStdString(item));
+    }
+    box.setCurrentIndex(list.selected);
+    markInvalid(box, list.invalid);
+}
+
+void showText(QLineEdit& edit, const QString& text)
+{
+    if (edit.text() != text)
+        edit.setText(text);
+}
+
+ListBox::ListBox(QWidget* parent) : QComboBox(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setSizeAdjustPolicy(QComboBox::AdjustToContents);
+}
+
+void ListBox::wheelEvent(QWheelEvent* event)
+{
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent)
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize NumberEdit::sizeHint() const
+{
+    const QSize standard = QLineEdit::sizeHint();
+    return {fontMetrics().horizontalAdvance("-00000.000"), standard.height()};
+}
+
+QFrame* lineDivider(QWidget* parent)
+{
+    auto* line = new QFrame(parent);
+    line->setObjectName("LineDivider");
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Plain);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, QColor(0x00, 0x66, 0x99));
+    line->setPalette(palette);
+    return line;
+}
+
+} // namespace orva::ui

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/choice_list.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QString>
+
+namespace orva::ui {
+
+/// The name of an element of a control array.
+inline QString elementName(const char* name, int index)
+{
+    return QString("%1(%2)").arg(QString::fromLatin1(name)).arg(index);
+}
+
+/// A new control under its name.
+template<typename Control, typename... Arguments>
+Control* named(const QString& name, Arguments... arguments)
+{
+    auto* control = new Control(arguments...);
+    control->setObjectName(name);
+    return control;
+}
+
+/// Marks an entry as invalid (red background, property "invalid") or as valid (plain).
+void markInvalid(QWidget& control, bool invalid);
+
+/// Shows the list without telling anybody; an invalid one is red.
+void showList(QComboBox& box, const ChoiceList& list);
+
+/// Shows a text without moving the caret where it already stands there.
+void showText(QLineEdit& edit, const QString& text);
+
+/// A list that the wheel changes only while it has the focus.
+class ListBox final : public QComboBox {
+public:
+    explicit ListBox(QWidget* parent = nullptr);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
+
+/// An entry for a number, as wide as numbers are.
+class NumberEdit final : public QLineEdit {
+public:
+    explicit NumberEdit(QWidget* parent = nullptr);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+/// The line that divides parts of a page.
+QFrame* lineDivider(QWidget* parent);
+
+} // namespace orva::ui

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "drawing/drawing_surface.h"
+
+#include <QPixmap>
+#include <QWidget>
+#include <functional>
+
+namespace orva::ui {
+
+/// Where something is drawn: white, sharp at any device pixel ratio, drawn anew when it is
+/// resized. What is drawn is kept, so that a repaint costs nothing.
+class DrawingWidget final : public QWidget {
+    Q_OBJECT
+public:
+    using Draw = std::function<void(DrawingSurface&)>;
+
+    DrawingWidget(const QString& name, Draw draw, QWidget* parent);
+
+    /// Draws anew with the next repaint.
+    void redraw();
+    /// Drawn over the rest at each repaint, in the scale that the drawing left behind.
+    void setOverlay(Draw overlay) { m_overlay = std::move(overlay); }
+
+    /// The drawing, made anew if need be, as a picture.
+    const QPixmap& picture();
+    /// A point of the widget in the user coordinates that the drawing left behind.
+    Point userPoint(QPointF position);
+    /// Width in device-independent pixels and the scale left behind.
+    const Scale& scale();
+
+    QSize sizeHint() const override { return {480, 320}; }
+    QSize minimumSizeHint() const override { return {80, 60}; }
+
+signals:
+    void pressed(QPointF position, Qt::MouseButton button);
+    void moved(QPointF position, Qt::MouseButtons buttons);
+    void released(QPointF position, Qt::MouseButton button);
+    void left();
+    void resized();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    Draw m_draw;
+    Draw m_overlay;
+    QPixmap m_picture;
+    Scale m_scale;
+    bool m_stale = true;
+};
+
+} // namespace orva::ui

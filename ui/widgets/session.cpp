@@ -1,0 +1,57 @@
+#include "widgets/session.h"
+
+#include "lang/string_table.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QTranslator>
+
+namespace orva::ui {
+
+QString qtText(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+Session::Session(SettingsStore& settingsStore, std::filesystem::path folder)
+    : store(settingsStore), programFolder(std::move(folder))
+{
+}
+
+std::string_view Session::MlText(int id) const { return MlGetString(state.gLanguageId, id); }
+
+TextOptions Session::textOptions() const
+{
+    return {state.gLanguageId, state.settings.Units_Meters};
+}
+
+DrawingOptions Session::drawingOptions() const
+{
+    return {textOptions(), state.settings.GridUnit_Room, state.settings.GridUnit_Rigging,
+            state.settings.GridUnit_Area};
+}
+
+void Session::ChangeLanguage(std::int32_t languageId)
+{
+    MlSetLanguage(state, languageId);
+    const bool german = state.gLanguageId == Language::German;
+    auto* translator = findChild<QTranslator*>();
+    if (!translator)
+        translator = new QTranslator(this);
+    QCoreApplication::removeTranslator(translator);
+    // The buttons of the platform's own dialogs.
+    if (german && translator->load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+    emit LanguageChanged();
+}
+
+void showMessage(QWidget* parent, const QString& text, const QString& title)
+{
+    QMessageBox box(QMessageBox::Information, title, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+} // namespace orva::ui
