@@ -112,7 +112,7 @@ void OptionsForm::validateResolution()
     if (pixel)
         return;
     if (positive(resolution) > 0)
-        resolution = lengthText(std::max(positive(resolution), 1e-6));
+        m_keptResolution = resolution = lengthText(std::max(positive(resolution), 1e-6));
     else
         choosePixel(true);
 }

@@ -7,7 +7,6 @@
 #include "widgets/controls.h"
 
 #include <QGridLayout>
-#include <QScrollBar>
 
 namespace orva::ui {
 
@@ -20,10 +19,6 @@ QString trimmed(const std::string& padded) { return qtText(padded).trimmed(); }
 RoomPage::RoomPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
 {
     auto* layout = new QHBoxLayout(this);
-    m_scroll = new QScrollArea(this);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* column = new QWidget;
     auto* columnLayout = new QVBoxLayout(column);
     columnLayout->setContentsMargins(0, 0, 6, 0);
@@ -31,8 +26,7 @@ RoomPage::RoomPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(
     columnLayout->addWidget(roomFrame());
     columnLayout->addWidget(areasFrame());
     columnLayout->addStretch();
-    m_scroll->setWidget(column);
-    layout->addWidget(m_scroll);
+    layout->addWidget(new ColumnArea(column, this));
 
     Room_pbx = new DrawingWidget(
         "Room_pbx",
@@ -242,8 +236,6 @@ void RoomPage::display()
     for (QLabel* unit : m_units)
         unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
     numAreas_cmb->setCurrentIndex(room.GIGetNumAreas() - 1);
-    m_scroll->setFixedWidth(m_scroll->widget()->sizeHint().width() +
-                            m_scroll->verticalScrollBar()->sizeHint().width());
 
     const OutOfRoom& outside = m_editor.outside();
     markInvalid(*refX_txt, outside.reference[0]);

@@ -6,7 +6,6 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QScrollArea>
 #include <QWidget>
 #include <array>
 
@@ -31,7 +30,6 @@ private:
 
     Editor& m_editor;
     Entries m_entries;
-    QScrollArea* m_scroll;
     QGroupBox* Project_fra;
     QLabel* pname_lbl;
     QLabel* aname_lbl;

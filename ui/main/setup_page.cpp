@@ -20,13 +20,15 @@ SetupPage::SetupPage(Editor& editor, QWidget* parent) : QWidget(parent), m_edito
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* controls = new QVBoxLayout;
+    auto* column = new QWidget;
+    auto* controls = new QVBoxLayout(column);
+    controls->setContentsMargins(0, 0, 0, 0);
     controls->addWidget(countsFrame());
     controls->addWidget(mountingFrame());
     controls->addWidget(pointsFrame());
-    controls->addStretch();
     controls->addWidget(warningFrame());
-    layout->addLayout(controls);
+    controls->addStretch();
+    layout->addWidget(new ColumnArea(column, this));
     m_column = new ArrayColumn(editor, this);
     layout->addWidget(m_column);
 

@@ -1,5 +1,6 @@
 #include "widgets/controls.h"
 
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVariant>
@@ -66,6 +67,25 @@ QSize NumberEdit::sizeHint() const
 {
     const QSize standard = QLineEdit::sizeHint();
     return {fontMetrics().horizontalAdvance("-00000.000"), standard.height()};
+}
+
+ColumnArea::ColumnArea(QWidget* column, QWidget* parent) : QScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(column);
+}
+
+bool ColumnArea::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool filtered = QScrollArea::eventFilter(watched, event);
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
+        setFixedWidth(widget()->minimumSizeHint().width() +
+                      verticalScrollBar()->sizeHint().width());
+    return filtered;
 }
 
 QFrame* lineDivider(QWidget* parent)

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QString>
 
 namespace orva::ui {
@@ -48,6 +49,15 @@ public:
     explicit NumberEdit(QWidget* parent = nullptr);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+/// A column of controls, as wide as they need, that scrolls where it is too high.
+class ColumnArea final : public QScrollArea {
+public:
+    explicit ColumnArea(QWidget* column, QWidget* parent = nullptr);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 /// The line that divides parts of a page.

@@ -1,0 +1,84 @@
+"""What the checks of the window share: they start the program, drive it from outside by the names of its controls,
+and compare what it shows with what orva-cli says."""
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+BUILD = ROOT / "build" / "release"
+sys.path.insert(0, os.environ.get("UIDRIVER", str(ROOT.parent / "shared" / "uidriver")))
+from uidriver import App, AppExited, UiError  # noqa: E402,F401
+
+
+def start(home=None, program=BUILD / "orva", **options):
+    return App([str(program)], home=home, display=os.environ.get("ORVA_DISPLAY", "offscreen"), **options)
+
+
+def started(language=0, system=0, size=(1280, 720), **options):
+    """The program with its main window open, past its first questions."""
+    app = start(**options)
+    app.wait_window("LanguageSelect")
+    app.item("LanguageList", language)
+    app.click("OKButton")
+    app.wait_window("frmNewCorS")
+    app.click(f"optSystem({system})")
+    app.click("OKButton")
+    app.wait_window("frmMain")
+    app.set("frmMain", "geometry", [0, 0, *size])
+    app.wait_idle()
+    return app
+
+
+def entries(app, name):
+    """The texts of a list."""
+    return [item["text"] for item in app.items(name)["items"]]
+
+
+def cli(*arguments):
+    done = subprocess.run([str(BUILD / "orva-cli"), *map(str, arguments)], capture_output=True, text=True, check=True)
+    return done.stdout
+
+
+def cli_json(*arguments):
+    return json.loads(cli(*arguments))
+
+
+def stored(home):
+    """The settings file: {section: {key: value}}."""
+    sections, section = {}, {}
+    for line in (pathlib.Path(home) / ".config" / "ORVA" / "ORVA.conf").read_text().splitlines():
+        if line.startswith("["):
+            section = sections.setdefault(line[1:-1], {})
+        elif "=" in line:
+            key, value = line.split("=", 1)
+            section[key] = value
+    return sections
+
+
+def equal(found, wanted, what=""):
+    assert found == wanted, f"{what}: {found!r}, not {wanted!r}"
+
+
+def near(found, wanted, tolerance, what=""):
+    assert abs(found - wanted) <= tolerance, f"{what}: {found!r}, not {wanted!r}"
+
+
+def folder():
+    return pathlib.Path(tempfile.mkdtemp(prefix="orva-driven-"))
+
+
+def run(checks):
+    """Runs every check; the exit status says whether all passed."""
+    failed = 0
+    for check in checks:
+        try:
+            check()
+            print(f"ok      {check.__name__}", flush=True)
+        except Exception as error:  # a check's failure is told, and the next one runs
+            failed += 1
+            print(f"FAILED  {check.__name__}: {type(error).__name__}: {error}", flush=True)
+    print(f"{len(checks) - failed} passed, {failed} failed")
+    return 1 if failed else 0
