@@ -8,7 +8,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference test-threads bench fuzz format check-format check-static speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench fuzz format check-format check-static speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -87,6 +87,16 @@ COMMANDS = new,show,geometry,rigging,levels,map,aim,subarray
 check-reference: all
 	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS); \
 	else echo "$(REFERENCE) is not here: nothing to check"; fi
+
+# Drives the real window from outside, where the driver is.
+UIDRIVER = ../shared/uidriver
+check-window: all
+	@if [ -d $(UIDRIVER) ]; then \
+	    UIDRIVER_BUILD=/tmp/uidriver-build $(UIDRIVER)/build.sh && \
+	    for check in tests/driven/check_*.py; do \
+	        echo "$$check" && UIDRIVER_BUILD=/tmp/uidriver-build UIDRIVER=$(abspath $(UIDRIVER)) python3 $$check || exit 1; \
+	    done; \
+	else echo "$(UIDRIVER) is not here: nothing to check"; fi
 
 format: check-packages
 	clang-format -i $(SOURCES)

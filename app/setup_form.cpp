@@ -106,7 +106,7 @@ AngleBounds SetupForm::boundsAt(int joint) const
     for (const auto& [holds, bounds] : rules)
         if (holds)
             return bounds;
-    return {0, 0};
+    return {0, static_cast<std::int16_t>(LineArray::GSALookupAngles().size() - 1)}; // unknown
 }
 
 double SetupForm::validAngle(double degrees) { return roundedTo(std::fmod(degrees, 360.0), 1); }

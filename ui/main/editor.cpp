@@ -85,7 +85,7 @@ void Editor::editSubArray(const std::function<void(SubArray&)>& edit)
 void Editor::selectArea(int number)
 {
     SelectedArea = number;
-    emit viewsChanged();
+    emit areaSelected();
 }
 
 void Editor::setLocked(bool lock)
@@ -120,6 +120,7 @@ void Editor::SetNewProject()
 void Editor::RefreshFromClass()
 {
     locked = false;
+    subArrayDecimals = 3;
     if (SelectedArea > room().GIGetNumAreas())
         SelectedArea = 1;
     session.state.gLineArray.GFACalcCOM();

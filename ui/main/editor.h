@@ -25,6 +25,7 @@ public:
     int SelectedArea = 1;
     std::optional<FitLine> fitLine;
     bool locked = false;
+    int subArrayDecimals = 3; ///< 2 once the options have been looked at
     std::string ProjectFile;
 
     const Room& room() const { return session.state.gRoom; }
@@ -78,6 +79,7 @@ signals:
     void changed();
     /// Only what is drawn.
     void viewsChanged();
+    void areaSelected();
     void modifiedChanged();
     /// Another project stands in the objects.
     void projectReplaced();

@@ -179,6 +179,8 @@ void MainWindow::generalOptions()
             m_calculator->showUnits();
     });
     dialog.exec();
+    m_editor.subArrayDecimals = 2;
+    emit m_editor.changed();
 }
 
 void MainWindow::displayFont()

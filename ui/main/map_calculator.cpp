@@ -97,8 +97,12 @@ bool MapCalculator::runStage(ProgressDialog& dialog, const QString& caption,
 
 void MapCalculator::CalcMapping(bool all, bool redraw)
 {
-    if (m_busy || !m_editor.calculable())
+    if (m_busy)
         return;
+    if (!m_editor.calculable()) {
+        emit m_editor.viewsChanged();
+        return;
+    }
     m_busy = true;
     const BusyPointer pointer;
     Editor::Map& map = m_editor.map;

@@ -58,15 +58,17 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
             edits[column]->setReadOnly(true);
             edits[column]->setFocusPolicy(Qt::ClickFocus);
         }
-        m_entries.addLength(
-            SubArray_txt[at], editor,
-            [this, at](double metres) {
+        m_entries.add(
+            SubArray_txt[at],
+            [this, at](const QString& text) {
+                const double metres = typedLength(text.toStdString(), m_editor.inMetres());
                 m_editor.editSubArray([&](SubArray& subArray) {
                     subArray.SubPos[at] = static_cast<float>(metres);
                 });
             },
             [this, at] {
-                return static_cast<double>(m_editor.session.state.subArray.SubPos[at]);
+                return qtText(plainText(m_editor.session.state.subArray.SubPos[at] * lengthFactor(),
+                                        m_editor.subArrayDecimals));
             });
     }
     grid->setRowStretch(12, 1);
@@ -91,8 +93,12 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
 SubArrayFigures SubArrayPage::figures() const
 {
     return subArrayFigures(m_editor.session.state.subArray,
-                           m_editor.session.state.air.SpeedOfSound,
-                           m_editor.inMetres() ? 1 : kFeetShownPerMetre);
+                           m_editor.session.state.air.SpeedOfSound, lengthFactor());
+}
+
+double SubArrayPage::lengthFactor() const
+{
+    return m_editor.inMetres() ? 1 : kFeetShownPerMetre;
 }
 
 void SubArrayPage::showTexts()

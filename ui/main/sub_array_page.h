@@ -20,6 +20,7 @@ private:
     void showTexts();
     void display();
     SubArrayFigures figures() const;
+    double lengthFactor() const;
 
     Editor& m_editor;
     Entries m_entries;

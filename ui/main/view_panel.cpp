@@ -6,6 +6,7 @@
 
 #include <QButtonGroup>
 #include <QGridLayout>
+#include <QShortcut>
 #include <QSplitter>
 #include <algorithm>
 
@@ -63,12 +64,20 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : QWidget(parent), m_edito
     layout->addWidget(splitter);
 
     connect(&editor, &Editor::changed, this, &ViewPanel::display);
+    connect(&editor, &Editor::areaSelected, AreaSpl_pbx, &DrawingWidget::redraw);
     connect(&editor, &Editor::viewsChanged, this, [this] {
         display();
         Main_pbx->redraw();
         AreaSpl_pbx->redraw();
     });
     connect(&editor.session, &Session::LanguageChanged, this, &ViewPanel::showTexts);
+    for (int number = 1; number <= Room::kAreas; ++number) {
+        auto* shortcut = new QShortcut(QKeySequence(QString("Ctrl+%1").arg(number)), this);
+        connect(shortcut, &QShortcut::activated, this, [this, number] {
+            if (number <= m_editor.room().GIGetNumAreas())
+                m_editor.selectArea(number);
+        });
+    }
     showTexts();
 }
 
@@ -200,8 +209,7 @@ void ViewPanel::selectArea(QPointF position)
     const std::optional<int> found = FindAreaAt(m_editor.room(), at.x, -at.y);
     if (!found)
         return;
-    m_editor.SelectedArea = *found;
-    AreaSpl_pbx->redraw();
+    m_editor.selectArea(*found);
 }
 
 void ViewPanel::connectFitLine()

@@ -1,0 +1,208 @@
+#include "app/level_choice_form.h"
+#include "app/options_form.h"
+#include "app/recent_files.h"
+#include "app/room_form.h"
+#include "model/project.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <map>
+
+namespace orva {
+namespace {
+
+struct MemoryStore final : SettingsStore {
+    std::map<std::string, std::string> values;
+
+    std::optional<std::string> value(std::string_view section, std::string_view key) const override
+    {
+        const auto found = values.find(std::string(section) + "/" + std::string(key));
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+    void setValue(std::string_view section, std::string_view key, std::string_view text) override
+    {
+        values[std::string(section) + "/" + std::string(key)] = text;
+    }
+};
+
+TEST(OptionsForm, UnitsConvertWhatIsShown)
+{
+    OptionsForm form{Settings{}};
+    EXPECT_FALSE(form.differsFrom(Settings{}));
+    form.chooseMetres(false);
+    EXPECT_EQ(form.resolution, "0.328");
+    EXPECT_EQ(form.grids[0] + " " + form.grids[1] + " " + form.grids[2], "16.4 1.64 3.28");
+    EXPECT_TRUE(form.differsFrom(Settings{}));
+    const Settings feet = form.applied(Settings{});
+    EXPECT_FALSE(feet.Units_Meters);
+    EXPECT_FLOAT_EQ(feet.SPLResolution, 0.328F);
+    EXPECT_FLOAT_EQ(feet.GridUnit_Area, 3.28F);
+    EXPECT_FALSE(OptionsForm(feet).differsFrom(feet));
+    form.chooseDefaults();
+    EXPECT_FALSE(form.differsFrom(Settings{}));
+}
+
+TEST(OptionsForm, TemperaturesAreClampedWithTheirSign)
+{
+    const std::tuple<const char*, bool, const char*, float> cases[] = {
+        {"60", true, "50", 50},     {"-30,5", true, "-20", -20}, {"-7.5", true, "-7.5", -7.5F},
+        {"140", false, "122", 50},  {"69.8", false, "69.8", 21}, {"-13", false, "-4", -20},
+        {"word", true, "0", 0}};
+    for (const auto& [typed, celsius, shown, stored] : cases) {
+        SCOPED_TRACE(typed);
+        OptionsForm form{Settings{}};
+        form.chooseCelsius(celsius);
+        form.temperature = typed;
+        EXPECT_NEAR(form.applied(Settings{}).Temperature, stored, 1e-5);
+        form.validateTemperature();
+        EXPECT_EQ(form.temperature, shown);
+    }
+}
+
+TEST(OptionsForm, PixelsAndResolution)
+{
+    OptionsForm form{Settings{}};
+    form.resolution = "-0,25";
+    form.validateResolution();
+    EXPECT_EQ(form.resolution, "0.25");
+    form.resolution = "0";
+    form.validateResolution();
+    EXPECT_TRUE(form.pixel);
+    EXPECT_EQ(form.applied(Settings{}).PixelRes, 1);
+    EXPECT_EQ(form.applied(Settings{}).SPLResolution, Settings{}.SPLResolution) << "not stored";
+    form.choosePixel(false);
+    EXPECT_EQ(form.resolution, "0.25") << "what was there before";
+    form.choosePixel(true);
+    form.chooseLambda8(344);
+    EXPECT_FALSE(form.pixel);
+    EXPECT_EQ(form.resolution, "0.043");
+    form.chooseMetres(false);
+    form.chooseLambda8(344);
+    EXPECT_EQ(form.resolution, "0.141");
+
+    const std::pair<const char*, const char*> grids[] = {
+        {"-2", "2"}, {"0", "1"}, {"", "1"}, {"1e300", "1000000"}};
+    for (const auto& [typed, shown] : grids) {
+        form.grids[1] = typed;
+        form.validateGrid(1);
+        EXPECT_EQ(form.grids[1], shown) << typed;
+    }
+}
+
+TEST(RecentFiles, TheLatestFirstFiveAtMost)
+{
+    RecentFiles files;
+    for (const char* path : {"/a", "/b", "/c", "/d", "/e", "/f"})
+        files.AddToRecentFiles(path);
+    EXPECT_EQ(files.paths(), (std::vector<std::string>{"/f", "/e", "/d", "/c", "/b"}));
+    files.AddToRecentFiles("/C");
+    EXPECT_EQ(files.paths(), (std::vector<std::string>{"/C", "/f", "/e", "/d", "/b"}));
+
+    MemoryStore store;
+    files.SaveRecentFiles(store);
+    EXPECT_EQ(store.values.at("MRUFiles/0"), "/C");
+    store.values["MRUFiles/3"] = "";
+    RecentFiles loaded;
+    loaded.LoadRecentFiles(store);
+    EXPECT_EQ(loaded.paths(), (std::vector<std::string>{"/C", "/f", "/e"}));
+    store.values["MRUFiles/1"] = "/c";
+    loaded.LoadRecentFiles(store);
+    EXPECT_EQ(loaded.paths(), (std::vector<std::string>{"/C", "/e"})) << "one file, twice";
+}
+
+TEST(AreaEntries, TheOthersFollow)
+{
+    const AreaSegment area = {5, 1.7F, 20, 1.7F, 0, 15};
+    const std::tuple<const char*, AreaEntry, const char*, bool, AreaSegment> cases[] = {
+        {"end x", AreaEntry::X2, "9", true, {5, 1.7F, 9, 1.7F, 0, 4}},
+        {"end y", AreaEntry::Y2, "16,7", true, {5, 1.7F, 20, 16.7F, 45, 21.21F}},
+        {"start x moves all", AreaEntry::X1, "6", true, {6, 1.7F, 21, 1.7F, 0, 15}},
+        {"angle moves the end", AreaEntry::Angle, "90", true, {5, 1.7F, 5, 16.7F, 90, 15}},
+        {"length moves the end", AreaEntry::Length, "2.5", true, {5, 1.7F, 7.5F, 1.7F, 0, 2.5F}},
+        {"feet: rounded in feet", AreaEntry::Angle, "90", false,
+         {5, 1.7F, 16.4F * 0.3048F, 54.79F * 0.3048F, 90, 15}},
+        {"no number", AreaEntry::Length, "-", true, {5, 1.7F, 5, 1.7F, 0, 0}},
+    };
+    for (const auto& [what, entry, typed, metres, wanted] : cases) {
+        SCOPED_TRACE(what);
+        const AreaSegment synced = SyncAreaEntries(area, entry, typed, metres);
+        for (std::size_t i = 0; i < synced.size(); ++i)
+            EXPECT_NEAR(synced[i], wanted[i], 1e-5) << i;
+    }
+}
+
+TEST(RoomForm, LengthsInFeetComeBackAsTyped)
+{
+    for (const double feet : {0.0, 0.01, 1.0, 23.5, 98.425, -12.345, 1000.001})
+        EXPECT_EQ(shownLength(static_cast<float>(typedLength(std::to_string(feet), false)), false),
+                  shownLength(feet, true));
+}
+
+TEST(RoomForm, AreaUnderAPoint)
+{
+    Room room = newProject(0).room; // 30 x 8, areas from (5, 1.7), (20, 1.7), (18, 3.5)
+    const std::tuple<const char*, double, double, std::optional<int>> cases[] = {
+        {"on area 1", 10, 1.7, 1},
+        {"the nearer one", 24, 2.4, 2},
+        {"on area 3", 22, 5, 3},
+        {"an end that two share", 20, 1.7, 1},
+        {"outside the room", 31, 2, std::nullopt},
+        {"below the floor", 10, -0.1, std::nullopt},
+        {"farther than half the height", 0.5, 1.7, std::nullopt}};
+    for (const auto& [what, x, y, number] : cases)
+        EXPECT_EQ(FindAreaAt(room, x, y), number) << what;
+    ASSERT_TRUE(room.GBSetPointOfRef(FloatPair{8, 0}));
+    EXPECT_FALSE(FindAreaAt(room, 22.5, 5)) << "the room ends at 22 m from the reference";
+    EXPECT_EQ(FindAreaAt(room, 21.5, 5), 3);
+}
+
+TEST(RoomForm, WhatLiesOutsideTheRoom)
+{
+    Project project = newProject(0);
+    EXPECT_FALSE(outOfRoom(project.room, project.array).any());
+    project.array.GBSetCradleCoord({1, 8.2F});
+    project.array.GBSetBassBoxCoord({-1, 0});
+    ASSERT_TRUE(project.room.GBSetFOH(FloatPair{30.5F, 2}));
+    ASSERT_TRUE(project.room.GBSetAudienceArea3(AreaSegment{0, -1, 31, 2, 0, 1}));
+    ASSERT_TRUE(project.room.GBSetPointOfRef(FloatPair{0, 0}));
+    OutOfRoom outside = outOfRoom(project.room, project.array);
+    EXPECT_EQ(outside.cradle, (std::array{false, true}));
+    EXPECT_EQ(outside.bassBox, (std::array{true, false}));
+    EXPECT_EQ(outside.foh, (std::array{true, false}));
+    EXPECT_EQ(outside.areas[2], (std::array{false, true, true, false}));
+    project.array.GBSetBassBox(false);
+    ASSERT_TRUE(project.room.GBSetNumAreas(2));
+    outside = outOfRoom(project.room, project.array);
+    EXPECT_EQ(outside.bassBox, (std::array{false, false})) << "not used";
+    EXPECT_EQ(outside.areas[2], (std::array<bool, 4>{})) << "not in use";
+}
+
+TEST(LevelChoiceForm, AbsoluteLevelsAreBroadband)
+{
+    LevelChoiceForm form(Language::English);
+    EXPECT_EQ(form.cmbTerzOktave.items.front() + form.cmbTerzOktave.items[10] +
+                  form.cmbTerzOktave.items.back(),
+              " 100 Hz 1000Hz12500Hz");
+    form.chooseAveraging(1);
+    form.chooseBand(10);
+    EXPECT_EQ(form.choice().bands.from, 9);
+    EXPECT_EQ(form.choice().field, LevelField::Relative);
+    for (const auto type : {LevelChoiceForm::Continuous, LevelChoiceForm::Peak}) {
+        form.chooseMapType(type);
+        EXPECT_FALSE(form.averagingEnabled || form.bandEnabled || form.offersBands());
+        EXPECT_EQ(form.cmbTerzOktave.text(), " All avgd.");
+        EXPECT_EQ(form.choice().bands.count(), kBands);
+    }
+    form.setLanguage(Language::German);
+    EXPECT_EQ(form.Average_cmb.selected, 3);
+    form.chooseMapType(LevelChoiceForm::Detailed);
+    EXPECT_EQ(form.Average_cmb.selected, 1) << "the kept averaging";
+    EXPECT_EQ(form.cmbTerzOktave.text(), " 1000Hz") << "the kept band";
+    form.chooseAveraging(3);
+    EXPECT_TRUE(form.averagingEnabled && !form.bandEnabled);
+    form.chooseAveraging(0);
+    EXPECT_EQ(form.choice().bands.from, 10);
+}
+
+} // namespace
+} // namespace orva
