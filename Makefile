@@ -69,6 +69,7 @@ test-threads: build/threads/build.ninja
 # Fast against literal kernel: a table, and build/bench.json.
 bench: all
 	build/release/bench/orva_bench build/bench.json
+	build/release/bench/orva_edit_bench
 
 # Fuzzes the readers, FUZZ_SECONDS each. What is found stays in build/fuzz/.
 fuzz: packages
