@@ -39,6 +39,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     addRiggingCommand(program, work);
     addLevelsCommand(program, work);
     addMapCommand(program, work);
+    addOptimizeCommand(program, work);
     addAimCommand(program, work);
     addSubArrayCommand(program, work);
 

@@ -19,15 +19,4 @@ Json jsonNumbers(std::span<const float> values)
     return list;
 }
 
-std::string jsonText(const Json& object)
-{
-    std::string text;
-    const char* before = "{\n  ";
-    for (const auto& [name, value] : object.items()) {
-        text += before + Json(name).dump() + ": " + value.dump();
-        before = ",\n  ";
-    }
-    return text + "\n}\n";
-}
-
 } // namespace orva

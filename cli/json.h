@@ -20,6 +20,16 @@ Json jsonNumber(float value);
 Json jsonNumbers(std::span<const float> values);
 
 /// The object, one name a line.
-std::string jsonText(const Json& object);
+template<typename Object>
+std::string jsonText(const Object& object)
+{
+    std::string text;
+    const char* before = "{\n  ";
+    for (const auto& [name, value] : object.items()) {
+        text += before + Object(name).dump() + ": " + value.dump();
+        before = ",\n  ";
+    }
+    return text + "\n}\n";
+}
 
 } // namespace orva

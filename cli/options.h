@@ -85,6 +85,7 @@ void addGeometryCommand(CLI::App& program, Work& work);
 void addLevelsCommand(CLI::App& program, Work& work);
 void addRiggingCommand(CLI::App& program, Work& work);
 void addMapCommand(CLI::App& program, Work& work);
+void addOptimizeCommand(CLI::App& program, Work& work);
 void addAimCommand(CLI::App& program, Work& work);
 void addSubArrayCommand(CLI::App& program, Work& work);
 

@@ -29,7 +29,8 @@ bool withinReach(std::span<const Source> sources, std::span<const Point> receive
     for (const Source& source : sources) {
         const double dx = std::max(right - source.x, source.x - left);
         const double dy = std::max(high - source.y, source.y - low);
-        finite &= std::isfinite(source.angleDeg) && std::hypot(dx, dy) < RadialTable::kReachM;
+        finite &= std::isfinite(source.angleDeg) &&
+                  dx * dx + dy * dy < RadialTable::kReachM * RadialTable::kReachM;
     }
     return finite;
 }
@@ -38,6 +39,28 @@ double stepOf(double angleDeg)
 {
     const double step = std::fmod(angleDeg / 5, kAngleSteps);
     return step < 0 ? step + kAngleSteps : step;
+}
+
+std::array<KernelSource, kMostSources> kernelSources(std::span<const Source> sources)
+{
+    std::array<KernelSource, kMostSources> prepared;
+    std::transform(sources.begin(), sources.end(), prepared.begin(), [](const Source& source) {
+        return KernelSource{source.x, source.y, stepOf(source.angleDeg)};
+    });
+    return prepared;
+}
+
+/// 1 to kBlock receivers.
+ReceiverBlock receiverBlock(std::span<const Point> receivers)
+{
+    ReceiverBlock block;
+    block.count = receivers.size();
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        const Point& point = receivers[std::min(i, block.count - 1)];
+        block.x[i] = point.x;
+        block.y[i] = point.y;
+    }
+    return block;
 }
 
 } // namespace
@@ -51,6 +74,25 @@ FastKernel::FastKernel(std::shared_ptr<const DirectivityTable> directivity,
 {
 }
 
+bool FastKernel::hasRunningSums(std::span<const Source> sources,
+                                std::span<const Point> receivers, BandSpan bands) const
+{
+    const bool possible = m_directivity && bands.count() > kMostExactBands &&
+                          sources.size() <= kMostSources && !receivers.empty() &&
+                          withinReach(sources, receivers);
+    return possible && blockSums(*m_directivity, *m_radial, {}, ReceiverBlock{}, bands, nullptr, {});
+}
+
+void FastKernel::runningSums(std::span<const Source> sources, std::span<const Point> receivers,
+                             BandSpan bands, const float* before,
+                             std::span<float* const> after) const
+{
+    assert(receivers.size() <= kBlock && after.size() == sources.size());
+    const auto prepared = kernelSources(sources);
+    blockSums(*m_directivity, *m_radial, std::span(prepared.data(), sources.size()),
+              receiverBlock(receivers), bands, before, after);
+}
+
 void FastKernel::bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
                             BandSpan bands, std::span<float* const> powers) const
 {
@@ -61,21 +103,13 @@ void FastKernel::bandPowers(std::span<const Source> sources, std::span<const Poi
         m_literal->bandPowers(sources, receivers, bands, powers);
         return;
     }
-    std::array<KernelSource, kMostSources> prepared;
-    std::transform(sources.begin(), sources.end(), prepared.begin(), [](const Source& source) {
-        return KernelSource{source.x, source.y, stepOf(source.angleDeg)};
-    });
+    const auto prepared = kernelSources(sources);
     const std::span used(prepared.data(), sources.size());
-    for (std::size_t first = 0; first < receivers.size(); first += kBlock) {
-        ReceiverBlock block;
-        block.count = std::min(kBlock, receivers.size() - first);
-        for (std::size_t i = 0; i < kBlock; ++i) {
-            const Point& point = receivers[first + std::min(i, block.count - 1)];
-            block.x[i] = point.x;
-            block.y[i] = point.y;
-        }
-        blockPowers(*m_directivity, *m_radial, used, block, bands, powers, first);
-    }
+    for (std::size_t first = 0; first < receivers.size(); first += kBlock)
+        blockPowers(*m_directivity, *m_radial, used,
+                    receiverBlock(receivers.subspan(
+                        first, std::min(kBlock, receivers.size() - first))),
+                    bands, powers, first);
 }
 
 } // namespace orva

@@ -62,12 +62,14 @@ HWY_INLINE V inverseRoot(V x)
     return root;
 }
 
-HWY_INLINE void bearingsOf(const KernelSource& source, const ReceiverBlock& block, Bearings& out)
+/// Of the first `count` receivers.
+HWY_INLINE void bearingsOf(const KernelSource& source, const ReceiverBlock& block,
+                           std::size_t count, Bearings& out)
 {
     const Doubles dd;
     const FloatsOfDoubles df;
     const auto zero = hn::Zero(dd);
-    for (std::size_t i = 0; i < kBlock; i += hn::Lanes(dd)) {
+    for (std::size_t i = 0; i < count; i += hn::Lanes(dd)) {
         const auto dx = hn::Sub(hn::Load(dd, block.x + i), hn::Set(dd, source.x));
         const auto down = hn::Sub(hn::Set(dd, source.y), hn::Load(dd, block.y + i));
         const auto square = hn::Max(hn::MulAdd(dx, dx, hn::Mul(down, down)), hn::Set(dd, 0.01));
@@ -174,7 +176,7 @@ void exactPowers(const DirectivityTable& directivity, const RadialTable& radial,
     alignas(64) float turns[kBlock];
 
     for (const KernelSource& source : sources) {
-        bearingsOf(source, block, bearings);
+        bearingsOf(source, block, kBlock, bearings);
         for (std::size_t i = 0; i < kBlock; i += hn::Lanes(dd)) {
             const auto s = hn::Load(dd, bearings.step + i);
             const auto first = hn::Min(hn::Floor(s), hn::Set(dd, kAngleSteps - 1.0));
@@ -231,17 +233,18 @@ struct Rows {
     alignas(64) float weight1[kBlock]; // of the next one
 };
 
-HWY_INLINE void rowsOf(const Bearings& bearings, int nodes, Rows& rows)
+HWY_INLINE void rowsOf(const Bearings& bearings, std::size_t count, double fineM, int nodes,
+                       Rows& rows)
 {
     const Doubles dd;
     const FloatsOfDoubles df;
     const IntsOfDoubles di;
-    for (std::size_t i = 0; i < kBlock; i += hn::Lanes(dd)) {
+    for (std::size_t i = 0; i < count; i += hn::Lanes(dd)) {
         const auto r = hn::Load(dd, bearings.distance + i);
         const auto coarse = hn::Floor(hn::Mul(r, hn::Set(dd, 1 / RadialTable::kCoarseM)));
         const auto beyond = hn::NegMulAdd(coarse, hn::Set(dd, RadialTable::kCoarseM), r);
-        const auto fine = hn::Round(hn::Mul(beyond, hn::Set(dd, 1 / RadialTable::kFineM)));
-        const auto rest = hn::NegMulAdd(fine, hn::Set(dd, RadialTable::kFineM), beyond);
+        const auto fine = hn::Round(hn::Mul(beyond, hn::Set(dd, 1 / fineM)));
+        const auto rest = hn::NegMulAdd(fine, hn::Set(dd, fineM), beyond);
         hn::Store(hn::DemoteTo(di, coarse), di, rows.coarse + i);
         hn::Store(hn::DemoteTo(di, fine), di, rows.fine + i);
         hn::Store(hn::DemoteTo(df, rest), df, rows.rest + i);
@@ -302,14 +305,93 @@ struct Sum {
         im = hn::MulAdd(waveIm, boxRe, hn::MulAdd(waveRe, boxIm, im));
     }
 
+    HWY_INLINE void load(const float* HWY_RESTRICT row, std::size_t reAt, std::size_t imAt)
+    {
+        re = hn::Load(D(), row + reAt);
+        im = hn::Load(D(), row + imAt);
+    }
+    HWY_INLINE void store(float* HWY_RESTRICT row, std::size_t reAt, std::size_t imAt) const
+    {
+        hn::Store(re, D(), row + reAt);
+        hn::Store(im, D(), row + imAt);
+    }
+
     HWY_INLINE void storePower(float* HWY_RESTRICT to) const
     {
         hn::Store(hn::MulAdd(re, re, hn::Mul(im, im)), D(), to);
     }
 };
 
-/// `low`: bands 0..15, `high`: bands 16..21. Writes powers by band, kBands of them a receiver apart
-/// by kBandsPadded.
+/// Sums of all bands that are asked for: `low` 0..15, `high` 16..21.
+template<bool low, bool high>
+struct RowSum {
+    static constexpr std::size_t kWide = hn::MaxLanes(Floats());
+    static constexpr std::size_t kHalf = hn::MaxLanes(HalfFloats());
+
+    Sum<Floats> low0;
+    Sum<Floats> low1;
+    Sum<Floats> low2;
+    Sum<Floats> low3;
+    Sum<HalfFloats> high0;
+    Sum<HalfFloats> high1;
+
+    HWY_INLINE RowSum() {} // a default one would lack the target
+
+    /// Does `work` with each vector in use and its places of real and imaginary parts.
+    template<class Work>
+    HWY_INLINE void each(Work work)
+    {
+        if constexpr (low) {
+            work(low0, 0, 16);
+            if constexpr (kWide <= 8)
+                work(low1, kWide % 16, 16 + kWide % 16);
+            if constexpr (kWide <= 4) {
+                work(low2, 8, 24);
+                work(low3, 12, 28);
+            }
+        }
+        if constexpr (high) {
+            work(high0, 32, 40);
+            if constexpr (kHalf <= 4)
+                work(high1, 36, 44);
+        }
+    }
+
+    HWY_INLINE void add(const Term& term)
+    {
+        if constexpr (low) {
+            low0.template add<0, 16>(term);
+            if constexpr (kWide <= 8)
+                low1.template add<kWide % 16, 16 + kWide % 16>(term);
+            if constexpr (kWide <= 4) {
+                low2.template add<8, 24>(term);
+                low3.template add<12, 28>(term);
+            }
+        }
+        if constexpr (high) {
+            high0.template add<32, 40>(term);
+            if constexpr (kHalf <= 4)
+                high1.template add<36, 44>(term);
+        }
+    }
+};
+
+HWY_INLINE Term termOf(const DirectivityTable& directivity, const RadialTable& radial,
+                       const Rows& rows, std::size_t i)
+{
+    const auto row = [](const BandRows& table, std::int32_t index) HWY_ATTR {
+        return table.get() + static_cast<std::size_t>(index) * BandRow::kFloats;
+    };
+    return {row(radial.coarse, rows.coarse[i]),
+            row(radial.fine, rows.fine[i]),
+            row(directivity.rows, rows.direction[i]),
+            radial.waveNumber.data(),
+            rows.rest[i],
+            rows.weight0[i],
+            rows.weight1[i]};
+}
+
+/// Writes powers by band, kBands of them a receiver apart by kBandsPadded.
 constexpr std::size_t kBandsPadded = 32;
 
 template<bool low, bool high>
@@ -317,64 +399,63 @@ void rangePowers(const DirectivityTable& directivity, const RadialTable& radial,
                  std::span<const KernelSource> sources, const ReceiverBlock& block,
                  float* HWY_RESTRICT powers)
 {
-    constexpr std::size_t kWide = hn::MaxLanes(Floats());
-    constexpr std::size_t kHalf = hn::MaxLanes(HalfFloats());
     Rows rows[kMostSources];
     for (std::size_t s = 0; s < sources.size(); ++s) {
         Bearings bearings;
-        bearingsOf(sources[s], block, bearings);
-        rowsOf(bearings, directivity.nodes, rows[s]);
+        bearingsOf(sources[s], block, block.count, bearings);
+        rowsOf(bearings, block.count, radial.fineM, directivity.nodes, rows[s]);
     }
-    const auto row = [](const BandRows& table, std::int32_t index) HWY_ATTR {
-        return table.get() + static_cast<std::size_t>(index) * BandRow::kFloats;
-    };
     for (std::size_t i = 0; i < block.count; ++i) {
-        Sum<Floats> low0;
-        Sum<Floats> low1;
-        Sum<Floats> low2;
-        Sum<Floats> low3;
-        Sum<HalfFloats> high0;
-        Sum<HalfFloats> high1;
-        for (std::size_t s = 0; s < sources.size(); ++s) {
-            const Rows& at = rows[s];
-            const Term term = {row(radial.coarse, at.coarse[i]),
-                               row(radial.fine, at.fine[i]),
-                               row(directivity.rows, at.direction[i]),
-                               radial.waveNumber.data(),
-                               at.rest[i],
-                               at.weight0[i],
-                               at.weight1[i]};
-            if constexpr (low) {
-                low0.template add<0, 16>(term);
-                if constexpr (kWide <= 8)
-                    low1.template add<kWide % 16, 16 + kWide % 16>(term);
-                if constexpr (kWide <= 4) {
-                    low2.template add<8, 24>(term);
-                    low3.template add<12, 28>(term);
-                }
-            }
-            if constexpr (high) {
-                high0.template add<32, 40>(term);
-                if constexpr (kHalf <= 4)
-                    high1.template add<36, 44>(term);
-            }
-        }
+        RowSum<low, high> sum;
+        for (std::size_t s = 0; s < sources.size(); ++s)
+            sum.add(termOf(directivity, radial, rows[s], i));
         float* to = powers + i * kBandsPadded;
-        if constexpr (low) {
-            low0.storePower(to);
-            if constexpr (kWide <= 8)
-                low1.storePower(to + kWide);
-            if constexpr (kWide <= 4) {
-                low2.storePower(to + 8);
-                low3.storePower(to + 12);
-            }
-        }
-        if constexpr (high) {
-            high0.storePower(to + 16);
-            if constexpr (kHalf <= 4)
-                high1.storePower(to + 20);
+        // Rows hold real parts of bands 0..15 from place 0 on, of bands 16..21 from place 32 on.
+        sum.each([to](const auto& part, std::size_t reAt, std::size_t) HWY_ATTR {
+            part.storePower(to + (reAt < 16 ? reAt : reAt - 16));
+        });
+    }
+}
+
+template<bool low, bool high>
+void rangeSums(const DirectivityTable& directivity, const RadialTable& radial,
+               std::span<const KernelSource> sources, const ReceiverBlock& block,
+               const float* HWY_RESTRICT before, std::span<float* const> after)
+{
+    Rows rows[kMostSources];
+    for (std::size_t s = 0; s < sources.size(); ++s) {
+        Bearings bearings;
+        bearingsOf(sources[s], block, block.count, bearings);
+        rowsOf(bearings, block.count, radial.fineM, directivity.nodes, rows[s]);
+    }
+    for (std::size_t i = 0; i < block.count; ++i) {
+        RowSum<low, high> sum;
+        if (before)
+            sum.each([from = before + i * BandRow::kFloats](auto& part, std::size_t reAt,
+                                                            std::size_t imAt)
+                         HWY_ATTR { part.load(from, reAt, imAt); });
+        for (std::size_t s = 0; s < sources.size(); ++s) {
+            sum.add(termOf(directivity, radial, rows[s], i));
+            sum.each([to = after[s] + i * BandRow::kFloats](const auto& part, std::size_t reAt,
+                                                            std::size_t imAt)
+                         HWY_ATTR { part.store(to, reAt, imAt); });
         }
     }
+}
+
+bool blockSumsHere(const DirectivityTable& directivity, const RadialTable& radial,
+                   std::span<const KernelSource> sources, const ReceiverBlock& block,
+                   BandSpan bands, const float* before, std::span<float* const> after)
+{
+    if constexpr (hn::MaxLanes(Floats()) < 4)
+        return false;
+    else if (bands.to < 16)
+        rangeSums<true, false>(directivity, radial, sources, block, before, after);
+    else if (bands.from >= 16)
+        rangeSums<false, true>(directivity, radial, sources, block, before, after);
+    else
+        rangeSums<true, true>(directivity, radial, sources, block, before, after);
+    return true;
 }
 
 void blockPowersHere(const DirectivityTable& directivity, const RadialTable& radial,
@@ -446,6 +527,7 @@ HWY_AFTER_NAMESPACE();
 namespace orva {
 
 HWY_EXPORT(blockPowersHere);
+HWY_EXPORT(blockSumsHere);
 HWY_EXPORT(weightedLevelsHere);
 
 void blockPowers(const DirectivityTable& directivity, const RadialTable& radial,
@@ -454,6 +536,14 @@ void blockPowers(const DirectivityTable& directivity, const RadialTable& radial,
 {
     HWY_DYNAMIC_DISPATCH(blockPowersHere)
     (directivity, radial, sources, block, bands, powers, offset);
+}
+
+bool blockSums(const DirectivityTable& directivity, const RadialTable& radial,
+               std::span<const KernelSource> sources, const ReceiverBlock& block, BandSpan bands,
+               const float* before, std::span<float* const> after)
+{
+    return HWY_DYNAMIC_DISPATCH(blockSumsHere)(directivity, radial, sources, block, bands, before,
+                                               after);
 }
 
 void weightedLevels(std::span<const float* const> planes, std::span<const float> factors,

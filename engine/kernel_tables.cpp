@@ -17,10 +17,6 @@ constexpr double kRadians = std::numbers::pi / 180;
 
 constexpr double kLargestDb = 150;
 constexpr double kLargestDegrees = 20 * 360;
-/// Change of ln(amplitude) and phase between two rows: linear interpolation is off by 1/8 of its
-/// square at most.
-constexpr double kChangePerNode = 0.04;
-constexpr int kMostNodes = 400;
 
 BandRows allocateRows(std::size_t count)
 {
@@ -81,7 +77,8 @@ bool withinLimits(const Directivity& data)
 
 } // namespace
 
-std::shared_ptr<const DirectivityTable> DirectivityTable::make(const Directivity& data)
+std::shared_ptr<const DirectivityTable> DirectivityTable::make(const Directivity& data,
+                                                               const TablePrecision& precision)
 {
     if (!withinLimits(data))
         return nullptr;
@@ -99,8 +96,8 @@ std::shared_ptr<const DirectivityTable> DirectivityTable::make(const Directivity
             largestChange = std::max(largestChange, std::abs(exponent.change));
         }
     }
-    table->nodes = std::max(1, static_cast<int>(std::ceil(largestChange / kChangePerNode)));
-    if (table->nodes > kMostNodes)
+    table->nodes = std::max(1, static_cast<int>(std::ceil(largestChange / precision.changePerNode)));
+    if (table->nodes > precision.mostNodes)
         return nullptr;
 
     const auto nodes = static_cast<std::size_t>(table->nodes);
@@ -116,7 +113,7 @@ std::shared_ptr<const DirectivityTable> DirectivityTable::make(const Directivity
     return table;
 }
 
-std::shared_ptr<const RadialTable> RadialTable::make(const Air& air)
+std::shared_ptr<const RadialTable> RadialTable::make(const Air& air, const TablePrecision& precision)
 {
     const BandConstants& constants = bandConstants();
     auto table = std::make_shared<RadialTable>();
@@ -136,13 +133,15 @@ std::shared_ptr<const RadialTable> RadialTable::make(const Air& air)
     };
     table->coarse =
         geometricRows(static_cast<std::size_t>(kReachM / kCoarseM) + 1, scaled(kCoarseM));
-    table->fine = geometricRows(kFineRows + 1, scaled(kFineM));
-    // What is left after both tables, evenly spread over ±kFineM / 2, is followed to first order
+    const auto fineRows = static_cast<std::size_t>(precision.fineRows);
+    table->fineM = kCoarseM / precision.fineRows;
+    table->fine = geometricRows(fineRows + 1, scaled(table->fineM));
+    // What is left after both tables, evenly spread over ±fineM / 2, is followed to first order
     // only; this takes out the mean growth of 1 + jx.
     for (std::size_t band = 0; band < kBands; ++band) {
-        const double largest = perMetre[band].imag() * kFineM / 2;
+        const double largest = perMetre[band].imag() * table->fineM / 2;
         const auto shrink = static_cast<float>(1 - largest * largest / 6);
-        for (std::size_t i = 0; i <= kFineRows; ++i) {
+        for (std::size_t i = 0; i <= fineRows; ++i) {
             float* row = table->fine.get() + i * BandRow::kFloats;
             row[BandRow::re(band)] *= shrink;
             row[BandRow::im(band)] *= shrink;

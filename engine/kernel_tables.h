@@ -22,12 +22,28 @@ struct BandRow {
 /// Rows of a BandRow each, 64-byte aligned.
 using BandRows = hwy::AlignedFreeUniquePtr<float[]>;
 
+/// How finely the tables are made, and what the kernel's amplitudes are off by at most then: a share
+/// of the incoherent sum (the root of the boxes' summed powers).
+struct TablePrecision {
+    /// Change of ln(amplitude) and phase between two rows of the directivity: linear interpolation
+    /// is off by 1/8 of its square at most.
+    double changePerNode;
+    int mostNodes;
+    int fineRows;
+    double amplitudeError;
+};
+/// What is shown.
+constexpr TablePrecision kShownPrecision{0.04, 400, 256, 3e-4};
+/// What tells configurations apart whose levels differ by thousandths of a dB.
+constexpr TablePrecision kSearchPrecision{0.0025, 6400, 2048, 2e-6};
+
 /// The directivity as the fast kernel reads it; immutable.
 struct DirectivityTable {
     /// None for data that the fast kernel cannot follow exactly enough: attenuation beyond 150 dB
     /// either way, phases beyond twenty turns, or changes between two steps too large for the
     /// table.
-    static std::shared_ptr<const DirectivityTable> make(const Directivity& data);
+    static std::shared_ptr<const DirectivityTable>
+    make(const Directivity& data, const TablePrecision& precision = kShownPrecision);
 
     /// Rows 0..kAngleSteps * nodes of the complex amplitude; linear between two rows. Nodes per
     /// step are as many as the steepest change needs.
@@ -49,13 +65,14 @@ struct DirectivityTable {
 struct RadialTable {
     static constexpr double kReachM = 400;
     static constexpr double kCoarseM = 1.0 / 64;
-    static constexpr int kFineRows = 256;
-    static constexpr double kFineM = kCoarseM / kFineRows;
 
-    static std::shared_ptr<const RadialTable> make(const Air& air);
+    static std::shared_ptr<const RadialTable>
+    make(const Air& air, const TablePrecision& precision = kShownPrecision);
+
+    double fineM = 0;
 
     BandRows coarse; ///< every kCoarseM from 0 to kReachM
-    BandRows fine;   ///< every kFineM over one coarse step, both ends included
+    BandRows fine;   ///< every fineM over one coarse step, both ends included
     /// rad per metre, in the places of the real parts, for what is left after both.
     alignas(64) std::array<float, BandRow::kFloats> waveNumber{};
 

@@ -12,6 +12,8 @@ struct Source {
     double x;
     double y;
     double angleDeg;
+
+    friend bool operator==(const Source&, const Source&) = default;
 };
 
 /// A receiver in the room frame, metres.

@@ -38,28 +38,32 @@ std::vector<Source> radiatingSources(const LineArray& array)
     return sources;
 }
 
-std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                           const LineArray& array, const AreaSegment& line,
-                           const LevelChoice& choice, int n, int threads)
+std::vector<Point> lineReceivers(const AreaSegment& line, int n)
 {
     assert(n >= 1);
-    const std::vector<Source> sources = radiatingSources(array);
-    const std::vector<float> factors = bandFactors(levels, choice);
     const double step = static_cast<double>(line[5]) / n;
     const double direction = static_cast<double>(line[4]) * kRadiansPerDegree;
     const double dx = step * std::cos(direction);
     const double dy = step * std::sin(direction);
+    std::vector<Point> receivers(static_cast<std::size_t>(n));
+    for (std::size_t k = 0; k < receivers.size(); ++k)
+        receivers[k] = {line[0] + static_cast<double>(k) * dx, line[1] + static_cast<double>(k) * dy};
+    return receivers;
+}
 
+std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
+                           const LineArray& array, const AreaSegment& line,
+                           const LevelChoice& choice, int n, int threads)
+{
+    const std::vector<Source> sources = radiatingSources(array);
+    const std::vector<float> factors = bandFactors(levels, choice);
+    const std::vector<Point> points = lineReceivers(line, n);
     const auto count = static_cast<std::size_t>(n);
     std::vector<float> result(count);
     const auto calculate = [&](int block) {
         const std::size_t first = static_cast<std::size_t>(block) * kReceiversPerBlock;
-        std::array<Point, kReceiversPerBlock> points;
-        const std::span receivers(points.data(), std::min(kReceiversPerBlock, count - first));
-        for (std::size_t k = 0; k < receivers.size(); ++k) {
-            const auto along = static_cast<double>(first + k);
-            receivers[k] = {line[0] + along * dx, line[1] + along * dy};
-        }
+        const auto receivers =
+            std::span(points).subspan(first, std::min(kReceiversPerBlock, count - first));
         std::array<std::array<float, kReceiversPerBlock>, kBands> powers;
         std::array<float*, kBands> planes;
         std::transform(powers.begin(), powers.end(), planes.begin(),

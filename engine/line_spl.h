@@ -24,9 +24,12 @@ std::vector<float> bandFactors(const PerBand<BandReference>& levels, const Level
 /// fault().
 std::vector<Source> radiatingSources(const LineArray& array);
 
-/// Levels in dB at `n` (at least 1) receivers along `line`: the first at its start, steps of
-/// length / n in the direction of its angle; its end is not read. Elements n and n + 1 are the
-/// largest and the smallest of them. Minus infinity where nothing radiates.
+/// `n` (at least 1) receivers along `line`: the first at its start, steps of length / n in the
+/// direction of its angle; its end is not read.
+std::vector<Point> lineReceivers(const AreaSegment& line, int n);
+
+/// Levels in dB at the `n` receivers along `line`. Elements n and n + 1 are the largest and the
+/// smallest of them. Minus infinity where nothing radiates.
 std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
                            const LineArray& array, const AreaSegment& line,
                            const LevelChoice& choice, int n, int threads = 1);

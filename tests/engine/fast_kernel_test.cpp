@@ -173,7 +173,7 @@ TEST(FastKernel, FollowsTheLiteralOneWithinItsBounds)
         EXPECT_GT(errors.size(), cases.size() * 250);
         EXPECT_LT(errors[errors.size() * 999 / 1000], 0.001);
         EXPECT_LT(errors.back(), 0.01);
-        EXPECT_LT(largestAmplitude, kKernelAmplitudeError);
+        EXPECT_LT(largestAmplitude, kShownPrecision.amplitudeError);
     });
 }
 

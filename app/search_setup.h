@@ -1,0 +1,17 @@
+#pragma once
+
+#include "app/application_state.h"
+#include "optimize/evaluator.h"
+
+namespace orva {
+
+/// The search along an audience area (1 to the number of areas) for the current array, which must
+/// have no fault(). A private copy of everything: later edits do not touch it.
+std::shared_ptr<const SearchTask> searchTask(ApplicationState& state, int area,
+                                             const FitLineTarget& target, Measure measure,
+                                             int points, const LevelChoice& choice);
+
+/// The current array with other angles, its geometry calculated.
+LineArray withAngles(const LineArray& array, const LineArray::Positions& angles);
+
+} // namespace orva

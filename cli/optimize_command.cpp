@@ -1,0 +1,277 @@
+#include "app/search_setup.h"
+#include "cli/json.h"
+#include "cli/prediction.h"
+#include "cli/progress_bar.h"
+#include "lang/string_table.h"
+#include "optimize/quick_search.h"
+
+#include <chrono>
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace orva {
+
+namespace {
+
+/// Measures are doubles, so that parts of a search can be joined without losing an order.
+using PreciseJson = nlohmann::ordered_json;
+using Clock = std::chrono::steady_clock;
+
+struct Options {
+    CommonOptions common;
+    PredictionOptions prediction;
+    std::string file;
+    int area = 0;
+    std::string measure = "smooth";
+    int points = 200;
+    bool allSpeakers = false;
+    bool neighbours = false;
+    std::vector<double> fitLine; ///< start, length, slope, level
+    std::optional<std::uint64_t> limit;
+    std::uint64_t from = 0;
+    std::optional<std::uint64_t> count;
+    bool quick = false;
+    std::string outFile;
+    std::vector<std::string> merge;
+};
+
+PreciseJson jsonOf(const Ranked& entry)
+{
+    const bool finite = std::isfinite(entry.rms);
+    return {{"angles", entry.angles},
+            {"rms", finite ? PreciseJson(entry.rms) : PreciseJson()},
+            {"number", entry.number}};
+}
+
+PreciseJson jsonOf(const std::vector<Ranked>& best)
+{
+    PreciseJson list = PreciseJson::array();
+    for (const Ranked& entry : best)
+        list.push_back(jsonOf(entry));
+    return list;
+}
+
+/// The set that the options ask for; none when the file's array has no box that aims there.
+Result<CandidateSet> candidatesOf(const Options& options, const ApplicationState& state)
+{
+    constexpr int kNoSpeakers = 251;
+    const std::optional<JointRange> aiming =
+        GetAreaSpeakers(state.gRoom, state.gLineArray, options.area);
+    if (!aiming)
+        return Error{std::string(MlGetString(options.common.text().language, kNoSpeakers)),
+                     options.file};
+    CandidateSet candidates(state.gLineArray,
+                            options.allSpeakers ? allJoints(state.gLineArray) : *aiming,
+                            options.neighbours);
+    if (!candidates.NumConfigs())
+        return Error{"there are more configurations than 64 bits can count; narrow the set",
+                     options.file};
+    if (options.from >= *candidates.NumConfigs())
+        return Error{"there are only " + std::to_string(*candidates.NumConfigs()) +
+                         " configurations",
+                     options.file};
+    return candidates;
+}
+
+FitLineTarget targetOf(const Options& options, const AreaSegment& area)
+{
+    if (options.fitLine.empty())
+        return FitLineTarget::wholeArea(area);
+    return {options.fitLine[0], options.fitLine[1], options.fitLine[2], options.fitLine[3]};
+}
+
+void searchExhaustively(const Options& options, const std::shared_ptr<const SearchTask>& task,
+                        const CandidateSet& candidates, const Console& console,
+                        PreciseJson& result, std::vector<Ranked>& best)
+{
+    std::uint64_t count = *candidates.NumConfigs() - options.from;
+    count = std::min(count, options.count.value_or(count));
+    count = std::min(count, options.limit.value_or(count));
+    Search search(task, candidates, options.from, count);
+    ProgressBar bar(console.err, console.errIsTerminal || options.common.progress,
+                    "Testing configurations");
+    constexpr int kSteps = 1'000'000; // a bar is no finer
+    while (!search.advance(options.common.threads, [] { return false; }))
+        bar.update(static_cast<int>(static_cast<double>(search.tested()) /
+                                    static_cast<double>(count) * kSteps),
+                   kSteps);
+    best = search.ranking().best();
+    result["tested"] = search.tested();
+    result["first"] = search.first();
+}
+
+void searchQuickly(const std::shared_ptr<const SearchTask>& task, const CandidateSet& candidates,
+                   PreciseJson& result, std::vector<Ranked>& best)
+{
+    const QuickResult quick = quickSearch(task, candidates, [] { return false; });
+    best = quick.ranking.best();
+    result["tested"] = quick.evaluations;
+    result["first"] = 0;
+    result["evaluations"] = quick.evaluations;
+    result["proved"] = quick.proved;
+}
+
+Result<Done> optimize(const Options& options, const Console& console)
+{
+    Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    if (!state)
+        return state.error();
+    if (options.area > state->gRoom.GIGetNumAreas())
+        return Error{"there is no audience area " + std::to_string(options.area), options.file};
+    const Result<CandidateSet> candidates = candidatesOf(options, *state);
+    if (!candidates)
+        return candidates.error();
+    const auto task = searchTask(
+        *state, options.area,
+        targetOf(options, *state->gRoom.GFAGetAudienceAreaSelect(options.area)),
+        options.measure == "line" ? Measure::FitToLine : Measure::SmoothArea, options.points,
+        options.prediction.choice());
+
+    const Clock::time_point start = Clock::now();
+    PreciseJson result = {{"configurations", *candidates->NumConfigs()}};
+    std::vector<Ranked> best;
+    if (options.quick)
+        searchQuickly(task, *candidates, result, best);
+    else
+        searchExhaustively(options, task, *candidates, console, result, best);
+    const std::chrono::duration<double> seconds = Clock::now() - start;
+    result["range"] = {candidates->range().first, candidates->range().last};
+    result["best"] = jsonOf(best);
+    result["original"] = {{"angles", state->gLineArray.GIAGetAllAngle()}};
+    result["configurationsPerSecond"] =
+        result["tested"].get<double>() / std::max(seconds.count(), 1e-9);
+
+    PendingFiles files;
+    if (!options.outFile.empty()) {
+        state->gLineArray = withAngles(state->gLineArray, best.front().angles);
+        if (auto added = files.add(options.outFile, projectBytes(*state)); !added)
+            return added;
+    }
+    return deliver(console, jsonText(result), files);
+}
+
+/// What one part of a search has printed; the rest of it in `json`.
+Result<SearchPart> readPart(const std::string& file, PreciseJson& json)
+{
+    constexpr std::size_t kMostBytes = 1 << 20;
+    const Result<std::string> text = readFile(file, kMostBytes);
+    if (!text)
+        return text.error();
+    json = PreciseJson::parse(*text, nullptr, false);
+    const auto isNumber = [](const PreciseJson& object, const char* name) {
+        return object.contains(name) && object[name].is_number_unsigned();
+    };
+    const Error notAPart{"this is no result of a search", file};
+    if (!json.is_object() || !isNumber(json, "configurations") || !isNumber(json, "tested") ||
+        !isNumber(json, "first") || !json.contains("range") || !json.contains("original") ||
+        !json.contains("best") || !json["best"].is_array())
+        return notAPart;
+    SearchPart part{json["first"], json["tested"], {}};
+    for (const PreciseJson& entry : json["best"]) {
+        if (!entry.is_object() || !entry.contains("angles") || !entry["angles"].is_array() ||
+            entry["angles"].size() != LineArray::kPositions || !entry.contains("rms") ||
+            !entry["rms"].is_number() || !isNumber(entry, "number"))
+            return notAPart;
+        Ranked ranked{{}, entry["rms"], entry["number"]};
+        for (std::size_t i = 0; i < ranked.angles.size(); ++i) {
+            if (!entry["angles"][i].is_number_integer())
+                return notAPart;
+            ranked.angles[i] = entry["angles"][i].get<std::int16_t>();
+        }
+        part.best.push_back(ranked);
+    }
+    return part;
+}
+
+Result<Done> merge(const std::vector<std::string>& names, const Console& console)
+{
+    std::vector<SearchPart> parts;
+    PreciseJson result;
+    for (const std::string& name : names) {
+        PreciseJson json;
+        const Result<SearchPart> part = readPart(name, json);
+        if (!part)
+            return part.error();
+        for (const char* same : {"configurations", "range", "original"})
+            if (!parts.empty() && json[same] != result[same])
+                return Error{"this is a part of another search", name};
+        result = json;
+        parts.push_back(*part);
+    }
+    const Result<SearchPart> whole = mergeParts(std::move(parts));
+    if (!whole)
+        return whole.error();
+    const PreciseJson merged = {{"configurations", result["configurations"]},
+                                {"tested", whole->tested},
+                                {"first", whole->first},
+                                {"range", result["range"]},
+                                {"best", jsonOf(whole->best)},
+                                {"original", result["original"]}};
+    PendingFiles files;
+    return deliver(console, jsonText(merged), files);
+}
+
+} // namespace
+
+void addOptimizeCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand(
+        "optimize", "search the splay angles that cover an audience area most evenly");
+    const auto options = std::make_shared<Options>();
+    command->add_option("project", options->file, "the project")->type_name("PROJECT.lad");
+    command->add_option("--area", options->area, "audience area")
+        ->check(numberBetween(1, std::numeric_limits<int>::max()))
+        ->type_name("N");
+    command->add_option("--measure", options->measure, "what is even: smooth or along a line")
+        ->check(CLI::IsMember({"smooth", "line"}))
+        ->type_name("")
+        ->capture_default_str();
+    command->add_option("--points", options->points, "points along the area")
+        ->check(numberBetween(2, 10000))
+        ->type_name("N")
+        ->capture_default_str();
+    command->add_flag("--all-speakers", options->allSpeakers,
+                      "vary every joint, not only those of boxes that aim at the area");
+    command->add_flag("--neighbours", options->neighbours,
+                      "only angles next to the present ones");
+    command
+        ->add_option("--fit-line", options->fitLine,
+                     "wanted levels: start and length in metres along the area, dB per metre, dB "
+                     "at the start")
+        ->expected(4)
+        ->delimiter(',')
+        ->type_name("S,L,SLOPE,LEVEL");
+    const auto atLeastOne = numberBetween(1, 1.8e19);
+    command->add_option("--limit", options->limit, "test at most K configurations")
+        ->check(atLeastOne)
+        ->type_name("K");
+    command->add_option("--from", options->from, "begin with configuration K, from 0")
+        ->type_name("K");
+    command->add_option("--count", options->count, "test M configurations")
+        ->check(atLeastOne)
+        ->type_name("M");
+    command->add_flag("--quick", options->quick,
+                      "search quickly, without the proof that there is nothing better");
+    command->add_option("--out", options->outFile, "save the project with the best angles")
+        ->type_name("FILE");
+    command->add_option("--merge", options->merge, "join the results of parts of one search")
+        ->type_name("FILE...");
+    addPredictionOptions(*command, options->prediction);
+    addCommonOptions(*command, options->common);
+    command->callback([options, &work] {
+        const bool joins = !options->merge.empty();
+        if (joins ? !options->file.empty() : options->file.empty())
+            throw CLI::ValidationError("optimize", joins ? "--merge takes results, no project"
+                                                         : "PROJECT.lad is required");
+        if (!joins && options->area == 0)
+            throw CLI::RequiredError("--area");
+        if (!options->fitLine.empty() && options->fitLine[1] <= 0)
+            throw CLI::ValidationError("--fit-line", "the length must be above 0");
+        work = [options, joins](const Console& console) {
+            return joins ? merge(options->merge, console) : optimize(*options, console);
+        };
+    });
+}
+
+} // namespace orva

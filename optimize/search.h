@@ -1,0 +1,93 @@
+#pragma once
+
+#include "model/result.h"
+#include "optimize/evaluator.h"
+
+#include <functional>
+#include <vector>
+
+namespace orva {
+
+/// One of the best configurations.
+struct Ranked {
+    LineArray::Positions angles{};
+    double rms = 0;           ///< dB, by the literal kernel
+    std::uint64_t number = 0; ///< in the order of the candidates
+
+    friend bool operator==(const Ranked&, const Ranked&) = default;
+};
+
+/// The three best so far, best first; equal measures in the order in which they came.
+class Ranking {
+public:
+    static constexpr std::size_t kMost = 3;
+
+    const std::vector<Ranked>& best() const { return m_best; }
+    /// Measures from here on are not kept; infinity as long as there is room.
+    double limit() const;
+    /// Keeps it where its measure is below a kept one, or there is room.
+    void add(const Ranked& entry);
+
+private:
+    std::vector<Ranked> m_best;
+};
+
+/// The exhaustive search over a part of the candidates. What it reports as tested is always the
+/// first so many of the part, and the ranking is exactly theirs, whatever the number of threads.
+class Search {
+public:
+    /// From configuration `first`, `count` of them; both within the candidates. The configuration
+    /// 0 takes the other two places with ten times its measure until better ones come.
+    Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates, std::uint64_t first,
+           std::uint64_t count);
+
+    /// Tests some more, for a fraction of a second. `stop`, asked from any thread from time to
+    /// time, may end it early; what was begun is then not counted. Returns whether all are tested.
+    bool advance(int threads, const std::function<bool()>& stop);
+
+    std::uint64_t first() const { return m_first; }
+    std::uint64_t tested() const { return m_tested; }
+    std::uint64_t count() const { return m_count; }
+    bool finished() const { return m_tested == m_count; }
+    const CandidateSet& candidates() const { return m_candidates; }
+    /// The best measure so far, as good as the fast kernel has it.
+    double bestSoFar() const;
+    /// The ranking of what has been tested; decides what the fast kernel cannot.
+    const Ranking& ranking();
+
+private:
+    /// What may yet be among the best.
+    struct Contender {
+        Ranked entry; ///< its measure holds only once it is exact
+        Evaluator::Bounds bounds;
+        bool exact;
+    };
+
+    std::uint64_t nextBlock() const;
+    void testChunk(Evaluator& evaluator, std::uint64_t block, std::uint64_t size,
+                   std::uint64_t from, std::uint64_t to, const std::function<bool()>& stop,
+                   std::vector<Contender>& contenders) const;
+    static double limitOf(const std::vector<Contender>& contenders);
+    static void dropBeaten(std::vector<Contender>& contenders);
+    void resolve();
+
+    std::shared_ptr<const SearchTask> m_task;
+    CandidateSet m_candidates;
+    std::uint64_t m_first;
+    std::uint64_t m_count;
+    std::uint64_t m_tested = 0;
+    std::vector<Contender> m_contenders;
+    Ranking m_ranking;
+    std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread
+};
+
+/// The ranking of several parts of one search, joined in their order. An error where they do not
+/// follow each other without gap.
+struct SearchPart {
+    std::uint64_t first = 0;
+    std::uint64_t tested = 0;
+    std::vector<Ranked> best;
+};
+Result<SearchPart> mergeParts(std::vector<SearchPart> parts);
+
+} // namespace orva
