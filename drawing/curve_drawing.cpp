@@ -36,7 +36,8 @@ std::optional<Extremes> extremesOf(std::span<const float> levels, std::optional<
 
 /// Draws the runs of finite levels; `at` says where a level of a given number lies.
 template<typename At>
-void drawRuns(DrawingSurface& surface, std::span<const float> levels, Colour colour, At at)
+void drawRuns(DrawingSurface& surface, std::span<const float> levels, Colour colour, double width,
+              At at)
 {
     std::vector<Point> run;
     for (std::size_t i = 0; i <= levels.size(); ++i) {
@@ -45,7 +46,7 @@ void drawRuns(DrawingSurface& surface, std::span<const float> levels, Colour col
             continue;
         }
         if (!run.empty())
-            surface.polyline(run, colour);
+            surface.polyline(run, colour, width);
         run.clear();
     }
 }
@@ -113,7 +114,7 @@ void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<con
                    surface.scale().top + std::max(0.0, room / 2)},
                   title);
     for (const Curve& curve : curves)
-        drawRuns(surface, curve.levels, curve.colour, [&](std::size_t i, float level) {
+        drawRuns(surface, curve.levels, curve.colour, curve.width, [&](std::size_t i, float level) {
             return Point{2.0 * static_cast<double>(i), -(level - levels.bottomDb)};
         });
     if (fitLine)
@@ -139,7 +140,7 @@ void DrawProfiles(DrawingSurface& surface, const Room& room,
         const double direction = static_cast<double>(area[4]) * kRadiansPerDegree;
         const Point along = {std::cos(direction), -std::sin(direction)};
         const double step = static_cast<double>(area[5]) / static_cast<double>(profiles[i].size());
-        drawRuns(surface, profiles[i], kBlack, [&](std::size_t k, float level) {
+        drawRuns(surface, profiles[i], kBlack, 1, [&](std::size_t k, float level) {
             const double height =
                 range > 0 ? (level - (extremes->smallest - 0.1 * range)) * 20 / range : 2;
             const double distance = static_cast<double>(k) * step;

@@ -25,6 +25,7 @@ struct CurveScale {
 struct Curve {
     std::span<const float> levels;
     Colour colour = kBlack;
+    double width = 1;
 };
 
 /// The user's fit line in the picture's user coordinates.

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
+#include <chrono>
 #include <limits>
 #include <mutex>
 
@@ -14,8 +14,9 @@ namespace {
 
 constexpr std::uint64_t kChunk = 64; ///< configurations that a thread takes at a time
 /// Configurations between two reports: enough of them for the upper boxes to stay where they are
-/// in most steps, few enough to answer in a fraction of a second.
+/// in most steps, few enough for a report several times a second.
 constexpr std::uint64_t kMostInBlock = 65536;
+constexpr double kLongestBlockSeconds = 0.25;
 constexpr double kPlaceholder = 10;
 /// Contenders that the fast kernel cannot tell apart before the literal one decides.
 constexpr std::size_t kMostUndecided = 1024;
@@ -53,7 +54,7 @@ std::uint64_t Search::nextBlock() const
     for (int joint = range.first; joint <= range.last; ++joint) {
         const AngleBounds bounds = m_candidates.boundsOf(joint);
         const auto width = static_cast<std::uint64_t>(bounds[1] - bounds[0] + 1);
-        if (size * width > kMostInBlock)
+        if (size * width > m_mostInBlock)
             break;
         size *= width;
     }
@@ -116,6 +117,7 @@ void Search::testChunk(Evaluator& evaluator, std::uint64_t block, std::uint64_t 
         const auto bounds = evaluator.measureUpTo(angles, limit);
         if (!bounds)
             continue;
+        m_lastMeasure = (bounds->low + bounds->high) / 2;
         contenders.push_back({{angles, 0, number}, *bounds, false});
         known.push_back(contenders.back());
         dropBeaten(known);
@@ -133,11 +135,13 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
         const double rms = m_evaluators.front()->measure(angles);
         for (const double kept : {rms, kPlaceholder * rms, kPlaceholder * rms})
             m_contenders.push_back({{angles, kept, 0}, {kept, kept}, true});
+        m_lastMeasure = rms;
         m_tested = 1;
         if (finished())
             return true;
     }
 
+    const auto start = std::chrono::steady_clock::now();
     const std::uint64_t block = m_first + m_tested;
     const std::uint64_t size = nextBlock();
     const int chunks = static_cast<int>((size + kChunk - 1) / kChunk);
@@ -173,6 +177,11 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
         m_contenders.insert(m_contenders.end(), contenders.begin(), contenders.end());
     dropBeaten(m_contenders);
     m_tested += size;
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    if (seconds.count() > kLongestBlockSeconds)
+        m_mostInBlock = std::max(kChunk, m_mostInBlock / 2);
+    else if (seconds.count() < kLongestBlockSeconds / 3)
+        m_mostInBlock = std::min(kMostInBlock, m_mostInBlock * 2);
     if (m_contenders.size() > kMostUndecided)
         resolve();
     return finished();

@@ -3,6 +3,7 @@
 #include "model/result.h"
 #include "optimize/evaluator.h"
 
+#include <atomic>
 #include <functional>
 #include <vector>
 
@@ -50,8 +51,11 @@ public:
     std::uint64_t count() const { return m_count; }
     bool finished() const { return m_tested == m_count; }
     const CandidateSet& candidates() const { return m_candidates; }
+    const std::shared_ptr<const SearchTask>& task() const { return m_task; }
     /// The best measure so far, as good as the fast kernel has it.
     double bestSoFar() const;
+    /// The last measure that was evaluated to its end; may be asked from any thread.
+    double lastMeasure() const { return m_lastMeasure; }
     /// The ranking of what has been tested; decides what the fast kernel cannot.
     const Ranking& ranking();
 
@@ -76,9 +80,11 @@ private:
     std::uint64_t m_first;
     std::uint64_t m_count;
     std::uint64_t m_tested = 0;
+    std::uint64_t m_mostInBlock = 1024;
     std::vector<Contender> m_contenders;
     Ranking m_ranking;
     std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread
+    mutable std::atomic<double> m_lastMeasure = 0;
 };
 
 /// The ranking of several parts of one search, joined in their order. An error where they do not

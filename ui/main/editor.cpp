@@ -67,6 +67,13 @@ bool Editor::editRoom(const std::function<bool(Room&)>& edit)
     return true;
 }
 
+void Editor::acceptArray(const LineArray& array)
+{
+    session.state.gLineArray = array;
+    setup.RefreshFromClass(array);
+    afterEdit();
+}
+
 bool Editor::editTexts(const std::function<bool(Room&)>& edit)
 {
     if (!edit(session.state.gRoom))

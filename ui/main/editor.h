@@ -24,6 +24,7 @@ public:
     LevelChoiceForm levels;
     int SelectedArea = 1;
     std::optional<FitLine> fitLine;
+    double curveBottomDb = 0; ///< of the curve picture as it was drawn last
     bool locked = false;
     int subArrayDecimals = 3; ///< 2 once the options have been looked at
     std::string ProjectFile;
@@ -42,6 +43,8 @@ public:
     bool editRoom(const std::function<bool(Room&)>& edit);
     /// Runs an edit of the project's texts, on which no level hangs.
     bool editTexts(const std::function<bool(Room&)>& edit);
+    /// Puts an array with other angles in the place of the current one.
+    void acceptArray(const LineArray& array);
     void editSubArray(const std::function<void(SubArray&)>& edit);
 
     void selectArea(int number);

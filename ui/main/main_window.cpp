@@ -1,6 +1,7 @@
 #include "main/main_window.h"
 
 #include "engine/auto_aim.h"
+#include "main/optimize_dialog.h"
 #include "main/rigging_page.h"
 #include "main/room_page.h"
 #include "main/sub_array_page.h"
@@ -50,6 +51,8 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     connect(m_commands, &ProjectCommands::statusChanged, statusBar(),
             [this](const QString& text) { statusBar()->showMessage(text); });
     connect(setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
+    connect(m_views, &ViewPanel::optimizeAsked, this,
+            [this] { OptimizeDialog::launch(m_editor, *m_views, this); });
     connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showTitle);
     connect(&session, &Session::LanguageChanged, this, &MainWindow::showTexts);
     showTexts();

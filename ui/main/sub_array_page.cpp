@@ -128,7 +128,7 @@ void SubArrayPage::display()
         unit->setText(m_editor.session.text(12));
     const SubArrayFigures shown = figures();
     for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
-        VirtDist_txt[i]->setText(qtText(plainText(shown.virtualDistance[i], 2)));
+        VirtDist_txt[i]->setText(qtText(plainText(shown.virtualDistance[i] * lengthFactor(), 2)));
         SubDelay_txt[i]->setText(qtText(plainText(shown.delay[i], 2)));
     }
     picSubArray->redraw();

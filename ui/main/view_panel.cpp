@@ -184,6 +184,7 @@ void ViewPanel::drawCurve(DrawingSurface& surface)
     const int points = curvePoints(surface);
     const std::vector<float> levels = m_editor.levelsAlong(area, points);
     const Curve curve = {std::span(levels).first(static_cast<std::size_t>(points))};
+    m_editor.curveBottomDb = CurveScale::of(curve.levels).bottomDb;
     DrawCurves(surface, number, area[5], std::span(&curve, 1), m_editor.fitLine,
                m_editor.session.drawingOptions());
     AreaSpl_pbx->setAccessibleDescription(

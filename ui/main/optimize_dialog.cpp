@@ -1,0 +1,477 @@
+#include "main/optimize_dialog.h"
+
+#include "drawing/array_drawing.h"
+#include "lang/number_text.h"
+#include "lang/string_table.h"
+#include "widgets/controls.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <algorithm>
+#include <cmath>
+
+namespace orva::ui {
+
+namespace {
+
+constexpr int kPollMs = 50;
+constexpr double kShortestFitLine = 2;
+constexpr double kCurveMargins = 70; ///< pixels beside the curve
+constexpr Colour kGreen = 0x00C000;
+
+int cores() { return std::max(1, QThread::idealThreadCount()); }
+
+QString decibels(double rms, const char* unit = "dB")
+{
+    return qtText(fixedText(rms, 2)) + unit;
+}
+
+} // namespace
+
+void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
+{
+    const AreaSegment area = *editor.room().GFAGetAudienceAreaSelect(editor.SelectedArea);
+    views.AreaSpl_pbx->picture();
+    const double end = std::max(1.0, views.AreaSpl_pbx->width() - kCurveMargins);
+    const std::optional<JointRange> aiming =
+        GetAreaSpeakers(editor.room(), editor.array(), editor.SelectedArea);
+    if (editor.fitLine && std::abs(editor.fitLine->second.x - editor.fitLine->first.x) < kShortestFitLine)
+        editor.fitLine.reset();
+    if (!aiming) {
+        showMessage(window, editor.session.text(251));
+        return;
+    }
+
+    const std::optional<FitLine> drawn = editor.fitLine;
+    FitLineTarget target = FitLineTarget::wholeArea(area);
+    if (drawn) {
+        const double scale = static_cast<double>(area[5]) / end;
+        target.startM = std::clamp(drawn->first.x, 0.0, end) * scale;
+        target.lengthM =
+            std::max(0.001, std::clamp(drawn->second.x, 0.0, end) * scale - target.startM);
+        target.slopeDbPerM = (drawn->first.y - drawn->second.y) / target.lengthM;
+        target.levelDb = editor.curveBottomDb - drawn->first.y;
+    } else {
+        editor.fitLine = FitLine{{0, 0}, {end, 0}};
+    }
+    OptimizeDialog dialog(editor, views, *aiming, target, window);
+    dialog.exec();
+    editor.fitLine = drawn;
+    views.setCurves({});
+    emit editor.viewsChanged();
+}
+
+OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aiming,
+                               const FitLineTarget& target, QWidget* window)
+    : QDialog(window), m_editor(editor), m_views(views), AreaSpkRange(aiming), m_target(target),
+      m_area(*editor.room().GFAGetAudienceAreaSelect(editor.SelectedArea)),
+      m_original(editor.array())
+{
+    setObjectName("frmOptimize");
+    auto* layout = new QHBoxLayout(this);
+    layout->addWidget(settingsFrame());
+    layout->addWidget(progressFrame());
+    layout->addWidget(resultsFrame(), 1);
+    connect(&m_poll, &QTimer::timeout, this, &OptimizeDialog::showProgress);
+    connect(&editor.session, &Session::LanguageChanged, this, &OptimizeDialog::showTexts);
+    chooseCandidates();
+    showTexts();
+    adjustSize();
+    move(m_views.Main_pbx->mapToGlobal(QPoint(3, 40)));
+}
+
+OptimizeDialog::~OptimizeDialog() { stopSearch(); }
+
+QWidget* OptimizeDialog::settingsFrame()
+{
+    Frame2 = named<QGroupBox>("Frame2", this);
+    auto* layout = new QVBoxLayout(Frame2);
+    const auto check = [&](const char* name, bool checked) {
+        auto* box = named<QCheckBox>(name, Frame2);
+        box->setChecked(checked);
+        layout->addWidget(box);
+        return box;
+    };
+    chkArea = check("chkArea", true);
+    chkNeighbor = check("chkNeighbor", false);
+    chkQuick = check("chkQuick", false);
+    connect(chkArea, &QCheckBox::clicked, this, &OptimizeDialog::chooseCandidates);
+    connect(chkNeighbor, &QCheckBox::clicked, this, &OptimizeDialog::chooseCandidates);
+
+    fraMeasure = named<QGroupBox>("fraMeasure", Frame2);
+    auto* measures = new QVBoxLayout(fraMeasure);
+    for (int i = 0; i < 2; ++i) {
+        optMeasure[i] = named<QRadioButton>(elementName("optMeasure", i), fraMeasure);
+        measures->addWidget(optMeasure[i]);
+    }
+    optMeasure[1]->setChecked(true);
+    layout->addWidget(fraMeasure);
+
+    auto* points = new QHBoxLayout;
+    Label2 = named<QLabel>("Label2", Frame2);
+    txtNumPts = named<NumberEdit>("txtNumPts", Frame2);
+    Label2->setBuddy(txtNumPts);
+    points->addWidget(Label2);
+    points->addWidget(txtNumPts);
+    layout->addLayout(points);
+    connect(txtNumPts, &QLineEdit::editingFinished, this, [this] {
+        m_points = typedPoints(txtNumPts->text().toStdString(), m_points);
+        txtNumPts->setText(QString::number(m_points));
+    });
+    txtNumPts->setText(QString::number(m_points));
+
+    fraFitLine = named<QGroupBox>("fraFitLine", Frame2);
+    auto* fit = new QGridLayout(fraFitLine);
+    const auto line = [&](int row, QLabel*& label, const char* labelName, QLabel*& value,
+                          const char* valueName) {
+        label = named<QLabel>(labelName, fraFitLine);
+        value = named<QLabel>(valueName, fraFitLine);
+        fit->addWidget(label, row, 0);
+        fit->addWidget(value, row, 1, Qt::AlignRight);
+    };
+    line(0, m_x1Label, "Label9", lblX1, "lblX1");
+    line(1, m_x2Label, "Label10", lblX2, "lblX2");
+    line(2, Label11, "Label11", lblDeltadB, "lblDeltadB");
+    for (int i = 0; i < 2; ++i) {
+        lblUnits[i] = named<QLabel>(elementName("lblUnits", i), fraFitLine);
+        fit->addWidget(lblUnits[i], i, 2);
+    }
+    layout->addWidget(fraFitLine);
+    layout->addStretch();
+    return Frame2;
+}
+
+QWidget* OptimizeDialog::progressFrame()
+{
+    auto* frame = named<QGroupBox>("fraProgress", this);
+    auto* layout = new QGridLayout(frame);
+    int row = 0;
+    const auto line = [&](QLabel*& label, const char* labelName, QLabel*& value,
+                          const char* valueName) {
+        label = named<QLabel>(labelName, frame);
+        value = named<QLabel>(valueName, frame);
+        value->setAlignment(Qt::AlignRight);
+        value->setMinimumWidth(value->fontMetrics().horizontalAdvance("000000000000"));
+        layout->addWidget(label, row, 0);
+        layout->addWidget(value, row++, 1);
+    };
+    line(Label6, "Label6", lblArea, "lblArea");
+    line(Label1, "Label1", lblToTest, "lblToTest");
+    line(Label4, "Label4", lblConfigNum, "lblConfigNum");
+    line(Label3, "Label3", lblTested, "lblTested");
+    line(Label7, "Label7", lblComp, "lblComp");
+    line(Label8, "Label8", lblCurrentRMS, "lblCurrentRMS");
+    line(Label5, "Label5", lblBestRMS, "lblBestRMS");
+    lblQuick = named<QLabel>("lblQuick", frame);
+    lblQuick->setWordWrap(true);
+    layout->addWidget(lblQuick, row++, 0, 1, 2);
+    layout->setRowStretch(row++, 1);
+    cmdOptimize = named<QPushButton>("cmdOptimize", frame);
+    cmdOptimize->setAutoDefault(false);
+    connect(cmdOptimize, &QPushButton::clicked, this, &OptimizeDialog::beginOrPause);
+    layout->addWidget(cmdOptimize, row, 0, 1, 2);
+    return frame;
+}
+
+QWidget* OptimizeDialog::resultsFrame()
+{
+    auto* frame = new QWidget(this);
+    auto* layout = new QGridLayout(frame);
+    layout->setContentsMargins(0, 0, 0, 0);
+    Label12 = named<QLabel>("Label12", frame);
+    cmbConfigs = named<QListWidget>("cmbConfigs", frame);
+    Label12->setBuddy(cmbConfigs);
+    cmbConfigs->setFixedHeight(cmbConfigs->fontMetrics().lineSpacing() * 5 + 14);
+    connect(cmbConfigs, &QListWidget::currentRowChanged, this, &OptimizeDialog::selectConfig);
+    chkShowSetup = named<QCheckBox>("chkShowSetup", frame);
+    dbgpbx = new DrawingWidget(
+        "dbgpbx",
+        [this](DrawingSurface& surface) {
+            if (chkShowSetup->isChecked() && m_form.selected() >= 0)
+                DrawRiggingView(surface, arrayOf(m_form.selected()),
+                                m_editor.session.drawingOptions());
+            else
+                surface.clear();
+        },
+        frame);
+    connect(chkShowSetup, &QCheckBox::toggled, dbgpbx, &DrawingWidget::redraw);
+    dbgpbx->setMinimumSize(240, 200);
+    cmdCommit = named<QPushButton>("cmdCommit", frame);
+    cmdCancel = named<QPushButton>("cmdCancel", frame);
+    cmdCommit->setAutoDefault(false);
+    cmdCancel->setAutoDefault(false);
+    connect(cmdCommit, &QPushButton::clicked, this, &OptimizeDialog::commitConfig);
+    connect(cmdCancel, &QPushButton::clicked, this, &OptimizeDialog::reject);
+    layout->addWidget(Label12, 0, 0);
+    layout->addWidget(chkShowSetup, 0, 1, Qt::AlignRight);
+    layout->addWidget(cmbConfigs, 1, 0, 1, 2);
+    layout->addWidget(dbgpbx, 2, 0, 1, 2);
+    layout->addWidget(cmdCommit, 3, 0);
+    layout->addWidget(cmdCancel, 3, 1);
+    layout->setRowStretch(2, 1);
+    return frame;
+}
+
+void OptimizeDialog::showTexts()
+{
+    const auto text = [this](int id) { return m_editor.session.text(id); };
+    Frame2->setTitle(text(155));
+    chkArea->setText(text(156));
+    chkNeighbor->setText(text(157));
+    chkQuick->setText(text(1017));
+    chkShowSetup->setText(text(148));
+    fraMeasure->setTitle(text(159));
+    optMeasure[0]->setText(text(161));
+    optMeasure[1]->setText(text(160));
+    Label2->setText(text(162));
+    fraFitLine->setTitle(text(149));
+    m_x1Label->setText(text(152));
+    m_x2Label->setText(text(151));
+    Label11->setText(text(150));
+    Label6->setText(text(163));
+    Label4->setText(text(164));
+    Label1->setText(text(165));
+    Label3->setText(text(166));
+    Label5->setText(text(167));
+    Label7->setText(text(168));
+    Label12->setText(text(169));
+    Label8->setText(text(170));
+    cmdCommit->setText(text(153));
+    cmdCancel->setText(text(132));
+    dbgpbx->setAccessibleName(text(148));
+    lblArea->setText(QString::number(m_editor.SelectedArea));
+    showToTest();
+    showFitLabels();
+    showState();
+}
+
+void OptimizeDialog::showState()
+{
+    setWindowTitle(m_editor.session.text(m_form.caption()));
+    cmdOptimize->setText(m_editor.session.text(m_form.buttonText()));
+    cmdOptimize->setEnabled(m_form.buttonEnabled());
+    for (QWidget* option : {static_cast<QWidget*>(chkArea), static_cast<QWidget*>(chkNeighbor),
+                            static_cast<QWidget*>(chkQuick), static_cast<QWidget*>(txtNumPts),
+                            static_cast<QWidget*>(fraMeasure)})
+        option->setEnabled(m_form.optionsEnabled());
+    cmbConfigs->setEnabled(m_form.resultsShown());
+    cmdCancel->setEnabled(m_form.cancelEnabled());
+    cmdCommit->setEnabled(m_form.acceptEnabled());
+    showProgress();
+}
+
+void OptimizeDialog::showToTest()
+{
+    const auto count = m_candidates->NumConfigs();
+    lblToTest->setText(count ? QString::number(*count) : m_editor.session.text(1019));
+}
+
+void OptimizeDialog::showFitLabels()
+{
+    const double factor = m_editor.inMetres() ? 1 : kFeetShownPerMetre;
+    const auto rounded = [](double value) { return qtText(plainText(value, 2)); };
+    lblX1->setText(rounded(m_target.startM * factor));
+    lblX2->setText(rounded((m_target.startM + m_target.lengthM) * factor));
+    lblDeltadB->setText(rounded(m_target.lengthM * m_target.slopeDbPerM / factor));
+    for (QLabel* unit : lblUnits)
+        unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
+}
+
+void OptimizeDialog::showProgress()
+{
+    const std::uint64_t tested = m_tested;
+    const double count = static_cast<double>(m_candidates->NumConfigs().value_or(1));
+    const double share = static_cast<double>(tested) / count;
+    lblTested->setText(QString::number(tested));
+    lblComp->setText(qtText(plainText(100 * share, 1)) + "%");
+    lblBestRMS->setText(tested > 0 ? decibels(m_best) : QString("_"));
+    const bool running = m_form.state() == SearchForm::State::Running;
+    lblConfigNum->setText(QString::number(running && m_searching ? tested + 1
+                                                                 : std::max<std::uint64_t>(1, tested)));
+    if (running && m_searching && m_search)
+        lblCurrentRMS->setText(decibels(m_search->lastMeasure()));
+    if (running && tested > m_testedBefore) {
+        const double left = static_cast<double>(m_since.elapsed()) / 1000 *
+                            (count - static_cast<double>(tested)) /
+                            static_cast<double>(tested - m_testedBefore);
+        const auto seconds = static_cast<qint64>(std::min(left, 1e9));
+        lblComp->setToolTip(m_editor.session.text(1007) +
+                            QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
+    }
+}
+
+void OptimizeDialog::chooseCandidates()
+{
+    m_candidates = std::make_unique<CandidateSet>(
+        m_original, chkArea->isChecked() ? AreaSpkRange : allJoints(m_original),
+        chkNeighbor->isChecked());
+    m_form.setCountable(m_candidates->NumConfigs().has_value());
+    showToTest();
+    showState();
+}
+
+void OptimizeDialog::beginOrPause()
+{
+    if (m_form.state() == SearchForm::State::Running) {
+        PauseFlag = true;
+        return;
+    }
+    const bool first = m_form.state() == SearchForm::State::Ready;
+    if (first) {
+        const auto task = searchTask(
+            m_editor.session.state, m_editor.SelectedArea, m_target,
+            optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea, m_points,
+            m_editor.levels.choice());
+        m_search = std::make_unique<Search>(task, *m_candidates, 0, *m_candidates->NumConfigs());
+    }
+    m_form.begin();
+    cmbConfigs->clear();
+    m_views.setCurves({});
+    runSearch();
+    showState();
+}
+
+/// Runs beside the window until it is paused or finished.
+void OptimizeDialog::runSearch()
+{
+    PauseFlag = false;
+    m_testedBefore = m_tested;
+    m_since.start();
+    const bool quick = chkQuick->isChecked() && !m_quick;
+    m_thread.reset(QThread::create([this, quick] {
+        const auto stop = [this] { return PauseFlag.load(); };
+        m_searching = !quick;
+        if (quick) {
+            QuickResult result = quickSearch(m_search->task(), m_search->candidates(), stop);
+            if (!PauseFlag)
+                m_quick = std::move(result);
+        }
+        m_searching = true;
+        while (!PauseFlag && !m_search->finished()) {
+            m_search->advance(cores(), stop);
+            m_best = m_search->bestSoFar();
+            m_tested = m_search->tested();
+        }
+        if (m_search->tested() > 0)
+            m_best = m_search->ranking().best().front().rms;
+    }));
+    connect(m_thread.get(), &QThread::finished, this, &OptimizeDialog::searchStopped);
+    m_poll.start(kPollMs);
+    m_thread->start();
+}
+
+void OptimizeDialog::searchStopped()
+{
+    m_thread->wait();
+    m_poll.stop();
+    const bool finished = m_search->finished();
+    m_form.stop(finished, m_search->tested() > 0);
+    lblCurrentRMS->setText(decibels(m_search->lastMeasure()));
+    listTopConfigs();
+    if (finished)
+        chkShowSetup->setChecked(true);
+    showState();
+    if (finished)
+        cmbConfigs->setCurrentRow(0);
+}
+
+void OptimizeDialog::stopSearch()
+{
+    PauseFlag = true;
+    if (m_thread)
+        m_thread->wait();
+}
+
+void OptimizeDialog::listTopConfigs()
+{
+    const Session& session = m_editor.session;
+    const char* unit = m_editor.levels.aWeighted ? "dB(A)" : "dB";
+    m_results = m_search->tested() > 0 ? m_search->ranking().best() : std::vector<Ranked>{};
+    const QSignalBlocker listing(cmbConfigs);
+    cmbConfigs->clear();
+    if (m_results.empty())
+        return;
+    for (std::size_t k = 0; k < m_results.size(); ++k)
+        cmbConfigs->addItem(QString::number(k + 1) + ": " + session.text(170) + " " +
+                            decibels(m_results[k].rms, unit));
+    cmbConfigs->addItem("4" + session.text(227));
+    if (m_quick && !m_quick->ranking.best().empty()) {
+        const Ranked& best = m_quick->ranking.best().front();
+        const bool proved = m_quick->proved || (m_search->finished() && best.rms <= m_results[0].rms);
+        cmbConfigs->addItem("5: " + session.text(1022) + ": " + session.text(170) + " " +
+                            decibels(best.rms, unit));
+        lblQuick->setText(session.text(1018)
+                              .arg(decibels(best.rms, unit))
+                              .arg(m_quick->evaluations) +
+                          ", " + session.text(proved ? 1021 : 1020));
+        m_results.resize(4);
+        m_results[3].angles = m_original.GIAGetAllAngle();
+        m_results.push_back(best);
+    } else {
+        m_results.resize(4);
+        m_results[3].angles = m_original.GIAGetAllAngle();
+    }
+    m_curvesWidth = 0; // drawn anew for these
+}
+
+LineArray OptimizeDialog::arrayOf(int row) const
+{
+    return withAngles(m_original, m_results.at(static_cast<std::size_t>(row)).angles);
+}
+
+void OptimizeDialog::selectConfig(int row)
+{
+    m_form.select(row);
+    cmdCommit->setEnabled(m_form.acceptEnabled());
+    dbgpbx->redraw();
+    if (row < 0)
+        return;
+    m_views.setCurves([this](DrawingSurface& surface) { drawCurves(surface); });
+    m_views.AreaSpl_pbx->redraw();
+}
+
+void OptimizeDialog::drawCurves(DrawingSurface& surface)
+{
+    const int points = curvePoints(surface);
+    if (m_curvesWidth != points) {
+        m_curves.clear();
+        const auto kernel = m_editor.session.state.levelKernel();
+        for (int k = 0; k < static_cast<int>(m_results.size()); ++k) {
+            setWindowTitle(m_editor.session.text(225) +
+                           QString::number((k + 1) * 100 / static_cast<int>(m_results.size())) +
+                           m_editor.session.text(226));
+            m_curves.push_back(LineSPL(*kernel, m_editor.session.state.speakerData.BandLevel,
+                                       arrayOf(k), m_area, m_editor.levels.choice(), points));
+            m_curves.back().resize(static_cast<std::size_t>(points));
+        }
+        m_curvesWidth = points;
+        setWindowTitle(m_editor.session.text(m_form.caption()));
+    }
+    const Colour colours[] = {kRed, kGreen, kBlue, kBlack, 0x808080};
+    std::vector<Curve> curves;
+    for (std::size_t k = 0; k < m_curves.size(); ++k)
+        curves.push_back({m_curves[k], colours[k], 1});
+    // The selected one on top of the others.
+    const auto selected = curves.begin() + m_form.selected();
+    selected->width = 2;
+    std::rotate(selected, selected + 1, curves.end());
+    DrawCurves(surface, m_editor.SelectedArea, m_area[5], curves, m_editor.fitLine,
+               m_editor.session.drawingOptions());
+}
+
+void OptimizeDialog::commitConfig()
+{
+    constexpr int kOriginal = 3;
+    const int row = m_form.selected();
+    if (row != kOriginal)
+        m_editor.acceptArray(arrayOf(row));
+    accept();
+}
+
+void OptimizeDialog::reject()
+{
+    stopSearch();
+    QDialog::reject();
+}
+
+} // namespace orva::ui
