@@ -63,12 +63,14 @@ test-sanitize: build/sanitize/build.ninja
 
 # What runs on several threads, under ThreadSanitizer.
 test-threads: build/threads/build.ninja
-	cmake --build --preset threads --target orva_engine_tests
+	cmake --build --preset threads --target orva_engine_tests orva_optimize_tests
 	build/threads/tests/orva_engine_tests --gtest_filter='Parallel*:*Map*:*Thread*'
+	build/threads/tests/orva_optimize_tests
 
 # Fast against literal kernel: a table, and build/bench.json.
 bench: all
 	build/release/bench/orva_bench build/bench.json
+	build/release/bench/orva_search_bench build/bench_search.json
 	build/release/bench/orva_edit_bench
 
 # Fuzzes the readers, FUZZ_SECONDS each. What is found stays in build/fuzz/.

@@ -81,9 +81,12 @@ std::int16_t LineArray::GIPinPoint() const
         return std::abs(wanted - GFAngleFromPin(pin));
     };
     std::int16_t best = 0;
+    float smallest = difference(best);
     for (std::int16_t pin = 1; pin < system().cradle.pinCount(); ++pin)
-        if (difference(pin) < difference(best))
+        if (const float here = difference(pin); here < smallest) {
+            smallest = here;
             best = pin;
+        }
     return best;
 }
 

@@ -43,9 +43,10 @@ public:
     /// Lowest and highest angle index of a joint of the range.
     AngleBounds boundsOf(int joint) const { return m_bounds[static_cast<std::size_t>(joint)]; }
 
-private:
+    /// How many angles a joint of the range can have.
     std::uint64_t widthOf(int joint) const;
 
+private:
     LineArray::Positions m_angles;
     JointRange m_range;
     std::vector<AngleBounds> m_bounds;

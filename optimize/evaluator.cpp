@@ -32,7 +32,7 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task)
     : m_task(std::move(task)), m_literal(m_task->speakerData.directivity, m_task->air),
       m_array(m_task->array), m_segment(measuredSegment(m_task->area, m_task->target)),
       m_reference(fitReference(m_task->target, m_task->points)),
-      m_step(m_task->target.slopeDbPerM * m_task->target.lengthM / (m_task->points - 1)),
+      m_step(m_task->target.lengthM / (m_task->points - 1) * m_task->target.slopeDbPerM),
       m_factors(bandFactors(m_task->speakerData.BandLevel, m_task->choice)),
       m_incoherent(loudestPower(m_task->speakerData, m_task->choice, m_factors))
 {

@@ -12,11 +12,13 @@ namespace orva {
 
 namespace {
 
-constexpr std::uint64_t kChunk = 64; ///< configurations that a thread takes at a time
+/// Configurations that a thread takes at a time, and how many such parts a block has per thread.
+constexpr std::uint64_t kFewestInChunk = 32;
+constexpr std::uint64_t kChunksPerThread = 8;
 /// Configurations between two reports: enough of them for the upper boxes to stay where they are
 /// in most steps, few enough for a report several times a second.
-constexpr std::uint64_t kMostInBlock = 65536;
-constexpr double kLongestBlockSeconds = 0.25;
+constexpr std::uint64_t kMostInBlock = 262144;
+constexpr double kLongestBlockSeconds = 0.5;
 constexpr double kPlaceholder = 10;
 /// Contenders that the fast kernel cannot tell apart before the literal one decides.
 constexpr std::size_t kMostUndecided = 1024;
@@ -52,8 +54,7 @@ std::uint64_t Search::nextBlock() const
     const JointRange range = m_candidates.range();
     std::uint64_t size = 1;
     for (int joint = range.first; joint <= range.last; ++joint) {
-        const AngleBounds bounds = m_candidates.boundsOf(joint);
-        const auto width = static_cast<std::uint64_t>(bounds[1] - bounds[0] + 1);
+        const std::uint64_t width = m_candidates.widthOf(joint);
         if (size * width > m_mostInBlock)
             break;
         size *= width;
@@ -83,25 +84,33 @@ void Search::dropBeaten(std::vector<Contender>& contenders)
     });
 }
 
-/// Within the block the last of its joints is turned first, so that the boxes above stay.
-void Search::testChunk(Evaluator& evaluator, std::uint64_t block, std::uint64_t size,
-                       std::uint64_t from, std::uint64_t to, const std::function<bool()>& stop,
+/// Widths of the first joints whose combinations are exactly `size`; none where `block` is no whole
+/// block of them.
+std::vector<std::uint64_t> Search::digitsOf(std::uint64_t block, std::uint64_t size) const
+{
+    std::vector<std::uint64_t> widths;
+    std::uint64_t combinations = 1;
+    const JointRange range = m_candidates.range();
+    for (int joint = range.first; joint <= range.last && combinations < size; ++joint) {
+        widths.push_back(m_candidates.widthOf(joint));
+        combinations *= widths.back();
+    }
+    if (combinations != size || block % size != 0)
+        widths.clear();
+    return widths;
+}
+
+/// Within a whole block the last of its joints is turned first, so that the boxes above stay.
+void Search::testChunk(Evaluator& evaluator, std::uint64_t block,
+                       const std::vector<std::uint64_t>& digits, std::uint64_t from,
+                       std::uint64_t to, const std::function<bool()>& stop,
                        std::vector<Contender>& contenders) const
 {
-    const JointRange range = m_candidates.range();
     const auto mirrored = [&](std::uint64_t place) {
-        // The digits of the place within the block, the last joint's lowest.
-        std::vector<std::uint64_t> widths;
-        std::uint64_t combinations = 1;
-        for (int joint = range.first; joint <= range.last && combinations < size; ++joint) {
-            const AngleBounds bounds = m_candidates.boundsOf(joint);
-            widths.push_back(static_cast<std::uint64_t>(bounds[1] - bounds[0] + 1));
-            combinations *= widths.back();
-        }
-        if (combinations != size || block % size != 0)
-            return place; // a part of a block: as it comes
+        if (digits.empty())
+            return place;
         std::uint64_t number = 0;
-        for (auto width = widths.rbegin(); width != widths.rend(); ++width) {
+        for (auto width = digits.rbegin(); width != digits.rend(); ++width) {
             number = number * *width + place % *width;
             place /= *width;
         }
@@ -144,7 +153,10 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     const auto start = std::chrono::steady_clock::now();
     const std::uint64_t block = m_first + m_tested;
     const std::uint64_t size = nextBlock();
-    const int chunks = static_cast<int>((size + kChunk - 1) / kChunk);
+    const std::uint64_t chunkSize = std::max(
+        kFewestInChunk, size / (kChunksPerThread * static_cast<std::uint64_t>(std::max(1, threads))));
+    const int chunks = static_cast<int>((size + chunkSize - 1) / chunkSize);
+    const std::vector<std::uint64_t> digits = digitsOf(block, size);
     std::vector<std::vector<Contender>> found(static_cast<std::size_t>(chunks));
     std::vector<Evaluator*> idle;
     for (const auto& evaluator : m_evaluators)
@@ -165,8 +177,8 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
             evaluator = idle.back();
             idle.pop_back();
         }
-        const std::uint64_t from = static_cast<std::uint64_t>(chunk) * kChunk;
-        testChunk(*evaluator, block, size, from, std::min(from + kChunk, size), stopping,
+        const std::uint64_t from = static_cast<std::uint64_t>(chunk) * chunkSize;
+        testChunk(*evaluator, block, digits, from, std::min(from + chunkSize, size), stopping,
                   found[static_cast<std::size_t>(chunk)]);
         const std::lock_guard lock(mutex);
         idle.push_back(evaluator);
@@ -179,7 +191,7 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     m_tested += size;
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     if (seconds.count() > kLongestBlockSeconds)
-        m_mostInBlock = std::max(kChunk, m_mostInBlock / 2);
+        m_mostInBlock = std::max(kFewestInChunk, m_mostInBlock / 2);
     else if (seconds.count() < kLongestBlockSeconds / 3)
         m_mostInBlock = std::min(kMostInBlock, m_mostInBlock * 2);
     if (m_contenders.size() > kMostUndecided)

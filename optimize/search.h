@@ -68,9 +68,10 @@ private:
     };
 
     std::uint64_t nextBlock() const;
-    void testChunk(Evaluator& evaluator, std::uint64_t block, std::uint64_t size,
-                   std::uint64_t from, std::uint64_t to, const std::function<bool()>& stop,
-                   std::vector<Contender>& contenders) const;
+    std::vector<std::uint64_t> digitsOf(std::uint64_t block, std::uint64_t size) const;
+    void testChunk(Evaluator& evaluator, std::uint64_t block,
+                   const std::vector<std::uint64_t>& digits, std::uint64_t from, std::uint64_t to,
+                   const std::function<bool()>& stop, std::vector<Contender>& contenders) const;
     static double limitOf(const std::vector<Contender>& contenders);
     static void dropBeaten(std::vector<Contender>& contenders);
     void resolve();

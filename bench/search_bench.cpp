@@ -1,0 +1,134 @@
+// The search against the literal one (one thread, double precision, every level of every
+// configuration), and how soon the quick search finds what the exhaustive one proves to be best.
+#include "app/search_setup.h"
+#include "optimize/quick_search.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <random>
+
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using namespace orva;
+
+constexpr int kPoints = 200;
+constexpr LevelChoice kAllBands = {{0, kBands - 1}, LevelField::Continuous, true};
+
+double seconds(const std::function<void()>& work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+ApplicationState newState(std::int16_t system)
+{
+    ApplicationState state;
+    if (!LoadSystemData(state, ORVA_SOURCE_DIR "/data"))
+        std::abort();
+    SetNewProject(state, system);
+    return state;
+}
+
+/// Configurations a second over the literal search's, medians of slices in turn.
+double ratio(bool pinMode, Measure measure)
+{
+    ApplicationState state = newState(kStandardSystem);
+    if (!pinMode) {
+        LineArray::Positions angles = state.gLineArray.GIAGetAllAngle();
+        angles[0] = 14;
+        state.gLineArray.GBSetAngleOrPin(false);
+        state.gLineArray = withAngles(state.gLineArray, angles);
+    }
+    const AreaSegment area = state.gRoom.GFAGetAudienceArea1();
+    const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
+    const auto task = searchTask(state, 1, target, measure, kPoints, kAllBands);
+    const CandidateSet candidates(state.gLineArray, allJoints(state.gLineArray), false);
+    Search search(task, candidates, 0, *candidates.NumConfigs());
+    Evaluator literal(task);
+    double fastSeconds = 0;
+    std::vector<double> literalSeconds;
+    const auto never = [] { return false; };
+    while (!search.finished()) {
+        fastSeconds += seconds([&] { search.advance(2, never); });
+        literalSeconds.push_back(seconds([&] {
+            for (std::uint64_t i = 0; i < 10; ++i)
+                literal.measure(candidates.anglesOf((search.tested() + i * 97) %
+                                                    *candidates.NumConfigs()));
+        }) / 10);
+    }
+    fastSeconds += seconds([&] { search.ranking(); });
+    return median(literalSeconds) / (fastSeconds / static_cast<double>(search.tested()));
+}
+
+/// Fraction of the exhaustive search's count until the quick search stands at its best.
+double quickFraction(std::mt19937& random)
+{
+    ApplicationState state = newState(kCompactSystem);
+    const auto uniform = [&](double low, double high) {
+        return static_cast<float>(std::uniform_real_distribution<>(low, high)(random));
+    };
+    LineArray::Positions angles = state.gLineArray.GIAGetAllAngle();
+    angles[0] = static_cast<std::int16_t>(random() % 14);
+    for (std::size_t joint = 1; joint < 8; ++joint)
+        angles[joint] = static_cast<std::int16_t>(random() % 7);
+    state.gLineArray = withAngles(state.gLineArray, angles);
+    const float rise = uniform(0, 15);
+    const float length = uniform(10, 30);
+    if (!state.gRoom.GBSetAudienceArea1(
+            AreaSegment{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
+        std::abort();
+    const auto task = searchTask(state, 1, FitLineTarget::wholeArea(state.gRoom.GFAGetAudienceArea1()),
+                                 Measure::SmoothArea, kPoints, kAllBands);
+    const CandidateSet candidates(state.gLineArray, {1, 6}, false); // 7^6 = 117,649
+    const auto never = [] { return false; };
+    Search search(task, candidates, 0, *candidates.NumConfigs());
+    while (!search.advance(2, never)) {
+    }
+    const std::uint64_t best = search.ranking().best().front().number;
+    std::uint64_t foundAfter = 0;
+    quickSearch(task, candidates, never, [&](const QuickResult& result) {
+        if (result.ranking.best().front().number == best)
+            foundAfter = result.evaluations;
+    });
+    return foundAfter == 0 ? 1
+                           : static_cast<double>(foundAfter) /
+                                 static_cast<double>(*candidates.NumConfigs());
+}
+
+} // namespace
+
+int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmark may end so
+{
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    const auto report = [&](const char* name, double value, const char* unit) {
+        std::printf("%-24s %10.4f %s\n", name, value, unit);
+        std::fflush(stdout);
+        list.push_back({{"name", name}, {"value", value}, {"unit", unit}});
+    };
+    report("search-pin-2t", ratio(true, Measure::SmoothArea), "x literal");
+    report("search-angle-2t", ratio(false, Measure::SmoothArea), "x literal");
+    report("search-pin-line-2t", ratio(true, Measure::FitToLine), "x literal");
+    report("search-angle-line-2t", ratio(false, Measure::FitToLine), "x literal");
+    std::mt19937 random(1);
+    std::vector<double> fractions;
+    for (int room = 0; room < 20; ++room)
+        fractions.push_back(quickFraction(random));
+    report("quick-evaluations", median(fractions), "of the exhaustive count");
+    report("quick-evaluations-worst", *std::max_element(fractions.begin(), fractions.end()),
+           "of the exhaustive count");
+    if (argc > 1)
+        std::ofstream(argv[1]) << list.dump(2) << '\n';
+    return 0;
+}

@@ -1,0 +1,234 @@
+#include "optimize/quick_search.h"
+
+#include "engine/speaker_data_text.h"
+#include "model/project.h"
+
+#include <cmath>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <sstream>
+
+namespace orva {
+namespace {
+
+using Random = std::mt19937;
+
+Directivity shipped()
+{
+    std::ifstream file(ORVA_SOURCE_DIR "/data/system.dat", std::ios::binary);
+    std::stringstream text;
+    text << file.rdbuf();
+    return ReadSpeakerDataText(text.str(), {}, "system.dat")->directivity;
+}
+
+struct Scene {
+    Project project;
+    std::shared_ptr<const SearchTask> task;
+    JointRange range;
+};
+
+/// A random array of few joints over a random area.
+Scene randomScene(Random& random, Measure measure, bool pinMode, BandSpan bands)
+{
+    const auto uniform = [&](double low, double high) {
+        return std::uniform_real_distribution<>(low, high)(random);
+    };
+    Scene scene{newProject(kStandardSystem), nullptr, {}};
+    LineArray& array = scene.project.array;
+    LineArray::Positions types{};
+    for (std::int16_t& type : types)
+        type = static_cast<std::int16_t>(random() % 2);
+    array.GBSetAllType(types);
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    angles[0] = static_cast<std::int16_t>(pinMode ? random() % 11 : random() % 60);
+    array.GBSetAllAngle(angles);
+    array.GBSetAngleOrPin(pinMode);
+    array.GFACalcCOM();
+    scene.range = {1, 4};
+
+    static const Directivity kData = shipped();
+    auto task = std::make_shared<SearchTask>();
+    task->array = array;
+    const auto length = static_cast<float>(uniform(3, 20));
+    task->area = {static_cast<float>(uniform(3, 12)), 1.7F, 0, 0,
+                  static_cast<float>(uniform(0, 20)), length};
+    task->target = {0, length, uniform(-0.5, 0), uniform(95, 110)};
+    task->measure = measure;
+    task->points = 2 + static_cast<int>(random() % 40);
+    task->choice = {bands, LevelField::Continuous, true};
+    task->speakerData = SelectSpeakerData({kData, kData}, kStandardSystem);
+    task->air = airAt(21);
+    task->amplitudeError = kSearchPrecision.amplitudeError;
+    task->kernel = std::make_shared<FastKernel>(
+        DirectivityTable::make(kData, kSearchPrecision),
+        RadialTable::make(task->air, kSearchPrecision),
+        std::make_unique<LiteralKernel>(kData, task->air));
+    scene.task = task;
+    return scene;
+}
+
+/// The rules as they stand: one configuration after the other, the literal kernel alone.
+Ranking literalRanking(const Scene& scene, const CandidateSet& candidates, std::uint64_t first,
+                       std::uint64_t count)
+{
+    const SearchTask& task = *scene.task;
+    const LiteralKernel kernel(task.speakerData.directivity, task.air);
+    const AreaSegment segment = measuredSegment(task.area, task.target);
+    Ranking ranking;
+    for (std::uint64_t number = first; number < first + count; ++number) {
+        LineArray array = task.array;
+        array.GBSetAllAngle(candidates.anglesOf(number));
+        array.GFACalcCOM();
+        std::vector<float> levels = LineSPL(kernel, task.speakerData.BandLevel, array, segment,
+                                            task.choice, task.points);
+        levels.resize(static_cast<std::size_t>(task.points));
+        const double step = task.target.lengthM / (task.points - 1) * task.target.slopeDbPerM;
+        const double rms =
+            task.measure == Measure::FitToLine
+                ? RmsToFitLine(levels, fitReference(task.target, task.points))
+                : RmsSmooth(levels, step);
+        ranking.add({array.GIAGetAllAngle(), rms, number});
+        if (number == 0)
+            for (int i = 0; i < 2; ++i)
+                ranking.add({array.GIAGetAllAngle(), 10 * rms, 0});
+    }
+    return ranking;
+}
+
+void expectSame(const Ranking& found, const Ranking& wanted)
+{
+    ASSERT_EQ(found.best().size(), wanted.best().size());
+    for (std::size_t i = 0; i < found.best().size(); ++i) {
+        EXPECT_EQ(found.best()[i].number, wanted.best()[i].number) << i;
+        EXPECT_EQ(found.best()[i].angles, wanted.best()[i].angles) << i;
+        EXPECT_NEAR(found.best()[i].rms, wanted.best()[i].rms, 1e-12) << i;
+    }
+}
+
+TEST(Search, FindsWhatTheRulesFindOnAnyNumberOfThreads)
+{
+    Random random(5);
+    int threads = 1;
+    for (const Measure measure : {Measure::SmoothArea, Measure::FitToLine})
+        for (const bool pinMode : {true, false})
+            for (const BandSpan bands : {BandSpan{0, 21}, BandSpan{9, 11}, BandSpan{17, 21}}) {
+                const Scene scene = randomScene(random, measure, pinMode, bands);
+                const CandidateSet candidates(scene.task->array, scene.range, false);
+                const std::uint64_t count = *candidates.NumConfigs();
+                Search search(scene.task, candidates, 0, count);
+                while (!search.advance(threads, [] { return false; })) {
+                }
+                EXPECT_EQ(search.tested(), count);
+                expectSame(search.ranking(), literalRanking(scene, candidates, 0, count));
+                threads = threads == 1 ? 2 : threads == 2 ? 16 : 1;
+            }
+}
+
+TEST(Search, PartsAndPausesChangeNothing)
+{
+    Random random(6);
+    const Scene scene = randomScene(random, Measure::SmoothArea, true, {0, 21});
+    const CandidateSet candidates(scene.task->array, scene.range, false);
+    const std::uint64_t count = *candidates.NumConfigs();
+    ASSERT_GT(count, 20U);
+    std::vector<SearchPart> parts;
+    for (const auto& [first, end] : {std::pair<std::uint64_t, std::uint64_t>{count / 2, count},
+                                     {0, 3},
+                                     {3, count / 2}}) {
+        Search search(scene.task, candidates, first, end - first);
+        int asked = 0;
+        while (!search.finished()) {
+            search.advance(2, [&] { return ++asked % 5 == 0; }); // stopped again and again
+            expectSame(search.ranking(),
+                       literalRanking(scene, candidates, first, search.tested()));
+        }
+        parts.push_back({first, search.tested(), search.ranking().best()});
+    }
+    const Result<SearchPart> whole = mergeParts(parts);
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->tested, count);
+    EXPECT_EQ(whole->best, literalRanking(scene, candidates, 0, count).best());
+    parts.pop_back();
+    EXPECT_FALSE(mergeParts(parts)) << "a gap";
+}
+
+TEST(Search, QuickSearchFindsTheBestOfASmallSet)
+{
+    Random random(7);
+    const Scene scene = randomScene(random, Measure::SmoothArea, false, {0, 21});
+    const CandidateSet candidates(scene.task->array, scene.range, false);
+    const auto wanted = literalRanking(scene, candidates, 0, *candidates.NumConfigs());
+    const QuickResult quick = quickSearch(scene.task, candidates, [] { return false; });
+    EXPECT_EQ(quick.ranking.best().front().number, wanted.best().front().number);
+    EXPECT_LE(quick.evaluations, *candidates.NumConfigs());
+    EXPECT_EQ(quick.proved, quick.evaluations == *candidates.NumConfigs());
+    int left = 3;
+    EXPECT_LE(quickSearch(scene.task, candidates, [&] { return --left < 0; }).evaluations, 3U);
+}
+
+TEST(Search, ASingleBoxIsOneConfiguration)
+{
+    LineArray array = newProject(kStandardSystem).array;
+    array.GBSetNumSpeakers(1);
+    const CandidateSet candidates(array, allJoints(array), false);
+    EXPECT_EQ(candidates.NumConfigs(), 1U);
+    EXPECT_EQ(candidates.anglesOf(0), array.GIAGetAllAngle());
+}
+
+TEST(Candidates, CountInTheOrderOfAnOdometer)
+{
+    LineArray array = newProject(kCompactSystem).array; // seven joints of 0..6
+    CandidateSet all(array, {1, 2}, false);
+    EXPECT_EQ(all.NumConfigs(), 49U);
+    for (std::uint64_t number = 0; number < 49; ++number) {
+        const LineArray::Positions angles = all.anglesOf(number);
+        EXPECT_EQ(angles[2], static_cast<int>(number % 7));
+        EXPECT_EQ(angles[3], static_cast<int>(number / 7));
+        EXPECT_EQ(all.numberOf(angles), number);
+        EXPECT_EQ(angles[1], array.GIAGetAllAngle()[1]) << "outside the range";
+    }
+    const CandidateSet near(array, {0, 6}, true); // present: 0 1 2 3 3 5 6
+    EXPECT_EQ(near.NumConfigs(), 2U * 3 * 3 * 3 * 3 * 3 * 2);
+
+    array.GBSetNumSpeakers(24);
+    EXPECT_FALSE(CandidateSet(array, allJoints(array), false).NumConfigs()) << "7^23 > 2^64";
+}
+
+TEST(Measures, ByHand)
+{
+    const std::vector<float> levels = {100, 102, 101, 105};
+    EXPECT_DOUBLE_EQ(RmsSmooth(levels, 0), std::sqrt((4.0 + 1 + 16) / 3));
+    EXPECT_DOUBLE_EQ(RmsSmooth(levels, 1), std::sqrt((1.0 + 4 + 9) / 3));
+    const FitLineTarget target = {2, 6, -0.5, 100};
+    EXPECT_EQ(fitReference(target, 4), (std::vector<float>{100, 99, 98, 97}));
+    EXPECT_DOUBLE_EQ(RmsToFitLine(levels, fitReference(target, 4)),
+                     std::sqrt((0.0 + 9 + 9 + 64) / 4));
+    const AreaSegment segment = measuredSegment({1, 2, 0, 0, 90, 10}, target);
+    EXPECT_NEAR(segment[0], 1, 1e-6);
+    EXPECT_NEAR(segment[1], 4, 1e-6);
+    EXPECT_NEAR(segment[5], 6, 1e-6);
+}
+
+TEST(AreaSpeakers, FromTheFirstBoxThatAimsToTheLast)
+{
+    Project project = newProject(kStandardSystem);
+    const auto aiming = [&](const AreaSegment& area) {
+        EXPECT_TRUE(project.room.GBSetAudienceArea1(area));
+        return GetAreaSpeakers(project.room, project.array, 1);
+    };
+    const AreaSegment floor = {3, 0, 200, 0, 0, 197};
+    const std::optional<JointRange> all = aiming(floor);
+    ASSERT_TRUE(all);
+    EXPECT_EQ(all->last, 10) << "the lowest box aims there";
+    EXPECT_EQ(aiming({200, 0, 3, 0, 180, 197}), all) << "drawn from right to left";
+    EXPECT_FALSE(aiming({-50, 0, -3, 0, 0, 47})) << "behind the array";
+    EXPECT_EQ(aiming({10, 0, 10, 8, 90, 8})->first, 0) << "upright";
+    EXPECT_FALSE(GetAreaSpeakers(project.room, project.array, 4));
+    project.array.GBSetNumSpeakers(1);
+    EXPECT_EQ(aiming({10, 0, 10, 8, 90, 8}), (JointRange{0, -1})) << "no joint";
+}
+
+} // namespace
+} // namespace orva
