@@ -86,7 +86,7 @@ fuzz: packages
 	done
 
 # The reference cases of the commands that are there, where the folder is.
-COMMANDS = new,show,geometry,rigging,levels,map,optimize,aim,subarray
+COMMANDS = new,show,geometry,rigging,levels,map,optimize,aim,subarray,report
 check-reference: all
 	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS); \
 	else echo "$(REFERENCE) is not here: nothing to check"; fi

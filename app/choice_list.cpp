@@ -14,7 +14,10 @@ const std::string& ChoiceList::text() const
                : kNone;
 }
 
-std::int16_t ChoiceList::number() const { return static_cast<std::int16_t>(leadingNumber(text())); }
+std::int16_t ChoiceList::number() const
+{
+    return static_cast<std::int16_t>(leadingNumber(text()));
+}
 
 bool ChoiceList::select(const std::string& text)
 {

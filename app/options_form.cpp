@@ -17,15 +17,24 @@ constexpr double kColdest = -20;
 constexpr double kHottest = 50;
 constexpr double kLargestLength = 1e6; ///< whatever is typed, it fits the store and any drawing
 
-double fahrenheit(double celsius) { return celsius * 1.8 + 32; }
+double fahrenheit(double celsius)
+{
+    return celsius * 1.8 + 32;
+}
 
 double positive(const std::string& text)
 {
     return std::min(std::abs(ParseDecimalText(text)), kLargestLength);
 }
 
-std::string lengthText(double length) { return plainText(length, 6); }
-std::string temperatureText(double degrees) { return plainText(degrees, 4); }
+std::string lengthText(double length)
+{
+    return plainText(length, 6);
+}
+std::string temperatureText(double degrees)
+{
+    return plainText(degrees, 4);
+}
 
 bool says(double typed, float stored)
 {
@@ -35,8 +44,11 @@ bool says(double typed, float stored)
 } // namespace
 
 OptionsForm::OptionsForm(const Settings& stored)
-    : metres(stored.Units_Meters), autoCorrect(stored.AutoCorrect), celsius(stored.Celsius_Fahren),
-      pixel(stored.PixelRes == 1), showNewQuery(stored.ShowNewQuery),
+    : metres(stored.Units_Meters),
+      autoCorrect(stored.AutoCorrect),
+      celsius(stored.Celsius_Fahren),
+      pixel(stored.PixelRes == 1),
+      showNewQuery(stored.ShowNewQuery),
       temperature(temperatureText(celsius ? stored.Temperature : fahrenheit(stored.Temperature))),
       resolution(lengthText(stored.SPLResolution)),
       grids{lengthText(stored.GridUnit_Room), lengthText(stored.GridUnit_Rigging),
@@ -152,7 +164,8 @@ bool OptionsForm::differsFrom(const Settings& stored) const
     const double degrees = ParseDecimalText(temperature);
     const bool sameTexts =
         // as shown: degrees Fahrenheit rarely come back to the same °C
-        std::abs(degrees - (celsius ? stored.Temperature : fahrenheit(stored.Temperature))) < 1e-3 &&
+        std::abs(degrees - (celsius ? stored.Temperature : fahrenheit(stored.Temperature))) <
+            1e-3 &&
         (pixel || says(positive(resolution), stored.SPLResolution)) &&
         says(positive(grids[0]), stored.GridUnit_Room) &&
         says(positive(grids[1]), stored.GridUnit_Rigging) &&

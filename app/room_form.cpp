@@ -62,7 +62,10 @@ AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, std::strin
     return synced;
 }
 
-bool OutOfRoom::any() const { return *this != OutOfRoom{}; }
+bool OutOfRoom::any() const
+{
+    return *this != OutOfRoom{};
+}
 
 OutOfRoom outOfRoom(const Room& room, const LineArray& array)
 {

@@ -10,7 +10,7 @@ namespace orva {
 /// The figures of an audience area on the Room page.
 enum class AreaEntry { X1, Y1, X2, Y2, Angle, Length };
 inline constexpr std::array kAreaEntries = {AreaEntry::X1, AreaEntry::Y1,    AreaEntry::X2,
-                                     AreaEntry::Y2, AreaEntry::Angle, AreaEntry::Length};
+                                            AreaEntry::Y2, AreaEntry::Angle, AreaEntry::Length};
 
 /// Feet as people type them.
 constexpr double kMetresPerFoot = 0.3048;

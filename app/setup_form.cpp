@@ -11,16 +11,22 @@ namespace orva {
 
 namespace {
 
-constexpr int kMostMidHigh = 24;        ///< standard system, as straight and trapezoidal boxes
+constexpr int kMostMidHigh = 24; ///< standard system, as straight and trapezoidal boxes
 constexpr int kMostMidHighCompact = 16;
 constexpr int kMostBass = 20;
 constexpr int kMostBassCompact = 6;
 constexpr std::string_view kUnknown = "? ";
 
 /// How an entry that the lists lack is shown.
-std::string unknownText(int value) { return std::string(kUnknown) + std::to_string(value); }
+std::string unknownText(int value)
+{
+    return std::string(kUnknown) + std::to_string(value);
+}
 
-bool isUnknown(const std::string& text) { return text.starts_with(kUnknown); }
+bool isUnknown(const std::string& text)
+{
+    return text.starts_with(kUnknown);
+}
 
 /// Index of an angle text in the splay-angle list; none for an angle that does not exist.
 std::optional<std::int16_t> angleIndex(const std::string& text)
@@ -54,9 +60,15 @@ std::string_view SetupForm::modelName(BoxKind kind) const
     return system().riggingText(kind).model;
 }
 
-int SetupForm::mostMidHigh() const { return isCompact() ? kMostMidHighCompact : kMostMidHigh; }
+int SetupForm::mostMidHigh() const
+{
+    return isCompact() ? kMostMidHighCompact : kMostMidHigh;
+}
 
-int SetupForm::mostBass() const { return isCompact() ? kMostBassCompact : kMostBass; }
+int SetupForm::mostBass() const
+{
+    return isCompact() ? kMostBassCompact : kMostBass;
+}
 
 int SetupForm::total() const
 {
@@ -109,7 +121,10 @@ AngleBounds SetupForm::boundsAt(int joint) const
     return {0, static_cast<std::int16_t>(LineArray::GSALookupAngles().size() - 1)}; // unknown
 }
 
-double SetupForm::validAngle(double degrees) { return roundedTo(std::fmod(degrees, 360.0), 1); }
+double SetupForm::validAngle(double degrees)
+{
+    return roundedTo(std::fmod(degrees, 360.0), 1);
+}
 
 void SetupForm::RefreshFromClass(const LineArray& array)
 {
@@ -141,7 +156,8 @@ void SetupForm::RefreshFromClass(const LineArray& array)
     } else {
         box1Angle = roundedTo(-angles[0] / 10.0, 1);
         PinNumber_cmb.selected =
-            array.fault() ? 0 : std::clamp<int>(array.GIPinPoint(), 0, system().cradle.pinCount() - 1);
+            array.fault() ? 0
+                          : std::clamp<int>(array.GIPinPoint(), 0, system().cradle.pinCount() - 1);
     }
 
     m_total = total();
@@ -313,14 +329,15 @@ void SetupForm::updateAngleMark()
 {
     SetupInvalid.angles = false;
     for (int joint = 0; joint + 1 < total(); ++joint)
-        SetupInvalid.angles = SetupInvalid.angles ||
-                              (angle(joint).invalid && !isUnknown(angle(joint).text()));
+        SetupInvalid.angles =
+            SetupInvalid.angles || (angle(joint).invalid && !isUnknown(angle(joint).text()));
 }
 
 void SetupForm::reportCounts()
 {
     const int positions = total();
-    const int midHigh = placed(BoxKind::Straight, positions) + placed(BoxKind::Trapezoidal, positions);
+    const int midHigh =
+        placed(BoxKind::Straight, positions) + placed(BoxKind::Trapezoidal, positions);
     const int bass = placed(BoxKind::Bass, positions);
     // A box of unknown kind, which only a file can bring, may be any.
     const int unknown = placed(std::nullopt, positions);

@@ -84,7 +84,10 @@ private:
     ChoiceList typeList(const std::string& selected) const;
     ChoiceList& type(int position) { return cmbType[static_cast<std::size_t>(position)]; }
     ChoiceList& angle(int joint) { return cmbAngle[static_cast<std::size_t>(joint)]; }
-    const ChoiceList& type(int position) const { return cmbType[static_cast<std::size_t>(position)]; }
+    const ChoiceList& type(int position) const
+    {
+        return cmbType[static_cast<std::size_t>(position)];
+    }
     const ChoiceList& angle(int joint) const { return cmbAngle[static_cast<std::size_t>(joint)]; }
 
     void updateAngleList(int joint, bool correct);

@@ -56,8 +56,9 @@ int main(int argc, char** argv)
         ms.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
     }
     std::sort(ms.begin(), ms.end());
-    std::printf("edit, 24 boxes, 1920 x 1080: median %.1f ms, largest %.1f ms (median must be below "
-                "50)\n",
-                ms[ms.size() / 2], ms.back());
+    std::printf(
+        "edit, 24 boxes, 1920 x 1080: median %.1f ms, largest %.1f ms (median must be below "
+        "50)\n",
+        ms[ms.size() / 2], ms.back());
     return ms[ms.size() / 2] < 50 ? 0 : 1;
 }

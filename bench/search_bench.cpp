@@ -62,11 +62,13 @@ double ratio(bool pinMode, Measure measure)
     const auto never = [] { return false; };
     while (!search.finished()) {
         fastSeconds += seconds([&] { search.advance(2, never); });
-        literalSeconds.push_back(seconds([&] {
-            for (std::uint64_t i = 0; i < 10; ++i)
-                literal.measure(candidates.anglesOf((search.tested() + i * 97) %
-                                                    *candidates.NumConfigs()));
-        }) / 10);
+        literalSeconds.push_back(
+            seconds([&] {
+                for (std::uint64_t i = 0; i < 10; ++i)
+                    literal.measure(
+                        candidates.anglesOf((search.tested() + i * 97) % *candidates.NumConfigs()));
+            }) /
+            10);
     }
     fastSeconds += seconds([&] { search.ranking(); });
     return median(literalSeconds) / (fastSeconds / static_cast<double>(search.tested()));
@@ -89,8 +91,9 @@ double quickFraction(std::mt19937& random)
     if (!state.gRoom.GBSetAudienceArea1(
             AreaSegment{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
-    const auto task = searchTask(state, 1, FitLineTarget::wholeArea(state.gRoom.GFAGetAudienceArea1()),
-                                 Measure::SmoothArea, kPoints, kAllBands);
+    const auto task =
+        searchTask(state, 1, FitLineTarget::wholeArea(state.gRoom.GFAGetAudienceArea1()),
+                   Measure::SmoothArea, kPoints, kAllBands);
     const CandidateSet candidates(state.gLineArray, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
     Search search(task, candidates, 0, *candidates.NumConfigs());
@@ -102,9 +105,9 @@ double quickFraction(std::mt19937& random)
         if (result.ranking.best().front().number == best)
             foundAfter = result.evaluations;
     });
-    return foundAfter == 0 ? 1
-                           : static_cast<double>(foundAfter) /
-                                 static_cast<double>(*candidates.NumConfigs());
+    return foundAfter == 0
+               ? 1
+               : static_cast<double>(foundAfter) / static_cast<double>(*candidates.NumConfigs());
 }
 
 } // namespace

@@ -42,6 +42,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     addOptimizeCommand(program, work);
     addAimCommand(program, work);
     addSubArrayCommand(program, work);
+    addReportCommand(program, work);
 
     const auto isNamed = [&words](const CLI::App* command) {
         return command->get_name() == words[0];

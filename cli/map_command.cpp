@@ -76,8 +76,8 @@ Result<Done> calculateMap(const Options& options, const Console& console)
             content.grid = &*grid;
             content.map = &*map;
             content.aimingLines = false;
-            DrawRoomView(surface, state->gRoom, state->gLineArray, content,
-                         state->air.SpeedOfSound, options.common.drawing());
+            DrawRoomView(surface, state->gRoom, state->gLineArray, content, state->air.SpeedOfSound,
+                         options.common.drawing());
         };
         drawn = addPicture(options.picture, draw, files);
     });

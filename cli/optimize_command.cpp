@@ -82,8 +82,8 @@ FitLineTarget targetOf(const Options& options, const AreaSegment& area)
 }
 
 void searchExhaustively(const Options& options, const std::shared_ptr<const SearchTask>& task,
-                        const CandidateSet& candidates, const Console& console,
-                        PreciseJson& result, std::vector<Ranked>& best)
+                        const CandidateSet& candidates, const Console& console, PreciseJson& result,
+                        std::vector<Ranked>& best)
 {
     std::uint64_t count = *candidates.NumConfigs() - options.from;
     count = std::min(count, options.count.value_or(count));
@@ -122,11 +122,11 @@ Result<Done> optimize(const Options& options, const Console& console)
     const Result<CandidateSet> candidates = candidatesOf(options, *state);
     if (!candidates)
         return candidates.error();
-    const auto task = searchTask(
-        *state, options.area,
-        targetOf(options, *state->gRoom.GFAGetAudienceAreaSelect(options.area)),
-        options.measure == "line" ? Measure::FitToLine : Measure::SmoothArea, options.points,
-        options.prediction.choice());
+    const auto task =
+        searchTask(*state, options.area,
+                   targetOf(options, *state->gRoom.GFAGetAudienceAreaSelect(options.area)),
+                   options.measure == "line" ? Measure::FitToLine : Measure::SmoothArea,
+                   options.points, options.prediction.choice());
 
     const Clock::time_point start = Clock::now();
     PreciseJson result = {{"configurations", *candidates->NumConfigs()}};
@@ -233,8 +233,7 @@ void addOptimizeCommand(CLI::App& program, Work& work)
         ->capture_default_str();
     command->add_flag("--all-speakers", options->allSpeakers,
                       "vary every joint, not only those of boxes that aim at the area");
-    command->add_flag("--neighbours", options->neighbours,
-                      "only angles next to the present ones");
+    command->add_flag("--neighbours", options->neighbours, "only angles next to the present ones");
     command
         ->add_option("--fit-line", options->fitLine,
                      "wanted levels: start and length in metres along the area, dB per metre, dB "

@@ -87,6 +87,7 @@ void addRiggingCommand(CLI::App& program, Work& work);
 void addMapCommand(CLI::App& program, Work& work);
 void addOptimizeCommand(CLI::App& program, Work& work);
 void addAimCommand(CLI::App& program, Work& work);
+void addReportCommand(CLI::App& program, Work& work);
 void addSubArrayCommand(CLI::App& program, Work& work);
 
 } // namespace orva

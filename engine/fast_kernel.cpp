@@ -74,13 +74,14 @@ FastKernel::FastKernel(std::shared_ptr<const DirectivityTable> directivity,
 {
 }
 
-bool FastKernel::hasRunningSums(std::span<const Source> sources,
-                                std::span<const Point> receivers, BandSpan bands) const
+bool FastKernel::hasRunningSums(std::span<const Source> sources, std::span<const Point> receivers,
+                                BandSpan bands) const
 {
     const bool possible = m_directivity && bands.count() > kMostExactBands &&
                           sources.size() <= kMostSources && !receivers.empty() &&
                           withinReach(sources, receivers);
-    return possible && blockSums(*m_directivity, *m_radial, {}, ReceiverBlock{}, bands, nullptr, {});
+    return possible &&
+           blockSums(*m_directivity, *m_radial, {}, ReceiverBlock{}, bands, nullptr, {});
 }
 
 void FastKernel::runningSums(std::span<const Source> sources, std::span<const Point> receivers,
@@ -106,10 +107,10 @@ void FastKernel::bandPowers(std::span<const Source> sources, std::span<const Poi
     const auto prepared = kernelSources(sources);
     const std::span used(prepared.data(), sources.size());
     for (std::size_t first = 0; first < receivers.size(); first += kBlock)
-        blockPowers(*m_directivity, *m_radial, used,
-                    receiverBlock(receivers.subspan(
-                        first, std::min(kBlock, receivers.size() - first))),
-                    bands, powers, first);
+        blockPowers(
+            *m_directivity, *m_radial, used,
+            receiverBlock(receivers.subspan(first, std::min(kBlock, receivers.size() - first))),
+            bands, powers, first);
 }
 
 } // namespace orva

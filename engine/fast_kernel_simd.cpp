@@ -411,9 +411,8 @@ void rangePowers(const DirectivityTable& directivity, const RadialTable& radial,
             sum.add(termOf(directivity, radial, rows[s], i));
         float* to = powers + i * kBandsPadded;
         // Rows hold real parts of bands 0..15 from place 0 on, of bands 16..21 from place 32 on.
-        sum.each([to](const auto& part, std::size_t reAt, std::size_t) HWY_ATTR {
-            part.storePower(to + (reAt < 16 ? reAt : reAt - 16));
-        });
+        sum.each([to](const auto& part, std::size_t reAt, std::size_t)
+                     HWY_ATTR { part.storePower(to + (reAt < 16 ? reAt : reAt - 16)); });
     }
 }
 

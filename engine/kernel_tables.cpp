@@ -96,7 +96,8 @@ std::shared_ptr<const DirectivityTable> DirectivityTable::make(const Directivity
             largestChange = std::max(largestChange, std::abs(exponent.change));
         }
     }
-    table->nodes = std::max(1, static_cast<int>(std::ceil(largestChange / precision.changePerNode)));
+    table->nodes =
+        std::max(1, static_cast<int>(std::ceil(largestChange / precision.changePerNode)));
     if (table->nodes > precision.mostNodes)
         return nullptr;
 
@@ -113,7 +114,8 @@ std::shared_ptr<const DirectivityTable> DirectivityTable::make(const Directivity
     return table;
 }
 
-std::shared_ptr<const RadialTable> RadialTable::make(const Air& air, const TablePrecision& precision)
+std::shared_ptr<const RadialTable> RadialTable::make(const Air& air,
+                                                     const TablePrecision& precision)
 {
     const BandConstants& constants = bandConstants();
     auto table = std::make_shared<RadialTable>();

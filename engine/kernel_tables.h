@@ -22,8 +22,8 @@ struct BandRow {
 /// Rows of a BandRow each, 64-byte aligned.
 using BandRows = hwy::AlignedFreeUniquePtr<float[]>;
 
-/// How finely the tables are made, and what the kernel's amplitudes are off by at most then: a share
-/// of the incoherent sum (the root of the boxes' summed powers).
+/// How finely the tables are made, and what the kernel's amplitudes are off by at most then: a
+/// share of the incoherent sum (the root of the boxes' summed powers).
 struct TablePrecision {
     /// Change of ln(amplitude) and phase between two rows of the directivity: linear interpolation
     /// is off by 1/8 of its square at most.

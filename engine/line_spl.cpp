@@ -47,7 +47,8 @@ std::vector<Point> lineReceivers(const AreaSegment& line, int n)
     const double dy = step * std::sin(direction);
     std::vector<Point> receivers(static_cast<std::size_t>(n));
     for (std::size_t k = 0; k < receivers.size(); ++k)
-        receivers[k] = {line[0] + static_cast<double>(k) * dx, line[1] + static_cast<double>(k) * dy};
+        receivers[k] = {line[0] + static_cast<double>(k) * dx,
+                        line[1] + static_cast<double>(k) * dy};
     return receivers;
 }
 

@@ -58,10 +58,15 @@ std::optional<JointRange> GetAreaSpeakers(const Room& room, const LineArray& arr
     return range;
 }
 
-JointRange allJoints(const LineArray& array) { return {0, array.boxCount() - 2}; }
+JointRange allJoints(const LineArray& array)
+{
+    return {0, array.boxCount() - 2};
+}
 
 CandidateSet::CandidateSet(const LineArray& array, JointRange range, bool neighbours)
-    : m_angles(array.GIAGetAllAngle()), m_range(range), m_bounds(array.IAGetAngleBounds()),
+    : m_angles(array.GIAGetAllAngle()),
+      m_range(range),
+      m_bounds(array.IAGetAngleBounds()),
       m_count(1)
 {
     for (int joint = range.first; joint <= range.last; ++joint) {

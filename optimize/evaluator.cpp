@@ -29,8 +29,10 @@ double loudestPower(const SpeakerData& data, const LevelChoice& choice,
 } // namespace
 
 Evaluator::Evaluator(std::shared_ptr<const SearchTask> task)
-    : m_task(std::move(task)), m_literal(m_task->speakerData.directivity, m_task->air),
-      m_array(m_task->array), m_segment(measuredSegment(m_task->area, m_task->target)),
+    : m_task(std::move(task)),
+      m_literal(m_task->speakerData.directivity, m_task->air),
+      m_array(m_task->array),
+      m_segment(measuredSegment(m_task->area, m_task->target)),
       m_reference(fitReference(m_task->target, m_task->points)),
       m_step(m_task->target.lengthM / (m_task->points - 1) * m_task->target.slopeDbPerM),
       m_factors(bandFactors(m_task->speakerData.BandLevel, m_task->choice)),
@@ -78,9 +80,8 @@ double Evaluator::measureOf(const std::vector<float>& levels) const
 
 std::vector<float> Evaluator::levels(const LevelKernel& kernel)
 {
-    std::vector<float> all =
-        LineSPL(kernel, m_task->speakerData.BandLevel, m_array, m_segment, m_task->choice,
-                m_task->points);
+    std::vector<float> all = LineSPL(kernel, m_task->speakerData.BandLevel, m_array, m_segment,
+                                     m_task->choice, m_task->points);
     all.resize(static_cast<std::size_t>(m_task->points));
     return all;
 }
@@ -149,10 +150,10 @@ void Evaluator::sumRunningPowers(std::size_t block, std::span<float> powers)
         std::array<float*, LineArray::kPositions> after{};
         for (std::size_t box = kept; box < boxes; ++box)
             after[box - kept] = sumsAfter(box);
-        m_task->kernel->runningSums(
-            std::span(m_sources).subspan(kept),
-            std::span(m_receivers).subspan(block * kPoints, powers.size()), m_task->choice.bands,
-            kept > 0 ? sumsAfter(kept - 1) : nullptr, std::span(after.data(), boxes - kept));
+        m_task->kernel->runningSums(std::span(m_sources).subspan(kept),
+                                    std::span(m_receivers).subspan(block * kPoints, powers.size()),
+                                    m_task->choice.bands, kept > 0 ? sumsAfter(kept - 1) : nullptr,
+                                    std::span(after.data(), boxes - kept));
         std::copy(m_placed.begin(), m_placed.end(), summed);
     }
     const float* row = sumsAfter(boxes - 1);
@@ -184,9 +185,9 @@ void Evaluator::boundErrors(std::size_t block, std::span<const float> powers)
     const double half = std::hypot(one.x - other.x, one.y - other.y) / 2;
     const double distance = std::max(0.1, std::sqrt(nearest) - half);
     const double share = m_task->amplitudeError;
-    const auto incoherent = static_cast<float>(share * share * m_incoherent *
-                                               static_cast<double>(m_sources.size()) /
-                                               (distance * distance));
+    const auto incoherent =
+        static_cast<float>(share * share * m_incoherent * static_cast<double>(m_sources.size()) /
+                           (distance * distance));
     // A level is off by 8.69 dB * s / (1 - s) where s is the share of its own amplitude; its square
     // and that of the rounding count twice, so that both together are covered.
     constexpr float kLargestShareSquare = 0.0025F;
@@ -202,8 +203,7 @@ void Evaluator::boundErrors(std::size_t block, std::span<const float> powers)
 
 void Evaluator::addStep(std::size_t point, Sums& sums) const
 {
-    const double distance =
-        static_cast<double>(m_levels[point + 1]) - m_levels[point] - m_step;
+    const double distance = static_cast<double>(m_levels[point + 1]) - m_levels[point] - m_step;
     sums.squares += distance * distance;
     // (a + b)^2 is at most 2 a^2 + 2 b^2
     sums.errors += 2 * (static_cast<double>(m_errorSquares[point]) + m_errorSquares[point + 1]);

@@ -5,7 +5,10 @@
 
 namespace orva {
 
-FitLineTarget FitLineTarget::wholeArea(const AreaSegment& area) { return {0, area[5], 0, 0}; }
+FitLineTarget FitLineTarget::wholeArea(const AreaSegment& area)
+{
+    return {0, area[5], 0, 0};
+}
 
 AreaSegment measuredSegment(const AreaSegment& area, const FitLineTarget& target)
 {
@@ -26,8 +29,8 @@ std::vector<float> fitReference(const FitLineTarget& target, int points)
     const double step = target.lengthM / (points - 1);
     std::vector<float> reference(static_cast<std::size_t>(points));
     for (std::size_t i = 0; i < reference.size(); ++i)
-        reference[i] = static_cast<float>(static_cast<double>(i) * step * target.slopeDbPerM +
-                                          target.levelDb);
+        reference[i] =
+            static_cast<float>(static_cast<double>(i) * step * target.slopeDbPerM + target.levelDb);
     return reference;
 }
 

@@ -23,8 +23,7 @@ public:
     QuickResult run(const LineArray::Positions& present)
     {
         std::mt19937_64 random(kSeed);
-        LineArray::Positions angles =
-            m_candidates.anglesOf(m_candidates.numberOf(present));
+        LineArray::Positions angles = m_candidates.anglesOf(m_candidates.numberOf(present));
         descend(angles);
         LineArray::Positions best = angles;
         for (int idle = 0; idle < kIdleStarts && !done(); ++idle) {
@@ -42,10 +41,7 @@ public:
     }
 
 private:
-    bool done() const
-    {
-        return m_stopped || m_measured.size() == m_candidates.NumConfigs();
-    }
+    bool done() const { return m_stopped || m_measured.size() == m_candidates.NumConfigs(); }
 
     double measure(const LineArray::Positions& angles)
     {
@@ -54,8 +50,8 @@ private:
         if (!isNew)
             return entry->second;
         m_stopped = m_stopped || m_stop();
-        entry->second = m_stopped ? std::numeric_limits<double>::infinity()
-                                  : m_evaluator.fastMeasure(angles);
+        entry->second =
+            m_stopped ? std::numeric_limits<double>::infinity() : m_evaluator.fastMeasure(angles);
         m_result.evaluations += m_stopped ? 0 : 1;
         if (entry->second < m_fast.limit() || m_fast.best().size() < Ranking::kMost) {
             const bool first = m_fast.best().empty() || entry->second < m_fast.best().front().rms;
@@ -137,7 +133,7 @@ private:
     const std::function<bool()>& m_stop;
     const std::function<void(const QuickResult&)>& m_better;
     std::unordered_map<std::uint64_t, double> m_measured;
-    Ranking m_fast; ///< by the fast kernel
+    Ranking m_fast;                                          ///< by the fast kernel
     double m_last = std::numeric_limits<double>::infinity(); ///< where the descent stands
     double m_bestRms = std::numeric_limits<double>::infinity();
     bool m_stopped = false;

@@ -32,17 +32,16 @@ double Ranking::limit() const
 
 void Ranking::add(const Ranked& entry)
 {
-    const auto place =
-        std::find_if(m_best.begin(), m_best.end(),
-                     [&](const Ranked& kept) { return entry.rms < kept.rms; });
+    const auto place = std::find_if(m_best.begin(), m_best.end(),
+                                    [&](const Ranked& kept) { return entry.rms < kept.rms; });
     if (place == m_best.end() && m_best.size() >= kMost)
         return;
     m_best.insert(place, entry);
     m_best.resize(std::min(m_best.size(), kMost));
 }
 
-Search::Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates,
-               std::uint64_t first, std::uint64_t count)
+Search::Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates, std::uint64_t first,
+               std::uint64_t count)
     : m_task(std::move(task)), m_candidates(std::move(candidates)), m_first(first), m_count(count)
 {
 }
@@ -79,9 +78,8 @@ double Search::limitOf(const std::vector<Contender>& contenders)
 void Search::dropBeaten(std::vector<Contender>& contenders)
 {
     const double limit = limitOf(contenders);
-    std::erase_if(contenders, [limit](const Contender& contender) {
-        return contender.bounds.low > limit;
-    });
+    std::erase_if(contenders,
+                  [limit](const Contender& contender) { return contender.bounds.low > limit; });
 }
 
 /// Widths of the first joints whose combinations are exactly `size`; none where `block` is no whole
@@ -153,8 +151,9 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     const auto start = std::chrono::steady_clock::now();
     const std::uint64_t block = m_first + m_tested;
     const std::uint64_t size = nextBlock();
-    const std::uint64_t chunkSize = std::max(
-        kFewestInChunk, size / (kChunksPerThread * static_cast<std::uint64_t>(std::max(1, threads))));
+    const std::uint64_t chunkSize =
+        std::max(kFewestInChunk,
+                 size / (kChunksPerThread * static_cast<std::uint64_t>(std::max(1, threads))));
     const int chunks = static_cast<int>((size + chunkSize - 1) / chunkSize);
     const std::vector<std::uint64_t> digits = digitsOf(block, size);
     std::vector<std::vector<Contender>> found(static_cast<std::size_t>(chunks));
@@ -202,10 +201,9 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
 /// Lets the literal kernel decide between the contenders; keeps the best.
 void Search::resolve()
 {
-    std::sort(m_contenders.begin(), m_contenders.end(),
-              [](const Contender& a, const Contender& b) {
-                  return a.entry.number < b.entry.number;
-              });
+    std::sort(m_contenders.begin(), m_contenders.end(), [](const Contender& a, const Contender& b) {
+        return a.entry.number < b.entry.number;
+    });
     if (m_evaluators.empty())
         m_evaluators.push_back(std::make_unique<Evaluator>(m_task));
     m_ranking = {};
@@ -244,8 +242,8 @@ Result<SearchPart> mergeParts(std::vector<SearchPart> parts)
     for (const SearchPart& part : parts) {
         if (part.first != whole.first + whole.tested)
             return Error{"the parts do not follow each other: " +
-                             std::to_string(whole.first + whole.tested) + " should come next, not " +
-                             std::to_string(part.first),
+                             std::to_string(whole.first + whole.tested) +
+                             " should come next, not " + std::to_string(part.first),
                          ""};
         whole.tested += part.tested;
         for (const Ranked& entry : part.best)

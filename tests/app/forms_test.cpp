@@ -5,8 +5,9 @@
 #include "model/project.h"
 
 #include <cmath>
-#include <gtest/gtest.h>
 #include <map>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -45,8 +46,8 @@ TEST(OptionsForm, UnitsConvertWhatIsShown)
 TEST(OptionsForm, TemperaturesAreClampedWithTheirSign)
 {
     const std::tuple<const char*, bool, const char*, float> cases[] = {
-        {"60", true, "50", 50},     {"-30,5", true, "-20", -20}, {"-7.5", true, "-7.5", -7.5F},
-        {"140", false, "122", 50},  {"69.8", false, "69.8", 21}, {"-13", false, "-4", -20},
+        {"60", true, "50", 50},    {"-30,5", true, "-20", -20}, {"-7.5", true, "-7.5", -7.5F},
+        {"140", false, "122", 50}, {"69.8", false, "69.8", 21}, {"-13", false, "-4", -20},
         {"word", true, "0", 0}};
     for (const auto& [typed, celsius, shown, stored] : cases) {
         SCOPED_TRACE(typed);
@@ -119,7 +120,10 @@ TEST(AreaEntries, TheOthersFollow)
         {"start x moves all", AreaEntry::X1, "6", true, {6, 1.7F, 21, 1.7F, 0, 15}},
         {"angle moves the end", AreaEntry::Angle, "90", true, {5, 1.7F, 5, 16.7F, 90, 15}},
         {"length moves the end", AreaEntry::Length, "2.5", true, {5, 1.7F, 7.5F, 1.7F, 0, 2.5F}},
-        {"feet: rounded in feet", AreaEntry::Angle, "90", false,
+        {"feet: rounded in feet",
+         AreaEntry::Angle,
+         "90",
+         false,
          {5, 1.7F, 16.4F * 0.3048F, 54.79F * 0.3048F, 90, 15}},
         {"no number", AreaEntry::Length, "-", true, {5, 1.7F, 5, 1.7F, 0, 0}},
     };

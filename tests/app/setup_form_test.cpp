@@ -1,8 +1,8 @@
 #include "app/setup_form.h"
-
 #include "model/project.h"
 
 #include <functional>
+
 #include <gtest/gtest.h>
 
 namespace orva {
@@ -77,15 +77,15 @@ TEST(SetupForm, EditsTravelThroughTheLists)
     const EditCase cases[] = {
         {"nothing", 0, true, [](SetupForm& form) { form.UpdateSetupLists(-2); }, kNewStandard,
          "12 6 6 0", ""},
-        {"a type on top, still allowed", 0, true, type(0, 1), "T0S0S1T1S1T2S2T2S3T4T5T",
-         "12 5 7 0", ""},
+        {"a type on top, still allowed", 0, true, type(0, 1), "T0S0S1T1S1T2S2T2S3T4T5T", "12 5 7 0",
+         ""},
         {"a small angle snaps to the first", 0, true, type(2, 1), "S0S0T3T1S1T2S2T2S3T4T5T",
          "12 5 7 0", ""},
         {"a large angle snaps to the last", 0, true, type(10, 0), "S0S0S1T1S1T2S2T2S3T3S3T",
          "12 7 5 0", ""},
         {"a type to bass", 0, true, type(0, 2), "F0S0S1T1S1T2S2T2S3T4T5T", "11 5 6 1", ""},
-        {"counts of kinds follow the types", 0, true,
-         [](SetupForm& form) { form.chooseNumGer(3); }, kNewStandard, "12 6 6 0", ""},
+        {"counts of kinds follow the types", 0, true, [](SetupForm& form) { form.chooseNumGer(3); },
+         kNewStandard, "12 6 6 0", ""},
         {"two more", 0, true, midHigh(14), "S0S0S1T1S1T2S2T2S3T4T5T3T3S", "14 7 7 0", ""},
         {"fewer", 0, true, midHigh(2), "S0S", "2 2 0 0", ""},
         {"a single box", 0, true, midHigh(1), "S", "1 1 0 0", ""},

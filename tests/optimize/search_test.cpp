@@ -1,14 +1,14 @@
-#include "optimize/quick_search.h"
-
 #include "engine/speaker_data_text.h"
 #include "model/project.h"
+#include "optimize/quick_search.h"
 
 #include <cmath>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <sstream>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -52,7 +52,7 @@ Scene randomScene(Random& random, Measure measure, bool pinMode, BandSpan bands)
     auto task = std::make_shared<SearchTask>();
     task->array = array;
     const auto length = static_cast<float>(uniform(3, 20));
-    task->area = {static_cast<float>(uniform(3, 12)), 1.7F, 0, 0,
+    task->area = {static_cast<float>(uniform(3, 12)), 1.7F,  0, 0,
                   static_cast<float>(uniform(0, 20)), length};
     task->target = {0, length, uniform(-0.5, 0), uniform(95, 110)};
     task->measure = measure;
@@ -61,10 +61,9 @@ Scene randomScene(Random& random, Measure measure, bool pinMode, BandSpan bands)
     task->speakerData = SelectSpeakerData({kData, kData}, kStandardSystem);
     task->air = airAt(21);
     task->amplitudeError = kSearchPrecision.amplitudeError;
-    task->kernel = std::make_shared<FastKernel>(
-        DirectivityTable::make(kData, kSearchPrecision),
-        RadialTable::make(task->air, kSearchPrecision),
-        std::make_unique<LiteralKernel>(kData, task->air));
+    task->kernel = std::make_shared<FastKernel>(DirectivityTable::make(kData, kSearchPrecision),
+                                                RadialTable::make(task->air, kSearchPrecision),
+                                                std::make_unique<LiteralKernel>(kData, task->air));
     scene.task = task;
     return scene;
 }
@@ -81,14 +80,13 @@ Ranking literalRanking(const Scene& scene, const CandidateSet& candidates, std::
         LineArray array = task.array;
         array.GBSetAllAngle(candidates.anglesOf(number));
         array.GFACalcCOM();
-        std::vector<float> levels = LineSPL(kernel, task.speakerData.BandLevel, array, segment,
-                                            task.choice, task.points);
+        std::vector<float> levels =
+            LineSPL(kernel, task.speakerData.BandLevel, array, segment, task.choice, task.points);
         levels.resize(static_cast<std::size_t>(task.points));
         const double step = task.target.lengthM / (task.points - 1) * task.target.slopeDbPerM;
-        const double rms =
-            task.measure == Measure::FitToLine
-                ? RmsToFitLine(levels, fitReference(task.target, task.points))
-                : RmsSmooth(levels, step);
+        const double rms = task.measure == Measure::FitToLine
+                               ? RmsToFitLine(levels, fitReference(task.target, task.points))
+                               : RmsSmooth(levels, step);
         ranking.add({array.GIAGetAllAngle(), rms, number});
         if (number == 0)
             for (int i = 0; i < 2; ++i)
@@ -134,15 +132,13 @@ TEST(Search, PartsAndPausesChangeNothing)
     const std::uint64_t count = *candidates.NumConfigs();
     ASSERT_GT(count, 20U);
     std::vector<SearchPart> parts;
-    for (const auto& [first, end] : {std::pair<std::uint64_t, std::uint64_t>{count / 2, count},
-                                     {0, 3},
-                                     {3, count / 2}}) {
+    for (const auto& [first, end] :
+         {std::pair<std::uint64_t, std::uint64_t>{count / 2, count}, {0, 3}, {3, count / 2}}) {
         Search search(scene.task, candidates, first, end - first);
         int asked = 0;
         while (!search.finished()) {
             search.advance(2, [&] { return ++asked % 5 == 0; }); // stopped again and again
-            expectSame(search.ranking(),
-                       literalRanking(scene, candidates, first, search.tested()));
+            expectSame(search.ranking(), literalRanking(scene, candidates, first, search.tested()));
         }
         parts.push_back({first, search.tested(), search.ranking().best()});
     }

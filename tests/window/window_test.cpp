@@ -9,8 +9,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <gtest/gtest.h>
 #include <map>
+
+#include <gtest/gtest.h>
 
 namespace orva::ui {
 namespace {

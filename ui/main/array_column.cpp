@@ -86,7 +86,10 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     showTexts();
 }
 
-int ArrayColumn::rowHeight() const { return std::max(1, cmbType.front()->sizeHint().height()); }
+int ArrayColumn::rowHeight() const
+{
+    return std::max(1, cmbType.front()->sizeHint().height());
+}
 
 void ArrayColumn::showTexts()
 {
@@ -129,8 +132,7 @@ void ArrayColumn::display()
 
 void ArrayColumn::updateScrollRange()
 {
-    const int hidden =
-        std::max(0, m_boxes->sizeHint().height() - m_area->viewport()->height());
+    const int hidden = std::max(0, m_boxes->sizeHint().height() - m_area->viewport()->height());
     VScroll1->setRange(0, (hidden + rowHeight() - 1) / rowHeight());
     for (QWidget* control : {static_cast<QWidget*>(VScroll1), static_cast<QWidget*>(spkUp_cmd),
                              static_cast<QWidget*>(spkDown_cmd)})

@@ -21,7 +21,10 @@ void Editor::setModified(bool modified)
     emit modifiedChanged();
 }
 
-void Editor::clearMap() { map = {}; }
+void Editor::clearMap()
+{
+    map = {};
+}
 
 void Editor::updateArray()
 {

@@ -105,6 +105,9 @@ void MainWindow::makeMenus()
     command(
         file, "mnuSave", 101, [this] { m_commands->Save(); }, QKeySequence("Ctrl+S"));
     command(file, "mnuSaveAs", 102, [this] { m_commands->SaveAs(); });
+    separator(file, "mnuSep1");
+    command(
+        file, "mnuPrint", 104, [this] { createPrintVersion(); }, QKeySequence("Ctrl+P"));
     separator(file, "mnuSep3");
     for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
         mnuMRU[i] = file->addAction(m_session.text(105));
@@ -204,6 +207,14 @@ void MainWindow::calculator()
     m_calculator->show();
     m_calculator->raise();
     m_calculator->activateWindow();
+}
+
+void MainWindow::createPrintVersion()
+{
+    Main_SSTab->setCurrentIndex(RiggingTab);
+    const QWidget* view = findChild<QWidget*>("Rigging_pbx");
+    m_commands->SaveRTFFile(static_cast<double>(std::max(1, view->width())) /
+                            std::max(1, view->height()));
 }
 
 void MainWindow::exit()

@@ -38,6 +38,7 @@ private:
     void showRecentFiles();
 
     void autoAim();
+    void createPrintVersion();
     void exit();
     void generalOptions();
     void displayFont();

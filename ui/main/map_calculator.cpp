@@ -15,7 +15,10 @@ namespace {
 constexpr int kShowAfterMs = 100; ///< shorter stages would only flash
 constexpr int kPollMs = 30;
 
-int cores() { return std::max(1, QThread::idealThreadCount()); }
+int cores()
+{
+    return std::max(1, QThread::idealThreadCount());
+}
 
 /// The wait cursor, as long as it lives.
 struct BusyPointer {
@@ -53,8 +56,8 @@ bool MapCalculator::prepareGrid()
         cellW = std::max(cellW, resolution);
         cellH = std::max(cellH, resolution);
     }
-    const std::optional<MapGrid> grid = PrepareMapGrid(
-        m_editor.room(), static_cast<float>(cellW), static_cast<float>(cellH));
+    const std::optional<MapGrid> grid =
+        PrepareMapGrid(m_editor.room(), static_cast<float>(cellW), static_cast<float>(cellH));
     m_editor.clearMap();
     if (!grid)
         return false;

@@ -19,7 +19,10 @@ constexpr double kShortestFitLine = 2;
 constexpr double kCurveMargins = 70; ///< pixels beside the curve
 constexpr Colour kGreen = 0x00C000;
 
-int cores() { return std::max(1, QThread::idealThreadCount()); }
+int cores()
+{
+    return std::max(1, QThread::idealThreadCount());
+}
 
 QString decibels(double rms, const char* unit = "dB")
 {
@@ -35,7 +38,8 @@ void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
     const double end = std::max(1.0, views.AreaSpl_pbx->width() - kCurveMargins);
     const std::optional<JointRange> aiming =
         GetAreaSpeakers(editor.room(), editor.array(), editor.SelectedArea);
-    if (editor.fitLine && std::abs(editor.fitLine->second.x - editor.fitLine->first.x) < kShortestFitLine)
+    if (editor.fitLine &&
+        std::abs(editor.fitLine->second.x - editor.fitLine->first.x) < kShortestFitLine)
         editor.fitLine.reset();
     if (!aiming) {
         showMessage(window, editor.session.text(251));
@@ -63,7 +67,11 @@ void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
 
 OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aiming,
                                const FitLineTarget& target, QWidget* window)
-    : QDialog(window), m_editor(editor), m_views(views), AreaSpkRange(aiming), m_target(target),
+    : QDialog(window),
+      m_editor(editor),
+      m_views(views),
+      AreaSpkRange(aiming),
+      m_target(target),
       m_area(*editor.room().GFAGetAudienceAreaSelect(editor.SelectedArea)),
       m_original(editor.array())
 {
@@ -80,7 +88,10 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
     move(m_views.Main_pbx->mapToGlobal(QPoint(3, 40)));
 }
 
-OptimizeDialog::~OptimizeDialog() { stopSearch(); }
+OptimizeDialog::~OptimizeDialog()
+{
+    stopSearch();
+}
 
 QWidget* OptimizeDialog::settingsFrame()
 {
@@ -286,8 +297,8 @@ void OptimizeDialog::showProgress()
     lblComp->setText(qtText(plainText(100 * share, 1)) + "%");
     lblBestRMS->setText(tested > 0 ? decibels(m_best) : QString("_"));
     const bool running = m_form.state() == SearchForm::State::Running;
-    lblConfigNum->setText(QString::number(running && m_searching ? tested + 1
-                                                                 : std::max<std::uint64_t>(1, tested)));
+    lblConfigNum->setText(
+        QString::number(running && m_searching ? tested + 1 : std::max<std::uint64_t>(1, tested)));
     if (running && m_searching && m_search)
         lblCurrentRMS->setText(decibels(m_search->lastMeasure()));
     if (running && tested > m_testedBefore) {
@@ -295,8 +306,9 @@ void OptimizeDialog::showProgress()
                             (count - static_cast<double>(tested)) /
                             static_cast<double>(tested - m_testedBefore);
         const auto seconds = static_cast<qint64>(std::min(left, 1e9));
-        lblComp->setToolTip(m_editor.session.text(1007) +
-                            QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
+        lblComp->setToolTip(
+            m_editor.session.text(1007) +
+            QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
     }
 }
 
@@ -318,10 +330,10 @@ void OptimizeDialog::beginOrPause()
     }
     const bool first = m_form.state() == SearchForm::State::Ready;
     if (first) {
-        const auto task = searchTask(
-            m_editor.session.state, m_editor.SelectedArea, m_target,
-            optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea, m_points,
-            m_editor.levels.choice());
+        const auto task =
+            searchTask(m_editor.session.state, m_editor.SelectedArea, m_target,
+                       optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea,
+                       m_points, m_editor.levels.choice());
         m_search = std::make_unique<Search>(task, *m_candidates, 0, *m_candidates->NumConfigs());
     }
     m_form.begin();
@@ -397,13 +409,13 @@ void OptimizeDialog::listTopConfigs()
     cmbConfigs->addItem("4" + session.text(227));
     if (m_quick && !m_quick->ranking.best().empty()) {
         const Ranked& best = m_quick->ranking.best().front();
-        const bool proved = m_quick->proved || (m_search->finished() && best.rms <= m_results[0].rms);
+        const bool proved =
+            m_quick->proved || (m_search->finished() && best.rms <= m_results[0].rms);
         cmbConfigs->addItem("5: " + session.text(1022) + ": " + session.text(170) + " " +
                             decibels(best.rms, unit));
-        lblQuick->setText(session.text(1018)
-                              .arg(decibels(best.rms, unit))
-                              .arg(m_quick->evaluations) +
-                          ", " + session.text(proved ? 1021 : 1020));
+        lblQuick->setText(
+            session.text(1018).arg(decibels(best.rms, unit)).arg(m_quick->evaluations) + ", " +
+            session.text(proved ? 1021 : 1020));
         m_results.resize(4);
         m_results[3].angles = m_original.GIAGetAllAngle();
         m_results.push_back(best);

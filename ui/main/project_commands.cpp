@@ -1,6 +1,7 @@
 #include "main/project_commands.h"
 
 #include "app/file_access.h"
+#include "app/report_file.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -16,7 +17,21 @@ namespace {
 const QStringList kProjectFilters = {"ORVA Project Data Files (*.lad)", "All Files (*.*)"};
 const QStringList kSpeakerDataFilters = {"ARDA ASCII speaker data file (*.xhn)", "All Files (*.*)"};
 
-QString localPath(const std::string& path) { return QString::fromStdString(path); }
+const QStringList kReportFilters = {"RTF Files (*.rtf)", "All Files (*.*)"};
+
+/// Writes a file, but not over one that is write-protected.
+Result<Done> written(const QString& target, const std::string& bytes)
+{
+    const QFileInfo info(target);
+    if (info.exists() && !info.isWritable())
+        return Error{"the file is write-protected", target.toStdString()};
+    return writeFile(target.toStdString(), bytes);
+}
+
+QString localPath(const std::string& path)
+{
+    return QString::fromStdString(path);
+}
 
 /// A message with the reason below it.
 void showFailure(QWidget* window, const QString& text, const QString& title, const Error& error)
@@ -88,7 +103,10 @@ void ProjectCommands::OpenRecent(const std::string& path)
     guarded([this, path] { LoadFile(false, path); });
 }
 
-void ProjectCommands::Save() { SaveFile(m_editor.ProjectFile.empty()); }
+void ProjectCommands::Save()
+{
+    SaveFile(m_editor.ProjectFile.empty());
+}
 
 void ProjectCommands::SaveAs()
 {
@@ -98,17 +116,18 @@ void ProjectCommands::SaveAs()
         m_editor.setModified(modified);
 }
 
-std::optional<QString> ProjectCommands::chosenFile(bool toSave, int titleText,
+std::optional<QString> ProjectCommands::chosenFile(const QString& toSave, int titleText,
                                                    const QStringList& filters,
                                                    const QString& proposed)
 {
     QFileDialog dialog(m_window, m_editor.session.text(titleText));
-    dialog.setAcceptMode(toSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    const bool saves = !toSave.isEmpty();
+    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     // A file that is missing is ours to report.
-    dialog.setFileMode(toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilters(filters);
-    if (toSave)
-        dialog.setDefaultSuffix("lad");
+    if (saves)
+        dialog.setDefaultSuffix(toSave);
     if (!m_editor.ProjectFile.empty())
         dialog.setDirectory(QFileInfo(localPath(m_editor.ProjectFile)).absolutePath());
     dialog.selectFile(proposed);
@@ -128,18 +147,14 @@ bool ProjectCommands::SaveFile(bool saveAs)
     }
     QString target = localPath(m_editor.ProjectFile);
     if (saveAs) {
-        const QString name = qtText(m_editor.room().GSGetProjectName()).trimmed();
+        const QString name = trimmedProjectName();
         const auto chosen =
-            chosenFile(true, 205, kProjectFilters, name.isEmpty() ? QString() : name + ".lad");
+            chosenFile("lad", 205, kProjectFilters, name.isEmpty() ? QString() : name + ".lad");
         if (!chosen)
             return false;
         target = *chosen;
     }
-    const QFileInfo info(target);
-    const Result<Done> saved =
-        info.exists() && !info.isWritable()
-            ? Result<Done>(Error{"the file is write-protected", target.toStdString()})
-            : saveProject(session.state, target.toStdString());
+    const Result<Done> saved = written(target, projectBytes(session.state));
     if (!saved) {
         showFailure(m_window, session.text(207), kProgramTitle, saved.error());
         return false;
@@ -156,7 +171,7 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
     Session& session = m_editor.session;
     QString name = localPath(fileName);
     if (useDialog) {
-        const auto chosen = chosenFile(false, 208, kProjectFilters, {});
+        const auto chosen = chosenFile({}, 208, kProjectFilters, {});
         if (!chosen)
             return;
         name = *chosen;
@@ -180,7 +195,7 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
 void ProjectCommands::LoadData()
 {
     Session& session = m_editor.session;
-    const auto chosen = chosenFile(false, 201, kSpeakerDataFilters, {});
+    const auto chosen = chosenFile({}, 201, kSpeakerDataFilters, {});
     if (!chosen)
         return;
     const std::string file = chosen->toStdString();
@@ -197,14 +212,39 @@ void ProjectCommands::LoadData()
 
 void ProjectCommands::Help()
 {
-    const QString file =
-        QDir(QString::fromStdString(m_editor.session.programFolder.string())).filePath("ORVA-help.pdf");
+    const QString file = QDir(QString::fromStdString(m_editor.session.programFolder.string()))
+                             .filePath("ORVA-help.pdf");
     if (!QFileInfo::exists(file)) {
         showMessage(m_window, m_editor.session.text(200));
         return;
     }
+    openOutside(file);
+}
+
+void ProjectCommands::openOutside(const QString& file)
+{
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file)))
         showMessage(m_window, m_editor.session.text(1016).arg(file));
+}
+
+QString ProjectCommands::trimmedProjectName() const
+{
+    return qtText(m_editor.room().GSGetProjectName()).trimmed();
+}
+
+void ProjectCommands::SaveRTFFile(double aspect)
+{
+    const Session& session = m_editor.session;
+    const auto chosen = chosenFile("rtf", 204, kReportFilters, trimmedProjectName() + ".rtf");
+    if (!chosen)
+        return;
+    const Result<std::string> report = rtfReportOf(session.state, session.drawingOptions(), aspect);
+    const Result<Done> saved = report ? written(*chosen, *report) : Result<Done>(report.error());
+    if (!saved) {
+        showFailure(m_window, session.text(221), kProgramTitle, saved.error());
+        return;
+    }
+    openOutside(*chosen);
 }
 
 } // namespace orva::ui

@@ -24,6 +24,8 @@ public:
     /// question has a Cancel button.
     bool mayClose(bool mayCancel);
 
+    /// Writes the report and opens it; `aspect` is the shape of its rigging picture.
+    void SaveRTFFile(double aspect);
     /// Imports directivity data until the next system selection.
     void LoadData();
     void Help();
@@ -41,8 +43,11 @@ private:
 
     bool SaveFile(bool saveAs);
     void LoadFile(bool useDialog, const std::string& fileName);
-    std::optional<QString> chosenFile(bool toSave, int titleText, const QStringList& filters,
-                                      const QString& proposed);
+    /// A file to open, or one with that extension to save to.
+    std::optional<QString> chosenFile(const QString& toSave, int titleText,
+                                      const QStringList& filters, const QString& proposed);
+    QString trimmedProjectName() const;
+    void openOutside(const QString& file);
 
     Editor& m_editor;
     QWidget* m_window;

@@ -12,7 +12,10 @@ namespace orva::ui {
 
 namespace {
 
-QString trimmed(const std::string& padded) { return qtText(padded).trimmed(); }
+QString trimmed(const std::string& padded)
+{
+    return qtText(padded).trimmed();
+}
 
 } // namespace
 
@@ -157,7 +160,7 @@ QWidget* RoomPage::areasFrame()
         });
     });
 
-    const char* const names[] = {"txtXone", "txtYone", "txtXtwo",
+    const char* const names[] = {"txtXone", "txtYone",  "txtXtwo",
                                  "txtYtwo", "txtAngle", "txtLength"};
     const char* const labels[] = {"lblXone", "lblYone", "lblXtwo", "lblYtwo", "lblAAng", "lblLen"};
     for (int i = 0; i < Room::kAreas; ++i) {

@@ -12,7 +12,10 @@ namespace orva::ui {
 
 namespace {
 
-QString oneDecimal(double degrees) { return qtText(plainText(degrees, 1)); }
+QString oneDecimal(double degrees)
+{
+    return qtText(plainText(degrees, 1));
+}
 
 } // namespace
 
@@ -160,9 +163,7 @@ void SetupPage::addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineAr
                 (array.*set)(point);
             });
         },
-        [this, element, get] {
-            return static_cast<double>((m_editor.array().*get)()[element]);
-        });
+        [this, element, get] { return static_cast<double>((m_editor.array().*get)()[element]); });
 }
 
 QWidget* SetupPage::pointsFrame()
@@ -306,18 +307,17 @@ void SetupPage::displayMounting()
     const bool known = !array.fault();
     const std::int16_t pin = static_cast<std::int16_t>(setup.PinNumber_cmb.number() - 1);
     const bool exists = pin >= 0 && pin < array.system().cradle.pinCount();
-    PinAngle_lbl->setText(known && exists ? oneDecimal(array.GFAngleFromPin(pin)) +
-                                                m_editor.session.text(13)
-                                          : QString());
+    PinAngle_lbl->setText(known && exists
+                              ? oneDecimal(array.GFAngleFromPin(pin)) + m_editor.session.text(13)
+                              : QString());
     AnglePin_lbl->setText(known ? QString::number(array.GIPinPoint() + 1) : QString());
     RemAng_lbl->setText(known ? oneDecimal(array.GFPinPointRemainder()) : QString());
 
     PinNumber_cmb->setVisible(pinShown);
     Label10->setVisible(pinShown);
     PinAngle_lbl->setVisible(pinShown);
-    for (QWidget* control :
-         {static_cast<QWidget*>(box1_lbl), static_cast<QWidget*>(box1Angle_txt),
-          static_cast<QWidget*>(lblAngleMeas)})
+    for (QWidget* control : {static_cast<QWidget*>(box1_lbl), static_cast<QWidget*>(box1Angle_txt),
+                             static_cast<QWidget*>(lblAngleMeas)})
         control->setVisible(!pinShown);
     for (QWidget* control : {Label12, AnglePin_lbl, Label11, RemAng_lbl})
         control->setVisible(!pinShown && !setup.stacked);

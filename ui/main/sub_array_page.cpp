@@ -25,9 +25,8 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
         OpenAng_txt,
         [this](const QString& text) {
             const double angle = openingAngle(ParseDecimalText(text.toStdString()));
-            m_editor.editSubArray([&](SubArray& subArray) {
-                subArray.openingAngleDeg = static_cast<float>(angle);
-            });
+            m_editor.editSubArray(
+                [&](SubArray& subArray) { subArray.openingAngleDeg = static_cast<float>(angle); });
         },
         [this] { return qtText(plainText(m_editor.session.state.subArray.openingAngleDeg, 2)); });
     lblSubDist = named<QLabel>("lblSubDist", fraSubArray);
@@ -62,9 +61,8 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
             SubArray_txt[at],
             [this, at](const QString& text) {
                 const double metres = typedLength(text.toStdString(), m_editor.inMetres());
-                m_editor.editSubArray([&](SubArray& subArray) {
-                    subArray.SubPos[at] = static_cast<float>(metres);
-                });
+                m_editor.editSubArray(
+                    [&](SubArray& subArray) { subArray.SubPos[at] = static_cast<float>(metres); });
             },
             [this, at] {
                 return qtText(plainText(m_editor.session.state.subArray.SubPos[at] * lengthFactor(),
@@ -92,8 +90,8 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
 
 SubArrayFigures SubArrayPage::figures() const
 {
-    return subArrayFigures(m_editor.session.state.subArray,
-                           m_editor.session.state.air.SpeedOfSound, lengthFactor());
+    return subArrayFigures(m_editor.session.state.subArray, m_editor.session.state.air.SpeedOfSound,
+                           lengthFactor());
 }
 
 double SubArrayPage::lengthFactor() const

@@ -190,8 +190,8 @@ void ViewPanel::drawCurve(DrawingSurface& surface)
     AreaSpl_pbx->setAccessibleDescription(
         m_editor.session.text(238) + QString::number(number) + ", " + m_editor.session.text(239) +
         " " + qtText(fixedText(levels[curve.levels.size()], 1)) + "dB, " +
-        m_editor.session.text(240) + " " +
-        qtText(fixedText(levels[curve.levels.size() + 1], 1)) + "dB");
+        m_editor.session.text(240) + " " + qtText(fixedText(levels[curve.levels.size() + 1], 1)) +
+        "dB");
 }
 
 void ViewPanel::markArea(QPointF position)
@@ -221,8 +221,8 @@ void ViewPanel::connectFitLine()
                 if (button == Qt::RightButton)
                     m_editor.fitLine.reset();
                 else if (button == Qt::LeftButton && drawing())
-                    m_editor.fitLine = FitLine{AreaSpl_pbx->userPoint(position),
-                                               AreaSpl_pbx->userPoint(position)};
+                    m_editor.fitLine =
+                        FitLine{AreaSpl_pbx->userPoint(position), AreaSpl_pbx->userPoint(position)};
                 AreaSpl_pbx->redraw();
             });
     connect(AreaSpl_pbx, &DrawingWidget::moved, this,

@@ -93,7 +93,8 @@ QGroupBox* OptionsDialog::temperatureFrame()
 {
     auto* frame = named<QGroupBox>("fraTemp", this);
     pair("optTempUnit", optTempUnit, frame, [this](bool first) { m_form.chooseCelsius(first); });
-    txtTemp = entry("txtTemp", m_form.temperature, [this] { m_form.validateTemperature(); }, frame);
+    txtTemp = entry(
+        "txtTemp", m_form.temperature, [this] { m_form.validateTemperature(); }, frame);
     auto* layout = new QHBoxLayout(frame);
     layout->addWidget(txtTemp);
     layout->addWidget(optTempUnit[0]);
@@ -106,8 +107,8 @@ QGroupBox* OptionsDialog::splFrame()
 {
     auto* frame = named<QGroupBox>("Frame3", this);
     Label2 = named<QLabel>("Label2", frame);
-    SPLRes_txt =
-        entry("SPLRes_txt", m_form.resolution, [this] { m_form.validateResolution(); }, frame);
+    SPLRes_txt = entry(
+        "SPLRes_txt", m_form.resolution, [this] { m_form.validateResolution(); }, frame);
     Label2->setBuddy(SPLRes_txt);
     lblUnits[3] = named<QLabel>("lblUnits(3)", frame);
     pixelRes_chk = named<QCheckBox>("pixelRes_chk", frame);

@@ -7,7 +7,10 @@
 
 /// The pictures lie in a library, which does not bring them in by itself. Not in a namespace: the
 /// macro declares a function of the global one.
-static void usePictures() { Q_INIT_RESOURCE(pictures); }
+static void usePictures()
+{
+    Q_INIT_RESOURCE(pictures);
+}
 
 namespace orva::ui {
 

@@ -19,8 +19,9 @@ constexpr std::string_view kLanguageSection = "MultiLang";
 /// What the language calls itself.
 QString GetLocaleLanguageName(Language language)
 {
-    return language == Language::German ? QLocale(QLocale::German).nativeLanguageName()
-                                        : QLocale(QLocale::English, QLocale::World).nativeLanguageName();
+    return language == Language::German
+               ? QLocale(QLocale::German).nativeLanguageName()
+               : QLocale(QLocale::English, QLocale::World).nativeLanguageName();
 }
 
 /// Programs that show what the machine is made of, with their arguments.
@@ -148,8 +149,7 @@ void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
     SettingsStore& store = session.store;
     if (startup) {
         const std::string stored = store.value(kLanguageSection, "LangId").value_or("");
-        session.ChangeLanguage(static_cast<std::int32_t>(
-            std::min(leadingNumber(stored), 1e9)));
+        session.ChangeLanguage(static_cast<std::int32_t>(std::min(leadingNumber(stored), 1e9)));
     }
     const bool asked = store.value(kLanguageSection, "ShowDialog") != "False";
     if (startup && !asked)
@@ -160,8 +160,8 @@ void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
     store.setValue(kLanguageSection, "LangId", std::to_string(id));
     store.setValue(kLanguageSection, "LangName", MlLanguageName(id));
     // An answer counts only when the dialog was left with OK.
-    const bool show = dialog.result() == QDialog::Accepted ? dialog.chkShowOnStartup->isChecked()
-                                                           : asked;
+    const bool show =
+        dialog.result() == QDialog::Accepted ? dialog.chkShowOnStartup->isChecked() : asked;
     store.setValue(kLanguageSection, "ShowDialog", show ? "True" : "False");
 }
 

@@ -17,7 +17,8 @@ constexpr int kCloseTick = 4;
 
 SplashScreen::SplashScreen(Session& session)
     : QDialog(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      m_session(session), m_loaded(std::make_unique<StartData>())
+      m_session(session),
+      m_loaded(std::make_unique<StartData>())
 {
     setObjectName("frmSplashScreen");
     setWindowIcon(programIcon());

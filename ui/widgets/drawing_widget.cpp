@@ -91,6 +91,9 @@ void DrawingWidget::mouseReleaseEvent(QMouseEvent* event)
     emit released(event->position(), event->button());
 }
 
-void DrawingWidget::leaveEvent(QEvent*) { emit left(); }
+void DrawingWidget::leaveEvent(QEvent*)
+{
+    emit left();
+}
 
 } // namespace orva::ui

@@ -20,7 +20,10 @@ Session::Session(SettingsStore& settingsStore, std::filesystem::path folder)
 {
 }
 
-std::string_view Session::MlText(int id) const { return MlGetString(state.gLanguageId, id); }
+std::string_view Session::MlText(int id) const
+{
+    return MlGetString(state.gLanguageId, id);
+}
 
 TextOptions Session::textOptions() const
 {

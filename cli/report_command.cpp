@@ -1,0 +1,39 @@
+#include "app/report_file.h"
+#include "cli/prediction.h"
+
+#include <memory>
+
+namespace orva {
+
+namespace {
+
+struct Options : ProjectOptions {
+    std::string outFile;
+};
+
+Result<Done> writeReport(const Options& options, const Console&)
+{
+    constexpr double kAspect = 16.0 / 9;
+    const Result<ApplicationState> state = openForCalculation(options.file);
+    if (!state)
+        return state.error();
+    const Result<std::string> report = rtfReportOf(*state, options.common.drawing(), kAspect);
+    if (!report)
+        return report.error();
+    return writeFile(options.outFile, *report);
+}
+
+} // namespace
+
+void addReportCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand("report", "write the report as an RTF document");
+    const auto options = std::make_shared<Options>();
+    addProjectOptions(*command, *options);
+    command->add_option("out", options->outFile, "the document")->required()->type_name("OUT.rtf");
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return writeReport(*options, console); };
+    });
+}
+
+} // namespace orva

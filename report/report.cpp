@@ -1,0 +1,113 @@
+#include "report/report.h"
+
+#include "lang/string_table.h"
+#include "report/rtf_document.h"
+
+#include <cmath>
+
+namespace orva {
+
+namespace {
+
+constexpr int kCellBesidePicture = 567;
+
+void writePictures(RtfDocument& document, const std::vector<ReportPicture>& pictures)
+{
+    const std::optional<PictureGrid> grid = pictureGrid(pictures.size());
+    if (!grid)
+        return;
+    const auto columns = static_cast<std::size_t>(grid->columns);
+    for (std::size_t first = 0; first < pictures.size(); first += columns) {
+        const auto row =
+            std::span(pictures).subspan(first, std::min(columns, pictures.size() - first));
+        std::vector<PictureGrid> sizes;
+        std::vector<int> widths;
+        for (const ReportPicture& picture : row) {
+            const PixelSize pixels = pngSize(picture.png);
+            sizes.push_back(fitted(*grid, pixels.width, pixels.height));
+            widths.push_back(sizes.back().width + kCellBesidePicture);
+        }
+        document.beginRow(widths);
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            document.insertPicture({row[i].png, sizes[i].width, sizes[i].height});
+            document.insertText("\n\r" + row[i].caption + "\n\r\n\r");
+            document.endCell();
+        }
+        document.endRow();
+    }
+}
+
+} // namespace
+
+std::optional<PictureGrid> pictureGrid(std::size_t pictures)
+{
+    if (pictures < 1 || pictures > 12)
+        return std::nullopt;
+    if (pictures == 1)
+        return PictureGrid{1, 1, 9072, 5103};
+    if (pictures == 2)
+        return PictureGrid{1, 2, 9072, 5103};
+    if (pictures == 3)
+        return PictureGrid{1, 3, 9072, 3118};
+    if (pictures == 4)
+        return PictureGrid{2, 2, 3969, 5103};
+    if (pictures <= 6)
+        return PictureGrid{2, 3, 3969, 3118};
+    if (pictures <= 9)
+        return PictureGrid{3, 3, 2693, 3118};
+    return PictureGrid{3, 4, 2693, 2268};
+}
+
+PictureGrid fitted(PictureGrid grid, double widthPx, double heightPx)
+{
+    if (!(widthPx > 0 && heightPx > 0))
+        return grid;
+    const double shape = widthPx / heightPx;
+    const double cell = static_cast<double>(grid.width) / grid.height;
+    if (cell > shape)
+        grid.width = static_cast<int>(std::nearbyint(grid.height * shape));
+    else if (cell < shape)
+        grid.height = static_cast<int>(std::nearbyint(grid.width / shape));
+    return grid;
+}
+
+std::string rtfReport(std::span<const ReportSection> sections)
+{
+    RtfDocument document;
+    for (const ReportSection& section : sections) {
+        const auto useFont = [&] {
+            document.setFont(section.fontName, section.fontSizePt);
+            document.setColour(section.colour);
+        };
+        useFont();
+        document.insertText(section.text);
+        if (!section.pictures.empty()) {
+            document.insertText("\r");
+            writePictures(document, section.pictures);
+            useFont();
+        }
+        document.insertText("\n\r");
+    }
+    return document.bytes();
+}
+
+std::vector<ReportSection> reportSections(const LineArray& array, const std::string& version,
+                                          const std::string& created, std::string riggingPng,
+                                          const TextOptions& options)
+{
+    constexpr int kCreated = 1006;
+    constexpr int kRiggingDisplay = 1005;
+    constexpr int kSheetPt = 14;
+    const auto text = [&](int id) { return std::string(MlGetString(options.language, id)); };
+    ReportSection title;
+    title.text = "ORVA " + version + ".\r" + text(kCreated) + created + "\r\r";
+    ReportSection drawing;
+    drawing.text = text(kRiggingDisplay);
+    drawing.pictures.push_back({std::move(riggingPng), ""});
+    ReportSection sheet;
+    sheet.text = array.GSGetPrintout(options);
+    sheet.fontSizePt = kSheetPt;
+    return {title, drawing, sheet};
+}
+
+} // namespace orva
