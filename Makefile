@@ -47,6 +47,12 @@ demo: all
 	$(CLI) levels examples/club.lad --averaging broadband --map-type continuous --a-weighted > demo/club-levels.json
 	$(CLI) map examples/theatre.lad --map-type continuous --a-weighted --csv demo/theatre-map.csv > demo/theatre-map.json
 	$(CLI) levels examples/theatre.lad --points 5 --averaging broadband --map-type continuous --a-weighted
+	$(CLI) optimize examples/theatre.lad --area 2 --averaging broadband --out demo/theatre-optimized.lad > demo/theatre-optimize.json
+	for sample in theatre club; do \
+	    $(CLI) report examples/$$sample.lad demo/$$sample.rtf && \
+	    $(CLI) report examples/$$sample.lad demo/$$sample-de.rtf --language de || exit 1; \
+	done
+	cp build/release/ORVA-help.pdf demo/
 	cat demo/theatre-map.json demo/theatre-rigging.txt
 	@echo "Everything that was calculated is in demo/."
 

@@ -126,6 +126,7 @@ int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmar
     report("search-angle-line-2t", ratio(false, Measure::FitToLine), "x literal");
     std::mt19937 random(1);
     std::vector<double> fractions;
+    fractions.reserve(20);
     for (int room = 0; room < 20; ++room)
         fractions.push_back(quickFraction(random));
     report("quick-evaluations", median(fractions), "of the exhaustive count");

@@ -37,6 +37,34 @@ void writePictures(RtfDocument& document, const std::vector<ReportPicture>& pict
     }
 }
 
+/// Blanks bring no columns in line in a proportional font: a tab does.
+void insertLines(RtfDocument& document, const ReportSection& section)
+{
+    if (section.columnTwips == 0) {
+        document.insertText(section.text);
+        return;
+    }
+    std::string_view text = section.text;
+    while (!text.empty()) {
+        std::string_view line = text.substr(0, text.find('\n') + 1);
+        if (line.empty())
+            line = text;
+        text.remove_prefix(line.size());
+        const std::size_t colon = line.find(" : ");
+        const std::size_t label = line.find_last_not_of(' ', colon);
+        if (colon == std::string_view::npos || label == std::string_view::npos ||
+            line.find('\t') != std::string_view::npos) {
+            document.insertText(line);
+            continue;
+        }
+        document.setTabStops({section.columnTwips});
+        document.insertText(line.substr(0, label + 1));
+        document.insertText("\t");
+        document.insertText(line.substr(colon + 1));
+        document.setTabStops(RtfDocument::defaultTabStops());
+    }
+}
+
 } // namespace
 
 std::optional<PictureGrid> pictureGrid(std::size_t pictures)
@@ -80,7 +108,7 @@ std::string rtfReport(std::span<const ReportSection> sections)
             document.setColour(section.colour);
         };
         useFont();
-        document.insertText(section.text);
+        insertLines(document, section);
         if (!section.pictures.empty()) {
             document.insertText("\r");
             writePictures(document, section.pictures);
@@ -98,6 +126,7 @@ std::vector<ReportSection> reportSections(const LineArray& array, const std::str
     constexpr int kCreated = 1006;
     constexpr int kRiggingDisplay = 1005;
     constexpr int kSheetPt = 14;
+    constexpr int kColonTwips = 3600;
     const auto text = [&](int id) { return std::string(MlGetString(options.language, id)); };
     ReportSection title;
     title.text = "ORVA " + version + ".\r" + text(kCreated) + created + "\r\r";
@@ -107,6 +136,7 @@ std::vector<ReportSection> reportSections(const LineArray& array, const std::str
     ReportSection sheet;
     sheet.text = array.GSGetPrintout(options);
     sheet.fontSizePt = kSheetPt;
+    sheet.columnTwips = kColonTwips;
     return {title, drawing, sheet};
 }
 

@@ -24,6 +24,8 @@ struct ReportSection {
     int fontSizePt = 10;
     std::uint32_t colour = 0; ///< 0x00BBGGRR
     std::vector<ReportPicture> pictures;
+    /// Where the colons of "label : value" lines stand, twips; 0: as the text has them.
+    int columnTwips = 0;
 };
 
 /// How so many pictures (1 to 12) are laid out: columns, rows, and the largest size of each in

@@ -85,6 +85,14 @@ void appendCharacter(std::string& to, std::string_view character)
     }
 }
 
+std::string paragraphStart(const std::vector<int>& tabStops)
+{
+    std::string start = "\\pard";
+    for (const int stop : tabStops)
+        start += "\\tx" + std::to_string(stop);
+    return start + " ";
+}
+
 template<typename Value>
 std::size_t indexIn(std::vector<Value>& list, const Value& value)
 {
@@ -101,6 +109,19 @@ void RtfDocument::setFont(const std::string& name, int sizePt)
 {
     m_body +=
         "\\f" + std::to_string(indexIn(m_fonts, name)) + "\\fs" + std::to_string(2 * sizePt) + " ";
+}
+
+void RtfDocument::setTabStops(const std::vector<int>& stops)
+{
+    m_body += paragraphStart(stops);
+}
+
+std::vector<int> RtfDocument::defaultTabStops()
+{
+    std::vector<int> stops(kTabStops);
+    for (std::size_t i = 0; i < stops.size(); ++i)
+        stops[i] = static_cast<int>(i + 1) * kTabDistance;
+    return stops;
 }
 
 void RtfDocument::setColour(std::uint32_t colour)
@@ -126,7 +147,6 @@ void RtfDocument::insertText(std::string_view text)
 
 void RtfDocument::beginRow(const std::vector<int>& cellWidths)
 {
-    m_inTable = true;
     m_body += "\\trowd\\trgaph0";
     int right = 0;
     for (const int width : cellWidths)
@@ -141,11 +161,8 @@ void RtfDocument::endCell()
 
 void RtfDocument::endRow()
 {
-    m_body += "\\row\n\\pard\\plain";
-    for (int stop = 1; stop <= kTabStops; ++stop)
-        m_body += "\\tx" + std::to_string(stop * kTabDistance);
-    m_body += " ";
-    m_inTable = false;
+    m_body += "\\row\n";
+    setTabStops(defaultTabStops());
 }
 
 void RtfDocument::insertPicture(const PlacedPicture& picture)
@@ -172,10 +189,7 @@ std::string RtfDocument::bytes() const
         "}\n\\paperw" + std::to_string(kPaperWidth) + "\\paperh" + std::to_string(kPaperHeight);
     for (const char* side : {"l", "r", "t", "b"})
         document += std::string("\\marg") + side + std::to_string(kMargin);
-    document += "\n\\pard\\plain";
-    for (int stop = 1; stop <= kTabStops; ++stop)
-        document += "\\tx" + std::to_string(stop * kTabDistance);
-    return document + " " + m_body + "}\n";
+    return document + "\n" + paragraphStart(defaultTabStops()) + m_body + "}\n";
 }
 
 PixelSize pngSize(std::string_view png)

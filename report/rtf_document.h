@@ -20,6 +20,9 @@ class RtfDocument {
 public:
     /// Font of the text that follows.
     void setFont(const std::string& name, int sizePt);
+    /// Where tabs of the current and the following lines lead; the default is every 2 cm.
+    void setTabStops(const std::vector<int>& stops);
+    static std::vector<int> defaultTabStops();
     /// Colour of the text that follows, 0x00BBGGRR.
     void setColour(std::uint32_t colour);
     /// Appends UTF-8. CR, LF and either of them followed by the other break the line; tabs go to
@@ -40,7 +43,6 @@ private:
     std::vector<std::string> m_fonts;
     std::vector<std::uint32_t> m_colours;
     std::string m_body;
-    bool m_inTable = false;
 };
 
 /// Width and height in pixels of a PNG; 0 and 0 for anything else.

@@ -1,5 +1,6 @@
 #include "lang/string_table.h"
 #include "main/main_window.h"
+#include "shell/colours.h"
 #include "shell/small_dialogs.h"
 #include "start/splash_screen.h"
 
@@ -10,20 +11,6 @@
 namespace orva::ui {
 
 namespace {
-
-/// The program's own colours, where the desktop is a light one.
-void useColours()
-{
-    QPalette palette = QApplication::palette();
-    if (palette.color(QPalette::Window).lightness() < 128)
-        return;
-    const QColor background(0xAF, 0xC3, 0xE1);
-    palette.setColor(QPalette::Window, background);
-    palette.setColor(QPalette::Button, background);
-    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-        palette.setColor(QPalette::Disabled, role, QColor(0x5C, 0x6B, 0x80));
-    QApplication::setPalette(palette);
-}
 
 /// Where `bin` with the loudspeaker data lies: beside the program, or among installed data.
 std::filesystem::path programFolder()
