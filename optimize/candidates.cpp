@@ -71,7 +71,7 @@ CandidateSet::CandidateSet(const LineArray& array, JointRange range, bool neighb
 {
     for (int joint = range.first; joint <= range.last; ++joint) {
         AngleBounds& bounds = m_bounds[static_cast<std::size_t>(joint)];
-        const std::int16_t now = m_angles[static_cast<std::size_t>(joint + 1)];
+        const std::int16_t now = m_angles[static_cast<std::size_t>(joint) + 1];
         if (neighbours) {
             const auto low = static_cast<std::int16_t>(now - 1);
             const auto high = static_cast<std::int16_t>(now + 1);
@@ -89,7 +89,7 @@ CandidateSet::CandidateSet(const LineArray& array, JointRange range, bool neighb
 std::uint64_t CandidateSet::widthOf(int joint) const
 {
     const AngleBounds bounds = boundsOf(joint);
-    return static_cast<std::uint64_t>(bounds[1] - bounds[0] + 1);
+    return static_cast<std::uint64_t>(bounds[1] - bounds[0]) + 1;
 }
 
 LineArray::Positions CandidateSet::anglesOf(std::uint64_t number) const
@@ -97,7 +97,7 @@ LineArray::Positions CandidateSet::anglesOf(std::uint64_t number) const
     LineArray::Positions angles = m_angles;
     for (int joint = m_range.first; joint <= m_range.last; ++joint) {
         const std::uint64_t width = widthOf(joint);
-        angles[static_cast<std::size_t>(joint + 1)] =
+        angles[static_cast<std::size_t>(joint) + 1] =
             static_cast<std::int16_t>(boundsOf(joint)[0] + static_cast<int>(number % width));
         number /= width;
     }
@@ -110,7 +110,7 @@ std::uint64_t CandidateSet::numberOf(const LineArray::Positions& angles) const
     for (int joint = m_range.last; joint >= m_range.first; --joint) {
         const AngleBounds bounds = boundsOf(joint);
         const std::int16_t angle =
-            std::clamp(angles[static_cast<std::size_t>(joint + 1)], bounds[0], bounds[1]);
+            std::clamp(angles[static_cast<std::size_t>(joint) + 1], bounds[0], bounds[1]);
         number = number * widthOf(joint) + static_cast<std::uint64_t>(angle - bounds[0]);
     }
     return number;

@@ -88,7 +88,7 @@ private:
         const AngleBounds bounds = m_candidates.boundsOf(joint);
         const AngleBounds otherBounds = m_candidates.boundsOf(other);
         const auto at = [](LineArray::Positions& all, int which) -> std::int16_t& {
-            return all[static_cast<std::size_t>(which + 1)];
+            return all[static_cast<std::size_t>(which) + 1];
         };
         LineArray::Positions trial = before;
         for (std::int16_t a = bounds[0]; a <= bounds[1] && !done(); ++a)
@@ -114,8 +114,8 @@ private:
         for (int i = 0; first <= last && i < 4; ++i) {
             const int joint = first + static_cast<int>(random() % joints);
             const AngleBounds bounds = m_candidates.boundsOf(joint);
-            const auto width = static_cast<std::uint64_t>(bounds[1] - bounds[0] + 1);
-            angles[static_cast<std::size_t>(joint + 1)] =
+            const auto width = static_cast<std::uint64_t>(bounds[1] - bounds[0]) + 1;
+            angles[static_cast<std::size_t>(joint) + 1] =
                 static_cast<std::int16_t>(bounds[0] + static_cast<int>(random() % width));
         }
     }

@@ -4,18 +4,19 @@
 
 namespace orva::ui {
 
-void Entries::add(QLineEdit* edit, Take take, Show show)
+void Entries::add(QLineEdit* edit, const Take& take, const Show& show)
 {
     QObject::connect(edit, &QLineEdit::textEdited, edit, take);
     QObject::connect(edit, &QLineEdit::editingFinished, edit, [edit, show] {
         edit->setModified(false);
         showText(*edit, show());
     });
-    m_entries.push_back({edit, std::move(show)});
+    m_entries.push_back({edit, show});
 }
 
-void Entries::addLength(QLineEdit* edit, const Editor& editor, std::function<void(double)> take,
-                        std::function<double()> metres)
+void Entries::addLength(QLineEdit* edit, const Editor& editor,
+                        const std::function<void(double)>& take,
+                        const std::function<double()>& metres)
 {
     add(
         edit,

@@ -15,10 +15,10 @@ public:
     using Take = std::function<void(const QString&)>;
     using Show = std::function<QString()>;
 
-    void add(QLineEdit* edit, Take take, Show show);
+    void add(QLineEdit* edit, const Take& take, const Show& show);
     /// A length in the unit of the user; `take` gets metres.
-    void addLength(QLineEdit* edit, const Editor& editor, std::function<void(double)> take,
-                   std::function<double()> metres);
+    void addLength(QLineEdit* edit, const Editor& editor, const std::function<void(double)>& take,
+                   const std::function<double()>& metres);
     void display() const;
 
 private:

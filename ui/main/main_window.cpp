@@ -69,8 +69,8 @@ void MainWindow::begin()
     m_editor.SetNewProject();
 }
 
-QAction* MainWindow::command(QMenu* menu, const char* name, int textId, std::function<void()> run,
-                             const QKeySequence& keys)
+QAction* MainWindow::command(QMenu* menu, const char* name, int textId,
+                             const std::function<void()>& run, const QKeySequence& keys)
 {
     QAction* action = menu->addAction(QString());
     action->setObjectName(name);

@@ -30,7 +30,7 @@ private:
     enum Page { RoomTab, SetupTab, RiggingTab, SubArrayTab };
 
     void makeMenus();
-    QAction* command(QMenu* menu, const char* name, int textId, std::function<void()> run,
+    QAction* command(QMenu* menu, const char* name, int textId, const std::function<void()>& run,
                      const QKeySequence& keys = {});
     QMenu* submenu(QMenu* parent, const char* name, int textId);
     void showTexts();

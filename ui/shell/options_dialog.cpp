@@ -38,7 +38,7 @@ OptionsDialog::OptionsDialog(Session& session, QWidget* parent)
 }
 
 QLineEdit* OptionsDialog::entry(const QString& name, std::string& text,
-                                std::function<void()> validate, QWidget* parent)
+                                const std::function<void()>& validate, QWidget* parent)
 {
     auto* edit = named<NumberEdit>(name, parent);
     connect(edit, &QLineEdit::textEdited, this, [this, &text](const QString& typed) {
@@ -53,7 +53,7 @@ QLineEdit* OptionsDialog::entry(const QString& name, std::string& text,
 }
 
 QButtonGroup* OptionsDialog::pair(const char* name, QRadioButton* (&options)[2], QGroupBox* frame,
-                                  std::function<void(bool first)> chosen)
+                                  const std::function<void(bool first)>& chosen)
 {
     auto* group = new QButtonGroup(this);
     for (int i = 0; i < 2; ++i) {

@@ -33,10 +33,10 @@ private:
     QGroupBox* startupFrame();
     QLayout* buttons();
     /// An entry of the form: taken over while it is typed, validated when it is left.
-    QLineEdit* entry(const QString& name, std::string& text, std::function<void()> validate,
+    QLineEdit* entry(const QString& name, std::string& text, const std::function<void()>& validate,
                      QWidget* parent);
     QButtonGroup* pair(const char* name, QRadioButton* (&options)[2], QGroupBox* frame,
-                       std::function<void(bool first)> chosen);
+                       const std::function<void(bool first)>& chosen);
 
     void showTexts();
     void display();
