@@ -1,12 +1,14 @@
 """Maps, projects, the save question, recent files and import, against orva-cli and the files on disk."""
 import base64
 import json
+import random
 import re
 import shutil
 import subprocess
 import sys
+import time
 
-from driven import BUILD, ROOT, AppExited, cli_json, equal, folder, near, run, started, stored
+from driven import BUILD, ROOT, AppExited, cli, cli_json, equal, folder, near, run, started, stored
 
 SAMPLES = [ROOT / "examples" / "theatre.lad", ROOT / "examples" / "club.lad"]
 
@@ -209,17 +211,47 @@ def imported_data():
     app.action("mnuLoadData")
     app.choose_file(str(place / "other.xhn"))
     app.wait_idle()
+    equal(app.text("lblStatus"), f"Directivity imported from {place}/other.xhn")
     app.action("mnuLoadData")
     app.choose_file(str(place / "part.xhn"))
     equal(app.message()["text"], "Load data failed")
     app.answer("Ok")
+    equal(app.text("lblStatus"), f"Directivity partly imported from {place}/part.xhn")
+    app.action("mnuNewS")
+    equal(app.text("lblStatus"), "", "a new project has the built-in data")
+    app.close()
+
+
+def killed_while_saving():
+    """Whatever moment a save is killed at, there is a whole old or a whole new file."""
+    place = folder()
+    whole = []
+    for system in ("standard", "compact"):
+        cli("new", place / f"{system}.lad", "--system", system)
+        whole.append((place / f"{system}.lad").read_bytes())
+    target = place / "target.lad"
+    target.write_bytes(whole[0])
+    chance = random.Random(3)
+    for save in range(300):
+        process = subprocess.Popen([str(BUILD / "orva-cli"), "new", str(target), "--system",
+                                    ("standard", "compact")[save % 2]])
+        time.sleep(chance.random() * 0.02)
+        process.kill()
+        process.wait()
+        assert target.read_bytes() in whole, f"save {save}"
+
+
+def help_file():
+    place = folder()
+    shutil.copy(BUILD / "orva", place)
+    shutil.copytree(BUILD / "bin", place / "bin")
+    app = started(program=place / "orva")
     app.action("mnuCallHelp")
-    if not (BUILD / "ORVA-help.pdf").exists():
-        equal(app.message()["text"], "Error: Help File cannot be found.")
-        app.answer("Ok")
+    equal(app.message()["text"], "Error: Help File cannot be found.")
+    app.answer("Ok")
     app.close()
 
 
 if __name__ == "__main__":
     sys.exit(run([map_equals_the_batch_program, aborting_leaves_no_map, save_question, files_of_every_kind,
-                  recent_files, saving_that_fails, imported_data]))
+                  recent_files, saving_that_fails, imported_data, killed_while_saving, help_file]))

@@ -46,10 +46,12 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     m_map = new MapCalculator(m_editor, *m_views, this);
     m_commands = new ProjectCommands(m_editor, this);
     statusBar()->setObjectName("statusBar");
+    m_status = named<QLabel>("lblStatus", this);
+    statusBar()->addWidget(m_status, 1);
     makeMenus();
     connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
     connect(m_commands, &ProjectCommands::statusChanged, statusBar(),
-            [this](const QString& text) { statusBar()->showMessage(text); });
+            [this](const QString& text) { m_status->setText(text); });
     connect(setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
     connect(m_views, &ViewPanel::optimizeAsked, this,
             [this] { OptimizeDialog::launch(m_editor, *m_views, this); });

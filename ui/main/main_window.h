@@ -52,7 +52,7 @@ private:
     MapCalculator* m_map;
     ProjectCommands* m_commands;
     QPointer<CalculatorWindow> m_calculator;
-    QString m_status;
+    QLabel* m_status;
 
     struct Text {
         QAction* action;

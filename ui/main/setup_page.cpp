@@ -133,6 +133,10 @@ QWidget* SetupPage::mountingFrame()
     cmdAuto->setAutoDefault(false);
     connect(cmdAuto, &QPushButton::clicked, this, &SetupPage::autoAimAsked);
 
+    setTabOrder(PinAngle_opt[0], PinNumber_cmb);
+    setTabOrder(PinNumber_cmb, PinAngle_opt[1]);
+    setTabOrder(PinAngle_opt[1], cmdAuto);
+    setTabOrder(cmdAuto, box1Angle_txt);
     layout->addWidget(Stacked_chk, 0, 0, 1, 4);
     layout->addWidget(PinAngle_opt[0], 1, 0);
     layout->addWidget(PinNumber_cmb, 1, 1);
@@ -194,6 +198,8 @@ QWidget* SetupPage::pointsFrame()
         Cradle_txt[i] = entry("Cradle_txt", i, 1, 3 * i, m_cradleAxes[i]);
         addPoint(Cradle_txt[i], static_cast<std::size_t>(i), &LineArray::GFAGetCradleCoord,
                  &LineArray::GBSetCradleCoord);
+    }
+    for (int i = 0; i < 2; ++i) {
         optBassYesNo[i] = named<QRadioButton>(elementName("optBassYesNo", i), frame);
         group->addButton(optBassYesNo[i], i);
         yesNo->addWidget(optBassYesNo[i]);

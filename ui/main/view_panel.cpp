@@ -113,14 +113,14 @@ QWidget* ViewPanel::controlsFrame()
     chkAiming = named<QCheckBox>("chkAiming", fraSPLControls);
     chkAiming->setEnabled(false);
     connect(chkAiming, &QCheckBox::clicked, this, &ViewPanel::calculateBandAsked);
+    CalcBand_cmd = named<QPushButton>("CalcBand_cmd", fraSPLControls);
+    CalcAll_cmd = named<QPushButton>("CalcAll_cmd", fraSPLControls);
     chkDrawLine = named<QCheckBox>("chkDrawLine", fraSPLControls);
     connect(chkDrawLine, &QCheckBox::clicked, this, [this](bool checked) {
         if (!checked)
             m_editor.fitLine.reset();
         AreaSpl_pbx->redraw();
     });
-    CalcBand_cmd = named<QPushButton>("CalcBand_cmd", fraSPLControls);
-    CalcAll_cmd = named<QPushButton>("CalcAll_cmd", fraSPLControls);
     Optimize_cmd = named<QPushButton>("Optimize_cmd", fraSPLControls);
     connect(CalcBand_cmd, &QPushButton::clicked, this, &ViewPanel::calculateBandAsked);
     connect(CalcAll_cmd, &QPushButton::clicked, this, &ViewPanel::calculateAllAsked);

@@ -3,6 +3,7 @@
 #include "shell/pictures.h"
 #include "widgets/controls.h"
 
+#include <QGridLayout>
 #include <QThread>
 #include <QVBoxLayout>
 
@@ -26,9 +27,15 @@ SplashScreen::SplashScreen(Session& session)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(1, 1, 1, 8);
     layout->addWidget(picture("imgSplash", "splash.svg", this));
+    auto* bottom = new QGridLayout;
+    QWidget* logo = picture("Image1", "logo.svg", this);
     lblTitle = named<QLabel>("lblTitle", this);
-    lblTitle->setAlignment(Qt::AlignHCenter);
-    layout->addWidget(lblTitle);
+    lblTitle->setAlignment(Qt::AlignCenter);
+    bottom->addWidget(logo, 0, 0);
+    bottom->addWidget(lblTitle, 0, 1);
+    bottom->setColumnMinimumWidth(2, logo->width()); // the title stays in the middle
+    bottom->setColumnStretch(1, 1);
+    layout->addLayout(bottom);
     connect(&session, &Session::LanguageChanged, this, &SplashScreen::showTexts);
     showTexts();
 
