@@ -26,17 +26,19 @@ public:
         LineArray::Positions angles = m_candidates.anglesOf(m_candidates.numberOf(present));
         descend(angles);
         LineArray::Positions best = angles;
+        double bestRms = m_last;
         for (int idle = 0; idle < kIdleStarts && !done(); ++idle) {
             angles = best;
             shake(angles, random);
-            if (descend(angles) && m_last < m_bestRms) {
-                m_bestRms = m_last;
+            descend(angles);
+            if (m_last < bestRms) {
+                bestRms = m_last;
                 best = angles;
                 idle = -1;
             }
         }
         rankLiterally();
-        m_result.proved = m_measured.size() == m_candidates.NumConfigs();
+        m_result.proved = !m_stopped && m_measured.size() == m_candidates.NumConfigs();
         return std::move(m_result);
     }
 
@@ -64,9 +66,8 @@ private:
         return entry->second;
     }
 
-    /// Tries one joint's or two neighbouring joints' other angles until none is better. Returns
-    /// whether it came to an end.
-    bool descend(LineArray::Positions& angles)
+    /// Tries one joint's or two neighbouring joints' other angles until none is better.
+    void descend(LineArray::Positions& angles)
     {
         m_last = measure(angles);
         const auto [first, last] = m_candidates.range();
@@ -77,9 +78,6 @@ private:
             for (int joint = first; !improved && joint + 1 <= last && !done(); ++joint)
                 improved |= improve(angles, joint, joint + 1);
         }
-        if (m_last < m_bestRms && m_bestRms == std::numeric_limits<double>::infinity())
-            m_bestRms = m_last;
-        return !m_stopped;
     }
 
     bool improve(LineArray::Positions& angles, int joint, int other)
@@ -135,7 +133,6 @@ private:
     std::unordered_map<std::uint64_t, double> m_measured;
     Ranking m_fast;                                          ///< by the fast kernel
     double m_last = std::numeric_limits<double>::infinity(); ///< where the descent stands
-    double m_bestRms = std::numeric_limits<double>::infinity();
     bool m_stopped = false;
     QuickResult m_result;
 };

@@ -2,6 +2,7 @@
 #include "app/options_form.h"
 #include "app/recent_files.h"
 #include "app/room_form.h"
+#include "app/search_form.h"
 #include "model/project.h"
 
 #include <cmath>
@@ -206,6 +207,47 @@ TEST(LevelChoiceForm, AbsoluteLevelsAreBroadband)
     EXPECT_TRUE(form.averagingEnabled && !form.bandEnabled);
     form.chooseAveraging(0);
     EXPECT_EQ(form.choice().bands.from, 10);
+}
+
+TEST(SearchForm, AllowsWhatEachStateAllows)
+{
+    SearchForm form;
+    const auto state = [&] {
+        std::string allowed;
+        allowed += form.buttonEnabled() ? "b" : "-";
+        allowed += form.optionsEnabled() ? "o" : "-";
+        allowed += form.cancelEnabled() ? "c" : "-";
+        allowed += form.acceptEnabled() ? "a" : "-";
+        return std::to_string(form.caption()) + " " + std::to_string(form.buttonText()) + " " +
+               allowed;
+    };
+    EXPECT_EQ(state(), "147 154 boc-");
+    form.setCountable(false);
+    EXPECT_EQ(state(), "147 154 -oc-");
+    form.setCountable(true);
+    form.begin();
+    EXPECT_EQ(state(), "228 223 b---");
+    form.stop(false, false);
+    EXPECT_EQ(state(), "230 154 b-c-") << "paused before anything was tested";
+    form.begin();
+    form.stop(false, true);
+    EXPECT_EQ(state(), "230 224 b-c-");
+    form.select(3);
+    EXPECT_EQ(state(), "230 224 b-ca");
+    form.begin();
+    EXPECT_EQ(form.selected(), -1);
+    form.stop(true, true);
+    EXPECT_EQ(state(), "231 224 --ca");
+    EXPECT_EQ(form.selected(), 0);
+}
+
+TEST(SearchForm, NumberOfPoints)
+{
+    const std::pair<const char*, int> cases[] = {{"60.9", 60}, {"-40", 40},    {"1", 2},
+                                                 {"0", 2},     {"1e9", 10000}, {"word", 77},
+                                                 {"", 77},     {"3,9", 3}};
+    for (const auto& [typed, points] : cases)
+        EXPECT_EQ(typedPoints(typed, 77), points) << typed;
 }
 
 } // namespace

@@ -29,8 +29,14 @@ void Editor::clearMap()
 void Editor::updateArray()
 {
     LineArray& array = session.state.gLineArray;
-    if (setup.SetupInvalid.any() || setup.UpdateLineArray(array))
+    if (setup.SetupInvalid.any())
         return;
+    if (setup.UpdateLineArray(array)) {
+        // An angle brings its closest pin with it.
+        if (!setup.pinMode && !setup.stacked && !array.fault())
+            setup.PinNumber_cmb.select(std::to_string(array.GIPinPoint() + 1));
+        return;
+    }
     showMessage(QApplication::activeWindow(), "An error has occured updating the line array.",
                 "Error");
     setup.RefreshFromClass(array);

@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QThread>
 #include <QTimer>
+#include <QWindow>
 #include <algorithm>
 #include <atomic>
 #include <memory>
@@ -26,6 +27,37 @@ struct BusyPointer {
     ~BusyPointer() { QApplication::restoreOverrideCursor(); }
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
+/// Keeps the user's hands off every window but one, as long as it lives: the calculation reads what
+/// they would change, and its dialog appears only after a moment.
+class InputGuard final : public QObject {
+public:
+    explicit InputGuard(QWidget& allowed) : m_allowed(allowed) { qApp->installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::Wheel:
+            break;
+        default:
+            return false;
+        }
+        const auto* widget = qobject_cast<QWidget*>(watched);
+        const QWindow* window = m_allowed.windowHandle();
+        return !(widget && widget->window() == &m_allowed) && !(window && watched == window);
+    }
+
+private:
+    QWidget& m_allowed;
 };
 
 } // namespace
@@ -114,6 +146,7 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
     map.shown.reset();
     const bool prepared = map.Valid || prepareGrid();
     ProgressDialog dialog(m_editor.session, m_window);
+    const InputGuard guard(dialog);
 
     if (prepared && !redraw && !done(wanted)) {
         const std::unique_ptr<LevelKernel> kernel = m_editor.session.state.levelKernel();
