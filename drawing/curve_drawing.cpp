@@ -123,7 +123,8 @@ void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<con
 
 int profilePoints(const DrawingSurface& surface, const AreaSegment& area)
 {
-    return std::max(1, static_cast<int>(area[5] / surface.pixelX() / 2 + 1));
+    constexpr double kMost = 8192; // more than any screen shows, whatever was typed
+    return static_cast<int>(std::clamp(area[5] / surface.pixelX() / 2 + 1, 1.0, kMost));
 }
 
 void DrawProfiles(DrawingSurface& surface, const Room& room,

@@ -195,6 +195,16 @@ TEST(CurveDrawing, ScalesToTensAndLeavesGaps)
     EXPECT_EQ(surface.all("line", kRed).size(), 1U);
 }
 
+TEST(CurveDrawing, OnePointForEveryTwoPixelsOfAProfile)
+{
+    RecordingSurface surface(600, 300);
+    surface.setScale({0, -15, 30, 15}); // 5 cm a pixel
+    EXPECT_EQ(profilePoints(surface, {0, 0, 0, 0, 0, 10}), 101);
+    EXPECT_EQ(profilePoints(surface, {0, 0, 0, 0, 0, 0}), 1);
+    EXPECT_EQ(profilePoints(surface, {0, 0, 0, 0, 0, 5e29F}), 8192)
+        << "bounded, whatever was typed";
+}
+
 TEST(CurveDrawing, ProfilesLieLeftOfTheirAreas)
 {
     Project project = newProject(kStandardSystem);
