@@ -23,8 +23,10 @@ def print_version():
     equal(app.get("frmMain", "windowModified"), False)
 
     app.action("mnuPrint")
-    app.choose_file("/proc/report.rtf")
-    assert "RTF" in app.message()["text"]
+    (place / "device.rtf").symlink_to("/dev/full")
+    app.choose_file(str(place / "device.rtf"))
+    app.answer("Yes")  # the file dialog asks before it overwrites
+    equal(app.message()["text"], "Das RTF-Dokument konnte nicht erstellt werden!")
     app.answer("Ok")
     app.close()
 
