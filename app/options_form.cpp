@@ -1,5 +1,6 @@
 #include "app/options_form.h"
 
+#include "app/room_form.h"
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
 
@@ -11,8 +12,6 @@ namespace orva {
 
 namespace {
 
-constexpr double kFeet = 3.2808399;
-constexpr double kMetres = 0.3048;
 constexpr double kColdest = -20;
 constexpr double kHottest = 50;
 constexpr double kLargestLength = 1e6; ///< whatever is typed, it fits the store and any drawing
@@ -62,7 +61,7 @@ void OptionsForm::chooseMetres(bool chosen)
     if (chosen == metres)
         return;
     metres = chosen;
-    const double factor = chosen ? kMetres : kFeet;
+    const double factor = chosen ? kMetresPerFoot : kFeetShownPerMetre;
     for (std::string* text : {&resolution, &m_keptResolution})
         *text = plainText(positive(*text) * factor, 3);
     for (std::string& grid : grids)

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace orva {
 
@@ -100,25 +99,11 @@ ChoiceList SetupForm::typeList(const std::string& selected) const
     return list;
 }
 
+/// A joint of an unknown box may have any angle.
 AngleBounds SetupForm::boundsAt(int joint) const
 {
-    const std::optional<BoxKind> upper = kindAt(joint);
-    const std::optional<BoxKind> lower = kindAt(joint + 1);
-    const auto are = [&](BoxKind a, BoxKind b) {
-        return (upper == a && lower == b) || (upper == b && lower == a);
-    };
-    const std::pair<bool, AngleBounds> rules[] = {
-        {are(BoxKind::Straight, BoxKind::Straight), system().straightStraight},
-        {are(BoxKind::Straight, BoxKind::Trapezoidal), system().straightTrapezoidal},
-        {are(BoxKind::Trapezoidal, BoxKind::Trapezoidal), system().trapezoidalTrapezoidal},
-        {are(BoxKind::Bass, BoxKind::Straight), system().bassStraight},
-        {are(BoxKind::Bass, BoxKind::Trapezoidal), system().bassTrapezoidal},
-        {are(BoxKind::Bass, BoxKind::Bass), system().bassBass},
-    };
-    for (const auto& [holds, bounds] : rules)
-        if (holds)
-            return bounds;
-    return {0, static_cast<std::int16_t>(LineArray::GSALookupAngles().size() - 1)}; // unknown
+    const auto last = static_cast<std::int16_t>(LineArray::GSALookupAngles().size() - 1);
+    return system().jointBounds(kindAt(joint), kindAt(joint + 1)).value_or(AngleBounds{0, last});
 }
 
 double SetupForm::validAngle(double degrees)

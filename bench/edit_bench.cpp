@@ -1,4 +1,5 @@
 // How long an edit takes until its levels are on the screen: 24 boxes, broadband, 1920 x 1080.
+#include "app/memory_settings.h"
 #include "main/main_window.h"
 
 #include <QApplication>
@@ -12,14 +13,6 @@ using namespace orva;
 
 namespace {
 
-struct NoStore final : SettingsStore {
-    std::optional<std::string> value(std::string_view, std::string_view) const override
-    {
-        return std::nullopt;
-    }
-    void setValue(std::string_view, std::string_view, std::string_view) override {}
-};
-
 void choose(QComboBox& box, int index)
 {
     box.setCurrentIndex(index);
@@ -32,7 +25,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    NoStore store;
+    MemorySettings store;
     ui::Session session(store, QCoreApplication::applicationDirPath().toStdString() + "/..");
     session.state.settings.ShowNewQuery = false;
     if (!LoadSystemData(session.state, session.programFolder / "bin"))

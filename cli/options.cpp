@@ -1,5 +1,6 @@
 #include "cli/options.h"
 
+#include "engine/parallel.h"
 #include "lang/number_text.h"
 #include "painting/picture.h"
 
@@ -7,7 +8,6 @@
 #include <limits>
 #include <memory>
 #include <ostream>
-#include <thread>
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
@@ -59,7 +59,7 @@ CLI::Validator numberAboveZero()
 
 void addCommonOptions(CLI::App& command, CommonOptions& options)
 {
-    options.threads = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+    options.threads = coreCount();
     command
         .add_option("--data", options.dataFolder,
                     "folder with system.dat and systemsm.dat (default: the program's own)")

@@ -261,6 +261,17 @@ HWY_INLINE void rowsOf(const Bearings& bearings, std::size_t count, double fineM
     }
 }
 
+HWY_INLINE void rowsOfSources(const DirectivityTable& directivity, const RadialTable& radial,
+                              std::span<const KernelSource> sources, const ReceiverBlock& block,
+                              Rows* rows)
+{
+    for (std::size_t s = 0; s < sources.size(); ++s) {
+        Bearings bearings;
+        bearingsOf(sources[s], block, block.count, bearings);
+        rowsOf(bearings, block.count, radial.fineM, directivity.nodes, rows[s]);
+    }
+}
+
 /// The rows of one receiver and source.
 struct Term {
     const float* HWY_RESTRICT coarse;
@@ -400,11 +411,7 @@ void rangePowers(const DirectivityTable& directivity, const RadialTable& radial,
                  float* HWY_RESTRICT powers)
 {
     Rows rows[kMostSources];
-    for (std::size_t s = 0; s < sources.size(); ++s) {
-        Bearings bearings;
-        bearingsOf(sources[s], block, block.count, bearings);
-        rowsOf(bearings, block.count, radial.fineM, directivity.nodes, rows[s]);
-    }
+    rowsOfSources(directivity, radial, sources, block, rows);
     for (std::size_t i = 0; i < block.count; ++i) {
         RowSum<low, high> sum;
         for (std::size_t s = 0; s < sources.size(); ++s)
@@ -422,11 +429,7 @@ void rangeSums(const DirectivityTable& directivity, const RadialTable& radial,
                const float* HWY_RESTRICT before, std::span<float* const> after)
 {
     Rows rows[kMostSources];
-    for (std::size_t s = 0; s < sources.size(); ++s) {
-        Bearings bearings;
-        bearingsOf(sources[s], block, block.count, bearings);
-        rowsOf(bearings, block.count, radial.fineM, directivity.nodes, rows[s]);
-    }
+    rowsOfSources(directivity, radial, sources, block, rows);
     for (std::size_t i = 0; i < block.count; ++i) {
         RowSum<low, high> sum;
         if (before)

@@ -12,6 +12,11 @@ namespace {
 constexpr int kMostThreads = 256;
 } // namespace
 
+int coreCount()
+{
+    return static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+}
+
 bool runBlocks(int count, int threads, const Progress& progress,
                const std::function<void(int)>& work)
 {

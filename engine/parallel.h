@@ -7,6 +7,9 @@ namespace orva {
 /// Told how much of `total` is done; returns whether to go on.
 using Progress = std::function<bool(int done, int total)>;
 
+/// Threads that the machine runs at once, at least 1.
+int coreCount();
+
 /// Runs work(0) .. work(count - 1), each once, in any order on `threads` threads (at least 1; the
 /// calling one is among them). `progress`, which may be empty, is called on the calling thread
 /// after pieces of work. When it returns false no further piece is begun. Returns whether all ran.

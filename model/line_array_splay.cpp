@@ -29,27 +29,10 @@ float LineArray::splayAngle(std::int16_t index)
 
 std::vector<AngleBounds> LineArray::IAGetAngleBounds() const
 {
-    const auto bounds = [this](std::optional<BoxKind> a, std::optional<BoxKind> b) -> AngleBounds {
-        const auto joins = [&](BoxKind first, BoxKind second) {
-            return (a == first && b == second) || (a == second && b == first);
-        };
-        if (joins(BoxKind::Straight, BoxKind::Straight))
-            return IAGeradeGerade();
-        if (joins(BoxKind::Straight, BoxKind::Trapezoidal))
-            return IAGeradeSchräg();
-        if (joins(BoxKind::Trapezoidal, BoxKind::Trapezoidal))
-            return IASchrägSchräg();
-        if (joins(BoxKind::Bass, BoxKind::Bass))
-            return IABassBass();
-        if (joins(BoxKind::Bass, BoxKind::Straight))
-            return IABassGerade();
-        if (joins(BoxKind::Bass, BoxKind::Trapezoidal))
-            return IABassSchräg();
-        return {0, 0};
-    };
     std::vector<AngleBounds> result;
     for (int joint = 0; joint + 1 < boxCount(); ++joint)
-        result.push_back(bounds(kindAt(joint), kindAt(joint + 1)));
+        result.push_back(
+            system().jointBounds(kindAt(joint), kindAt(joint + 1)).value_or(AngleBounds{0, 0}));
     return result;
 }
 

@@ -125,6 +125,27 @@ std::optional<BoxKind> SystemRecord::kindOf(std::int16_t typeCode) const
     return std::nullopt;
 }
 
+std::optional<AngleBounds> SystemRecord::jointBounds(std::optional<BoxKind> a,
+                                                     std::optional<BoxKind> b) const
+{
+    const auto joins = [&](BoxKind first, BoxKind second) {
+        return (a == first && b == second) || (a == second && b == first);
+    };
+    if (joins(BoxKind::Straight, BoxKind::Straight))
+        return straightStraight;
+    if (joins(BoxKind::Straight, BoxKind::Trapezoidal))
+        return straightTrapezoidal;
+    if (joins(BoxKind::Trapezoidal, BoxKind::Trapezoidal))
+        return trapezoidalTrapezoidal;
+    if (joins(BoxKind::Bass, BoxKind::Bass))
+        return bassBass;
+    if (joins(BoxKind::Bass, BoxKind::Straight))
+        return bassStraight;
+    if (joins(BoxKind::Bass, BoxKind::Trapezoidal))
+        return bassTrapezoidal;
+    return std::nullopt;
+}
+
 const RiggingText& SystemRecord::riggingText(BoxKind kind) const
 {
     return kind == BoxKind::Straight      ? straightText

@@ -81,6 +81,10 @@ struct SystemRecord {
     /// None for a code that is no box of this system.
     std::optional<BoxKind> kindOf(std::int16_t typeCode) const;
     const RiggingText& riggingText(BoxKind kind) const;
+    /// What a joint between the two boxes allows, in either order; none where one is of unknown
+    /// kind.
+    std::optional<AngleBounds> jointBounds(std::optional<BoxKind> a,
+                                           std::optional<BoxKind> b) const;
 };
 
 constexpr std::int16_t kStandardSystem = 0;

@@ -1,4 +1,5 @@
 // Makes the manual: the texts beside this file with pictures of the real program, as one PDF.
+#include "app/memory_settings.h"
 #include "main/main_window.h"
 #include "shell/colours.h"
 
@@ -15,14 +16,6 @@
 using namespace orva;
 
 namespace {
-
-struct NoStore final : SettingsStore {
-    std::optional<std::string> value(std::string_view, std::string_view) const override
-    {
-        return std::nullopt;
-    }
-    void setValue(std::string_view, std::string_view, std::string_view) override {}
-};
 
 using Pictures = std::vector<std::pair<QString, QImage>>;
 
@@ -125,7 +118,7 @@ void arrange(QTextDocument& document, qreal textWidth)
 bool makeManual(const QString& texts, const QString& project, const std::filesystem::path& programs,
                 const QString& output)
 {
-    NoStore store;
+    MemorySettings store;
     ui::Session session(store, programs);
     session.state.settings.ShowNewQuery = false;
     if (!LoadSystemData(session.state, programs / "bin"))

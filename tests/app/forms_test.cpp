@@ -1,4 +1,5 @@
 #include "app/level_choice_form.h"
+#include "app/memory_settings.h"
 #include "app/options_form.h"
 #include "app/recent_files.h"
 #include "app/room_form.h"
@@ -6,26 +7,11 @@
 #include "model/project.h"
 
 #include <cmath>
-#include <map>
 
 #include <gtest/gtest.h>
 
 namespace orva {
 namespace {
-
-struct MemoryStore final : SettingsStore {
-    std::map<std::string, std::string> values;
-
-    std::optional<std::string> value(std::string_view section, std::string_view key) const override
-    {
-        const auto found = values.find(std::string(section) + "/" + std::string(key));
-        return found == values.end() ? std::nullopt : std::optional(found->second);
-    }
-    void setValue(std::string_view section, std::string_view key, std::string_view text) override
-    {
-        values[std::string(section) + "/" + std::string(key)] = text;
-    }
-};
 
 TEST(OptionsForm, UnitsConvertWhatIsShown)
 {
@@ -100,7 +86,7 @@ TEST(RecentFiles, TheLatestFirstFiveAtMost)
     files.AddToRecentFiles("/C");
     EXPECT_EQ(files.paths(), (std::vector<std::string>{"/C", "/f", "/e", "/d", "/b"}));
 
-    MemoryStore store;
+    MemorySettings store;
     files.SaveRecentFiles(store);
     EXPECT_EQ(store.values.at("MRUFiles/0"), "/C");
     store.values["MRUFiles/3"] = "";

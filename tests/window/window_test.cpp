@@ -1,3 +1,4 @@
+#include "app/memory_settings.h"
 #include "main/main_window.h"
 
 #include <QAbstractButton>
@@ -9,26 +10,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <map>
 
 #include <gtest/gtest.h>
 
 namespace orva::ui {
 namespace {
-
-struct MemoryStore final : SettingsStore {
-    std::map<std::string, std::string> values;
-
-    std::optional<std::string> value(std::string_view section, std::string_view key) const override
-    {
-        const auto found = values.find(std::string(section) + "/" + std::string(key));
-        return found == values.end() ? std::nullopt : std::optional(found->second);
-    }
-    void setValue(std::string_view section, std::string_view key, std::string_view text) override
-    {
-        values[std::string(section) + "/" + std::string(key)] = text;
-    }
-};
 
 class Window : public testing::Test {
 protected:
@@ -89,7 +75,7 @@ protected:
         });
     }
 
-    MemoryStore store;
+    MemorySettings store;
     Session session{store, ORVA_BINARY_DIR};
     std::unique_ptr<MainWindow> window;
     QString asked;

@@ -32,6 +32,8 @@ public:
     const Room& room() const { return session.state.gRoom; }
     const LineArray& array() const { return session.state.gLineArray; }
     bool inMetres() const { return session.state.settings.Units_Meters; }
+    /// From metres to the unit that is shown.
+    double lengthFactor() const { return inMetres() ? 1 : kFeetShownPerMetre; }
     bool Modified() const { return m_modified; }
     void setModified(bool modified);
 

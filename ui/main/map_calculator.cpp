@@ -1,5 +1,7 @@
 #include "main/map_calculator.h"
 
+#include "engine/parallel.h"
+
 #include <QApplication>
 #include <QEventLoop>
 #include <QThread>
@@ -15,11 +17,6 @@ namespace {
 
 constexpr int kShowAfterMs = 100; ///< shorter stages would only flash
 constexpr int kPollMs = 30;
-
-int cores()
-{
-    return std::max(1, QThread::idealThreadCount());
-}
 
 /// The wait cursor, as long as it lives.
 struct BusyPointer {
@@ -151,14 +148,14 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
     if (prepared && !redraw && !done(wanted)) {
         const std::unique_ptr<LevelKernel> kernel = m_editor.session.state.levelKernel();
         runStage(dialog, m_editor.session.text(234), [&](const Progress& progress) {
-            return CalcRawSPL(*kernel, m_editor.array(), map.grid, wanted, cores(), progress,
+            return CalcRawSPL(*kernel, m_editor.array(), map.grid, wanted, coreCount(), progress,
                               map.cache);
         });
     }
     if (prepared && !dialog.Aborted && done(choice.bands)) {
         runStage(dialog, m_editor.session.text(235), [&](const Progress& progress) {
             map.shown = CalcSummedSPL(map.cache, m_editor.session.state.speakerData.BandLevel,
-                                      map.grid, choice, cores(), progress);
+                                      map.grid, choice, coreCount(), progress);
             return map.shown.has_value();
         });
         if (dialog.Aborted)

@@ -1,6 +1,7 @@
 #include "main/optimize_dialog.h"
 
 #include "drawing/array_drawing.h"
+#include "engine/parallel.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 #include "widgets/controls.h"
@@ -15,14 +16,10 @@ namespace orva::ui {
 namespace {
 
 constexpr int kPollMs = 50;
+constexpr int kOriginal = 3; ///< place of the setup as it was among the results
 constexpr double kShortestFitLine = 2;
 constexpr double kCurveMargins = 70; ///< pixels beside the curve
 constexpr Colour kGreen = 0x00C000;
-
-int cores()
-{
-    return std::max(1, QThread::idealThreadCount());
-}
 
 QString decibels(double rms, const char* unit = "dB")
 {
@@ -279,7 +276,7 @@ void OptimizeDialog::showToTest()
 
 void OptimizeDialog::showFitLabels()
 {
-    const double factor = m_editor.inMetres() ? 1 : kFeetShownPerMetre;
+    const double factor = m_editor.lengthFactor();
     const auto rounded = [](double value) { return qtText(plainText(value, 2)); };
     lblX1->setText(rounded(m_target.startM * factor));
     lblX2->setText(rounded((m_target.startM + m_target.lengthM) * factor));
@@ -305,10 +302,7 @@ void OptimizeDialog::showProgress()
         const double left = static_cast<double>(m_since.elapsed()) / 1000 *
                             (count - static_cast<double>(tested)) /
                             static_cast<double>(tested - m_testedBefore);
-        const auto seconds = static_cast<qint64>(std::min(left, 1e9));
-        lblComp->setToolTip(
-            m_editor.session.text(1007) +
-            QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
+        lblComp->setToolTip(m_editor.session.timeLeft(left));
     }
 }
 
@@ -360,7 +354,7 @@ void OptimizeDialog::runSearch()
         }
         m_searching = true;
         while (!PauseFlag && !m_search->finished()) {
-            m_search->advance(cores(), stop);
+            m_search->advance(coreCount(), stop);
             m_best = m_search->bestSoFar();
             m_tested = m_search->tested();
         }
@@ -407,6 +401,8 @@ void OptimizeDialog::listTopConfigs()
         cmbConfigs->addItem(QString::number(k + 1) + ": " + session.text(170) + " " +
                             decibels(m_results[k].rms, unit));
     cmbConfigs->addItem("4" + session.text(227));
+    m_results.resize(kOriginal);
+    m_results.push_back({m_original.GIAGetAllAngle(), 0, 0});
     if (m_quick && !m_quick->ranking.best().empty()) {
         const Ranked& best = m_quick->ranking.best().front();
         const bool proved =
@@ -416,12 +412,7 @@ void OptimizeDialog::listTopConfigs()
         lblQuick->setText(
             session.text(1018).arg(decibels(best.rms, unit)).arg(m_quick->evaluations) + ", " +
             session.text(proved ? 1021 : 1020));
-        m_results.resize(4);
-        m_results[3].angles = m_original.GIAGetAllAngle();
         m_results.push_back(best);
-    } else {
-        m_results.resize(4);
-        m_results[3].angles = m_original.GIAGetAllAngle();
     }
     m_curvesWidth = 0; // drawn anew for these
 }
@@ -473,7 +464,6 @@ void OptimizeDialog::drawCurves(DrawingSurface& surface)
 
 void OptimizeDialog::commitConfig()
 {
-    constexpr int kOriginal = 3;
     const int row = m_form.selected();
     if (row != kOriginal)
         m_editor.acceptArray(arrayOf(row));

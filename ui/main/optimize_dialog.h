@@ -13,7 +13,6 @@
 #include <QTimer>
 #include <atomic>
 #include <memory>
-#include <mutex>
 
 namespace orva::ui {
 

@@ -67,7 +67,6 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     layout->setRowStretch(0, 1);
 
     connect(&editor, &Editor::changed, this, &RiggingPage::display);
-    connect(&editor, &Editor::viewsChanged, this, &RiggingPage::display);
     connect(&editor.session, &Session::LanguageChanged, this, &RiggingPage::showTexts);
     showTexts();
     display();

@@ -65,8 +65,9 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
                     [&](SubArray& subArray) { subArray.SubPos[at] = static_cast<float>(metres); });
             },
             [this, at] {
-                return qtText(plainText(m_editor.session.state.subArray.SubPos[at] * lengthFactor(),
-                                        m_editor.subArrayDecimals));
+                return qtText(
+                    plainText(m_editor.session.state.subArray.SubPos[at] * m_editor.lengthFactor(),
+                              m_editor.subArrayDecimals));
             });
     }
     grid->setRowStretch(12, 1);
@@ -91,12 +92,7 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
 SubArrayFigures SubArrayPage::figures() const
 {
     return subArrayFigures(m_editor.session.state.subArray, m_editor.session.state.air.SpeedOfSound,
-                           lengthFactor());
-}
-
-double SubArrayPage::lengthFactor() const
-{
-    return m_editor.inMetres() ? 1 : kFeetShownPerMetre;
+                           m_editor.lengthFactor());
 }
 
 void SubArrayPage::showTexts()
@@ -126,7 +122,8 @@ void SubArrayPage::display()
         unit->setText(m_editor.session.text(12));
     const SubArrayFigures shown = figures();
     for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
-        VirtDist_txt[i]->setText(qtText(plainText(shown.virtualDistance[i] * lengthFactor(), 2)));
+        VirtDist_txt[i]->setText(
+            qtText(plainText(shown.virtualDistance[i] * m_editor.lengthFactor(), 2)));
         SubDelay_txt[i]->setText(qtText(plainText(shown.delay[i], 2)));
     }
     picSubArray->redraw();

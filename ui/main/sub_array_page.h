@@ -20,7 +20,6 @@ private:
     void showTexts();
     void display();
     SubArrayFigures figures() const;
-    double lengthFactor() const;
 
     Editor& m_editor;
     Entries m_entries;

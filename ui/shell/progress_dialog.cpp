@@ -61,10 +61,8 @@ void ProgressDialog::showPercent(int percent)
     constexpr qint64 kSettledMs = 300; // earlier estimates jump about
     if (percent <= 0 || m_since.elapsed() < kSettledMs)
         return;
-    const qint64 leftSeconds = (m_since.elapsed() * (100 - percent) / percent + 999) / 1000;
-    lblTimeLeft->setText(
-        m_session.text(1007) +
-        QString("%1:%2").arg(leftSeconds / 60).arg(leftSeconds % 60, 2, 10, QChar('0')));
+    lblTimeLeft->setText(m_session.timeLeft(static_cast<double>(m_since.elapsed()) *
+                                            (100 - percent) / percent / 1000));
 }
 
 } // namespace orva::ui

@@ -44,7 +44,6 @@ int run()
             return failed(loaded.load.error());
         const Language language = session.state.gLanguageId;
         session.state = std::move(loaded.state);
-        session.state.settings = loaded.settings;
         session.state.gLanguageId = language;
         for (const auto& file : {loaded.load->standard, loaded.load->compact})
             if (file)

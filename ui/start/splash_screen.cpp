@@ -66,8 +66,8 @@ void SplashScreen::load()
 {
     SplashTimer->stop();
     m_loader.reset(QThread::create([this] {
-        m_loaded->settings = LoadSettings(m_session.store);
-        UpdateSpeedOfSound(m_loaded->state, m_loaded->settings.Temperature);
+        m_loaded->state.settings = LoadSettings(m_session.store);
+        UpdateSpeedOfSound(m_loaded->state, m_loaded->state.settings.Temperature);
         m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder / "bin");
     }));
     connect(m_loader.get(), &QThread::finished, this, [this] {

@@ -12,8 +12,7 @@ namespace orva::ui {
 
 /// What was loaded while the splash screen was shown.
 struct StartData {
-    Settings settings;
-    ApplicationState state; ///< loudspeaker data and air
+    ApplicationState state; ///< settings, loudspeaker data and air
     Result<SystemDataLoad> load = SystemDataLoad{};
 };
 

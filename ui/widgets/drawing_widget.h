@@ -26,7 +26,7 @@ public:
     const QPixmap& picture();
     /// A point of the widget in the user coordinates that the drawing left behind.
     Point userPoint(QPointF position);
-    /// Width in device-independent pixels and the scale left behind.
+    /// The scale that the drawing left behind.
     const Scale& scale();
 
     QSize sizeHint() const override { return {480, 320}; }

@@ -7,6 +7,8 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QTranslator>
+#include <algorithm>
+#include <cmath>
 
 namespace orva::ui {
 
@@ -34,6 +36,12 @@ DrawingOptions Session::drawingOptions() const
 {
     return {textOptions(), state.settings.GridUnit_Room, state.settings.GridUnit_Rigging,
             state.settings.GridUnit_Area};
+}
+
+QString Session::timeLeft(double seconds) const
+{
+    const auto whole = static_cast<qint64>(std::min(std::ceil(seconds), 1e9));
+    return text(1007) + QString("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QChar('0'));
 }
 
 void Session::ChangeLanguage(std::int32_t languageId)

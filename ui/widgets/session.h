@@ -29,6 +29,9 @@ public:
     TextOptions textOptions() const;
     DrawingOptions drawingOptions() const;
 
+    /// "Time left: 1:05".
+    QString timeLeft(double seconds) const;
+
     /// Makes a language current for the program, its windows and the platform's dialogs.
     void ChangeLanguage(std::int32_t languageId);
 
