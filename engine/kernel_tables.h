@@ -35,7 +35,7 @@ struct TablePrecision {
 /// What is shown.
 constexpr TablePrecision kShownPrecision{0.04, 400, 256, 3e-4};
 /// What tells configurations apart whose levels differ by thousandths of a dB.
-constexpr TablePrecision kSearchPrecision{0.0025, 6400, 2048, 2e-6};
+constexpr TablePrecision kSearchPrecision{0.0025, 6400, 2048, 5e-6};
 
 /// The directivity as the fast kernel reads it; immutable.
 struct DirectivityTable {

@@ -123,6 +123,7 @@ public:
     struct HungBox {
         FloatPair corner;      ///< top front corner
         float tiltDeg;         ///< positive = downwards
+        Rotation turn;         ///< by that tilt
         const BoxShape* shape; ///< null at a position of unknown code
 
         /// A point of the box's own frame.

@@ -23,18 +23,23 @@ FloatPair tilted(FloatPair v, float tiltDeg)
 
 FloatPair LineArray::HungBox::point(FloatPair own) const
 {
-    return sum(corner, tilted(own, tiltDeg));
+    return sum(corner, turn(own));
 }
 
 std::vector<LineArray::HungBox> LineArray::hungBoxes(float cradleTiltDeg) const
 {
+    const int count = boxCount();
     std::vector<HungBox> boxes;
-    HungBox box{{0, 0}, cradleTiltDeg, nullptr};
+    boxes.reserve(static_cast<std::size_t>(count));
     if (kindAt(0) == BoxKind::Trapezoidal)
-        box.tiltDeg += kTrapezoidalTiltDeg;
-    for (int i = 0; i < boxCount(); ++i) {
-        if (i > 0)
-            box.tiltDeg += splayAngle(AllAngle[static_cast<std::size_t>(i)]);
+        cradleTiltDeg += kTrapezoidalTiltDeg;
+    HungBox box{{0, 0}, cradleTiltDeg, Rotation(-cradleTiltDeg), nullptr};
+    for (int i = 0; i < count; ++i) {
+        const float splay = i > 0 ? splayAngle(AllAngle[static_cast<std::size_t>(i)]) : 0;
+        if (splay != 0) {
+            box.tiltDeg += splay;
+            box.turn = Rotation(-box.tiltDeg);
+        }
         const std::optional<BoxKind> kind = kindAt(i);
         box.shape = kind ? &system().boxes.shape(*kind) : nullptr;
         boxes.push_back(box);

@@ -114,17 +114,6 @@ const BoxShape& BoxGeometry::shape(BoxKind kind) const
     return kind == BoxKind::Straight ? straight : kind == BoxKind::Trapezoidal ? trapezoidal : bass;
 }
 
-std::optional<BoxKind> SystemRecord::kindOf(std::int16_t typeCode) const
-{
-    if (typeCode == TypeCodeGerade)
-        return BoxKind::Straight;
-    if (typeCode == TypeCodeSchräg)
-        return BoxKind::Trapezoidal;
-    if (typeCode == TypeCodeBass)
-        return BoxKind::Bass;
-    return std::nullopt;
-}
-
 std::optional<AngleBounds> SystemRecord::jointBounds(std::optional<BoxKind> a,
                                                      std::optional<BoxKind> b) const
 {

@@ -79,7 +79,13 @@ struct SystemRecord {
     int frameWeightLine;
 
     /// None for a code that is no box of this system.
-    std::optional<BoxKind> kindOf(std::int16_t typeCode) const;
+    std::optional<BoxKind> kindOf(std::int16_t typeCode) const
+    {
+        return typeCode == TypeCodeGerade   ? std::optional(BoxKind::Straight)
+               : typeCode == TypeCodeSchräg ? std::optional(BoxKind::Trapezoidal)
+               : typeCode == TypeCodeBass   ? std::optional(BoxKind::Bass)
+                                            : std::nullopt;
+    }
     const RiggingText& riggingText(BoxKind kind) const;
     /// What a joint between the two boxes allows, in either order; none where one is of unknown
     /// kind.

@@ -53,11 +53,20 @@ double ArcCos(float x)
 
 FloatPair RotatePoint(FloatPair v, float degrees)
 {
+    return Rotation(degrees)(v);
+}
+
+Rotation::Rotation(float degrees)
+{
     const double radians = static_cast<double>(degrees) * kRadiansPerDegree;
-    const double sine = std::sin(radians);
-    const double cosine = std::cos(radians);
-    return {static_cast<float>(v[0] * cosine + v[1] * sine),
-            static_cast<float>(-v[0] * sine + v[1] * cosine)};
+    m_sine = std::sin(radians);
+    m_cosine = std::cos(radians);
+}
+
+FloatPair Rotation::operator()(FloatPair v) const
+{
+    return {static_cast<float>(v[0] * m_cosine + v[1] * m_sine),
+            static_cast<float>(-v[0] * m_sine + v[1] * m_cosine)};
 }
 
 } // namespace orva

@@ -29,4 +29,16 @@ double ArcCos(float x);
 /// turns counter-clockwise as seen.
 FloatPair RotatePoint(FloatPair v, float degrees);
 
+/// RotatePoint() of several vectors by the same angle.
+class Rotation {
+public:
+    explicit Rotation(float degrees);
+
+    FloatPair operator()(FloatPair v) const;
+
+private:
+    double m_sine;
+    double m_cosine;
+};
+
 } // namespace orva

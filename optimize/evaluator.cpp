@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numeric>
 
@@ -28,8 +29,10 @@ double loudestPower(const SpeakerData& data, const LevelChoice& choice,
 
 } // namespace
 
-Evaluator::Evaluator(std::shared_ptr<const SearchTask> task)
+Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
+                     std::shared_ptr<const PointOrder> order)
     : m_task(std::move(task)),
+      m_order(std::move(order)),
       m_literal(m_task->speakerData.directivity, m_task->air),
       m_array(m_task->array),
       m_segment(measuredSegment(m_task->area, m_task->target)),
@@ -39,17 +42,25 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task)
       m_incoherent(loudestPower(m_task->speakerData, m_task->choice, m_factors))
 {
     const auto count = static_cast<std::size_t>(m_task->points);
-    m_receivers = lineReceivers(m_segment, m_task->points);
-    m_bandPowers.resize(m_factors.size() * kPoints);
+    if (!m_order)
+        m_order = std::make_shared<PointOrder>(PointOrder::coarseToFine(count));
+    const std::vector<Point> line = lineReceivers(m_segment, m_task->points);
+    m_ends = {line.front(), line.back()};
+    m_receivers.reserve(count);
+    for (const std::size_t point : m_order->points)
+        m_receivers.push_back(line[point]);
+    m_wanted.reserve(count);
+    for (std::size_t i = 0; i < count; ++i)
+        m_wanted.push_back(m_task->measure == Measure::FitToLine
+                               ? static_cast<double>(m_reference[i])
+                               : static_cast<double>(i) * m_step);
+    m_bandPowers.resize(m_factors.size() * kGroup);
     for (std::size_t b = 0; b < m_factors.size(); ++b) {
         const std::size_t band = static_cast<std::size_t>(m_task->choice.bands.from) + b;
         m_rowFactors[BandRow::re(band)] = m_rowFactors[BandRow::im(band)] = m_factors[b];
     }
-    m_levels.resize(count);
+    m_distances.resize(count);
     m_errorSquares.resize(count);
-    m_known.resize(count);
-    m_order.resize((count + kPoints - 1) / kPoints);
-    std::iota(m_order.begin(), m_order.end(), std::size_t{0});
 }
 
 void Evaluator::place(const LineArray::Positions& angles)
@@ -62,12 +73,19 @@ void Evaluator::place(const LineArray::Positions& angles)
         if (i >= m_sources.size() || sources[i] != m_sources[i])
             m_placed[i] = ++m_places;
     m_sources = std::move(sources);
-    const std::array ends = {m_receivers.front(), m_receivers.back()};
-    m_running = m_task->kernel->hasRunningSums(m_sources, ends, m_task->choice.bands);
+    constexpr double kFar = std::numeric_limits<double>::infinity();
+    m_low = {kFar, kFar};
+    m_high = {-kFar, -kFar};
+    for (const Source& source : m_sources) {
+        m_low = {std::min(m_low.x, source.x), std::min(m_low.y, source.y)};
+        m_high = {std::max(m_high.x, source.x), std::max(m_high.y, source.y)};
+    }
+    m_running = m_task->kernel->hasRunningSums(m_sources, m_ends, m_task->choice.bands);
     if (m_running && !m_sums) {
-        const std::size_t places = m_order.size() * m_sources.size();
-        m_sums = hwy::AllocateAligned<float>(places * kPoints * BandRow::kFloats);
-        std::fill_n(m_sums.get(), places * kPoints * BandRow::kFloats, 0.0F);
+        const std::size_t groups = (m_receivers.size() + kGroup - 1) / kGroup;
+        const std::size_t places = groups * m_sources.size();
+        m_sums = hwy::AllocateAligned<float>(places * kGroup * BandRow::kFloats);
+        std::fill_n(m_sums.get(), places * kGroup * BandRow::kFloats, 0.0F);
         m_summed.assign(places, 0);
     }
 }
@@ -98,51 +116,58 @@ double Evaluator::fastMeasure(const LineArray::Positions& angles)
     return measureOf(levels(*m_task->kernel));
 }
 
-std::size_t Evaluator::blockEnd(std::size_t block) const
+std::vector<double> Evaluator::distances(const LineArray::Positions& angles)
 {
-    return std::min((block + 1) * kPoints, m_receivers.size());
+    place(angles);
+    const std::vector<float> all = levels(*m_task->kernel);
+    std::vector<double> result(all.begin(), all.end());
+    std::transform(result.begin(), result.end(), m_wanted.begin(), result.begin(), std::minus());
+    return result;
 }
 
-void Evaluator::calculateBlock(std::size_t block)
+void Evaluator::calculateGroup(std::size_t group)
 {
-    const std::size_t first = block * kPoints;
-    const std::size_t count = blockEnd(block) - first;
-    std::array<float, kPoints> powers{};
+    const std::size_t first = group * kGroup;
+    const std::size_t count = std::min(kGroup, m_receivers.size() - first);
+    std::array<float, kGroup> powers{};
+    std::array<float, kGroup> levels{};
     const std::span used(powers.data(), count);
     if (m_running)
-        sumRunningPowers(block, used);
+        sumRunningPowers(group, used);
     else
-        sumPowers(block, used);
+        sumPowers(group, used);
     const float* plane = used.data();
     constexpr float kAsItIs = 1;
-    weightedLevels(std::span(&plane, 1), std::span(&kAsItIs, 1),
-                   std::span(m_levels).subspan(first, count));
-    std::fill_n(m_known.begin() + static_cast<std::ptrdiff_t>(first), count, char{1});
-    boundErrors(block, used);
+    weightedLevels(std::span(&plane, 1), std::span(&kAsItIs, 1), levels);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t point = m_order->points[first + i];
+        m_distances[point] = static_cast<double>(levels[i]) - m_wanted[point];
+        m_errorSquares[point] = errorSquare(m_receivers[first + i], powers[i]);
+    }
 }
 
-void Evaluator::sumPowers(std::size_t block, std::span<float> powers)
+void Evaluator::sumPowers(std::size_t group, std::span<float> powers)
 {
     std::array<float*, kBands> planes{};
     for (std::size_t b = 0; b < m_factors.size(); ++b)
-        planes[b] = m_bandPowers.data() + b * kPoints;
+        planes[b] = m_bandPowers.data() + b * kGroup;
     m_task->kernel->bandPowers(m_sources,
-                               std::span(m_receivers).subspan(block * kPoints, powers.size()),
+                               std::span(m_receivers).subspan(group * kGroup, powers.size()),
                                m_task->choice.bands, std::span(planes.data(), m_factors.size()));
     for (std::size_t b = 0; b < m_factors.size(); ++b)
         for (std::size_t i = 0; i < powers.size(); ++i)
             powers[i] += m_factors[b] * planes[b][i];
 }
 
-void Evaluator::sumRunningPowers(std::size_t block, std::span<float> powers)
+void Evaluator::sumRunningPowers(std::size_t group, std::span<float> powers)
 {
     const std::size_t boxes = m_sources.size();
     const auto sumsAfter = [&](std::size_t box) {
-        return m_sums.get() + (block * boxes + box) * kPoints * BandRow::kFloats;
+        return m_sums.get() + (group * boxes + box) * kGroup * BandRow::kFloats;
     };
     if (boxes == 0)
         return;
-    std::uint64_t* summed = m_summed.data() + block * boxes;
+    std::uint64_t* summed = m_summed.data() + group * boxes;
     std::size_t kept = 0;
     while (kept < boxes && summed[kept] == m_placed[kept])
         ++kept;
@@ -151,7 +176,7 @@ void Evaluator::sumRunningPowers(std::size_t block, std::span<float> powers)
         for (std::size_t box = kept; box < boxes; ++box)
             after[box - kept] = sumsAfter(box);
         m_task->kernel->runningSums(std::span(m_sources).subspan(kept),
-                                    std::span(m_receivers).subspan(block * kPoints, powers.size()),
+                                    std::span(m_receivers).subspan(group * kGroup, powers.size()),
                                     m_task->choice.bands, kept > 0 ? sumsAfter(kept - 1) : nullptr,
                                     std::span(after.data(), boxes - kept));
         std::copy(m_placed.begin(), m_placed.end(), summed);
@@ -169,88 +194,57 @@ void Evaluator::sumRunningPowers(std::size_t block, std::span<float> powers)
 }
 
 /// The kernel's amplitudes are off by a share of the incoherent sum of the boxes, which is at most
-/// that of boxes that all point their loudest direction here from where the nearest one hangs.
-void Evaluator::boundErrors(std::size_t block, std::span<const float> powers)
+/// that of boxes that all point their loudest direction here from where the nearest one can hang.
+double Evaluator::errorSquare(const Point& receiver, float power) const
 {
-    const std::size_t first = block * kPoints;
-    const Point& one = m_receivers[first];
-    const Point& other = m_receivers[first + powers.size() - 1];
-    const Point middle = {(one.x + other.x) / 2, (one.y + other.y) / 2};
-    double nearest = std::numeric_limits<double>::infinity();
-    for (const Source& source : m_sources) {
-        const double dx = source.x - middle.x;
-        const double dy = source.y - middle.y;
-        nearest = std::min(nearest, dx * dx + dy * dy);
-    }
-    const double half = std::hypot(one.x - other.x, one.y - other.y) / 2;
-    const double distance = std::max(0.1, std::sqrt(nearest) - half);
+    const double dx = std::max({0.0, m_low.x - receiver.x, receiver.x - m_high.x});
+    const double dy = std::max({0.0, m_low.y - receiver.y, receiver.y - m_high.y});
     const double share = m_task->amplitudeError;
-    const auto incoherent =
-        static_cast<float>(share * share * m_incoherent * static_cast<double>(m_sources.size()) /
-                           (distance * distance));
+    const double incoherent = share * share * m_incoherent * static_cast<double>(m_sources.size()) /
+                              std::max(0.01, dx * dx + dy * dy);
     // A level is off by 8.69 dB * s / (1 - s) where s is the share of its own amplitude; its square
     // and that of the rounding count twice, so that both together are covered.
-    constexpr float kLargestShareSquare = 0.0025F;
-    constexpr auto kSquareDb = static_cast<float>(2 * 8.69 * 8.69 / (0.95 * 0.95));
-    constexpr auto kRoundingSquare = static_cast<float>(2 * kRoundingDb * kRoundingDb);
-    for (std::size_t i = 0; i < powers.size(); ++i) {
-        const float square = incoherent / powers[i];
-        m_errorSquares[first + i] = square < kLargestShareSquare
-                                        ? kSquareDb * square + kRoundingSquare
-                                        : std::numeric_limits<float>::infinity();
-    }
+    constexpr double kLargestShareSquare = 0.0025;
+    constexpr double kSquareDb = 2 * 8.69 * 8.69 / (0.95 * 0.95);
+    constexpr double kRoundingSquare = 2 * kRoundingDb * kRoundingDb;
+    const double square = incoherent / static_cast<double>(power);
+    return square < kLargestShareSquare ? kSquareDb * square + kRoundingSquare
+                                        : std::numeric_limits<double>::infinity();
 }
 
-void Evaluator::addStep(std::size_t point, Sums& sums) const
+/// What the errors of the known levels can come to in the sum of squares of sumOfSquares().
+double Evaluator::sumOfErrors(const std::vector<std::size_t>& known) const
 {
-    const double distance = static_cast<double>(m_levels[point + 1]) - m_levels[point] - m_step;
-    sums.squares += distance * distance;
-    // (a + b)^2 is at most 2 a^2 + 2 b^2
-    sums.errors += 2 * (static_cast<double>(m_errorSquares[point]) + m_errorSquares[point + 1]);
-}
-
-void Evaluator::addBlock(std::size_t block, Sums& sums) const
-{
-    const std::size_t first = block * kPoints;
-    const std::size_t end = blockEnd(block);
-    if (m_task->measure == Measure::FitToLine) {
-        for (std::size_t i = first; i < end; ++i) {
-            const double distance = static_cast<double>(m_levels[i]) - m_reference[i];
-            sums.squares += distance * distance;
-            sums.errors += m_errorSquares[i];
-        }
-        return;
-    }
-    for (std::size_t i = first; i + 1 < end; ++i)
-        addStep(i, sums);
-    // Steps across blocks, once both sides are known.
-    if (first > 0 && m_known[first - 1])
-        addStep(first - 1, sums);
-    if (end < m_known.size() && m_known[end])
-        addStep(end - 1, sums);
+    double sum = 0;
+    if (m_task->measure == Measure::FitToLine)
+        for (const std::size_t point : known)
+            sum += m_errorSquares[point];
+    else // (a + b)^2 is at most 2 a^2 + 2 b^2
+        for (std::size_t i = 0; i + 1 < known.size(); ++i)
+            sum += 2 * (m_errorSquares[known[i]] + m_errorSquares[known[i + 1]]) /
+                   static_cast<double>(known[i + 1] - known[i]);
+    return sum;
 }
 
 std::optional<Evaluator::Bounds> Evaluator::measureUpTo(const LineArray::Positions& angles,
                                                         double limit)
 {
     place(angles);
-    std::fill(m_known.begin(), m_known.end(), char{0});
     const double terms =
         m_task->measure == Measure::FitToLine ? m_task->points : m_task->points - 1;
     const double furthest = limit * std::sqrt(terms);
-    Sums sums;
-    for (std::size_t i = 0; i < m_order.size(); ++i) {
-        calculateBlock(m_order[i]);
-        addBlock(m_order[i], sums);
+    double length = 0;
+    double error = 0;
+    std::size_t done = 0;
+    for (const PointOrder::Stage& stage : m_order->stages) {
+        for (; done < stage.end; done += kGroup)
+            calculateGroup(done / kGroup);
         // The roots are lengths of vectors: an error of length e moves the other by e at most.
-        if (std::sqrt(sums.squares) - std::sqrt(sums.errors) > furthest) {
-            std::rotate(m_order.begin(), m_order.begin() + static_cast<std::ptrdiff_t>(i),
-                        m_order.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+        length = std::sqrt(sumOfSquares(m_task->measure, m_distances, stage.known));
+        error = std::sqrt(sumOfErrors(stage.known));
+        if (length - error > furthest)
             return std::nullopt;
-        }
     }
-    const double length = std::sqrt(sums.squares);
-    const double error = std::sqrt(sums.errors);
     return Bounds{(length - error) / std::sqrt(terms), (length + error) / std::sqrt(terms)};
 }
 

@@ -6,6 +6,7 @@
 #include "engine/speaker_data.h"
 #include "optimize/candidates.h"
 #include "optimize/measure.h"
+#include "optimize/point_order.h"
 
 #include <memory>
 #include <optional>
@@ -30,13 +31,18 @@ struct SearchTask {
 /// Measures configurations. One for each thread.
 class Evaluator {
 public:
-    explicit Evaluator(std::shared_ptr<const SearchTask> task);
+    explicit Evaluator(std::shared_ptr<const SearchTask> task,
+                       std::shared_ptr<const PointOrder> order = nullptr);
 
     /// The measure by the literal kernel: the one that counts.
     double measure(const LineArray::Positions& angles);
 
     /// The measure by the fast kernel.
     double fastMeasure(const LineArray::Positions& angles);
+
+    /// How far each level lies from the wanted one, in dB, by the fast kernel. For a smooth area
+    /// the wanted level of the first point is 0.
+    std::vector<double> distances(const LineArray::Positions& angles);
 
     /// Where the literal measure lies for certain.
     struct Bounds {
@@ -49,51 +55,45 @@ public:
     std::optional<Bounds> measureUpTo(const LineArray::Positions& angles, double limit);
 
 private:
-    /// Points that are calculated together.
-    static constexpr std::size_t kPoints = 8;
-
-    /// A figure with a bound on its error.
-    struct Sums {
-        double squares = 0;
-        double errors = 0;
-    };
+    static constexpr std::size_t kGroup = PointOrder::kGroup;
 
     void place(const LineArray::Positions& angles);
     std::vector<float> levels(const LevelKernel& kernel);
     double measureOf(const std::vector<float>& levels) const;
-    void calculateBlock(std::size_t block);
-    void sumPowers(std::size_t block, std::span<float> powers);
-    void sumRunningPowers(std::size_t block, std::span<float> powers);
-    void boundErrors(std::size_t block, std::span<const float> powers);
-    void addBlock(std::size_t block, Sums& sums) const;
-    void addStep(std::size_t point, Sums& sums) const;
-    std::size_t blockEnd(std::size_t block) const;
+    void calculateGroup(std::size_t group);
+    void sumPowers(std::size_t group, std::span<float> powers);
+    void sumRunningPowers(std::size_t group, std::span<float> powers);
+    double errorSquare(const Point& receiver, float power) const;
+    double sumOfErrors(const std::vector<std::size_t>& known) const;
 
     std::shared_ptr<const SearchTask> m_task;
+    std::shared_ptr<const PointOrder> m_order;
     LiteralKernel m_literal;
     LineArray m_array;
     AreaSegment m_segment;
     std::vector<float> m_reference;
+    std::vector<double> m_wanted;
     double m_step = 0; ///< wanted from point to point
-    std::vector<Point> m_receivers;
+    std::array<Point, 2> m_ends{};
+    std::vector<Point> m_receivers; ///< in the order of calculation
     std::vector<float> m_factors;
     double m_incoherent = 0; ///< power of one box 1 m away in its loudest direction, all bands
 
     std::vector<Source> m_sources;
-    std::vector<float> m_bandPowers; ///< of a block
+    Point m_low; ///< corners of the rectangle round the sources
+    Point m_high;
+    std::vector<float> m_bandPowers; ///< of a group
     bool m_running = false;          ///< sums are kept
 
-    // Sums after each box for each block of receivers, and for which place of each box they hold.
+    // Sums after each box for each group of receivers, and for which place of each box they hold.
     std::vector<std::uint64_t> m_placed; ///< changes with each box's place
     std::uint64_t m_places = 0;
-    std::vector<std::uint64_t> m_summed; ///< [block * boxes + box]
-    BandRows m_sums;                     ///< [(block * boxes + box) * points + point] rows
+    std::vector<std::uint64_t> m_summed; ///< [group * boxes + box]
+    BandRows m_sums;                     ///< [(group * boxes + box) * kGroup + point] rows
     alignas(64) std::array<float, BandRow::kFloats> m_rowFactors{}; ///< of both parts of each band
 
-    std::vector<float> m_levels;
-    std::vector<float> m_errorSquares; ///< bound on the square of each level's error, dB^2
-    std::vector<char> m_known;
-    std::vector<std::size_t> m_order; ///< blocks; the one that told most lately first
+    std::vector<double> m_distances;    ///< of each level from the wanted one, dB
+    std::vector<double> m_errorSquares; ///< bound on the square of each level's error, dB^2
 };
 
 } // namespace orva

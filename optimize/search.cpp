@@ -7,6 +7,7 @@
 #include <chrono>
 #include <limits>
 #include <mutex>
+#include <random>
 
 namespace orva {
 
@@ -17,11 +18,16 @@ constexpr std::uint64_t kFewestInChunk = 32;
 constexpr std::uint64_t kChunksPerThread = 8;
 /// Configurations between two reports: enough of them for the upper boxes to stay where they are
 /// in most steps, few enough for a report several times a second.
-constexpr std::uint64_t kMostInBlock = 262144;
-constexpr double kLongestBlockSeconds = 0.5;
+constexpr std::uint64_t kMostInBlock = 1U << 22U;
+constexpr double kBlockSeconds = 0.3;
+constexpr double kFastestGrowth = 16;
 constexpr double kPlaceholder = 10;
 /// Contenders that the fast kernel cannot tell apart before the literal one decides.
 constexpr std::size_t kMostUndecided = 1024;
+/// Configurations that tell in which order levels are best calculated, and in how large a search.
+constexpr int kSamples = 64;
+constexpr std::uint64_t kFewestToLearnFor = 4096;
+constexpr std::uint64_t kSampleSeed = 20261125;
 
 } // namespace
 
@@ -46,20 +52,37 @@ Search::Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates, 
 {
 }
 
-/// The end of the block that the next configuration lies in: blocks hold every combination of the
-/// first joints.
-std::uint64_t Search::nextBlock() const
+/// The next configurations in their order: what is left of a block that holds every combination of
+/// the first joints.
+Search::Block Search::nextBlock() const
 {
-    const JointRange range = m_candidates.range();
+    Block block;
     std::uint64_t size = 1;
+    const JointRange range = m_candidates.range();
     for (int joint = range.first; joint <= range.last; ++joint) {
         const std::uint64_t width = m_candidates.widthOf(joint);
         if (size * width > m_mostInBlock)
             break;
         size *= width;
+        block.widths.push_back(width);
     }
-    const std::uint64_t next = m_first + m_tested;
-    return std::min((next / size + 1) * size, m_first + m_count) - next;
+    block.begin = m_first + m_tested;
+    block.first = block.begin / size * size;
+    block.size = size;
+    block.end = std::min(block.first + size, m_first + m_count);
+    return block;
+}
+
+/// The configurations of a block in an order of which the last joint is turned first, so that the
+/// boxes above it stay.
+std::uint64_t Search::Block::numberAt(std::uint64_t place) const
+{
+    std::uint64_t number = 0;
+    for (auto width = widths.rbegin(); width != widths.rend(); ++width) {
+        number = number * *width + place % *width;
+        place /= *width;
+    }
+    return first + number;
 }
 
 double Search::limitOf(const std::vector<Contender>& contenders)
@@ -82,44 +105,18 @@ void Search::dropBeaten(std::vector<Contender>& contenders)
                   [limit](const Contender& contender) { return contender.bounds.low > limit; });
 }
 
-/// Widths of the first joints whose combinations are exactly `size`; none where `block` is no whole
-/// block of them.
-std::vector<std::uint64_t> Search::digitsOf(std::uint64_t block, std::uint64_t size) const
-{
-    std::vector<std::uint64_t> widths;
-    std::uint64_t combinations = 1;
-    const JointRange range = m_candidates.range();
-    for (int joint = range.first; joint <= range.last && combinations < size; ++joint) {
-        widths.push_back(m_candidates.widthOf(joint));
-        combinations *= widths.back();
-    }
-    if (combinations != size || block % size != 0)
-        widths.clear();
-    return widths;
-}
-
-/// Within a whole block the last of its joints is turned first, so that the boxes above stay.
-void Search::testChunk(Evaluator& evaluator, std::uint64_t block,
-                       const std::vector<std::uint64_t>& digits, std::uint64_t from,
+void Search::testChunk(Evaluator& evaluator, const Block& block, std::uint64_t from,
                        std::uint64_t to, const std::function<bool()>& stop,
                        std::vector<Contender>& contenders) const
 {
-    const auto mirrored = [&](std::uint64_t place) {
-        if (digits.empty())
-            return place;
-        std::uint64_t number = 0;
-        for (auto width = digits.rbegin(); width != digits.rend(); ++width) {
-            number = number * *width + place % *width;
-            place /= *width;
-        }
-        return number;
-    };
     std::vector<Contender> known = m_contenders;
     double limit = limitOf(known);
     for (std::uint64_t place = from; place < to; ++place) {
         if (place % 16 == 0 && stop())
             return;
-        const std::uint64_t number = block + mirrored(place);
+        const std::uint64_t number = block.numberAt(place);
+        if (number < block.begin || number >= block.end)
+            continue;
         const LineArray::Positions angles = m_candidates.anglesOf(number);
         const auto bounds = evaluator.measureUpTo(angles, limit);
         if (!bounds)
@@ -133,10 +130,32 @@ void Search::testChunk(Evaluator& evaluator, std::uint64_t block,
     dropBeaten(contenders);
 }
 
+/// From configurations by chance; the usual order in a small search, or when stopped.
+std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool()>& stop) const
+{
+    const auto usual = [&] {
+        return std::make_shared<PointOrder>(
+            PointOrder::coarseToFine(static_cast<std::size_t>(m_task->points)));
+    };
+    if (m_count < kFewestToLearnFor)
+        return usual();
+    Evaluator evaluator(m_task);
+    std::mt19937_64 random(kSampleSeed);
+    std::vector<std::vector<double>> samples;
+    for (int i = 0; i < kSamples; ++i) {
+        if (stop())
+            return usual();
+        samples.push_back(evaluator.distances(m_candidates.anglesOf(m_first + random() % m_count)));
+    }
+    return std::make_shared<PointOrder>(PointOrder::learned(m_task->measure, samples));
+}
+
 bool Search::advance(int threads, const std::function<bool()>& stop)
 {
+    if (!m_order)
+        m_order = learnedOrder(stop);
     while (m_evaluators.size() < static_cast<std::size_t>(std::max(threads, 1)))
-        m_evaluators.push_back(std::make_unique<Evaluator>(m_task));
+        m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));
     if (m_tested == 0 && m_count > 0 && m_first == 0) {
         const LineArray::Positions angles = m_candidates.anglesOf(0);
         const double rms = m_evaluators.front()->measure(angles);
@@ -149,13 +168,11 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     }
 
     const auto start = std::chrono::steady_clock::now();
-    const std::uint64_t block = m_first + m_tested;
-    const std::uint64_t size = nextBlock();
+    const Block block = nextBlock();
     const std::uint64_t chunkSize =
-        std::max(kFewestInChunk,
-                 size / (kChunksPerThread * static_cast<std::uint64_t>(std::max(1, threads))));
-    const int chunks = static_cast<int>((size + chunkSize - 1) / chunkSize);
-    const std::vector<std::uint64_t> digits = digitsOf(block, size);
+        std::max(kFewestInChunk, block.size / (kChunksPerThread *
+                                               static_cast<std::uint64_t>(std::max(1, threads))));
+    const int chunks = static_cast<int>((block.size + chunkSize - 1) / chunkSize);
     std::vector<std::vector<Contender>> found(static_cast<std::size_t>(chunks));
     std::vector<Evaluator*> idle;
     for (const auto& evaluator : m_evaluators)
@@ -177,7 +194,7 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
             idle.pop_back();
         }
         const std::uint64_t from = static_cast<std::uint64_t>(chunk) * chunkSize;
-        testChunk(*evaluator, block, digits, from, std::min(from + chunkSize, size), stopping,
+        testChunk(*evaluator, block, from, std::min(from + chunkSize, block.size), stopping,
                   found[static_cast<std::size_t>(chunk)]);
         const std::lock_guard lock(mutex);
         idle.push_back(evaluator);
@@ -187,12 +204,14 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     for (const std::vector<Contender>& contenders : found)
         m_contenders.insert(m_contenders.end(), contenders.begin(), contenders.end());
     dropBeaten(m_contenders);
-    m_tested += size;
+    m_tested += block.end - block.begin;
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    if (seconds.count() > kLongestBlockSeconds)
-        m_mostInBlock = std::max(kFewestInChunk, m_mostInBlock / 2);
-    else if (seconds.count() < kLongestBlockSeconds / 3)
-        m_mostInBlock = std::min(kMostInBlock, m_mostInBlock * 2);
+    const double growth = kBlockSeconds * static_cast<double>(block.end - block.begin) /
+                          static_cast<double>(m_mostInBlock) / seconds.count();
+    m_mostInBlock = std::clamp(
+        static_cast<std::uint64_t>(static_cast<double>(m_mostInBlock) *
+                                   std::clamp(growth, 1 / kFastestGrowth, kFastestGrowth)),
+        kFewestInChunk, kMostInBlock);
     if (m_contenders.size() > kMostUndecided)
         resolve();
     return finished();

@@ -67,10 +67,20 @@ private:
         bool exact;
     };
 
-    std::uint64_t nextBlock() const;
-    std::vector<std::uint64_t> digitsOf(std::uint64_t block, std::uint64_t size) const;
-    void testChunk(Evaluator& evaluator, std::uint64_t block,
-                   const std::vector<std::uint64_t>& digits, std::uint64_t from, std::uint64_t to,
+    /// Configurations `begin` to before `end` of the `size` from `first` on.
+    struct Block {
+        std::uint64_t first = 0;
+        std::uint64_t size = 1;
+        std::uint64_t begin = 0;
+        std::uint64_t end = 0;
+        std::vector<std::uint64_t> widths; ///< of the joints whose combinations it holds
+
+        std::uint64_t numberAt(std::uint64_t place) const;
+    };
+
+    std::shared_ptr<const PointOrder> learnedOrder(const std::function<bool()>& stop) const;
+    Block nextBlock() const;
+    void testChunk(Evaluator& evaluator, const Block& block, std::uint64_t from, std::uint64_t to,
                    const std::function<bool()>& stop, std::vector<Contender>& contenders) const;
     static double limitOf(const std::vector<Contender>& contenders);
     static void dropBeaten(std::vector<Contender>& contenders);
@@ -84,6 +94,7 @@ private:
     std::uint64_t m_mostInBlock = 1024;
     std::vector<Contender> m_contenders;
     Ranking m_ranking;
+    std::shared_ptr<const PointOrder> m_order;
     std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread
     mutable std::atomic<double> m_lastMeasure = 0;
 };

@@ -2,6 +2,8 @@
 #include "model/project.h"
 #include "optimize/quick_search.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <fstream>
 #include <limits>
@@ -124,6 +126,72 @@ TEST(Search, FindsWhatTheRulesFindOnAnyNumberOfThreads)
             }
 }
 
+TEST(Search, FindsWhatTheRulesFindWhereItLearnsAnOrderFirst)
+{
+    Random random(9);
+    for (const Measure measure : {Measure::SmoothArea, Measure::FitToLine})
+        for (const bool pinMode : {true, false}) {
+            const Scene scene = randomScene(random, measure, pinMode, {10, 13});
+            const CandidateSet candidates(scene.task->array, allJoints(scene.task->array), false);
+            const std::uint64_t count = std::min<std::uint64_t>(*candidates.NumConfigs(), 5000);
+            ASSERT_GE(count, 4096U) << "fewer are not learned from";
+            Search search(scene.task, candidates, 0, count);
+            while (!search.advance(2, [] { return false; })) {
+            }
+            expectSame(search.ranking(), literalRanking(scene, candidates, 0, count));
+        }
+}
+
+TEST(PointOrder, KnowsEveryPointOnceAndNeverClaimsTooMuch)
+{
+    Random random(10);
+    std::normal_distribution<> noise;
+    for (const std::size_t count : {2U, 7U, 8U, 9U, 64U, 200U, 1000U}) {
+        std::vector<std::vector<double>> samples(20, std::vector<double>(count));
+        for (auto& sample : samples)
+            for (double& distance : sample)
+                distance = noise(random);
+        for (const Measure measure : {Measure::SmoothArea, Measure::FitToLine})
+            for (const PointOrder& order :
+                 {PointOrder::coarseToFine(count), PointOrder::learned(measure, samples)}) {
+                std::vector<std::size_t> sorted = order.points;
+                std::sort(sorted.begin(), sorted.end());
+                ASSERT_EQ(sorted.size(), count);
+                EXPECT_EQ(sorted, order.stages.back().known);
+                for (std::size_t i = 0; i < count; ++i)
+                    EXPECT_EQ(sorted[i], i);
+                double before = 0;
+                for (const PointOrder::Stage& stage : order.stages) {
+                    EXPECT_EQ(stage.known.size(), stage.end);
+                    EXPECT_TRUE(stage.end == count || stage.end % PointOrder::kGroup == 0);
+                    const double sum = sumOfSquares(measure, samples[0], stage.known);
+                    EXPECT_GE(sum, before * (1 - 1e-12));
+                    before = sum;
+                }
+                double exact = 0;
+                for (std::size_t i = 0; i < count; ++i) {
+                    const bool line = measure == Measure::FitToLine;
+                    const double step = line            ? samples[0][i]
+                                        : i + 1 < count ? samples[0][i + 1] - samples[0][i]
+                                                        : 0;
+                    exact += step * step;
+                }
+                EXPECT_NEAR(before, exact, 1e-9 * exact);
+            }
+    }
+}
+
+TEST(PointOrder, BeginsWhereTheSamplesTell)
+{
+    std::vector<std::vector<double>> samples(10, std::vector<double>(100, 0.0));
+    for (std::size_t s = 0; s < samples.size(); ++s)
+        samples[s][57] = 1.0 + static_cast<double>(s);
+    EXPECT_EQ(PointOrder::learned(Measure::FitToLine, samples).points.front(), 57U);
+    const auto smooth = PointOrder::learned(Measure::SmoothArea, samples).points;
+    const std::vector<std::size_t> first(smooth.begin(), smooth.begin() + 3);
+    EXPECT_NE(std::find(first.begin(), first.end(), 57U), first.end());
+}
+
 TEST(Search, PartsAndPausesChangeNothing)
 {
     Random random(6);
@@ -135,9 +203,18 @@ TEST(Search, PartsAndPausesChangeNothing)
     for (const auto& [first, end] :
          {std::pair<std::uint64_t, std::uint64_t>{count / 2, count}, {0, 3}, {3, count / 2}}) {
         Search search(scene.task, candidates, first, end - first);
-        int asked = 0;
+        std::atomic<int> asked = 0;
+        std::atomic<int> patience = 1;
+        const auto stop = [&] { // again and again, each time later
+            const bool now = ++asked > patience;
+            if (now) {
+                asked = 0;
+                ++patience;
+            }
+            return now;
+        };
         while (!search.finished()) {
-            search.advance(2, [&] { return ++asked % 5 == 0; }); // stopped again and again
+            search.advance(2, stop);
             expectSame(search.ranking(), literalRanking(scene, candidates, first, search.tested()));
         }
         parts.push_back({first, search.tested(), search.ranking().best()});

@@ -1,0 +1,138 @@
+#include "optimize/point_order.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace orva {
+
+namespace {
+
+constexpr std::size_t kMostLearned = 64;
+constexpr std::size_t kMostToLearnFrom = 256;
+
+/// Appends the points that are not in the order yet, spread ever more closely, and makes the
+/// stages.
+PointOrder completed(std::vector<std::size_t> points, std::size_t count)
+{
+    PointOrder order;
+    order.points = std::move(points);
+    std::vector<char> taken(count, 0);
+    for (const std::size_t point : order.points)
+        taken[point] = 1;
+    order.points.reserve(count);
+    std::size_t step = 1;
+    while (step * PointOrder::kGroup < count)
+        step *= 2;
+    for (; step > 0; step /= 2)
+        for (std::size_t point = 0; point < count; point += step)
+            if (!taken[point]) {
+                taken[point] = 1;
+                order.points.push_back(point);
+            }
+
+    // Few groups tell of most configurations; who gets far mostly gets through.
+    for (std::size_t groups = 1; groups * PointOrder::kGroup < count; groups += 1 + groups / 4) {
+        const std::size_t end = groups * PointOrder::kGroup;
+        order.stages.push_back(
+            {end, {order.points.begin(), order.points.begin() + static_cast<std::ptrdiff_t>(end)}});
+        std::sort(order.stages.back().known.begin(), order.stages.back().known.end());
+    }
+    std::vector<std::size_t> all(count);
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    order.stages.push_back({count, std::move(all)});
+    return order;
+}
+
+double gap(const std::vector<double>& distances, std::size_t from, std::size_t to)
+{
+    const double change = distances[to] - distances[from];
+    return change * change / static_cast<double>(to - from);
+}
+
+/// What the sum of squares grows by when `point` becomes known, which belongs before `right`.
+double growth(Measure measure, const std::vector<double>& distances,
+              const std::vector<std::size_t>& known, std::vector<std::size_t>::const_iterator right,
+              std::size_t point)
+{
+    if (measure == Measure::FitToLine)
+        return distances[point] * distances[point];
+    double sum = 0;
+    if (right != known.begin())
+        sum += gap(distances, *(right - 1), point);
+    if (right != known.end())
+        sum += gap(distances, point, *right);
+    if (right != known.begin() && right != known.end())
+        sum -= gap(distances, *(right - 1), *right);
+    return sum;
+}
+
+} // namespace
+
+double sumOfSquares(Measure measure, const std::vector<double>& distances,
+                    const std::vector<std::size_t>& known)
+{
+    double sum = 0;
+    if (measure == Measure::FitToLine)
+        for (const std::size_t point : known)
+            sum += distances[point] * distances[point];
+    else
+        for (std::size_t i = 0; i + 1 < known.size(); ++i)
+            sum += gap(distances, known[i], known[i + 1]);
+    return sum;
+}
+
+PointOrder PointOrder::coarseToFine(std::size_t points)
+{
+    assert(points >= 2);
+    return completed({}, points);
+}
+
+PointOrder PointOrder::learned(Measure measure, const std::vector<std::vector<double>>& samples)
+{
+    assert(samples.size() >= 3);
+    const std::size_t count = samples.front().size();
+    const std::vector<std::size_t> all = coarseToFine(count).stages.back().known;
+    std::vector<double> totals;
+    totals.reserve(samples.size());
+    for (const std::vector<double>& sample : samples) {
+        const double total = sumOfSquares(measure, sample, all);
+        totals.push_back(std::isnan(total) ? std::numeric_limits<double>::infinity() : total);
+    }
+    std::nth_element(totals.begin(), totals.begin() + 2, totals.end());
+    const double enough = totals[2];
+
+    const std::size_t step = (count + kMostToLearnFrom - 1) / kMostToLearnFrom;
+    std::vector<std::size_t> order;
+    std::vector<std::size_t> known;
+    std::vector<double> sums(samples.size(), 0.0);
+    while (order.size() < kMostLearned) {
+        double most = -1;
+        std::size_t best = count;
+        for (std::size_t point = 0; point < count; point += step) {
+            const auto right = std::lower_bound(known.cbegin(), known.cend(), point);
+            if (right != known.cend() && *right == point)
+                continue;
+            double told = 0;
+            for (std::size_t s = 0; s < samples.size(); ++s)
+                told +=
+                    std::min(enough, sums[s] + growth(measure, samples[s], known, right, point));
+            if (told > most) {
+                most = told;
+                best = point;
+            }
+        }
+        if (best == count)
+            break;
+        const auto right = std::lower_bound(known.cbegin(), known.cend(), best);
+        for (std::size_t s = 0; s < samples.size(); ++s)
+            sums[s] += growth(measure, samples[s], known, right, best);
+        known.insert(right, best);
+        order.push_back(best);
+    }
+    return completed(std::move(order), count);
+}
+
+} // namespace orva
