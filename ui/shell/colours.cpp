@@ -5,16 +5,23 @@
 
 namespace orva::ui {
 
+bool isDark()
+{
+    return QApplication::palette().color(QPalette::Window).lightness() < 128;
+}
+
 void useColours()
 {
     QPalette palette = QApplication::palette();
-    if (palette.color(QPalette::Window).lightness() < 128)
-        return;
-    const QColor background(0xAF, 0xC3, 0xE1);
-    palette.setColor(QPalette::Window, background);
-    palette.setColor(QPalette::Button, background);
+    QColor disabled(0x9A, 0xA2, 0xAA); // locked figures are still read
+    if (!isDark()) {
+        const QColor background(0xAF, 0xC3, 0xE1);
+        palette.setColor(QPalette::Window, background);
+        palette.setColor(QPalette::Button, background);
+        disabled = QColor(0x5C, 0x6B, 0x80);
+    }
     for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-        palette.setColor(QPalette::Disabled, role, QColor(0x5C, 0x6B, 0x80));
+        palette.setColor(QPalette::Disabled, role, disabled);
     QApplication::setPalette(palette);
 }
 

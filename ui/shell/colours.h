@@ -2,7 +2,11 @@
 
 namespace orva::ui {
 
-/// Gives the application the program's own colours, where the desktop is a light one.
+/// Whether the desktop shows bright text on dark.
+bool isDark();
+
+/// Gives the application the program's own colours: a background where the desktop is a light one,
+/// and readable figures where they are locked.
 void useColours();
 
 } // namespace orva::ui

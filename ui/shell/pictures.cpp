@@ -1,5 +1,8 @@
 #include "shell/pictures.h"
 
+#include "shell/colours.h"
+
+#include <QFile>
 #include <QPainter>
 #include <QPixmap>
 #include <QSvgRenderer>
@@ -13,6 +16,27 @@ static void usePictures()
 }
 
 namespace orva::ui {
+
+namespace {
+
+QSvgWidget* svgWidget(const QString& name, const QByteArray& svg, QWidget* parent)
+{
+    auto* widget = new QSvgWidget(parent);
+    widget->setObjectName(name);
+    widget->load(svg);
+    widget->setFixedSize(widget->renderer()->defaultSize());
+    return widget;
+}
+
+QByteArray pictureFile(const QString& file)
+{
+    usePictures();
+    QFile picture(":/pictures/" + file);
+    picture.open(QIODevice::ReadOnly);
+    return picture.readAll();
+}
+
+} // namespace
 
 QIcon programIcon()
 {
@@ -31,16 +55,18 @@ QIcon programIcon()
 
 QWidget* picture(const QString& name, const QString& file, QWidget* parent)
 {
-    usePictures();
-    auto* widget = new QSvgWidget(":/pictures/" + file, parent);
-    widget->setObjectName(name);
-    widget->setFixedSize(widget->renderer()->defaultSize());
-    return widget;
+    return svgWidget(name, pictureFile(file), parent);
 }
 
-QWidget* logoPicture(QWidget* parent)
+QWidget* logoPicture(QWidget* parent, const QString& name)
 {
-    QWidget* logo = picture("imgLogo", "logo.svg", parent);
+    QByteArray svg = pictureFile("logo.svg");
+    if (isDark()) {
+        svg.replace("#afc3e1", "#123247");
+        svg.replace("#1d4e6b", "#a9cbe6");
+        svg.replace("#006699", "#4ba3d3");
+    }
+    QWidget* logo = svgWidget(name, svg, parent);
     logo->setAccessibleName("ORVA");
     return logo;
 }

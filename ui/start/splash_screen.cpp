@@ -28,7 +28,7 @@ SplashScreen::SplashScreen(Session& session)
     layout->setContentsMargins(1, 1, 1, 8);
     layout->addWidget(picture("imgSplash", "splash.svg", this));
     auto* bottom = new QGridLayout;
-    QWidget* logo = picture("Image1", "logo.svg", this);
+    QWidget* logo = logoPicture(this, "Image1");
     lblTitle = named<QLabel>("lblTitle", this);
     lblTitle->setAlignment(Qt::AlignCenter);
     bottom->addWidget(logo, 0, 0);

@@ -40,8 +40,11 @@ void showList(QComboBox& box, const ChoiceList& list)
 
 void showText(QLineEdit& edit, const QString& text)
 {
-    if (edit.text() != text)
-        edit.setText(text);
+    if (edit.text() == text)
+        return;
+    edit.setText(text);
+    if (!edit.hasFocus())
+        edit.setCursorPosition(0); // what is too long shows its beginning
 }
 
 ListBox::ListBox(QWidget* parent) : QComboBox(parent)
