@@ -10,6 +10,7 @@
 #include <fstream>
 #include <functional>
 #include <limits>
+#include <map>
 #include <random>
 #include <sstream>
 
@@ -107,11 +108,13 @@ void onEveryTarget(Test test)
         SCOPED_TRACE(hwy::TargetName(target));
         hwy::SetSupportedTargetsForTest(target);
         hwy::GetChosenTarget().Update(target);
-        test();
+        test(hwy::TargetName(target));
     }
     hwy::SetSupportedTargetsForTest(0);
     hwy::GetChosenTarget().DeInit();
 }
+
+constexpr int kReceivers = 200;
 
 struct Case {
     std::vector<Source> sources;
@@ -131,7 +134,7 @@ std::vector<Case> randomCases(int count)
     for (int i = 0; i < count; ++i) {
         Case one;
         one.sources = radiatingSources(randomArray(random));
-        for (int k = 0; k < 300; ++k)
+        for (int k = 0; k < kReceivers; ++k)
             one.receivers.push_back({uniform(random, -20, 200), uniform(random, -10, 30)});
         const int from = static_cast<int>(random() % kBands);
         const int most = i % 3 == 0 ? 1 : kBands - from;
@@ -158,29 +161,37 @@ TEST(FastKernel, FollowsTheLiteralOneWithinItsBounds)
                            incoherent.back().begin(), std::plus());
         }
     }
-    for (const TablePrecision& precision : {kShownPrecision, kSearchPrecision})
-        onEveryTarget([&] {
-            std::vector<double> errors; // dB
+    for (const TablePrecision& precision : {kShownPrecision, kSearchPrecision}) {
+        struct Errors {
+            std::vector<double> levels; // dB, within 40 dB of the incoherent sum
             double largestAmplitude = 0;
-            for (std::size_t i = 0; i < cases.size(); ++i) {
-                const Case& one = cases[i];
-                const auto fast = powersOf(*fastKernel(one.data, one.air, precision), one.sources,
-                                           one.receivers, one.bands);
+        };
+        std::map<std::string, Errors> byTarget;
+        for (std::size_t i = 0; i < cases.size(); ++i) {
+            const Case& one = cases[i];
+            const auto kernel = fastKernel(one.data, one.air, precision);
+            onEveryTarget([&](const char* target) {
+                Errors& errors = byTarget[target];
+                const auto fast = powersOf(*kernel, one.sources, one.receivers, one.bands);
                 for (std::size_t k = 0; k < fast.size(); ++k) {
                     if (literal[i][k] > 1e-4 * incoherent[i][k])
-                        errors.push_back(std::abs(10 * std::log10(fast[k] / literal[i][k])));
+                        errors.levels.push_back(std::abs(10 * std::log10(fast[k] / literal[i][k])));
                     const double amplitude =
                         std::abs(std::sqrt(fast[k]) - std::sqrt(literal[i][k]));
-                    largestAmplitude =
-                        std::max(largestAmplitude, amplitude / std::sqrt(incoherent[i][k]));
+                    errors.largestAmplitude =
+                        std::max(errors.largestAmplitude, amplitude / std::sqrt(incoherent[i][k]));
                 }
-            }
-            std::sort(errors.begin(), errors.end());
-            EXPECT_GT(errors.size(), cases.size() * 250);
-            EXPECT_LT(errors[errors.size() * 999 / 1000], 0.001);
-            EXPECT_LT(errors.back(), 0.01);
-            EXPECT_LT(largestAmplitude, precision.amplitudeError);
-        });
+            });
+        }
+        for (auto& [target, errors] : byTarget) {
+            SCOPED_TRACE(target);
+            std::sort(errors.levels.begin(), errors.levels.end());
+            EXPECT_GT(errors.levels.size(), cases.size() * kReceivers * 5 / 6);
+            EXPECT_LT(errors.levels[errors.levels.size() * 999 / 1000], 0.001);
+            EXPECT_LT(errors.levels.back(), 0.01);
+            EXPECT_LT(errors.largestAmplitude, precision.amplitudeError);
+        }
+    }
 }
 
 TEST(FastKernel, AReceiversBitsDoNotDependOnItsCompany)
@@ -190,7 +201,7 @@ TEST(FastKernel, AReceiversBitsDoNotDependOnItsCompany)
          {BandSpan{0, 21}, BandSpan{3, 9}, BandSpan{17, 21}, BandSpan{5, 5}}) {
         const auto kernel = fastKernel(one.data, one.air);
         const auto together = levelsOf(*kernel, one.sources, one.receivers, bands);
-        for (const std::size_t k : {0U, 7U, 15U, 16U, 299U}) {
+        for (const std::size_t k : {0U, 7U, 15U, 16U, 199U}) {
             const auto alone =
                 levelsOf(*kernel, one.sources, std::span(&one.receivers[k], 1), bands);
             EXPECT_EQ(alone[0], together[k]) << k;
@@ -258,7 +269,7 @@ TEST(FastKernel, HandsOverWhatItCannotFollow)
 
 TEST(WeightedLevels, SumsPlanesOfAnyLength)
 {
-    onEveryTarget([] {
+    onEveryTarget([](const char*) {
         for (const std::size_t count : {1U, 15U, 16U, 17U, 100U}) {
             std::vector<float> one(count);
             std::vector<float> two(count, 3);

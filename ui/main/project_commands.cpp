@@ -223,7 +223,12 @@ void ProjectCommands::Help()
 
 void ProjectCommands::openOutside(const QString& file)
 {
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file)))
+    // Qt would say on the console what the window says here.
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    const bool opened = QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+    qInstallMessageHandler(before);
+    if (!opened)
         showMessage(m_window, m_editor.session.text(1016).arg(file));
 }
 
