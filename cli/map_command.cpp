@@ -35,8 +35,11 @@ float timed(const Options& options, const Console& console, const char* label, S
 {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
-    ProgressBar bar(console.err, console.errIsTerminal || options.common.progress, label);
-    stage([&bar](int done, int total) { return bar.update(done, total); });
+    ProgressBar bar(console.err, console.errIsTerminal || options.common.progress, label, "rows");
+    stage([&bar](int done, int total) {
+        bar.update(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));
+        return true;
+    });
     return std::chrono::duration<float>(Clock::now() - start).count();
 }
 

@@ -90,12 +90,10 @@ void searchExhaustively(const Options& options, const std::shared_ptr<const Sear
     count = std::min(count, options.limit.value_or(count));
     Search search(task, candidates, options.from, count);
     ProgressBar bar(console.err, console.errIsTerminal || options.common.progress,
-                    "Testing configurations");
-    constexpr int kSteps = 1'000'000; // a bar is no finer
+                    "Testing configurations", "configurations");
     while (!search.advance(options.common.threads, [] { return false; }))
-        bar.update(static_cast<int>(static_cast<double>(search.tested()) /
-                                    static_cast<double>(count) * kSteps),
-                   kSteps);
+        bar.update(search.tested(), count);
+    bar.update(search.tested(), count);
     best = search.ranking().best();
     result["tested"] = search.tested();
     result["first"] = search.first();

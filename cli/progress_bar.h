@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 
@@ -10,13 +11,13 @@ namespace orva {
 /// `shown`. Ends its line when it goes.
 class ProgressBar {
 public:
-    ProgressBar(std::ostream& err, bool shown, std::string label);
+    /// `unit`: what is counted, "rows".
+    ProgressBar(std::ostream& err, bool shown, std::string label, std::string unit);
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
 
-    /// `done` of `total` rows; always true: go on.
-    bool update(int done, int total);
+    void update(std::uint64_t done, std::uint64_t total);
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -24,6 +25,7 @@ private:
     std::ostream& m_err;
     bool m_shown;
     std::string m_label;
+    std::string m_unit;
     Clock::time_point m_start = Clock::now();
     Clock::time_point m_lastDrawn;
     bool m_drawn = false;

@@ -1,5 +1,6 @@
 #include "main/editor.h"
 
+#include "lang/number_text.h"
 #include "lang/string_table.h"
 
 #include <QApplication>
@@ -57,6 +58,16 @@ void Editor::editSetup(const std::function<void(SetupForm&)>& edit)
     edit(setup);
     updateArray();
     afterEdit();
+}
+
+void Editor::choosePin(int pin)
+{
+    editSetup([&](SetupForm& form) {
+        form.pinMode = true;
+        form.PinNumber_cmb.select(std::to_string(pin + 1));
+    });
+    setup.box1Angle = roundedTo(-array().GFFirstAngle(), 1);
+    emit changed();
 }
 
 void Editor::editArray(const std::function<void(LineArray&)>& edit)

@@ -39,6 +39,8 @@ public:
 
     /// Runs an edit of the lists. A valid setup goes into the array; the map goes.
     void editSetup(const std::function<void(SetupForm&)>& edit);
+    /// Hangs the array from that pin (from 0); the angle that angle mode starts with follows.
+    void choosePin(int pin);
     /// Runs an edit of the array's points or of the bass box. The same.
     void editArray(const std::function<void(LineArray&)>& edit);
     /// Runs an edit that the room may refuse; then nothing has changed. Returns whether it took it.

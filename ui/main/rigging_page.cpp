@@ -30,10 +30,7 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     connect(lstPins, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         const int pin = lstPins->row(item);
         if (!m_editor.locked)
-            m_editor.editSetup([&](SetupForm& setup) {
-                setup.pinMode = true;
-                setup.PinNumber_cmb.select(std::to_string(pin + 1));
-            });
+            m_editor.choosePin(pin);
     });
 
     RigPbx_fra = named<QFrame>("RigPbx_fra", this);

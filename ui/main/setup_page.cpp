@@ -104,13 +104,8 @@ QWidget* SetupPage::mountingFrame()
     });
     PinNumber_cmb = named<ListBox>("PinNumber_cmb", frame);
     connect(PinNumber_cmb, &QComboBox::activated, this, [this](int index) {
-        if (index == m_editor.setup.PinNumber_cmb.selected)
-            return;
-        m_editor.editSetup([&](SetupForm& setup) {
-            setup.PinNumber_cmb.select(setup.PinNumber_cmb.items[static_cast<std::size_t>(index)]);
-        });
-        m_editor.setup.box1Angle = roundedTo(-m_editor.array().GFFirstAngle(), 1);
-        display();
+        if (index != m_editor.setup.PinNumber_cmb.selected)
+            m_editor.choosePin(PinNumber_cmb->itemText(index).toInt() - 1);
     });
     Label10 = named<QLabel>("Label10", frame);
     PinAngle_lbl = named<QLabel>("PinAngle_lbl", frame);
