@@ -42,11 +42,27 @@ void SearchForm::stop(bool finished, bool tested)
     m_selected = finished ? 0 : -1;
 }
 
+std::optional<FitLineTarget> targetUnder(const FitLine& line, double end, double lengthM,
+                                         double bottomDb)
+{
+    constexpr double kShortest = 2;
+    const double from = std::clamp(line.first.x, 0.0, end);
+    const double to = std::clamp(line.second.x, 0.0, end);
+    if (to - from < kShortest)
+        return std::nullopt;
+    const double rise = (line.second.y - line.first.y) / (line.second.x - line.first.x);
+    const double metres = lengthM / end;
+    // Downward is less.
+    return FitLineTarget{from * metres, std::max(0.001, (to - from) * metres), -rise / metres,
+                         bottomDb - (line.first.y + (from - line.first.x) * rise)};
+}
+
 int typedPoints(std::string_view text, int before)
 {
     constexpr double kFewest = 2;
     constexpr double kMost = 10000;
-    if (text.find_first_of("0123456789") == std::string_view::npos)
+    const std::size_t number = text.find_first_not_of(" +-.,");
+    if (number == std::string_view::npos || text[number] < '0' || text[number] > '9')
         return before;
     return static_cast<int>(
         std::clamp(std::trunc(std::abs(ParseDecimalText(text))), kFewest, kMost));

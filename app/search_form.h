@@ -1,5 +1,9 @@
 #pragma once
 
+#include "drawing/curve_drawing.h"
+#include "optimize/measure.h"
+
+#include <optional>
 #include <string_view>
 
 namespace orva {
@@ -36,6 +40,12 @@ private:
     int m_selected = -1;
     bool m_tested = false;
 };
+
+/// The target that a fit line asks for, drawn in the curve picture of an area `lengthM` long whose
+/// last point lies at `end` and whose bottom line stands for `bottomDb`. What lies beside the area
+/// counts for nothing. None where less than two pixels are left.
+std::optional<FitLineTarget> targetUnder(const FitLine& line, double end, double lengthM,
+                                         double bottomDb);
 
 /// The number of points that a user typed: its whole part without sign, 2 to 10,000. What is no
 /// number gives `before`.

@@ -5,32 +5,35 @@
 
 namespace orva {
 
-std::shared_ptr<const SearchTask> searchTask(ApplicationState& state, int area,
-                                             const FitLineTarget& target, Measure measure,
-                                             int points, const LevelChoice& choice)
+SearchTask searchTask(const ApplicationState& state, int area, const FitLineTarget& target,
+                      Measure measure, int points, const LevelChoice& choice)
 {
-    auto task = std::make_shared<SearchTask>();
-    task->array = state.gLineArray;
-    task->area = *state.gRoom.GFAGetAudienceAreaSelect(area);
-    task->target = target;
-    task->measure = measure;
-    task->points = points;
-    task->choice = choice;
-    task->speakerData = state.speakerData;
-    task->air = state.air;
+    SearchTask task;
+    task.array = state.gLineArray;
+    task.area = *state.gRoom.GFAGetAudienceAreaSelect(area);
+    task.target = target;
+    task.measure = measure;
+    task.points = points;
+    task.choice = choice;
+    task.speakerData = state.speakerData;
+    task.air = state.air;
+    return task;
+}
 
+std::shared_ptr<const SearchTask> withKernel(SearchTask task)
+{
     // Data too steep for the finer tables are searched with those for what is shown.
     TablePrecision precision = kSearchPrecision;
-    auto directivity = DirectivityTable::make(state.speakerData.directivity, precision);
+    auto directivity = DirectivityTable::make(task.speakerData.directivity, precision);
     if (!directivity) {
         precision = kShownPrecision;
-        directivity = DirectivityTable::make(state.speakerData.directivity, precision);
+        directivity = DirectivityTable::make(task.speakerData.directivity, precision);
     }
-    task->amplitudeError = precision.amplitudeError;
-    task->kernel = std::make_shared<FastKernel>(
-        directivity, RadialTable::make(state.air, precision),
-        std::make_unique<LiteralKernel>(state.speakerData.directivity, state.air));
-    return task;
+    task.amplitudeError = precision.amplitudeError;
+    task.kernel = std::make_shared<FastKernel>(
+        directivity, RadialTable::make(task.air, precision),
+        std::make_unique<LiteralKernel>(task.speakerData.directivity, task.air));
+    return std::make_shared<SearchTask>(std::move(task));
 }
 
 LineArray withAngles(const LineArray& array, const LineArray::Positions& angles)

@@ -6,10 +6,13 @@
 namespace orva {
 
 /// The search along an audience area (1 to the number of areas) for the current array, which must
-/// have no fault(). A private copy of everything: later edits do not touch it.
-std::shared_ptr<const SearchTask> searchTask(ApplicationState& state, int area,
-                                             const FitLineTarget& target, Measure measure,
-                                             int points, const LevelChoice& choice);
+/// have no fault(). A private copy of everything: later edits do not touch it. Still without its
+/// kernel.
+SearchTask searchTask(const ApplicationState& state, int area, const FitLineTarget& target,
+                      Measure measure, int points, const LevelChoice& choice);
+
+/// The same with its kernel, whose tables take a tenth of a second.
+std::shared_ptr<const SearchTask> withKernel(SearchTask task);
 
 /// The current array with other angles, its geometry calculated.
 LineArray withAngles(const LineArray& array, const LineArray::Positions& angles);

@@ -53,7 +53,7 @@ double ratio(bool pinMode, Measure measure)
     }
     const AreaSegment area = state.gRoom.GFAGetAudienceArea1();
     const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
-    const auto task = searchTask(state, 1, target, measure, kPoints, kAllBands);
+    const auto task = withKernel(searchTask(state, 1, target, measure, kPoints, kAllBands));
     const CandidateSet candidates(state.gLineArray, allJoints(state.gLineArray), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     Evaluator literal(task);
@@ -92,8 +92,8 @@ double quickFraction(std::mt19937& random)
             AreaSegment{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
     const auto task =
-        searchTask(state, 1, FitLineTarget::wholeArea(state.gRoom.GFAGetAudienceArea1()),
-                   Measure::SmoothArea, kPoints, kAllBands);
+        withKernel(searchTask(state, 1, FitLineTarget::wholeArea(state.gRoom.GFAGetAudienceArea1()),
+                              Measure::SmoothArea, kPoints, kAllBands));
     const CandidateSet candidates(state.gLineArray, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
     Search search(task, candidates, 0, *candidates.NumConfigs());

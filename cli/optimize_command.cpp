@@ -6,7 +6,6 @@
 #include "optimize/quick_search.h"
 
 #include <chrono>
-#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -38,9 +37,8 @@ struct Options {
 
 PreciseJson jsonOf(const Ranked& entry)
 {
-    const bool finite = std::isfinite(entry.rms);
     return {{"angles", entry.angles},
-            {"rms", finite ? PreciseJson(entry.rms) : PreciseJson()},
+            {"rms", entry.rms < kNoMeasure ? PreciseJson(entry.rms) : PreciseJson()},
             {"number", entry.number}};
 }
 
@@ -99,10 +97,12 @@ void searchExhaustively(const Options& options, const std::shared_ptr<const Sear
     result["first"] = search.first();
 }
 
-void searchQuickly(const std::shared_ptr<const SearchTask>& task, const CandidateSet& candidates,
-                   PreciseJson& result, std::vector<Ranked>& best)
+void searchQuickly(const Options& options, const std::shared_ptr<const SearchTask>& task,
+                   const CandidateSet& candidates, PreciseJson& result, std::vector<Ranked>& best)
 {
-    const QuickResult quick = quickSearch(task, candidates, [] { return false; });
+    std::uint64_t asked = 0;
+    const QuickResult quick =
+        quickSearch(task, candidates, [&] { return options.limit && ++asked > *options.limit; });
     best = quick.ranking.best();
     result["tested"] = quick.evaluations;
     result["first"] = 0;
@@ -120,17 +120,17 @@ Result<Done> optimize(const Options& options, const Console& console)
     const Result<CandidateSet> candidates = candidatesOf(options, *state);
     if (!candidates)
         return candidates.error();
-    const auto task =
+    const auto task = withKernel(
         searchTask(*state, options.area,
                    targetOf(options, *state->gRoom.GFAGetAudienceAreaSelect(options.area)),
                    options.measure == "line" ? Measure::FitToLine : Measure::SmoothArea,
-                   options.points, options.prediction.choice());
+                   options.points, options.prediction.choice()));
 
     const Clock::time_point start = Clock::now();
     PreciseJson result = {{"configurations", *candidates->NumConfigs()}};
     std::vector<Ranked> best;
     if (options.quick)
-        searchQuickly(task, *candidates, result, best);
+        searchQuickly(options, task, *candidates, result, best);
     else
         searchExhaustively(options, task, *candidates, console, result, best);
     const std::chrono::duration<double> seconds = Clock::now() - start;
@@ -165,13 +165,21 @@ Result<SearchPart> readPart(const std::string& file, PreciseJson& json)
         !isNumber(json, "first") || !json.contains("range") || !json.contains("original") ||
         !json.contains("best") || !json["best"].is_array())
         return notAPart;
+    if (json.contains("evaluations"))
+        return Error{"this is the result of a quick search, which tests no part of the order",
+                     file};
     SearchPart part{json["first"], json["tested"], {}};
     for (const PreciseJson& entry : json["best"]) {
         if (!entry.is_object() || !entry.contains("angles") || !entry["angles"].is_array() ||
             entry["angles"].size() != LineArray::kPositions || !entry.contains("rms") ||
-            !entry["rms"].is_number() || !isNumber(entry, "number"))
+            !(entry["rms"].is_number() || entry["rms"].is_null()) || !isNumber(entry, "number"))
             return notAPart;
-        Ranked ranked{{}, entry["rms"], entry["number"]};
+        Ranked ranked{
+            {}, entry["rms"].is_null() ? kNoMeasure : entry["rms"].get<double>(), entry["number"]};
+        if (ranked.number < part.first || ranked.number - part.first >= part.tested)
+            return Error{"configuration " + std::to_string(ranked.number) +
+                             " is not among those that were tested",
+                         file};
         for (std::size_t i = 0; i < ranked.angles.size(); ++i) {
             if (!entry["angles"][i].is_number_integer())
                 return notAPart;
@@ -244,6 +252,7 @@ void addOptimizeCommand(CLI::App& program, Work& work)
         ->check(atLeastOne)
         ->type_name("K");
     command->add_option("--from", options->from, "begin with configuration K, from 0")
+        ->check(numberBetween(0, 1.8e19))
         ->type_name("K");
     command->add_option("--count", options->count, "test M configurations")
         ->check(atLeastOne)
@@ -263,6 +272,8 @@ void addOptimizeCommand(CLI::App& program, Work& work)
                                                          : "PROJECT.lad is required");
         if (!joins && options->area == 0)
             throw CLI::RequiredError("--area");
+        if (options->quick && (options->from > 0 || options->count))
+            throw CLI::ValidationError("--quick", "tests no part of the order: no --from, --count");
         if (!options->fitLine.empty() && options->fitLine[1] <= 0)
             throw CLI::ValidationError("--fit-line", "the length must be above 0");
         work = [options, joins](const Console& console) {

@@ -53,10 +53,14 @@ void drawRuns(DrawingSurface& surface, std::span<const float> levels, Colour col
 
 } // namespace
 
+double curveEnd(double pictureWidth)
+{
+    return std::max(1.0, pictureWidth - kLeftMargin - kRightMargin);
+}
+
 int curvePoints(const DrawingSurface& surface)
 {
-    return std::max(1,
-                    static_cast<int>((surface.pixelWidth() - kLeftMargin - kRightMargin) / 2 + 1));
+    return static_cast<int>(curveEnd(surface.pixelWidth()) / 2 + 1);
 }
 
 CurveScale CurveScale::of(std::span<const float> levels)
@@ -79,7 +83,7 @@ void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<con
     surface.clear();
     surface.setScale({-kLeftMargin, -1.11 * range, surface.pixelWidth(), 1.3 * range});
 
-    const double end = surface.pixelWidth() - kLeftMargin - kRightMargin;
+    const double end = curveEnd(surface.pixelWidth());
     const double textHeight = surface.textHeight();
     const auto labelAt = [&](double above) { return fixedText(levels.bottomDb + above, 0) + "dB"; };
     const auto tooWide = [&](double above) { return surface.textSize(labelAt(above)).x > 38; };

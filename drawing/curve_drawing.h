@@ -10,6 +10,9 @@
 
 namespace orva {
 
+/// Where an area ends in the curve picture: pixels from its start, 1 at least.
+double curveEnd(double pictureWidth);
+
 /// Points that the curve picture of a surface shows: one for every two pixels.
 int curvePoints(const DrawingSurface& surface);
 

@@ -75,9 +75,10 @@ CandidateSet::CandidateSet(const LineArray& array, JointRange range, bool neighb
         if (neighbours) {
             const auto low = static_cast<std::int16_t>(now - 1);
             const auto high = static_cast<std::int16_t>(now + 1);
+            const std::int16_t nearest = std::clamp(now, bounds[0], bounds[1]);
             bounds = {std::max(bounds[0], low), std::min(bounds[1], high)};
-            if (bounds[0] > bounds[1]) // the present angle is not allowed: the nearest one is
-                bounds[0] = bounds[1] = std::clamp(now, bounds[1], bounds[0]);
+            if (bounds[0] > bounds[1]) // the present angle is not allowed
+                bounds = {nearest, nearest};
         }
         if (!m_count || *m_count > std::numeric_limits<std::uint64_t>::max() / widthOf(joint))
             m_count.reset();

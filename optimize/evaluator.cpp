@@ -12,7 +12,7 @@ namespace orva {
 namespace {
 
 /// Rounding of two levels to 32 bits and of a logarithm in 32 bits.
-constexpr double kRoundingDb = 2e-5;
+constexpr double kRoundingDb = 4e-5;
 
 double loudestPower(const SpeakerData& data, const LevelChoice& choice,
                     std::span<const float> factors)
@@ -20,9 +20,9 @@ double loudestPower(const SpeakerData& data, const LevelChoice& choice,
     double sum = 0;
     for (int b = choice.bands.from; b <= choice.bands.to; ++b) {
         const auto& row = data.directivity.DirMagnitude[static_cast<std::size_t>(b)];
-        const float quietest = *std::min_element(row.begin(), row.end());
+        const float leastAttenuation = *std::min_element(row.begin(), row.end());
         sum += static_cast<double>(factors[static_cast<std::size_t>(b - choice.bands.from)]) *
-               powerOfLevel(-static_cast<double>(quietest));
+               powerOfLevel(-static_cast<double>(leastAttenuation));
     }
     return sum;
 }
@@ -80,20 +80,25 @@ void Evaluator::place(const LineArray::Positions& angles)
         m_low = {std::min(m_low.x, source.x), std::min(m_low.y, source.y)};
         m_high = {std::max(m_high.x, source.x), std::max(m_high.y, source.y)};
     }
+}
+
+void Evaluator::prepareSums()
+{
     m_running = m_task->kernel->hasRunningSums(m_sources, m_ends, m_task->choice.bands);
-    if (m_running && !m_sums) {
-        const std::size_t groups = (m_receivers.size() + kGroup - 1) / kGroup;
-        const std::size_t places = groups * m_sources.size();
-        m_sums = hwy::AllocateAligned<float>(places * kGroup * BandRow::kFloats);
-        std::fill_n(m_sums.get(), places * kGroup * BandRow::kFloats, 0.0F);
-        m_summed.assign(places, 0);
-    }
+    if (!m_running || m_sums)
+        return;
+    const std::size_t groups = (m_receivers.size() + kGroup - 1) / kGroup;
+    const std::size_t places = groups * m_sources.size();
+    m_sums = hwy::AllocateAligned<float>(places * kGroup * BandRow::kFloats);
+    std::fill_n(m_sums.get(), places * kGroup * BandRow::kFloats, 0.0F);
+    m_summed.assign(places, 0);
 }
 
 double Evaluator::measureOf(const std::vector<float>& levels) const
 {
-    return m_task->measure == Measure::FitToLine ? RmsToFitLine(levels, m_reference)
-                                                 : RmsSmooth(levels, m_step);
+    const double rms = m_task->measure == Measure::FitToLine ? RmsToFitLine(levels, m_reference)
+                                                             : RmsSmooth(levels, m_step);
+    return std::isfinite(rms) ? rms : kNoMeasure;
 }
 
 std::vector<float> Evaluator::levels(const LevelKernel& kernel)
@@ -230,6 +235,7 @@ std::optional<Evaluator::Bounds> Evaluator::measureUpTo(const LineArray::Positio
                                                         double limit)
 {
     place(angles);
+    prepareSums();
     const double terms =
         m_task->measure == Measure::FitToLine ? m_task->points : m_task->points - 1;
     const double furthest = limit * std::sqrt(terms);

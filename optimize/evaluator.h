@@ -34,7 +34,7 @@ public:
     explicit Evaluator(std::shared_ptr<const SearchTask> task,
                        std::shared_ptr<const PointOrder> order = nullptr);
 
-    /// The measure by the literal kernel: the one that counts.
+    /// The measure by the literal kernel: the one that counts. kNoMeasure where there is none.
     double measure(const LineArray::Positions& angles);
 
     /// The measure by the fast kernel.
@@ -44,7 +44,7 @@ public:
     /// the wanted level of the first point is 0.
     std::vector<double> distances(const LineArray::Positions& angles);
 
-    /// Where the literal measure lies for certain.
+    /// Where the literal measure lies for certain; not finite where the fast kernel cannot tell.
     struct Bounds {
         double low;
         double high;
@@ -58,6 +58,7 @@ private:
     static constexpr std::size_t kGroup = PointOrder::kGroup;
 
     void place(const LineArray::Positions& angles);
+    void prepareSums();
     std::vector<float> levels(const LevelKernel& kernel);
     double measureOf(const std::vector<float>& levels) const;
     void calculateGroup(std::size_t group);

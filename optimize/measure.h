@@ -2,6 +2,7 @@
 
 #include "model/room.h"
 
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -9,6 +10,9 @@ namespace orva {
 
 /// What the levels along an area are measured against.
 enum class Measure { FitToLine, SmoothArea };
+
+/// Stands for the measure of levels of which one is minus infinity: worse than any other.
+constexpr double kNoMeasure = std::numeric_limits<double>::max();
 
 /// The part of an audience area that is measured, and the levels wanted there: a straight line.
 struct FitLineTarget {

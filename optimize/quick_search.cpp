@@ -16,7 +16,7 @@ public:
     Descent(const std::shared_ptr<const SearchTask>& task, const CandidateSet& candidates,
             const std::function<bool()>& stop,
             const std::function<void(const QuickResult&)>& better)
-        : m_evaluator(task), m_candidates(candidates), m_stop(stop), m_better(better)
+        : m_task(task), m_evaluator(task), m_candidates(candidates), m_stop(stop), m_better(better)
     {
     }
 
@@ -37,8 +37,11 @@ public:
                 idle = -1;
             }
         }
-        rankLiterally();
         m_result.proved = !m_stopped && m_measured.size() == m_candidates.NumConfigs();
+        if (m_result.proved)
+            rankAll();
+        else
+            rankLiterally();
         return std::move(m_result);
     }
 
@@ -55,7 +58,7 @@ private:
         entry->second =
             m_stopped ? std::numeric_limits<double>::infinity() : m_evaluator.fastMeasure(angles);
         m_result.evaluations += m_stopped ? 0 : 1;
-        if (entry->second < m_fast.limit() || m_fast.best().size() < Ranking::kMost) {
+        if (entry->second < m_fast.limit()) {
             const bool first = m_fast.best().empty() || entry->second < m_fast.best().front().rms;
             m_fast.add({angles, entry->second, number});
             if (first && m_better) {
@@ -118,6 +121,15 @@ private:
         }
     }
 
+    /// Equal measures in the order of the candidates, as the exhaustive search has them.
+    void rankAll()
+    {
+        Search search(m_task, m_candidates, 0, m_measured.size());
+        while (!search.advance(1, [] { return false; })) {
+        }
+        m_result.ranking = search.ranking();
+    }
+
     void rankLiterally()
     {
         Ranking exact;
@@ -126,6 +138,7 @@ private:
         m_result.ranking = exact;
     }
 
+    std::shared_ptr<const SearchTask> m_task;
     Evaluator m_evaluator;
     const CandidateSet& m_candidates;
     const std::function<bool()>& m_stop;

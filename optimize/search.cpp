@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <limits>
 #include <mutex>
+#include <numeric>
 #include <random>
+#include <tuple>
 
 namespace orva {
 
@@ -23,7 +26,7 @@ constexpr double kBlockSeconds = 0.3;
 constexpr double kFastestGrowth = 16;
 constexpr double kPlaceholder = 10;
 /// Contenders that the fast kernel cannot tell apart before the literal one decides.
-constexpr std::size_t kMostUndecided = 1024;
+constexpr std::size_t kMostUndecided = 32;
 /// Configurations that tell in which order levels are best calculated, and in how large a search.
 constexpr int kSamples = 64;
 constexpr std::uint64_t kFewestToLearnFor = 4096;
@@ -38,10 +41,10 @@ double Ranking::limit() const
 
 void Ranking::add(const Ranked& entry)
 {
+    if (entry.rms >= limit())
+        return;
     const auto place = std::find_if(m_best.begin(), m_best.end(),
                                     [&](const Ranked& kept) { return entry.rms < kept.rms; });
-    if (place == m_best.end() && m_best.size() >= kMost)
-        return;
     m_best.insert(place, entry);
     m_best.resize(std::min(m_best.size(), kMost));
 }
@@ -103,6 +106,20 @@ void Search::dropBeaten(std::vector<Contender>& contenders)
     const double limit = limitOf(contenders);
     std::erase_if(contenders,
                   [limit](const Contender& contender) { return contender.bounds.low > limit; });
+    // Of those whose measure is known only the first can be among the best, equal ones included.
+    const auto exact = std::stable_partition(contenders.begin(), contenders.end(),
+                                             [](const Contender& c) { return !c.exact; });
+    if (contenders.end() - exact <= static_cast<std::ptrdiff_t>(Ranking::kMost))
+        return;
+    std::stable_sort(exact, contenders.end(), [](const Contender& a, const Contender& b) {
+        return std::tie(a.bounds.low, a.entry.number) < std::tie(b.bounds.low, b.entry.number);
+    });
+    contenders.erase(exact + Ranking::kMost, contenders.end());
+}
+
+Search::Contender Search::exactly(const Ranked& entry)
+{
+    return {entry, {entry.rms, entry.rms}, true};
 }
 
 void Search::testChunk(Evaluator& evaluator, const Block& block, std::uint64_t from,
@@ -121,9 +138,12 @@ void Search::testChunk(Evaluator& evaluator, const Block& block, std::uint64_t f
         const auto bounds = evaluator.measureUpTo(angles, limit);
         if (!bounds)
             continue;
-        m_lastMeasure = (bounds->low + bounds->high) / 2;
-        contenders.push_back({{angles, 0, number}, *bounds, false});
-        known.push_back(contenders.back());
+        Contender contender{{angles, 0, number}, *bounds, false};
+        if (!std::isfinite(bounds->low) || !std::isfinite(bounds->high))
+            contender = exactly({angles, evaluator.measure(angles), number});
+        m_lastMeasure = std::midpoint(contender.bounds.low, contender.bounds.high);
+        contenders.push_back(contender);
+        known.push_back(contender);
         dropBeaten(known);
         limit = limitOf(known);
     }
@@ -152,15 +172,17 @@ std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool(
 
 bool Search::advance(int threads, const std::function<bool()>& stop)
 {
+    m_threads = std::max(1, threads);
     if (!m_order)
         m_order = learnedOrder(stop);
-    while (m_evaluators.size() < static_cast<std::size_t>(std::max(threads, 1)))
+    while (m_evaluators.size() < static_cast<std::size_t>(m_threads))
         m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));
     if (m_tested == 0 && m_count > 0 && m_first == 0) {
         const LineArray::Positions angles = m_candidates.anglesOf(0);
         const double rms = m_evaluators.front()->measure(angles);
-        for (const double kept : {rms, kPlaceholder * rms, kPlaceholder * rms})
-            m_contenders.push_back({{angles, kept, 0}, {kept, kept}, true});
+        const double placeholder = std::min(kPlaceholder * rms, kNoMeasure);
+        for (const double kept : {rms, placeholder, placeholder})
+            m_contenders.push_back(exactly({angles, kept, 0}));
         m_lastMeasure = rms;
         m_tested = 1;
         if (finished())
@@ -169,9 +191,8 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
 
     const auto start = std::chrono::steady_clock::now();
     const Block block = nextBlock();
-    const std::uint64_t chunkSize =
-        std::max(kFewestInChunk, block.size / (kChunksPerThread *
-                                               static_cast<std::uint64_t>(std::max(1, threads))));
+    const std::uint64_t chunkSize = std::max(
+        kFewestInChunk, block.size / (kChunksPerThread * static_cast<std::uint64_t>(m_threads)));
     const int chunks = static_cast<int>((block.size + chunkSize - 1) / chunkSize);
     std::vector<std::vector<Contender>> found(static_cast<std::size_t>(chunks));
     std::vector<Evaluator*> idle;
@@ -184,7 +205,7 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
             stopped = true;
         return stopped.load();
     };
-    runBlocks(chunks, threads, {}, [&](int chunk) {
+    runBlocks(chunks, m_threads, {}, [&](int chunk) {
         if (stopping())
             return;
         Evaluator* evaluator = nullptr;
@@ -220,28 +241,27 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
 /// Lets the literal kernel decide between the contenders; keeps the best.
 void Search::resolve()
 {
-    std::sort(m_contenders.begin(), m_contenders.end(), [](const Contender& a, const Contender& b) {
-        return a.entry.number < b.entry.number;
-    });
-    if (m_evaluators.empty())
-        m_evaluators.push_back(std::make_unique<Evaluator>(m_task));
-    m_ranking = {};
-    for (Contender& contender : m_contenders) {
+    std::stable_sort(
+        m_contenders.begin(), m_contenders.end(),
+        [](const Contender& a, const Contender& b) { return a.entry.number < b.entry.number; });
+    runBlocks(static_cast<int>(m_contenders.size()), m_threads, {}, [&](int which) {
+        Contender& contender = m_contenders[static_cast<std::size_t>(which)];
         if (!contender.exact)
-            contender.entry.rms = m_evaluators.front()->measure(contender.entry.angles);
-        if (contender.entry.rms < m_ranking.limit())
-            m_ranking.add(contender.entry);
-    }
+            contender.entry.rms = Evaluator(m_task, m_order).measure(contender.entry.angles);
+    });
+    m_ranking = {};
+    for (const Contender& contender : m_contenders)
+        m_ranking.add(contender.entry);
     m_contenders.clear();
     for (const Ranked& entry : m_ranking.best())
-        m_contenders.push_back({entry, {entry.rms, entry.rms}, true});
+        m_contenders.push_back(exactly(entry));
 }
 
 double Search::bestSoFar() const
 {
     double best = std::numeric_limits<double>::infinity();
     for (const Contender& contender : m_contenders)
-        best = std::min(best, (contender.bounds.low + contender.bounds.high) / 2);
+        best = std::min(best, std::midpoint(contender.bounds.low, contender.bounds.high));
     return best;
 }
 
@@ -266,8 +286,7 @@ Result<SearchPart> mergeParts(std::vector<SearchPart> parts)
                          ""};
         whole.tested += part.tested;
         for (const Ranked& entry : part.best)
-            if (entry.rms < ranking.limit())
-                ranking.add(entry);
+            ranking.add(entry);
     }
     whole.best = ranking.best();
     return whole;

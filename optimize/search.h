@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <functional>
+#include <limits>
 #include <vector>
 
 namespace orva {
@@ -26,7 +27,7 @@ public:
     const std::vector<Ranked>& best() const { return m_best; }
     /// Measures from here on are not kept; infinity as long as there is room.
     double limit() const;
-    /// Keeps it where its measure is below a kept one, or there is room.
+    /// Keeps it where its measure, which is finite, is below a kept one, or there is room.
     void add(const Ranked& entry);
 
 private:
@@ -54,7 +55,8 @@ public:
     const std::shared_ptr<const SearchTask>& task() const { return m_task; }
     /// The best measure so far, as good as the fast kernel has it.
     double bestSoFar() const;
-    /// The last measure that was evaluated to its end; may be asked from any thread.
+    /// The last measure that was evaluated to its end, not a number before the first; may be asked
+    /// from any thread.
     double lastMeasure() const { return m_lastMeasure; }
     /// The ranking of what has been tested; decides what the fast kernel cannot.
     const Ranking& ranking();
@@ -82,6 +84,7 @@ private:
     Block nextBlock() const;
     void testChunk(Evaluator& evaluator, const Block& block, std::uint64_t from, std::uint64_t to,
                    const std::function<bool()>& stop, std::vector<Contender>& contenders) const;
+    static Contender exactly(const Ranked& entry);
     static double limitOf(const std::vector<Contender>& contenders);
     static void dropBeaten(std::vector<Contender>& contenders);
     void resolve();
@@ -92,11 +95,12 @@ private:
     std::uint64_t m_count;
     std::uint64_t m_tested = 0;
     std::uint64_t m_mostInBlock = 1024;
+    int m_threads = 1; ///< of the last advance()
     std::vector<Contender> m_contenders;
     Ranking m_ranking;
     std::shared_ptr<const PointOrder> m_order;
     std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread
-    mutable std::atomic<double> m_lastMeasure = 0;
+    mutable std::atomic<double> m_lastMeasure = std::numeric_limits<double>::quiet_NaN();
 };
 
 /// The ranking of several parts of one search, joined in their order. An error where they do not

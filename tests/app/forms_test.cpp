@@ -227,11 +227,35 @@ TEST(SearchForm, AllowsWhatEachStateAllows)
     EXPECT_EQ(form.selected(), 0);
 }
 
+TEST(SearchForm, TheTargetIsWhatTheDrawnLineShowsAlongTheArea)
+{
+    struct Case {
+        FitLine line; // pixels; dB below the bottom line
+        double start, length, slope, level;
+    };
+    // A picture 400 pixels wide for 20 m, its bottom line at 90 dB.
+    const Case cases[] = {{{{0, -10}, {400, -10}}, 0, 20, 0, 100},
+                          {{{100, -10}, {300, -6}}, 5, 10, -0.4, 100},
+                          {{{-100, -10}, {500, -4}}, 0, 20, -0.2, 99},
+                          {{{-40, -2}, {40, -10}}, 0, 2, 2, 96}};
+    for (const Case& one : cases) {
+        const auto target = targetUnder(one.line, 400, 20, 90);
+        ASSERT_TRUE(target);
+        EXPECT_NEAR(target->startM, one.start, 1e-9);
+        EXPECT_NEAR(target->lengthM, one.length, 1e-9);
+        EXPECT_NEAR(target->slopeDbPerM, one.slope, 1e-9);
+        EXPECT_NEAR(target->levelDb, one.level, 1e-9);
+    }
+    for (const FitLine& line :
+         {FitLine{{5, 0}, {6.9, 0}}, {{-50, 0}, {1, -9}}, {{399, 0}, {420, 0}}})
+        EXPECT_FALSE(targetUnder(line, 400, 20, 90)) << "too short";
+}
+
 TEST(SearchForm, NumberOfPoints)
 {
-    const std::pair<const char*, int> cases[] = {{"60.9", 60}, {"-40", 40},    {"1", 2},
-                                                 {"0", 2},     {"1e9", 10000}, {"word", 77},
-                                                 {"", 77},     {"3,9", 3}};
+    const std::pair<const char*, int> cases[] = {
+        {"60.9", 60}, {"-40", 40}, {"1", 2},   {"0", 2},    {"1e9", 10000},
+        {"word", 77}, {"", 77},    {"3,9", 3}, {"x60", 77}, {" -12 m", 12}};
     for (const auto& [typed, points] : cases)
         EXPECT_EQ(typedPoints(typed, 77), points) << typed;
 }

@@ -57,7 +57,9 @@ TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
         "levels p.lad --temperature nan\nlevels p.lad --threads 0\nlevels p.lad --map-type loud\n"
         "levels p.lad --averaging fifth\nmap p.lad --cell 0\nmap p.lad --cell -1\n"
         "map p.lad --cell nan\nmap p.lad --cell inf\nmap p.lad --cell 1e-60\n"
-        "map p.lad --language fr\nnew\nnew x.lad --system large");
+        "map p.lad --language fr\nnew\nnew x.lad --system large\noptimize p.lad\n"
+        "optimize p.lad --area 1 --points 1\noptimize p.lad --area 1 --from -1\n"
+        "optimize p.lad --area 1 --quick --from 3\noptimize p.lad --area 1 --quick --count 3");
     for (std::string line; std::getline(lines, line);) {
         SCOPED_TRACE(line);
         const Outcome result = run(line);
@@ -77,6 +79,13 @@ TEST_F(CommandLine, FailedWorkGivesStatusOneOneLineAndKeepsOldFiles)
     std::fstream(corrupt, std::ios::in | std::ios::out | std::ios::binary).seekp(428).put(33);
     std::ofstream(half) << "no data";
     std::ofstream(old) << "older";
+    const std::string search = "optimize " + project + " --area 1 --points 10 ";
+    const std::string quick = folder / "quick.json";
+    const std::string twice = folder / "twice.json";
+    std::ofstream(quick) << run(search + "--quick").out;
+    Json part = run(search + "--count 1").json();
+    part["first"] = 5;
+    std::ofstream(twice) << part;
     const std::tuple<std::string, std::string> lines[] = {
         {"show " + corrupt, corrupt},
         {"geometry " + corrupt, corrupt},
@@ -87,7 +96,11 @@ TEST_F(CommandLine, FailedWorkGivesStatusOneOneLineAndKeepsOldFiles)
         {"map " + project + " --speaker-data " + half + " --csv " + old, half},
         {"map " + project + " --data " + folder.string() + " --csv " + old, "system.dat"},
         {"map " + project + " --csv " + folder.string() + "/missing/map.csv", "missing/map.csv"},
-        {"new " + folder.string() + "/missing/p.lad", "missing/p.lad"}};
+        {"new " + folder.string() + "/missing/p.lad", "missing/p.lad"},
+        {"optimize --merge " + quick, "quick search"},
+        {"optimize --merge " + twice, "not among"},
+        {"optimize --merge " + project, "no result"},
+        {search + "--from 999999999", "configurations"}};
     for (const auto& [line, named] : lines) {
         SCOPED_TRACE(line);
         const Outcome result = run(line);

@@ -142,6 +142,34 @@ TEST(Search, FindsWhatTheRulesFindWhereItLearnsAnOrderFirst)
         }
 }
 
+TEST(Search, SilentPlacesAreWorseThanAnyMeasure)
+{
+    Random random(11);
+    Scene scene = randomScene(random, Measure::SmoothArea, true, {20, 20});
+    auto task = std::make_shared<SearchTask>(*scene.task);
+    task->area = {3000, 0, 12000, 0, 0, 9000}; // the air leaves nothing of the highest bands
+    task->target = FitLineTarget::wholeArea(task->area);
+    const CandidateSet candidates(task->array, scene.range, false);
+    const std::uint64_t count = *candidates.NumConfigs();
+    ASSERT_GT(count, 3U);
+    const auto ranked = [&](std::uint64_t first) {
+        Search search(task, candidates, first, count - first);
+        while (!search.advance(2, [] { return false; })) {
+        }
+        return search.ranking().best();
+    };
+    const std::vector<Ranked> whole = ranked(0);
+    ASSERT_EQ(whole.size(), 3U);
+    for (const Ranked& entry : whole)
+        EXPECT_EQ(std::pair(entry.rms, entry.number), std::pair(kNoMeasure, std::uint64_t{0}));
+    const std::vector<Ranked> part = ranked(1);
+    ASSERT_EQ(part.size(), 3U);
+    for (std::uint64_t k = 0; k < 3; ++k)
+        EXPECT_EQ(part[k].number, k + 1) << "the first of equals";
+    const QuickResult quick = quickSearch(task, candidates, [] { return false; });
+    EXPECT_EQ(quick.ranking.best().front().rms, kNoMeasure);
+}
+
 TEST(PointOrder, KnowsEveryPointOnceAndNeverClaimsTooMuch)
 {
     Random random(10);
@@ -262,6 +290,14 @@ TEST(Candidates, CountInTheOrderOfAnOdometer)
         EXPECT_EQ(all.numberOf(angles), number);
         EXPECT_EQ(angles[1], array.GIAGetAllAngle()[1]) << "outside the range";
     }
+    LineArray outside = array;
+    LineArray::Positions angles = outside.GIAGetAllAngle();
+    angles[1] = 9;
+    angles[2] = -4;
+    outside.GBSetAllAngle(angles);
+    const CandidateSet nearest(outside, {0, 1}, true);
+    EXPECT_EQ(nearest.boundsOf(0), (AngleBounds{6, 6})) << "none next to it: the nearest allowed";
+    EXPECT_EQ(nearest.boundsOf(1), (AngleBounds{0, 0}));
     const CandidateSet near(array, {0, 6}, true); // present: 0 1 2 3 3 5 6
     EXPECT_EQ(near.NumConfigs(), 2U * 3 * 3 * 3 * 3 * 3 * 2);
 

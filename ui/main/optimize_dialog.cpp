@@ -17,13 +17,12 @@ namespace {
 
 constexpr int kPollMs = 50;
 constexpr int kOriginal = 3; ///< place of the setup as it was among the results
-constexpr double kShortestFitLine = 2;
-constexpr double kCurveMargins = 70; ///< pixels beside the curve
 constexpr Colour kGreen = 0x00C000;
 
+/// "_" for none.
 QString decibels(double rms, const char* unit = "dB")
 {
-    return qtText(fixedText(rms, 2)) + unit;
+    return rms < kNoMeasure ? qtText(fixedText(rms, 2)) + unit : QString("_");
 }
 
 } // namespace
@@ -32,30 +31,26 @@ void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
 {
     const AreaSegment area = *editor.room().GFAGetAudienceAreaSelect(editor.SelectedArea);
     views.AreaSpl_pbx->picture();
-    const double end = std::max(1.0, views.AreaSpl_pbx->width() - kCurveMargins);
+    const double end = curveEnd(views.AreaSpl_pbx->width());
     const std::optional<JointRange> aiming =
         GetAreaSpeakers(editor.room(), editor.array(), editor.SelectedArea);
-    if (editor.fitLine &&
-        std::abs(editor.fitLine->second.x - editor.fitLine->first.x) < kShortestFitLine)
+    const auto asked = editor.fitLine
+                           ? targetUnder(*editor.fitLine, end, area[5], editor.curveBottomDb)
+                           : std::nullopt;
+    if (editor.fitLine && !asked) {
         editor.fitLine.reset();
+        emit editor.viewsChanged();
+    }
     if (!aiming) {
         showMessage(window, editor.session.text(251));
         return;
     }
 
     const std::optional<FitLine> drawn = editor.fitLine;
-    FitLineTarget target = FitLineTarget::wholeArea(area);
-    if (drawn) {
-        const double scale = static_cast<double>(area[5]) / end;
-        target.startM = std::clamp(drawn->first.x, 0.0, end) * scale;
-        target.lengthM =
-            std::max(0.001, std::clamp(drawn->second.x, 0.0, end) * scale - target.startM);
-        target.slopeDbPerM = (drawn->first.y - drawn->second.y) / target.lengthM;
-        target.levelDb = editor.curveBottomDb - drawn->first.y;
-    } else {
+    if (!drawn)
         editor.fitLine = FitLine{{0, 0}, {end, 0}};
-    }
-    OptimizeDialog dialog(editor, views, *aiming, target, window);
+    OptimizeDialog dialog(editor, views, *aiming, asked.value_or(FitLineTarget::wholeArea(area)),
+                          window);
     dialog.exec();
     editor.fitLine = drawn;
     views.setCurves({});
@@ -187,10 +182,9 @@ QWidget* OptimizeDialog::resultsFrame()
     auto* layout = new QGridLayout(frame);
     layout->setContentsMargins(0, 0, 0, 0);
     Label12 = named<QLabel>("Label12", frame);
-    cmbConfigs = named<QListWidget>("cmbConfigs", frame);
+    cmbConfigs = named<ListBox>("cmbConfigs", frame);
     Label12->setBuddy(cmbConfigs);
-    cmbConfigs->setFixedHeight(cmbConfigs->fontMetrics().lineSpacing() * 5 + 14);
-    connect(cmbConfigs, &QListWidget::currentRowChanged, this, &OptimizeDialog::selectConfig);
+    connect(cmbConfigs, &QComboBox::currentIndexChanged, this, &OptimizeDialog::selectConfig);
     chkShowSetup = named<QCheckBox>("chkShowSetup", frame);
     dbgpbx = new DrawingWidget(
         "dbgpbx",
@@ -278,8 +272,11 @@ void OptimizeDialog::showFitLabels()
 {
     const double factor = m_editor.lengthFactor();
     const auto rounded = [](double value) { return qtText(plainText(value, 2)); };
-    lblX1->setText(rounded(m_target.startM * factor));
-    lblX2->setText(rounded((m_target.startM + m_target.lengthM) * factor));
+    // Where the target begins is said along the floor, how long it is along the area.
+    const double radians = static_cast<double>(m_area[4]) * kRadiansPerDegree;
+    const double start = m_target.startM * std::cos(radians);
+    lblX1->setText(rounded(start * factor));
+    lblX2->setText(rounded((start + m_target.lengthM) * factor));
     lblDeltadB->setText(rounded(m_target.lengthM * m_target.slopeDbPerM / factor));
     for (QLabel* unit : lblUnits)
         unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
@@ -294,16 +291,25 @@ void OptimizeDialog::showProgress()
     lblComp->setText(qtText(plainText(100 * share, 1)) + "%");
     lblBestRMS->setText(tested > 0 ? decibels(m_best) : QString("_"));
     const bool running = m_form.state() == SearchForm::State::Running;
-    lblConfigNum->setText(
-        QString::number(running && m_searching ? tested + 1 : std::max<std::uint64_t>(1, tested)));
-    if (running && m_searching && m_search)
-        lblCurrentRMS->setText(decibels(m_search->lastMeasure()));
-    if (running && tested > m_testedBefore) {
+    const bool searching = running && m_searching;
+    const std::uint64_t next = std::min(tested + 1, m_candidates->NumConfigs().value_or(1));
+    lblConfigNum->setText(QString::number(searching ? next : std::max<std::uint64_t>(1, tested)));
+    if (searching)
+        showCurrentRms();
+    if (searching && !m_since.isValid())
+        m_since.start();
+    if (searching && tested > m_testedBefore) {
         const double left = static_cast<double>(m_since.elapsed()) / 1000 *
                             (count - static_cast<double>(tested)) /
                             static_cast<double>(tested - m_testedBefore);
         lblComp->setToolTip(m_editor.session.timeLeft(left));
     }
+}
+
+void OptimizeDialog::showCurrentRms()
+{
+    const double rms = m_search->lastMeasure();
+    lblCurrentRMS->setText(std::isnan(rms) ? QString() : decibels(rms));
 }
 
 void OptimizeDialog::chooseCandidates()
@@ -322,14 +328,6 @@ void OptimizeDialog::beginOrPause()
         PauseFlag = true;
         return;
     }
-    const bool first = m_form.state() == SearchForm::State::Ready;
-    if (first) {
-        const auto task =
-            searchTask(m_editor.session.state, m_editor.SelectedArea, m_target,
-                       optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea,
-                       m_points, m_editor.levels.choice());
-        m_search = std::make_unique<Search>(task, *m_candidates, 0, *m_candidates->NumConfigs());
-    }
     m_form.begin();
     cmbConfigs->clear();
     m_views.setCurves({});
@@ -342,11 +340,18 @@ void OptimizeDialog::runSearch()
 {
     PauseFlag = false;
     m_testedBefore = m_tested;
-    m_since.start();
+    m_since.invalidate();
+    m_searching = false;
     const bool quick = chkQuick->isChecked() && !m_quick;
-    m_thread.reset(QThread::create([this, quick] {
+    const SearchTask asked =
+        searchTask(m_editor.session.state, m_editor.SelectedArea, m_target,
+                   optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea, m_points,
+                   m_editor.levels.choice());
+    m_thread.reset(QThread::create([this, quick, asked] {
         const auto stop = [this] { return PauseFlag.load(); };
-        m_searching = !quick;
+        if (!m_search)
+            m_search = std::make_unique<Search>(withKernel(asked), *m_candidates, 0,
+                                                *m_candidates->NumConfigs());
         if (quick) {
             QuickResult result = quickSearch(m_search->task(), m_search->candidates(), stop);
             if (!PauseFlag)
@@ -372,13 +377,13 @@ void OptimizeDialog::searchStopped()
     m_poll.stop();
     const bool finished = m_search->finished();
     m_form.stop(finished, m_search->tested() > 0);
-    lblCurrentRMS->setText(decibels(m_search->lastMeasure()));
+    showCurrentRms();
     listTopConfigs();
     if (finished)
         chkShowSetup->setChecked(true);
     showState();
     if (finished)
-        cmbConfigs->setCurrentRow(0);
+        cmbConfigs->setCurrentIndex(0);
 }
 
 void OptimizeDialog::stopSearch()
@@ -414,6 +419,7 @@ void OptimizeDialog::listTopConfigs()
             session.text(proved ? 1021 : 1020));
         m_results.push_back(best);
     }
+    cmbConfigs->setCurrentIndex(-1);
     m_curvesWidth = 0; // drawn anew for these
 }
 

@@ -8,7 +8,6 @@
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QThread>
 #include <QTimer>
 #include <atomic>
@@ -40,6 +39,7 @@ private:
     void showToTest();
     void showFitLabels();
     void showProgress();
+    void showCurrentRms();
 
     void chooseCandidates();
     void beginOrPause();
@@ -73,8 +73,8 @@ private:
     std::atomic<bool> m_searching = false; ///< exhaustively
 
     QTimer m_poll;
-    QElapsedTimer m_since;
-    std::uint64_t m_testedBefore = 0; ///< when it was begun or continued
+    QElapsedTimer m_since;            ///< of the exhaustive search, begun or continued
+    std::uint64_t m_testedBefore = 0; ///< at that time
     std::vector<Ranked> m_results;    ///< three best; where it was asked for, the quick one
     std::vector<std::vector<float>> m_curves;
     int m_curvesWidth = 0;
@@ -114,7 +114,7 @@ private:
     QPushButton* cmdOptimize;
 
     QLabel* Label12;
-    QListWidget* cmbConfigs;
+    QComboBox* cmbConfigs;
     QCheckBox* chkShowSetup;
     DrawingWidget* dbgpbx;
     QPushButton* cmdCommit;
