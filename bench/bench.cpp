@@ -5,6 +5,7 @@
 #include "drawing/room_drawing.h"
 #include "drawing/spl_map_drawing.h"
 #include "engine/fast_kernel.h"
+#include "engine/levels.h"
 #include "engine/line_spl.h"
 #include "engine/literal_kernel.h"
 #include "engine/spl_map.h"

@@ -58,7 +58,7 @@ std::optional<double> autoAim(const Room& room, const LineArray& array)
         return std::nullopt;
     double angle = VectorAngle180(sight->to.x - sight->from.x, sight->to.y - sight->from.y);
     if (array.kindAt(0) == BoxKind::Trapezoidal)
-        angle += 4.5;
+        angle += LineArray::kTopTrapezoidalTiltDeg;
     // Bass boxes on top: the first mid/high box hangs below them, turned by their joints.
     const LineArray::Positions angles = array.GIAGetAllAngle();
     const int last = std::min(firstAimedPosition(array), array.boxCount() - 1);

@@ -39,9 +39,4 @@ private:
     std::unique_ptr<LevelKernel> m_literal;
 };
 
-/// 10 lg of the sum over `planes` (as many figures each as `levels` has) times their factors; minus
-/// infinity for 0.
-void weightedLevels(std::span<const float* const> planes, std::span<const float> factors,
-                    std::span<float> levels);
-
 } // namespace orva

@@ -1,5 +1,7 @@
 #include "engine/fast_kernel_simd.h"
 
+#include "engine/levels.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>

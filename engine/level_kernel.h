@@ -38,10 +38,4 @@ public:
                             BandSpan bands, std::span<float* const> powers) const = 0;
 };
 
-/// A power as a level in dB; minus infinity for 0.
-double levelOfPower(double power);
-
-/// A level in dB as a power; 0 for minus infinity.
-double powerOfLevel(double levelDb);
-
 } // namespace orva

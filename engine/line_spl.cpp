@@ -1,6 +1,6 @@
 #include "engine/line_spl.h"
 
-#include "engine/fast_kernel.h"
+#include "engine/levels.h"
 #include "engine/parallel.h"
 
 #include <algorithm>

@@ -22,16 +22,6 @@ double withinOneTurn(double degrees)
 
 } // namespace
 
-double levelOfPower(double power)
-{
-    return std::log(power) * 4.342944622039795;
-}
-
-double powerOfLevel(double levelDb)
-{
-    return std::pow(10.0, levelDb / 10);
-}
-
 void LiteralKernel::bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
                                BandSpan bands, std::span<float* const> powers) const
 {

@@ -1,6 +1,6 @@
 #include "engine/spl_map.h"
 
-#include "engine/fast_kernel.h"
+#include "engine/levels.h"
 #include "lang/number_text.h"
 
 #include <algorithm>

@@ -1,8 +1,9 @@
 #include "lang/windows1252.h"
 
+#include "lang/utf8.h"
+
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace orva {
 
@@ -13,42 +14,6 @@ constexpr std::array<char32_t, 32> kHighControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-char byteOf(char32_t character)
-{
-    if (character < 0x80 || (character >= 0xA0 && character <= 0xFF))
-        return static_cast<char>(character);
-    const auto* found = std::find(kHighControls.begin(), kHighControls.end(), character);
-    return found == kHighControls.end() ? '?'
-                                        : static_cast<char>(0x80 + (found - kHighControls.begin()));
-}
-
-/// Takes one character off the front of `utf8`; none, and one byte taken, where it is malformed.
-std::optional<char32_t> takeCharacter(std::string_view& utf8)
-{
-    const auto lead = static_cast<unsigned char>(utf8.front());
-    const std::size_t length = lead < 0x80   ? 1
-                               : lead < 0xC2 ? 0
-                               : lead < 0xE0 ? 2
-                               : lead < 0xF0 ? 3
-                               : lead < 0xF5 ? 4
-                                             : 0;
-    constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
-    char32_t character = length < 2 ? lead : lead & (0xFFU >> (length + 1));
-    bool sound = length > 0 && length <= utf8.size();
-    for (std::size_t i = 1; sound && i < length; ++i) {
-        const auto next = static_cast<unsigned char>(utf8[i]);
-        sound = (next & 0xC0) == 0x80;
-        character = (character << 6) | (next & 0x3F);
-    }
-    const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
-    if (!sound || character < kSmallest[length] || surrogate || character > 0x10FFFF) {
-        utf8.remove_prefix(1);
-        return std::nullopt;
-    }
-    utf8.remove_prefix(length);
-    return character;
-}
 
 void appendUtf8(std::string& out, char32_t character)
 {
@@ -67,12 +32,22 @@ void appendUtf8(std::string& out, char32_t character)
 
 } // namespace
 
+std::optional<char> windows1252Byte(char32_t character)
+{
+    if (character < 0x80 || (character >= 0xA0 && character <= 0xFF))
+        return static_cast<char>(character);
+    const auto* found = std::find(kHighControls.begin(), kHighControls.end(), character);
+    return found == kHighControls.end()
+               ? std::nullopt
+               : std::optional(static_cast<char>(0x80 + (found - kHighControls.begin())));
+}
+
 std::string windows1252FromUtf8(std::string_view utf8)
 {
     std::string bytes;
     while (!utf8.empty()) {
         const std::optional<char32_t> character = takeCharacter(utf8);
-        bytes += character ? byteOf(*character) : '?';
+        bytes += character ? windows1252Byte(*character).value_or('?') : '?';
     }
     return bytes;
 }

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace orva {
+
+/// The byte that stands for a character; none where the code page lacks it.
+std::optional<char> windows1252Byte(char32_t character);
 
 /// UTF-8 to Windows-1252, one byte a character. A character that the code page lacks, and every
 /// byte that is no valid UTF-8, becomes "?". The code page's five free bytes (81, 8D, 8F, 90, 9D)

@@ -25,6 +25,9 @@ namespace orva {
 /// splay angles runs it before handing the array on.
 class LineArray {
 public:
+    /// A trapezoidal top box is tilted so much further than the cradle.
+    static constexpr float kTopTrapezoidalTiltDeg = 4.5F;
+
     static constexpr int kPositions = 32;
     using Positions = std::array<std::int16_t, kPositions>;
 

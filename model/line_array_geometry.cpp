@@ -6,8 +6,6 @@ namespace orva {
 
 namespace {
 
-constexpr float kTrapezoidalTiltDeg = 4.5F;
-
 FloatPair sum(FloatPair a, FloatPair b)
 {
     return {a[0] + b[0], a[1] + b[1]};
@@ -32,7 +30,7 @@ std::vector<LineArray::HungBox> LineArray::hungBoxes(float cradleTiltDeg) const
     std::vector<HungBox> boxes;
     boxes.reserve(static_cast<std::size_t>(count));
     if (kindAt(0) == BoxKind::Trapezoidal)
-        cradleTiltDeg += kTrapezoidalTiltDeg;
+        cradleTiltDeg += kTopTrapezoidalTiltDeg;
     HungBox box{{0, 0}, cradleTiltDeg, Rotation(-cradleTiltDeg), nullptr};
     for (int i = 0; i < count; ++i) {
         const float splay = i > 0 ? splayAngle(AllAngle[static_cast<std::size_t>(i)]) : 0;

@@ -1,5 +1,7 @@
 #include "optimize/evaluator.h"
 
+#include "engine/levels.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -39,7 +41,7 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
       m_reference(fitReference(m_task->target, m_task->points)),
       m_step(m_task->target.lengthM / (m_task->points - 1) * m_task->target.slopeDbPerM),
       m_factors(bandFactors(m_task->speakerData.BandLevel, m_task->choice)),
-      m_incoherent(loudestPower(m_task->speakerData, m_task->choice, m_factors))
+      m_loudest(loudestPower(m_task->speakerData, m_task->choice, m_factors))
 {
     const auto count = static_cast<std::size_t>(m_task->points);
     if (!m_order)
@@ -205,7 +207,7 @@ double Evaluator::errorSquare(const Point& receiver, float power) const
     const double dx = std::max({0.0, m_low.x - receiver.x, receiver.x - m_high.x});
     const double dy = std::max({0.0, m_low.y - receiver.y, receiver.y - m_high.y});
     const double share = m_task->amplitudeError;
-    const double incoherent = share * share * m_incoherent * static_cast<double>(m_sources.size()) /
+    const double incoherent = share * share * m_loudest * static_cast<double>(m_sources.size()) /
                               std::max(0.01, dx * dx + dy * dy);
     // A level is off by 8.69 dB * s / (1 - s) where s is the share of its own amplitude; its square
     // and that of the rounding count twice, so that both together are covered.

@@ -78,7 +78,7 @@ private:
     std::array<Point, 2> m_ends{};
     std::vector<Point> m_receivers; ///< in the order of calculation
     std::vector<float> m_factors;
-    double m_incoherent = 0; ///< power of one box 1 m away in its loudest direction, all bands
+    double m_loudest = 0; ///< power of one box 1 m away in its loudest direction, all bands
 
     std::vector<Source> m_sources;
     Point m_low; ///< corners of the rectangle round the sources

@@ -1,5 +1,6 @@
 #include "report/rtf_document.h"
 
+#include "lang/utf8.h"
 #include "lang/windows1252.h"
 
 #include <algorithm>
@@ -29,59 +30,31 @@ void appendHex(std::string& to, std::string_view bytes)
     }
 }
 
-/// The character that `utf8` begins with, taken off it; a byte that begins none stands for itself.
-std::string_view takeCharacter(std::string_view& utf8)
-{
-    const auto lead = static_cast<unsigned char>(utf8.front());
-    const std::size_t wanted = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    std::size_t length = 1;
-    while (length < wanted && length < utf8.size() &&
-           (static_cast<unsigned char>(utf8[length]) & 0xC0) == 0x80)
-        ++length;
-    const std::string_view character = utf8.substr(0, length);
-    utf8.remove_prefix(length);
-    return character;
-}
-
-std::uint32_t codePoint(std::string_view character)
-{
-    const auto lead = static_cast<unsigned char>(character.front());
-    std::uint32_t code = character.size() == 1 ? lead : lead & (0x7FU >> character.size());
-    for (const char c : character.substr(1))
-        code = code << 6 | (static_cast<unsigned char>(c) & 0x3F);
-    return code;
-}
-
 /// A UTF-16 unit as a signed number, with "?" for readers that do not know it.
 void appendUnit(std::string& to, std::uint32_t unit)
 {
     to += "\\u" + std::to_string(static_cast<std::int16_t>(unit)) + "?";
 }
 
-void appendCharacter(std::string& to, std::string_view character)
+void appendCharacter(std::string& to, char32_t character)
 {
-    const char first = character.front();
-    if (character.size() == 1) {
-        if (first == '\\' || first == '{' || first == '}')
+    const std::optional<char> byte = windows1252Byte(character);
+    if (character == '\t') {
+        to += "\\tab ";
+    } else if (character < 0x20) {
+        to += ' ';
+    } else if (character < 0x80) {
+        if (character == '\\' || character == '{' || character == '}')
             to += '\\';
-        if (first == '\t')
-            to += "\\tab ";
-        else
-            to += static_cast<unsigned char>(first) < 0x20 ? ' ' : first;
-        return;
-    }
-    const std::string byte = windows1252FromUtf8(character);
-    if (byte.size() == 1 && byte != "?") {
+        to += *byte;
+    } else if (byte) {
         to += "\\'";
-        appendHex(to, byte);
-        return;
-    }
-    const std::uint32_t code = codePoint(character);
-    if (code > 0xFFFF) {
-        appendUnit(to, 0xD800 + ((code - 0x10000) >> 10));
-        appendUnit(to, 0xDC00 + ((code - 0x10000) & 0x3FF));
+        appendHex(to, {&*byte, 1});
+    } else if (character > 0xFFFF) {
+        appendUnit(to, 0xD800 + ((character - 0x10000) >> 10U));
+        appendUnit(to, 0xDC00 + ((character - 0x10000) & 0x3FFU));
     } else {
-        appendUnit(to, code);
+        appendUnit(to, character);
     }
 }
 
@@ -132,13 +105,12 @@ void RtfDocument::setColour(std::uint32_t colour)
 void RtfDocument::insertText(std::string_view text)
 {
     while (!text.empty()) {
-        const std::string_view character = takeCharacter(text);
-        const char first = character.front();
-        if (first != '\r' && first != '\n') {
+        const char32_t character = takeCharacter(text).value_or('?');
+        if (character != '\r' && character != '\n') {
             appendCharacter(m_body, character);
             continue;
         }
-        const char other = first == '\r' ? '\n' : '\r';
+        const char other = character == '\r' ? '\n' : '\r';
         if (!text.empty() && text.front() == other)
             text.remove_prefix(1);
         m_body += "\\par\n";

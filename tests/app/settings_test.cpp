@@ -1,4 +1,4 @@
-#include "app/settings.h"
+#include "app/memory_settings.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -11,27 +11,6 @@
 namespace orva {
 namespace {
 
-class MemoryStore : public SettingsStore {
-public:
-    std::map<std::string, std::string> values;
-
-    std::optional<std::string> value(std::string_view section, std::string_view key) const override
-    {
-        const auto found = values.find(name(section, key));
-        return found == values.end() ? std::nullopt : std::optional(found->second);
-    }
-    void setValue(std::string_view section, std::string_view key, std::string_view text) override
-    {
-        values[name(section, key)] = text;
-    }
-
-private:
-    static std::string name(std::string_view section, std::string_view key)
-    {
-        return std::string(section) + '/' + std::string(key);
-    }
-};
-
 /// Every field away from its default.
 Settings changed()
 {
@@ -40,7 +19,7 @@ Settings changed()
 
 TEST(Settings, FirstStartAndWayThroughTheStore)
 {
-    MemoryStore store;
+    MemorySettings store;
     EXPECT_EQ(LoadSettings(store), Settings{});
     SaveSettings(changed(), store);
     EXPECT_EQ(LoadSettings(store), changed());
@@ -67,11 +46,11 @@ TEST(Settings, UnreadableValuesAreDefaults)
         {"Temperature", "12 °C", 21},   {"Temperature", "nan", 21},  {"Temperature", "inf", 21},
         {"Temperature", "1,2,3", 21}};
     for (const auto& [key, text, value] : numbers) {
-        MemoryStore store;
+        MemorySettings store;
         store.setValue("Options", key, text);
         EXPECT_EQ(LoadSettings(store).Temperature, value) << text;
     }
-    MemoryStore store;
+    MemorySettings store;
     for (const char* key : {"AutoCorrect", "ShowDelay", "PixelRes", "SPLResolution",
                             "GridUnit_Room", "GridUnit_Rigging", "GridUnit_Area", "NewCompact"})
         store.setValue("Options", key, "-1");

@@ -1,5 +1,6 @@
 #include "app/application_state.h"
 #include "app/file_access.h"
+#include "engine/levels.h"
 #include "engine/literal_kernel.h"
 #include "engine/speaker_data_text.h"
 

@@ -1,4 +1,5 @@
 #include "engine/fast_kernel.h"
+#include "engine/levels.h"
 #include "engine/line_spl.h"
 #include "engine/literal_kernel.h"
 #include "engine/speaker_data_text.h"

@@ -1,3 +1,4 @@
+#include "engine/levels.h"
 #include "engine/line_spl.h"
 #include "engine/literal_kernel.h"
 #include "model/project.h"

@@ -1,3 +1,4 @@
+#include "app/program_folder.h"
 #include "lang/string_table.h"
 #include "main/main_window.h"
 #include "shell/colours.h"
@@ -12,14 +13,6 @@ namespace orva::ui {
 
 namespace {
 
-/// Where `bin` with the loudspeaker data lies: beside the program, or among installed data.
-std::filesystem::path programFolder()
-{
-    const std::filesystem::path beside = QCoreApplication::applicationDirPath().toStdString();
-    const std::filesystem::path installed = beside.parent_path() / "share" / "orva";
-    return !exists(beside / "bin") && exists(installed / "bin") ? installed : beside;
-}
-
 /// Shows what is missing; the program cannot do without.
 int failed(const Error& error)
 {
@@ -32,7 +25,7 @@ int failed(const Error& error)
 int run()
 {
     const std::unique_ptr<SettingsStore> store = platformSettingsStore();
-    Session session(*store, programFolder());
+    Session session(*store, programFolder(QCoreApplication::applicationDirPath().toStdString()));
     MlInit();
     LanguageDialog::ShowDialog(session, true, nullptr);
 

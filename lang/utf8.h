@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace orva {
+
+/// Takes one character off the front of `utf8`, which is not empty; none, and one byte taken, where
+/// it is malformed.
+std::optional<char32_t> takeCharacter(std::string_view& utf8);
+
+} // namespace orva
