@@ -506,15 +506,20 @@ void weightedLevelsHere(std::span<const float* const> planes, std::span<const fl
         const auto decibels = hn::Mul(hn::Log(d, power), hn::Set(d, 4.342944819F));
         return hn::IfThenElse(silent, hn::Neg(hn::Inf(d)), decibels);
     };
-    std::size_t i = 0;
-    for (; i + lanes <= levels.size(); i += lanes) {
+    const auto calculate = [&](std::size_t i) HWY_ATTR {
         auto power = hn::Zero(d);
         for (std::size_t b = 0; b < planes.size(); ++b)
             power = hn::MulAdd(hn::Set(d, factors[b]), hn::LoadU(d, planes[b] + i), power);
         hn::StoreU(level(power), d, levels.data() + i);
+    };
+    if (levels.size() >= lanes) {
+        for (std::size_t i = 0; i + lanes <= levels.size(); i += lanes)
+            calculate(i);
+        calculate(levels.size() - lanes); // some of them again
+        return;
     }
     const hn::CappedTag<float, 1> one;
-    for (; i < levels.size(); ++i) {
+    for (std::size_t i = 0; i < levels.size(); ++i) {
         auto power = hn::Zero(one);
         for (std::size_t b = 0; b < planes.size(); ++b)
             power = hn::MulAdd(hn::Set(one, factors[b]), hn::LoadU(one, planes[b] + i), power);

@@ -136,14 +136,15 @@ void Evaluator::calculateGroup(std::size_t group)
 {
     const std::size_t first = group * kGroup;
     const std::size_t count = std::min(kGroup, m_receivers.size() - first);
-    std::array<float, kGroup> powers{};
-    std::array<float, kGroup> levels{};
+    constexpr std::size_t kWhole = 16; // a whole vector on any machine
+    std::array<float, std::max(kWhole, kGroup)> powers{};
+    std::array<float, std::max(kWhole, kGroup)> levels{};
     const std::span used(powers.data(), count);
     if (m_running)
         sumRunningPowers(group, used);
     else
         sumPowers(group, used);
-    const float* plane = used.data();
+    const float* plane = powers.data();
     constexpr float kAsItIs = 1;
     weightedLevels(std::span(&plane, 1), std::span(&kAsItIs, 1), levels);
     for (std::size_t i = 0; i < count; ++i) {
