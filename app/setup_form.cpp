@@ -10,10 +10,6 @@ namespace orva {
 
 namespace {
 
-constexpr int kMostMidHigh = 24; ///< standard system, as straight and trapezoidal boxes
-constexpr int kMostMidHighCompact = 16;
-constexpr int kMostBass = 20;
-constexpr int kMostBassCompact = 6;
 constexpr std::string_view kUnknown = "? ";
 
 /// How an entry that the lists lack is shown.
@@ -57,16 +53,6 @@ ChoiceList countList(int first, int last, int count)
 std::string_view SetupForm::modelName(BoxKind kind) const
 {
     return system().riggingText(kind).model;
-}
-
-int SetupForm::mostMidHigh() const
-{
-    return isCompact() ? kMostMidHighCompact : kMostMidHigh;
-}
-
-int SetupForm::mostBass() const
-{
-    return isCompact() ? kMostBassCompact : kMostBass;
 }
 
 int SetupForm::total() const
@@ -114,8 +100,8 @@ double SetupForm::validAngle(double degrees)
 void SetupForm::RefreshFromClass(const LineArray& array)
 {
     m_system = array.GIGetArrayType();
-    cmbNumSpk = countList(1, mostMidHigh(), array.GIGetNumSpeakers());
-    cmbNumBass = countList(0, mostBass(), array.GIGetNumBass());
+    cmbNumSpk = countList(1, system().mostMidHigh, array.GIGetNumSpeakers());
+    cmbNumBass = countList(0, system().mostBass, array.GIGetNumBass());
     cmbNumGer = countList(0, kMostMidHigh, array.GIGetNumGerade());
     cmbNumSch = countList(0, kMostMidHigh, array.GIGetNumSchräg());
 
@@ -185,7 +171,7 @@ void SetupForm::chooseNumSpk(int index)
     cmbNumSpk.selected = index;
     if (AutoCorrect) {
         const int wanted = std::min<int>(cmbNumSpk.number(), kPositions - cmbNumBass.number());
-        cmbNumSpk = countList(1, mostMidHigh(), wanted);
+        cmbNumSpk = countList(1, system().mostMidHigh, wanted);
         int midHigh = m_total - placed(BoxKind::Bass, m_total);
         int positions = m_total;
         for (; midHigh > wanted; --midHigh)
@@ -332,9 +318,9 @@ void SetupForm::reportCounts()
     SetupInvalid = {};
     SetupInvalid.midHigh = mismatch(cmbNumSpk, midHigh);
     SetupInvalid.bass = mismatch(cmbNumBass, bass);
-    cmbNumSpk = countList(1, mostMidHigh(), cmbNumSpk.number());
+    cmbNumSpk = countList(1, system().mostMidHigh, cmbNumSpk.number());
     cmbNumSpk.invalid |= SetupInvalid.midHigh;
-    cmbNumBass = countList(0, mostBass(), cmbNumBass.number());
+    cmbNumBass = countList(0, system().mostBass, cmbNumBass.number());
     cmbNumBass.invalid |= SetupInvalid.bass;
     if (isCompact())
         return;
@@ -355,20 +341,20 @@ void SetupForm::correctCounts()
     int bass = placed(BoxKind::Bass, positions);
     int midHigh = positions - bass;
     // What a file brought beyond a list's end stays.
-    const int mostBassHere = std::max<int>(mostBass(), cmbNumBass.number());
-    const int mostMidHighHere = std::max<int>(mostMidHigh(), cmbNumSpk.number());
+    const int mostBassHere = std::max<int>(system().mostBass, cmbNumBass.number());
+    const int mostMidHighHere = std::max<int>(system().mostMidHigh, cmbNumSpk.number());
     for (; bass > mostBassHere; --bass)
         removeBass(positions--);
     for (; midHigh > mostMidHighHere; --midHigh)
         removeMidHigh(positions--);
 
-    cmbNumBass = countList(0, mostBass(), bass);
+    cmbNumBass = countList(0, system().mostBass, bass);
     if (midHigh == 0) {
         m_total = positions;
         chooseNumSpk(0);
         return;
     }
-    cmbNumSpk = countList(1, mostMidHigh(), midHigh);
+    cmbNumSpk = countList(1, system().mostMidHigh, midHigh);
     cmbNumGer = countList(0, kMostMidHigh, placed(BoxKind::Straight, positions));
     cmbNumSch = countList(0, kMostMidHigh, placed(BoxKind::Trapezoidal, positions));
     if (positions < m_total)

@@ -99,8 +99,6 @@ private:
     void insertBass(int positions);
     void selectFirstAngle(int joint);
     void selectOnly(int joint, std::int16_t index);
-    int mostMidHigh() const;
-    int mostBass() const;
 
     std::int16_t m_system = kStandardSystem;
     int m_total = 0; ///< positions in use before a count changed

@@ -31,7 +31,7 @@ using IntsOfDoubles = hn::Rebind<std::int32_t, Doubles>;
 
 /// Where the receivers of a block lie as one source sees them.
 struct Bearings {
-    alignas(64) double distance[kBlock]; // metres, 0.1 at least
+    alignas(64) double distance[kBlock]; // metres, kNearestM at least
     alignas(64) float inverse[kBlock];   // 1 / distance
     alignas(64) double step[kBlock];     // 0 to 72
 };
@@ -74,7 +74,8 @@ HWY_INLINE void bearingsOf(const KernelSource& source, const ReceiverBlock& bloc
     for (std::size_t i = 0; i < count; i += hn::Lanes(dd)) {
         const auto dx = hn::Sub(hn::Load(dd, block.x + i), hn::Set(dd, source.x));
         const auto down = hn::Sub(hn::Set(dd, source.y), hn::Load(dd, block.y + i));
-        const auto square = hn::Max(hn::MulAdd(dx, dx, hn::Mul(down, down)), hn::Set(dd, 0.01));
+        const auto square =
+            hn::Max(hn::MulAdd(dx, dx, hn::Mul(down, down)), hn::Set(dd, kNearestM * kNearestM));
         const auto inverse = inverseRoot(square);
         hn::Store(hn::Mul(square, inverse), dd, out.distance + i);
         hn::Store(hn::DemoteTo(df, inverse), df, out.inverse + i);

@@ -22,6 +22,9 @@ struct Point {
     double y;
 };
 
+/// A source that is nearer, in metres, counts as this far away.
+constexpr double kNearestM = 0.1;
+
 /// The cost of the program: receivers x boxes x bands. A kernel is made for one directivity and one
 /// air, never changes, and may be used from any thread.
 class LevelKernel {
@@ -33,7 +36,7 @@ public:
 
     /// Power of the complex sum of all sources per receiver and band, for boxes whose on-axis level
     /// at 1 m is 0 dB: `powers`[band - bands.from] points to one figure per receiver; 0 without
-    /// sources, and below about 1e-38. A source within 0.1 m counts as 0.1 m away.
+    /// sources, and below about 1e-38. A source within kNearestM counts as that far away.
     virtual void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
                             BandSpan bands, std::span<float* const> powers) const = 0;
 };

@@ -11,8 +11,6 @@ namespace orva {
 
 namespace {
 
-constexpr double kNearestM = 0.1;
-
 /// Brings any angle into 0 to 360 by whole turns.
 double withinOneTurn(double degrees)
 {

@@ -27,22 +27,22 @@ bool storeClamped(std::int16_t value, std::int16_t low, std::int16_t high, std::
 
 bool LineArray::GBSetNumGerade(std::int16_t count)
 {
-    return storeClamped(count, 0, 24, NumGerade);
+    return storeClamped(count, 0, kMostMidHigh, NumGerade);
 }
 
 bool LineArray::GBSetNumSchräg(std::int16_t count)
 {
-    return storeClamped(count, 0, 24, NumSchräg);
+    return storeClamped(count, 0, kMostMidHigh, NumSchräg);
 }
 
 bool LineArray::GBSetNumBass(std::int16_t count)
 {
-    return storeClamped(count, 0, 20, NumBass);
+    return storeClamped(count, 0, kMostBass, NumBass);
 }
 
 bool LineArray::GBSetNumSpeakers(std::int16_t count)
 {
-    return storeClamped(count, 1, 24, NumSpeakers);
+    return storeClamped(count, 1, kMostMidHigh, NumSpeakers);
 }
 
 bool LineArray::GBSetArrayType(std::int16_t system)

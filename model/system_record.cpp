@@ -21,6 +21,8 @@ SystemRecord makeStandard()
 {
     const float rear = std::bit_cast<float>(0xBF74F80EU); // -0.95691
     return {
+        .mostMidHigh = kMostMidHigh,
+        .mostBass = kMostBass,
         .boxes = {.topFront = {0, 0},
                   .straight = {.hinge = {0, 0.26F},
                                .bottomRear = {-0.5975F, 0.26F},
@@ -74,6 +76,8 @@ SystemRecord makeCompact()
                               .centerOfGravity = {-0.119F, 0.147F},
                               .source = {-0.119F, 0.147F}};
     return {
+        .mostMidHigh = 16,
+        .mostBass = 6,
         .boxes = {.topFront = {0, 0},
                   .straight = midHigh,
                   .trapezoidal = midHigh,

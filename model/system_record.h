@@ -56,8 +56,14 @@ struct RiggingText {
     int weightLabel;
 };
 
-/// Everything in which the two systems differ; immutable.
+/// The longest array of any system, in mid/high boxes of one kind and in bass boxes.
+constexpr std::int16_t kMostMidHigh = 24;
+constexpr std::int16_t kMostBass = 20;
+
+/// Everything in which the geometry and the rigging of the two systems differ; immutable.
 struct SystemRecord {
+    std::int16_t mostMidHigh; ///< mid/high boxes that a user may choose
+    std::int16_t mostBass;    ///< the same for bass boxes
     BoxGeometry boxes;
     CradleGeometry cradle;
     std::int16_t TypeCodeGerade;

@@ -209,7 +209,7 @@ double Evaluator::errorSquare(const Point& receiver, float power) const
     const double dy = std::max({0.0, m_low.y - receiver.y, receiver.y - m_high.y});
     const double share = m_task->amplitudeError;
     const double incoherent = share * share * m_loudest * static_cast<double>(m_sources.size()) /
-                              std::max(0.01, dx * dx + dy * dy);
+                              std::max(kNearestM * kNearestM, dx * dx + dy * dy);
     // A level is off by 8.69 dB * s / (1 - s) where s is the share of its own amplitude; its square
     // and that of the rounding count twice, so that both together are covered.
     constexpr double kLargestShareSquare = 0.0025;
