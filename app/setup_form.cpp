@@ -296,6 +296,14 @@ bool SetupForm::holdsUnknown() const
     return unknown;
 }
 
+bool SetupForm::countsDiffer() const
+{
+    const int positions = total();
+    return placed(std::nullopt, positions) == 0 &&
+           (cmbNumGer.number() != placed(BoxKind::Straight, positions) ||
+            cmbNumSch.number() != placed(BoxKind::Trapezoidal, positions));
+}
+
 void SetupForm::updateAngleMark()
 {
     SetupInvalid.angles = false;

@@ -66,6 +66,10 @@ public:
     /// Whether an entry in use is one that only a file can bring. It is kept on saving.
     bool holdsUnknown() const;
 
+    /// Whether the numbers of straight and trapezoidal boxes, from which the centre of gravity has
+    /// its total weight, are not those of the column.
+    bool countsDiffer() const;
+
     /// Positions in use.
     int total() const;
     bool isCompact() const { return m_system != kStandardSystem; }

@@ -218,6 +218,18 @@ TEST(SetupForm, TheArrayComesBackAsItWas)
     EXPECT_EQ(formOf(angled, true).box1Angle, 12.3);
 }
 
+TEST(SetupForm, SaysWhenTheNumbersAreNotThoseOfTheColumn)
+{
+    for (const std::int16_t system : {kStandardSystem, kCompactSystem})
+        for (const bool autoCorrect : {true, false})
+            EXPECT_FALSE(newForm(system, autoCorrect).countsDiffer()) << system;
+    for (const bool autoCorrect : {true, false}) {
+        SetupForm form = newForm(kStandardSystem, autoCorrect);
+        form.chooseType(0, 1); // one straight box less, one trapezoidal more
+        EXPECT_EQ(form.countsDiffer(), !autoCorrect);
+    }
+}
+
 TEST(SetupForm, FirstAngleWithinATurn)
 {
     const std::pair<double, double> cases[] = {{-3.26, -3.3}, {370, 10}, {-725.04, -5}, {0, 0}};

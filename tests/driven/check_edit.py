@@ -57,6 +57,10 @@ def auto_correct_off_reports():
     app.select("cmbType(1)", "VM 412 S")
     equal(app.exists("Warning_fra"), False)
     equal(app.get("CalcBand_cmd", "enabled"), True)
+    assert "centre of gravity" in app.text("Counts_lbl"), "one straight box less than the number says"
+    app.select("cmbType(0)", "VM 412 S")
+    app.select("cmbType(11)", "VM 412 T")
+    equal(app.exists("Counts_fra"), False)
     app.close()
 
 

@@ -197,7 +197,7 @@ QWidget* OptimizeDialog::resultsFrame()
         },
         frame);
     connect(chkShowSetup, &QCheckBox::toggled, dbgpbx, &DrawingWidget::redraw);
-    dbgpbx->setMinimumSize(240, 200);
+    dbgpbx->setMinimumSize(360, 260);
     cmdCommit = named<QPushButton>("cmdCommit", frame);
     cmdCancel = named<QPushButton>("cmdCancel", frame);
     cmdCommit->setAutoDefault(false);

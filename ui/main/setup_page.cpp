@@ -7,6 +7,8 @@
 
 #include <QButtonGroup>
 #include <QGridLayout>
+#include <tuple>
+#include <utility>
 
 namespace orva::ui {
 
@@ -15,6 +17,23 @@ namespace {
 QString oneDecimal(double degrees)
 {
     return qtText(plainText(degrees, 1));
+}
+
+/// A box of red text on white.
+std::pair<QFrame*, QLabel*> warningBox(const char* boxName, const char* textName, QWidget* parent)
+{
+    auto* box = named<QFrame>(boxName, parent);
+    box->setFrameShape(QFrame::Box);
+    box->setAutoFillBackground(true);
+    QPalette palette;
+    palette.setColor(QPalette::Window, Qt::white);
+    palette.setColor(QPalette::WindowText, Qt::red);
+    box->setPalette(palette);
+    auto* text = named<QLabel>(textName, box);
+    text->setWordWrap(true);
+    auto* layout = new QVBoxLayout(box);
+    layout->addWidget(text);
+    return {box, text};
 }
 
 } // namespace
@@ -29,7 +48,10 @@ SetupPage::SetupPage(Editor& editor, QWidget* parent) : QWidget(parent), m_edito
     controls->addWidget(countsFrame());
     controls->addWidget(mountingFrame());
     controls->addWidget(pointsFrame());
-    controls->addWidget(warningFrame());
+    std::tie(Warning_fra, Warning_lbl) = warningBox("Warning_fra", "Warning_lbl", this);
+    std::tie(m_countsBox, m_countsText) = warningBox("Counts_fra", "Counts_lbl", this);
+    controls->addWidget(Warning_fra);
+    controls->addWidget(m_countsBox);
     controls->addStretch();
     layout->addWidget(new ColumnArea(column, this));
     m_column = new ArrayColumn(editor, this);
@@ -220,22 +242,6 @@ QWidget* SetupPage::pointsFrame()
     return frame;
 }
 
-QWidget* SetupPage::warningFrame()
-{
-    Warning_fra = named<QFrame>("Warning_fra", this);
-    Warning_fra->setFrameShape(QFrame::Box);
-    Warning_fra->setAutoFillBackground(true);
-    QPalette palette;
-    palette.setColor(QPalette::Window, Qt::white);
-    palette.setColor(QPalette::WindowText, Qt::red);
-    Warning_fra->setPalette(palette);
-    Warning_lbl = named<QLabel>("Warning_lbl", Warning_fra);
-    Warning_lbl->setWordWrap(true);
-    auto* layout = new QVBoxLayout(Warning_fra);
-    layout->addWidget(Warning_lbl);
-    return Warning_fra;
-}
-
 void SetupPage::showTexts()
 {
     const auto text = [this](int id) { return m_editor.session.text(id); };
@@ -273,6 +279,8 @@ void SetupPage::display()
     const QStringList warnings = m_editor.warnings();
     Warning_lbl->setText(warnings.join("\n"));
     Warning_fra->setVisible(!warnings.empty());
+    m_countsText->setText(m_editor.session.text(1023));
+    m_countsBox->setVisible(!m_editor.setup.SetupInvalid.any() && m_editor.setup.countsDiffer());
 }
 
 void SetupPage::displayCounts()

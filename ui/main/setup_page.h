@@ -25,7 +25,6 @@ private:
     QWidget* countsFrame();
     QWidget* mountingFrame();
     QWidget* pointsFrame();
-    QWidget* warningFrame();
     void addCount(QComboBox* box, ChoiceList SetupForm::*list, void (SetupForm::*choose)(int));
     void addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineArray::*get)() const,
                   bool (LineArray::*set)(FloatPair));
@@ -76,6 +75,8 @@ private:
 
     QFrame* Warning_fra;
     QLabel* Warning_lbl;
+    QFrame* m_countsBox;
+    QLabel* m_countsText;
 };
 
 } // namespace orva::ui
