@@ -5,7 +5,6 @@
 #include "report/report.h"
 
 #include <QDateTime>
-#include <QLocale>
 #include <algorithm>
 #include <cmath>
 
@@ -13,16 +12,18 @@ namespace orva {
 
 namespace {
 
-constexpr int kPictureWidth = 1600;
+/// Pixels of the largest picture that the page takes; a narrower one is as high.
+constexpr double kPictureWidth = 1600;
+constexpr double kPictureHeight = 900;
 
-/// Date and time in the short forms of the language.
-std::string created(Language language)
+/// Date and time in short forms.
+std::string created(const QLocale& locale)
 {
-    const QLocale locale(language == Language::German ? QLocale::German : QLocale::English);
     bool given = false;
     const qint64 epoch = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&given);
-    const QDateTime time =
-        given ? QDateTime::fromSecsSinceEpoch(epoch, Qt::UTC) : QDateTime::currentDateTime();
+    QDateTime time = QDateTime::fromSecsSinceEpoch(epoch, Qt::UTC);
+    if (!given || !time.isValid() || time.date().year() > 9999)
+        time = QDateTime::currentDateTime();
     return (locale.toString(time.date(), QLocale::ShortFormat) + " " +
             locale.toString(time.time(), QLocale::ShortFormat))
         .toStdString();
@@ -31,18 +32,19 @@ std::string created(Language language)
 } // namespace
 
 Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOptions& options,
-                                double aspect)
+                                double aspect, const QLocale& dates)
 {
     if (const std::optional<std::string> fault = state.gLineArray.fault())
         return Error{*fault, ""};
-    const int height =
-        std::clamp(static_cast<int>(std::lround(kPictureWidth / aspect)), 100, 10 * kPictureWidth);
-    const std::string png = pngPicture(kPictureWidth, height, [&](DrawingSurface& surface) {
+    const double width = std::clamp(kPictureHeight * aspect, 100.0, kPictureWidth);
+    const double height = std::clamp(width / aspect, 100.0, kPictureHeight);
+    const auto pixels = [](double size) { return static_cast<int>(std::lround(size)); };
+    const std::string png = pngPicture(pixels(width), pixels(height), [&](DrawingSurface& surface) {
         surface.setTextHeight(2 * surface.textHeight()); // printed smaller than a screen shows it
         DrawRiggingView(surface, state.gLineArray, options);
     });
-    const auto sections = reportSections(state.gLineArray, ORVA_VERSION,
-                                         created(options.text.language), png, options.text);
+    const auto sections =
+        reportSections(state.gLineArray, ORVA_VERSION, created(dates), png, options.text);
     return rtfReport(sections);
 }
 

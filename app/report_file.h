@@ -3,12 +3,14 @@
 #include "app/application_state.h"
 #include "drawing/drawing_options.h"
 
+#include <QLocale>
+
 namespace orva {
 
-/// The report of the current project as an RTF document, dated now or by SOURCE_DATE_EPOCH, with
-/// the rigging view as a picture of `aspect` (width over height). An error where the array cannot
-/// be calculated.
+/// The report of the current project as an RTF document, dated now or by SOURCE_DATE_EPOCH in the
+/// short forms of `dates`, with the rigging view as a picture of `aspect` (width over height). An
+/// error where the array cannot be calculated.
 Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOptions& options,
-                                double aspect);
+                                double aspect, const QLocale& dates);
 
 } // namespace orva

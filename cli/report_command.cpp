@@ -17,7 +17,10 @@ Result<Done> writeReport(const Options& options, const Console&)
     const Result<ApplicationState> state = openForCalculation(options.file);
     if (!state)
         return state.error();
-    const Result<std::string> report = rtfReportOf(*state, options.common.drawing(), kAspect);
+    const bool german = options.common.text().language == Language::German;
+    const QLocale dates(german ? QLocale::German : QLocale::English);
+    const Result<std::string> report =
+        rtfReportOf(*state, options.common.drawing(), kAspect, dates);
     if (!report)
         return report.error();
     return writeFile(options.outFile, *report);

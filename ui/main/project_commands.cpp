@@ -243,7 +243,8 @@ void ProjectCommands::SaveRTFFile(double aspect)
     const auto chosen = chosenFile("rtf", 204, kReportFilters, trimmedProjectName() + ".rtf");
     if (!chosen)
         return;
-    const Result<std::string> report = rtfReportOf(session.state, session.drawingOptions(), aspect);
+    const Result<std::string> report =
+        rtfReportOf(session.state, session.drawingOptions(), aspect, QLocale::system());
     const Result<Done> saved = report ? written(*chosen, *report) : Result<Done>(report.error());
     if (!saved) {
         showFailure(m_window, session.text(221), kProgramTitle, saved.error());
