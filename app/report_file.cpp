@@ -15,6 +15,8 @@ namespace {
 /// Pixels of the largest picture that the page takes; a narrower one is as high.
 constexpr double kPictureWidth = 1600;
 constexpr double kPictureHeight = 900;
+/// Narrower views leave no room for labels beside the boxes.
+constexpr double kNarrowestAspect = 1.25;
 
 /// Date and time in short forms.
 std::string created(const QLocale& locale)
@@ -36,8 +38,9 @@ Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOpti
 {
     if (const std::optional<std::string> fault = state.gLineArray.fault())
         return Error{*fault, ""};
-    const double width = std::clamp(kPictureHeight * aspect, 100.0, kPictureWidth);
-    const double height = std::clamp(width / aspect, 100.0, kPictureHeight);
+    aspect = std::max(aspect, kNarrowestAspect);
+    const double width = std::min(kPictureHeight * aspect, kPictureWidth);
+    const double height = std::max(width / aspect, 100.0);
     const auto pixels = [](double size) { return static_cast<int>(std::lround(size)); };
     const std::string png = pngPicture(pixels(width), pixels(height), [&](DrawingSurface& surface) {
         surface.setTextHeight(2 * surface.textHeight()); // printed smaller than a screen shows it

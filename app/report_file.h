@@ -8,8 +8,8 @@
 namespace orva {
 
 /// The report of the current project as an RTF document, dated now or by SOURCE_DATE_EPOCH in the
-/// short forms of `dates`, with the rigging view as a picture of `aspect` (width over height). An
-/// error where the array cannot be calculated.
+/// short forms of `dates`, with the rigging view as a picture of `aspect` (width over height), 1.25
+/// at least. An error where the array cannot be calculated.
 Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOptions& options,
                                 double aspect, const QLocale& dates);
 
