@@ -27,6 +27,7 @@ constexpr double kFastestGrowth = 16;
 constexpr double kPlaceholder = 10;
 /// Contenders that the fast kernel cannot tell apart before the literal one decides.
 constexpr std::size_t kMostUndecided = 32;
+constexpr std::size_t kMostUndecidedInChunk = 128;
 /// Configurations that tell in which order levels are best calculated, and in how large a search.
 constexpr int kSamples = 64;
 constexpr std::uint64_t kFewestToLearnFor = 4096;
@@ -139,13 +140,17 @@ void Search::testChunk(Evaluator& evaluator, const Block& block, std::uint64_t f
         if (!bounds)
             continue;
         Contender contender{{angles, 0, number}, *bounds, false};
-        if (!std::isfinite(bounds->low) || !std::isfinite(bounds->high))
+        // Where the fast kernel cannot tell, or too many are as good as equal.
+        if (!std::isfinite(bounds->low) || !std::isfinite(bounds->high) ||
+            known.size() > kMostUndecidedInChunk)
             contender = exactly({angles, evaluator.measure(angles), number});
         m_lastMeasure = std::midpoint(contender.bounds.low, contender.bounds.high);
         contenders.push_back(contender);
         known.push_back(contender);
         dropBeaten(known);
         limit = limitOf(known);
+        if (contenders.size() > 2 * kMostUndecidedInChunk)
+            dropBeaten(contenders);
     }
     dropBeaten(contenders);
 }
