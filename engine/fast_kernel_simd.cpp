@@ -1,228 +1,22 @@
 #include "engine/fast_kernel_simd.h"
 
-#include "engine/levels.h"
+#include "engine/simd_targets.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <numbers>
 
-// Vectors of unknown length cannot stand in arrays and registers as used here.
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "engine/fast_kernel_simd.cpp"
 // The first include compiles this file once per target; it must come first.
 // clang-format off
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
-#include <hwy/contrib/math/math-inl.h>
+#include "engine/fast_kernel_exact-inl.h"
 // clang-format on
 
 HWY_BEFORE_NAMESPACE();
 namespace orva::HWY_NAMESPACE {
-
-namespace hn = hwy::HWY_NAMESPACE;
-
-using Doubles = hn::CappedTag<double, 8>;
-using Floats = hn::CappedTag<float, 16>;
-using HalfFloats = hn::CappedTag<float, 8>;
-using FloatsOfDoubles = hn::Rebind<float, Doubles>;
-using IntsOfDoubles = hn::Rebind<std::int32_t, Doubles>;
-
-/// Where the receivers of a block lie as one source sees them.
-struct Bearings {
-    alignas(64) double distance[kBlock]; // metres, kNearestM at least
-    alignas(64) float inverse[kBlock];   // 1 / distance
-    alignas(64) double step[kBlock];     // 0 to 72
-};
-
-/// Arc tangent of 0..1 over its argument; error below 2e-8 (Abramowitz and Stegun, 4.4.49).
-template<class D, class V>
-HWY_INLINE V arcTangentRatio(D d, V square)
-{
-    const auto c = [d](float value) HWY_ATTR { return hn::Set(d, value); };
-    V p = hn::MulAdd(c(0.0028662257F), square, c(-0.0161657367F));
-    p = hn::MulAdd(p, square, c(0.0429096138F));
-    p = hn::MulAdd(p, square, c(-0.0752896400F));
-    p = hn::MulAdd(p, square, c(0.1065626393F));
-    p = hn::MulAdd(p, square, c(-0.1420889944F));
-    p = hn::MulAdd(p, square, c(0.1999355085F));
-    p = hn::MulAdd(p, square, c(-0.3333314528F));
-    return hn::MulAdd(p, square, c(1.0F));
-}
-
-/// 1 / sqrt(x) to 44 bits: Newton steps in double from the machine's estimate of at least 11 bits.
-template<class V>
-HWY_INLINE V inverseRoot(V x)
-{
-    const Doubles dd;
-    const FloatsOfDoubles df;
-    const V half = hn::Mul(x, hn::Set(dd, 0.5));
-    V root = hn::PromoteTo(dd, hn::ApproximateReciprocalSqrt(hn::DemoteTo(df, x)));
-    for (int bits = 11; bits < 44; bits *= 2)
-        root = hn::Mul(root, hn::NegMulAdd(half, hn::Mul(root, root), hn::Set(dd, 1.5)));
-    return root;
-}
-
-/// Of the first `count` receivers.
-HWY_INLINE void bearingsOf(const KernelSource& source, const ReceiverBlock& block,
-                           std::size_t count, Bearings& out)
-{
-    const Doubles dd;
-    const FloatsOfDoubles df;
-    const auto zero = hn::Zero(dd);
-    for (std::size_t i = 0; i < count; i += hn::Lanes(dd)) {
-        const auto dx = hn::Sub(hn::Load(dd, block.x + i), hn::Set(dd, source.x));
-        const auto down = hn::Sub(hn::Set(dd, source.y), hn::Load(dd, block.y + i));
-        const auto square =
-            hn::Max(hn::MulAdd(dx, dx, hn::Mul(down, down)), hn::Set(dd, kNearestM * kNearestM));
-        const auto inverse = inverseRoot(square);
-        hn::Store(hn::Mul(square, inverse), dd, out.distance + i);
-        hn::Store(hn::DemoteTo(df, inverse), df, out.inverse + i);
-
-        // Arc tangent of the smaller over the larger side in float, the octants in double.
-        const auto ax = hn::Abs(dx);
-        const auto ay = hn::Abs(down);
-        const auto larger = hn::DemoteTo(df, hn::Max(ax, ay));
-        const auto smaller = hn::DemoteTo(df, hn::Min(ax, ay));
-        const auto safe = hn::Max(larger, hn::Set(df, 1e-30F));
-        const auto ratio = hn::Div(smaller, safe);
-        const auto angle = hn::Mul(ratio, arcTangentRatio(df, hn::Mul(ratio, ratio)));
-        auto step = hn::Mul(hn::PromoteTo(dd, angle), hn::Set(dd, 36 / std::numbers::pi));
-        step = hn::IfThenElse(hn::Gt(ay, ax), hn::Sub(hn::Set(dd, 18.0), step), step);
-        step = hn::IfThenElse(hn::Lt(dx, zero), hn::Sub(hn::Set(dd, 36.0), step), step);
-        step = hn::IfThenElse(hn::Lt(down, zero), hn::Neg(step), step);
-        // -36..36 and 0..72: one turn up or down brings it into 0..72
-        const auto turn = hn::Set(dd, static_cast<double>(kAngleSteps));
-        step = hn::Add(step, hn::Set(dd, source.step));
-        step = hn::IfThenElse(hn::Lt(step, zero), hn::Add(step, turn), step);
-        step = hn::IfThenElse(hn::Gt(step, turn), hn::Sub(step, turn), step);
-        hn::Store(step, dd, out.step + i);
-    }
-}
-
-// One to three bands: receivers in lanes, phases reduced in double, everything else exact to float.
-
-/// Sine and cosine of a phase in turns, any size that float holds exactly enough.
-template<class D, class V>
-HWY_INLINE void sineAndCosine(D d, V turns, V& sine, V& cosine)
-{
-    const auto c = [d](double value) HWY_ATTR { return hn::Set(d, static_cast<float>(value)); };
-    // To -1/2..1/2, then to -1/4..1/4 by mirroring at a quarter turn, which negates the cosine.
-    const V whole = hn::Sub(turns, hn::Round(turns));
-    const V mirrored = hn::Sub(hn::CopySign(c(0.5), whole), whole);
-    const auto outer = hn::Gt(hn::Abs(whole), c(0.25));
-    const V y = hn::IfThenElse(outer, mirrored, whole);
-    const V square = hn::Mul(y, y);
-    // Taylor series of the angle in turns; the next terms are below 1e-7.
-    V s = hn::MulAdd(c(-15.0946425768), square, c(42.0586939449));
-    s = hn::MulAdd(s, square, c(-76.7058597531));
-    s = hn::MulAdd(s, square, c(81.6052492761));
-    s = hn::MulAdd(s, square, c(-41.3417022404));
-    s = hn::MulAdd(s, square, c(6.28318530718));
-    sine = hn::Mul(s, y);
-    V k = hn::MulAdd(c(7.90353637), square, c(-26.4262567834));
-    k = hn::MulAdd(k, square, c(60.2446413719));
-    k = hn::MulAdd(k, square, c(-85.4568172067));
-    k = hn::MulAdd(k, square, c(64.9393940227));
-    k = hn::MulAdd(k, square, c(-19.7392088022));
-    k = hn::MulAdd(k, square, c(1.0));
-    cosine = hn::IfThenElse(outer, hn::Neg(k), k);
-}
-
-/// Entries of the directivity at each lane's step.
-struct Looked {
-    hn::VFromD<Floats> gain;
-    hn::VFromD<Floats> gainChange;
-    hn::VFromD<Floats> turns;
-    hn::VFromD<Floats> turnsChange;
-};
-
-/// Neighbouring receivers mostly lie in one step or two neighbouring ones: no gathering is needed.
-HWY_INLINE Looked lookUp(const DirectivityTable::Steps& table,
-                         hn::VFromD<hn::RebindToSigned<Floats>> index)
-{
-    const Floats d;
-    const hn::RebindToSigned<Floats> di;
-    const std::int32_t first = hn::GetLane(hn::MinOfLanes(di, index));
-    const std::int32_t next = std::min(first + 1, kAngleSteps - 1);
-    const auto isNext = hn::Gt(index, hn::Set(di, first));
-    if (!hn::AllFalse(di, hn::Gt(index, hn::Set(di, next))))
-        return {hn::GatherIndex(d, table.gain.data(), index),
-                hn::GatherIndex(d, table.gainChange.data(), index),
-                hn::GatherIndex(d, table.turns.data(), index),
-                hn::GatherIndex(d, table.turnsChange.data(), index)};
-    const auto choose = [=](const std::array<float, kAngleSteps>& entries) HWY_ATTR {
-        return hn::IfThenElse(hn::RebindMask(d, isNext),
-                              hn::Set(d, entries[static_cast<std::size_t>(next)]),
-                              hn::Set(d, entries[static_cast<std::size_t>(first)]));
-    };
-    return {choose(table.gain), choose(table.gainChange), choose(table.turns),
-            choose(table.turnsChange)};
-}
-
-void exactPowers(const DirectivityTable& directivity, const RadialTable& radial,
-                 std::span<const KernelSource> sources, const ReceiverBlock& block, BandSpan bands,
-                 float* HWY_RESTRICT sums)
-{
-    const Doubles dd;
-    const FloatsOfDoubles dfd;
-    const IntsOfDoubles did;
-    const Floats d;
-    const hn::RebindToSigned<Floats> di;
-    alignas(64) float re[kMostExactBands][kBlock] = {};
-    alignas(64) float im[kMostExactBands][kBlock] = {};
-    Bearings bearings;
-    alignas(64) float inStep[kBlock];
-    alignas(64) std::int32_t step[kBlock];
-    alignas(64) float distance[kBlock];
-    alignas(64) float turns[kBlock];
-
-    for (const KernelSource& source : sources) {
-        bearingsOf(source, block, kBlock, bearings);
-        for (std::size_t i = 0; i < kBlock; i += hn::Lanes(dd)) {
-            const auto s = hn::Load(dd, bearings.step + i);
-            const auto first = hn::Min(hn::Floor(s), hn::Set(dd, kAngleSteps - 1.0));
-            hn::Store(hn::DemoteTo(dfd, hn::Sub(s, first)), dfd, inStep + i);
-            hn::Store(hn::DemoteTo(did, first), did, step + i);
-            hn::Store(hn::DemoteTo(dfd, hn::Load(dd, bearings.distance + i)), dfd, distance + i);
-        }
-        for (int b = bands.from; b <= bands.to; ++b) {
-            const auto band = static_cast<std::size_t>(b);
-            const auto at = static_cast<std::size_t>(b - bands.from);
-            const auto perMetre = hn::Set(dd, radial.turnsPerMetre[band]);
-            for (std::size_t i = 0; i < kBlock; i += hn::Lanes(dd)) {
-                const auto all = hn::Mul(hn::Load(dd, bearings.distance + i), perMetre);
-                hn::Store(hn::DemoteTo(dfd, hn::Sub(all, hn::Round(all))), dfd, turns + i);
-            }
-            const DirectivityTable::Steps& table = directivity.steps[band];
-            const auto gainPerMetre = hn::Set(d, radial.gainPerMetre[band]);
-            for (std::size_t i = 0; i < kBlock; i += hn::Lanes(d)) {
-                const auto index = hn::Load(di, step + i);
-                const auto t = hn::Load(d, inStep + i);
-                const auto r = hn::Load(d, distance + i);
-                const Looked looked = lookUp(table, index);
-                const auto gain =
-                    hn::MulAdd(looked.gainChange, t, hn::MulAdd(gainPerMetre, r, looked.gain));
-                const auto phase = hn::Add(hn::MulAdd(looked.turnsChange, t, looked.turns),
-                                           hn::Load(d, turns + i));
-                const auto amplitude = hn::Mul(hn::Exp(d, gain), hn::Load(d, bearings.inverse + i));
-                auto sine = hn::Zero(d);
-                auto cosine = hn::Zero(d);
-                sineAndCosine(d, phase, sine, cosine);
-                hn::Store(hn::MulAdd(amplitude, cosine, hn::Load(d, re[at] + i)), d, re[at] + i);
-                hn::Store(hn::MulAdd(amplitude, sine, hn::Load(d, im[at] + i)), d, im[at] + i);
-            }
-        }
-    }
-    for (int at = 0; at < bands.count(); ++at)
-        for (std::size_t i = 0; i < kBlock; i += hn::Lanes(d)) {
-            const auto x = hn::Load(d, re[at] + i);
-            const auto y = hn::Load(d, im[at] + i);
-            hn::Store(hn::MulAdd(x, x, hn::Mul(y, y)), d,
-                      sums + static_cast<std::size_t>(at) * kBlock + i);
-        }
-}
 
 // Four bands or more: bands in lanes.
 
@@ -497,39 +291,6 @@ void blockPowersHere(const DirectivityTable& directivity, const RadialTable& rad
     }
 }
 
-void weightedLevelsHere(std::span<const float* const> planes, std::span<const float> factors,
-                        std::span<float> levels)
-{
-    const Floats d;
-    const std::size_t lanes = hn::Lanes(d);
-    const auto level = [d](hn::VFromD<Floats> power) HWY_ATTR {
-        const auto silent = hn::Eq(power, hn::Zero(d));
-        const auto decibels = hn::Mul(hn::Log(d, power), hn::Set(d, 4.342944819F));
-        return hn::IfThenElse(silent, hn::Neg(hn::Inf(d)), decibels);
-    };
-    const auto calculate = [&](std::size_t i) HWY_ATTR {
-        auto power = hn::Zero(d);
-        for (std::size_t b = 0; b < planes.size(); ++b)
-            power = hn::MulAdd(hn::Set(d, factors[b]), hn::LoadU(d, planes[b] + i), power);
-        hn::StoreU(level(power), d, levels.data() + i);
-    };
-    if (levels.size() >= lanes) {
-        for (std::size_t i = 0; i + lanes <= levels.size(); i += lanes)
-            calculate(i);
-        calculate(levels.size() - lanes); // some of them again
-        return;
-    }
-    const hn::CappedTag<float, 1> one;
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-        auto power = hn::Zero(one);
-        for (std::size_t b = 0; b < planes.size(); ++b)
-            power = hn::MulAdd(hn::Set(one, factors[b]), hn::LoadU(one, planes[b] + i), power);
-        alignas(64) float all[hn::MaxLanes(Floats())] = {};
-        hn::StoreU(level(hn::Set(d, hn::GetLane(power))), d, all);
-        levels[i] = all[0];
-    }
-}
-
 } // namespace orva::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -538,7 +299,6 @@ namespace orva {
 
 HWY_EXPORT(blockPowersHere);
 HWY_EXPORT(blockSumsHere);
-HWY_EXPORT(weightedLevelsHere);
 
 void blockPowers(const DirectivityTable& directivity, const RadialTable& radial,
                  std::span<const KernelSource> sources, const ReceiverBlock& block, BandSpan bands,
@@ -554,12 +314,6 @@ bool blockSums(const DirectivityTable& directivity, const RadialTable& radial,
 {
     return HWY_DYNAMIC_DISPATCH(blockSumsHere)(directivity, radial, sources, block, bands, before,
                                                after);
-}
-
-void weightedLevels(std::span<const float* const> planes, std::span<const float> factors,
-                    std::span<float> levels)
-{
-    HWY_DYNAMIC_DISPATCH(weightedLevelsHere)(planes, factors, levels);
 }
 
 } // namespace orva
