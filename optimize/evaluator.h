@@ -31,6 +31,7 @@ struct SearchTask {
 /// Measures configurations. One for each thread.
 class Evaluator {
 public:
+    /// `order` null: coarse to fine.
     explicit Evaluator(std::shared_ptr<const SearchTask> task,
                        std::shared_ptr<const PointOrder> order = nullptr);
 

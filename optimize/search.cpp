@@ -155,21 +155,17 @@ void Search::testChunk(Evaluator& evaluator, const Block& block, std::uint64_t f
     dropBeaten(contenders);
 }
 
-/// From configurations by chance; the usual order in a small search, or when stopped.
+/// From configurations by chance; null, for the usual order, in a small search or when stopped.
 std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool()>& stop) const
 {
-    const auto usual = [&] {
-        return std::make_shared<PointOrder>(
-            PointOrder::coarseToFine(static_cast<std::size_t>(m_task->points)));
-    };
     if (m_count < kFewestToLearnFor)
-        return usual();
+        return nullptr;
     Evaluator evaluator(m_task);
     std::mt19937_64 random(kSampleSeed);
     std::vector<std::vector<double>> samples;
     for (int i = 0; i < kSamples; ++i) {
         if (stop())
-            return usual();
+            return nullptr;
         samples.push_back(evaluator.distances(m_candidates.anglesOf(m_first + random() % m_count)));
     }
     return std::make_shared<PointOrder>(PointOrder::learned(m_task->measure, samples));
@@ -178,7 +174,7 @@ std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool(
 bool Search::advance(int threads, const std::function<bool()>& stop)
 {
     m_threads = std::max(1, threads);
-    if (!m_order)
+    if (m_evaluators.empty())
         m_order = learnedOrder(stop);
     while (m_evaluators.size() < static_cast<std::size_t>(m_threads))
         m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));
@@ -232,12 +228,12 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     dropBeaten(m_contenders);
     m_tested += block.end - block.begin;
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    const double growth = kBlockSeconds * static_cast<double>(block.end - block.begin) /
-                          static_cast<double>(m_mostInBlock) / seconds.count();
-    m_mostInBlock = std::clamp(
-        static_cast<std::uint64_t>(static_cast<double>(m_mostInBlock) *
-                                   std::clamp(growth, 1 / kFastestGrowth, kFastestGrowth)),
-        kFewestInChunk, kMostInBlock);
+    const double wanted =
+        kBlockSeconds / seconds.count() * static_cast<double>(block.end - block.begin);
+    const auto most = static_cast<double>(m_mostInBlock);
+    m_mostInBlock = std::clamp(static_cast<std::uint64_t>(std::clamp(wanted, most / kFastestGrowth,
+                                                                     most * kFastestGrowth)),
+                               kFewestInChunk, kMostInBlock);
     if (m_contenders.size() > kMostUndecided)
         resolve();
     return finished();

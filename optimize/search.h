@@ -98,7 +98,7 @@ private:
     int m_threads = 1; ///< of the last advance()
     std::vector<Contender> m_contenders;
     Ranking m_ranking;
-    std::shared_ptr<const PointOrder> m_order;
+    std::shared_ptr<const PointOrder> m_order;            ///< null: the usual one
     std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread
     mutable std::atomic<double> m_lastMeasure = std::numeric_limits<double>::quiet_NaN();
 };

@@ -97,6 +97,17 @@ Ranking literalRanking(const Scene& scene, const CandidateSet& candidates, std::
     return ranking;
 }
 
+Ranking searchedRanking(const std::shared_ptr<const SearchTask>& task,
+                        const CandidateSet& candidates, std::uint64_t first, std::uint64_t count,
+                        int threads)
+{
+    Search search(task, candidates, first, count);
+    while (!search.advance(threads, [] { return false; })) {
+    }
+    EXPECT_EQ(search.tested(), count);
+    return search.ranking();
+}
+
 void expectSame(const Ranking& found, const Ranking& wanted)
 {
     ASSERT_EQ(found.best().size(), wanted.best().size());
@@ -117,11 +128,8 @@ TEST(Search, FindsWhatTheRulesFindOnAnyNumberOfThreads)
                 const Scene scene = randomScene(random, measure, pinMode, bands);
                 const CandidateSet candidates(scene.task->array, scene.range, false);
                 const std::uint64_t count = *candidates.NumConfigs();
-                Search search(scene.task, candidates, 0, count);
-                while (!search.advance(threads, [] { return false; })) {
-                }
-                EXPECT_EQ(search.tested(), count);
-                expectSame(search.ranking(), literalRanking(scene, candidates, 0, count));
+                expectSame(searchedRanking(scene.task, candidates, 0, count, threads),
+                           literalRanking(scene, candidates, 0, count));
                 threads = threads == 1 ? 2 : threads == 2 ? 16 : 1;
             }
 }
@@ -135,10 +143,8 @@ TEST(Search, FindsWhatTheRulesFindWhereItLearnsAnOrderFirst)
             const CandidateSet candidates(scene.task->array, allJoints(scene.task->array), false);
             const std::uint64_t count = std::min<std::uint64_t>(*candidates.NumConfigs(), 5000);
             ASSERT_GE(count, 4096U) << "fewer are not learned from";
-            Search search(scene.task, candidates, 0, count);
-            while (!search.advance(2, [] { return false; })) {
-            }
-            expectSame(search.ranking(), literalRanking(scene, candidates, 0, count));
+            expectSame(searchedRanking(scene.task, candidates, 0, count, 2),
+                       literalRanking(scene, candidates, 0, count));
         }
 }
 
@@ -152,17 +158,11 @@ TEST(Search, SilentPlacesAreWorseThanAnyMeasure)
     const CandidateSet candidates(task->array, scene.range, false);
     const std::uint64_t count = *candidates.NumConfigs();
     ASSERT_GT(count, 3U);
-    const auto ranked = [&](std::uint64_t first) {
-        Search search(task, candidates, first, count - first);
-        while (!search.advance(2, [] { return false; })) {
-        }
-        return search.ranking().best();
-    };
-    const std::vector<Ranked> whole = ranked(0);
+    const std::vector<Ranked> whole = searchedRanking(task, candidates, 0, count, 2).best();
     ASSERT_EQ(whole.size(), 3U);
     for (const Ranked& entry : whole)
         EXPECT_EQ(std::pair(entry.rms, entry.number), std::pair(kNoMeasure, std::uint64_t{0}));
-    const std::vector<Ranked> part = ranked(1);
+    const std::vector<Ranked> part = searchedRanking(task, candidates, 1, count - 1, 2).best();
     ASSERT_EQ(part.size(), 3U);
     for (std::uint64_t k = 0; k < 3; ++k)
         EXPECT_EQ(part[k].number, k + 1) << "the first of equals";

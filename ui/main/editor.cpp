@@ -62,12 +62,11 @@ void Editor::editSetup(const std::function<void(SetupForm&)>& edit)
 
 void Editor::choosePin(int pin)
 {
-    editSetup([&](SetupForm& form) {
-        form.pinMode = true;
-        form.PinNumber_cmb.select(std::to_string(pin + 1));
-    });
+    setup.pinMode = true;
+    setup.PinNumber_cmb.select(std::to_string(pin + 1));
+    updateArray();
     setup.box1Angle = roundedTo(-array().GFFirstAngle(), 1);
-    emit changed();
+    afterEdit();
 }
 
 void Editor::editArray(const std::function<void(LineArray&)>& edit)

@@ -343,14 +343,15 @@ void OptimizeDialog::runSearch()
     m_since.invalidate();
     m_searching = false;
     const bool quick = chkQuick->isChecked() && !m_quick;
-    const SearchTask asked =
-        searchTask(m_editor.session.state, m_editor.SelectedArea, m_target,
-                   optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea, m_points,
-                   m_editor.levels.choice());
+    std::optional<SearchTask> asked; // the first time
+    if (!m_search)
+        asked = searchTask(m_editor.session.state, m_editor.SelectedArea, m_target,
+                           optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea,
+                           m_points, m_editor.levels.choice());
     m_thread.reset(QThread::create([this, quick, asked] {
         const auto stop = [this] { return PauseFlag.load(); };
-        if (!m_search)
-            m_search = std::make_unique<Search>(withKernel(asked), *m_candidates, 0,
+        if (asked)
+            m_search = std::make_unique<Search>(withKernel(*asked), *m_candidates, 0,
                                                 *m_candidates->NumConfigs());
         if (quick) {
             QuickResult result = quickSearch(m_search->task(), m_search->candidates(), stop);

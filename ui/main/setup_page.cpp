@@ -245,6 +245,7 @@ QWidget* SetupPage::pointsFrame()
 void SetupPage::showTexts()
 {
     const auto text = [this](int id) { return m_editor.session.text(id); };
+    m_countsText->setText(text(1023));
     Stacked_chk->setText(text(24));
     PinAngle_opt[0]->setText(text(22));
     PinAngle_opt[1]->setText(text(21));
@@ -279,7 +280,6 @@ void SetupPage::display()
     const QStringList warnings = m_editor.warnings();
     Warning_lbl->setText(warnings.join("\n"));
     Warning_fra->setVisible(!warnings.empty());
-    m_countsText->setText(m_editor.session.text(1023));
     m_countsBox->setVisible(!m_editor.setup.SetupInvalid.any() && m_editor.setup.countsDiffer());
 }
 
