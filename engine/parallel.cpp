@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <condition_variable>
+#include <list>
+#include <mutex>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -10,6 +13,77 @@ namespace orva {
 
 namespace {
 constexpr int kMostThreads = 256;
+
+/// Threads that stay from call to call: waking one takes half the time of starting one.
+class Helpers {
+public:
+    static Helpers& all()
+    {
+        static Helpers helpers;
+        return helpers;
+    }
+
+    /// Does `work` on this thread, and on up to `most` others while it does. All have ended when it
+    /// returns; one that is late does not begin.
+    void share(int most, const std::function<void()>& work)
+    {
+        Job job{&work, most};
+        std::unique_lock lock(m_mutex);
+        grow(most);
+        const auto place = m_jobs.insert(m_jobs.end(), &job);
+        lock.unlock();
+        m_given.notify_all();
+        work();
+        lock.lock();
+        m_jobs.erase(place);
+        m_ended.wait(lock, [&job] { return job.inside == 0; });
+    }
+
+private:
+    struct Job {
+        const std::function<void()>* work;
+        int wanted; ///< threads that may yet join in
+        int inside = 0;
+    };
+
+    void grow(int most)
+    {
+        try {
+            while (m_threads.size() < static_cast<std::size_t>(most))
+                m_threads.emplace_back([this](const std::stop_token& stop) { serve(stop); });
+        } catch (const std::system_error&) {
+            // The machine has no more threads to give: those that run do the work.
+        }
+    }
+
+    void serve(const std::stop_token& stop)
+    {
+        std::unique_lock lock(m_mutex);
+        const auto isWanted = [](const Job* job) { return job->wanted > 0; };
+        auto place = m_jobs.end();
+        const auto found = [&] {
+            place = std::find_if(m_jobs.begin(), m_jobs.end(), isWanted);
+            return place != m_jobs.end();
+        };
+        while (m_given.wait(lock, stop, found)) {
+            Job& job = **place;
+            --job.wanted;
+            ++job.inside;
+            lock.unlock();
+            (*job.work)();
+            lock.lock();
+            if (--job.inside == 0)
+                m_ended.notify_all();
+        }
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable_any m_given;
+    std::condition_variable m_ended;
+    std::list<Job*> m_jobs;
+    std::vector<std::jthread> m_threads; ///< the last member: they end before the others do
+};
+
 } // namespace
 
 int coreCount()
@@ -33,25 +107,21 @@ bool runBlocks(int count, int threads, const Progress& progress,
         ++done;
         return true;
     };
-    {
-        std::vector<std::jthread> helpers;
-        try {
-            for (int i = 1; i < std::min({threads, count, kMostThreads}); ++i)
-                helpers.emplace_back([&] {
-                    while (takeOne()) {
-                    }
-                });
-        } catch (const std::system_error&) {
-            // The machine has no more threads to give: those that run do the work.
-        }
-        int told = 0;
+    int told = 0;
+    const auto caller = std::this_thread::get_id();
+    const auto takeAll = [&]() noexcept { // the others still use what is here
+        const bool tells = progress && std::this_thread::get_id() == caller;
         while (takeOne())
-            if (told = done; progress && !progress(told, count))
+            if (tells && !progress(told = done, count))
                 stopped = true;
-        helpers.clear(); // waits for them
-        if (!stopped && told < done && progress)
-            stopped = !progress(done, count);
-    }
+    };
+    const int helpers = std::min({threads, count, kMostThreads}) - 1;
+    if (helpers > 0)
+        Helpers::all().share(helpers, takeAll);
+    else
+        takeAll();
+    if (!stopped && told < done && progress)
+        stopped = !progress(done, count);
     return !stopped && done == count;
 }
 

@@ -13,6 +13,7 @@ int coreCount();
 /// Runs work(0) .. work(count - 1), each once, in any order on `threads` threads (at least 1; the
 /// calling one is among them). `progress`, which may be empty, is called on the calling thread
 /// after pieces of work. When it returns false no further piece is begun. Returns whether all ran.
+/// Neither may throw.
 bool runBlocks(int count, int threads, const Progress& progress,
                const std::function<void(int)>& work);
 
