@@ -242,6 +242,44 @@ void rangeSums(const DirectivityTable& directivity, const RadialTable& radial,
     }
 }
 
+#if HWY_TARGET != HWY_SCALAR
+/// Four receivers' powers of four bands, kBandsPadded apart, into the bands' planes.
+HWY_INLINE void fourToPlanes(const float* HWY_RESTRICT from, float* const* planes, std::size_t at)
+{
+    const hn::Full128<float> d;
+    const auto r0 = hn::LoadU(d, from);
+    const auto r1 = hn::LoadU(d, from + kBandsPadded);
+    const auto r2 = hn::LoadU(d, from + 2 * kBandsPadded);
+    const auto r3 = hn::LoadU(d, from + 3 * kBandsPadded);
+    const auto lower01 = hn::InterleaveLower(d, r0, r1);
+    const auto lower23 = hn::InterleaveLower(d, r2, r3);
+    const auto upper01 = hn::InterleaveUpper(d, r0, r1);
+    const auto upper23 = hn::InterleaveUpper(d, r2, r3);
+    hn::StoreU(hn::ConcatLowerLower(d, lower23, lower01), d, planes[0] + at);
+    hn::StoreU(hn::ConcatUpperUpper(d, lower23, lower01), d, planes[1] + at);
+    hn::StoreU(hn::ConcatLowerLower(d, upper23, upper01), d, planes[2] + at);
+    hn::StoreU(hn::ConcatUpperUpper(d, upper23, upper01), d, planes[3] + at);
+}
+#endif
+
+/// Of four bands or more. Where they are no multiple of four, some are written twice.
+HWY_INLINE void toPlanes(const float* HWY_RESTRICT byReceiver, std::size_t count,
+                         std::span<float* const> planes, std::size_t offset)
+{
+    for (std::size_t four = 0; four < planes.size(); four += 4) {
+        const std::size_t band = std::min(four, planes.size() - 4);
+        const float* from = byReceiver + band;
+        std::size_t i = 0;
+#if HWY_TARGET != HWY_SCALAR
+        for (; i + 4 <= count; i += 4)
+            fourToPlanes(from + i * kBandsPadded, &planes[band], offset + i);
+#endif
+        for (; i < count; ++i)
+            for (std::size_t b = 0; b < 4; ++b)
+                planes[band + b][offset + i] = from[i * kBandsPadded + b];
+    }
+}
+
 bool blockSumsHere(const DirectivityTable& directivity, const RadialTable& radial,
                    std::span<const KernelSource> sources, const ReceiverBlock& block,
                    BandSpan bands, const float* before, std::span<float* const> after)
@@ -283,12 +321,7 @@ void blockPowersHere(const DirectivityTable& directivity, const RadialTable& rad
         rangePowers<false, true>(directivity, radial, sources, block, byReceiver);
     else
         rangePowers<true, true>(directivity, radial, sources, block, byReceiver);
-    for (std::size_t b = 0; b < powers.size(); ++b) {
-        const float* from = byReceiver + static_cast<std::size_t>(bands.from) + b;
-        float* to = powers[b] + offset;
-        for (std::size_t i = 0; i < block.count; ++i)
-            to[i] = from[i * kBandsPadded];
-    }
+    toPlanes(byReceiver + bands.from, block.count, powers, offset);
 }
 
 } // namespace orva::HWY_NAMESPACE

@@ -33,7 +33,7 @@ struct TablePrecision {
     double amplitudeError;
 };
 /// What is shown.
-constexpr TablePrecision kShownPrecision{0.04, 400, 256, 3e-4};
+constexpr TablePrecision kShownPrecision{0.04, 400, 128, 3e-4};
 /// What tells configurations apart whose levels differ by thousandths of a dB.
 constexpr TablePrecision kSearchPrecision{0.0025, 6400, 2048, 5e-6};
 
