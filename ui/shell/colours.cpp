@@ -23,6 +23,12 @@ void useColours()
     for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
         palette.setColor(QPalette::Disabled, role, disabled);
     QApplication::setPalette(palette);
+    if (isDark()) {
+        // The style draws their edges a little darker than the window's colour, which nobody sees.
+        palette.setColor(QPalette::Window, QColor(0xB0, 0xBA, 0xC4));
+        for (const char* button : {"QCheckBox", "QRadioButton"})
+            QApplication::setPalette(palette, button);
+    }
 }
 
 } // namespace orva::ui
