@@ -26,6 +26,7 @@ FloatPair LineArray::HungBox::point(FloatPair own) const
 
 std::vector<LineArray::HungBox> LineArray::hungBoxes(float cradleTiltDeg) const
 {
+    const SystemRecord& record = system();
     const int count = boxCount();
     std::vector<HungBox> boxes;
     boxes.reserve(static_cast<std::size_t>(count));
@@ -33,13 +34,14 @@ std::vector<LineArray::HungBox> LineArray::hungBoxes(float cradleTiltDeg) const
         cradleTiltDeg += kTopTrapezoidalTiltDeg;
     HungBox box{{0, 0}, cradleTiltDeg, Rotation(-cradleTiltDeg), nullptr};
     for (int i = 0; i < count; ++i) {
-        const float splay = i > 0 ? splayAngle(AllAngle[static_cast<std::size_t>(i)]) : 0;
+        const auto at = static_cast<std::size_t>(i);
+        const float splay = i > 0 ? splayAngle(AllAngle[at]) : 0;
         if (splay != 0) {
             box.tiltDeg += splay;
             box.turn = Rotation(-box.tiltDeg);
         }
-        const std::optional<BoxKind> kind = kindAt(i);
-        box.shape = kind ? &system().boxes.shape(*kind) : nullptr;
+        const std::optional<BoxKind> kind = record.kindOf(AllType[at]);
+        box.shape = kind ? &record.boxes.shape(*kind) : nullptr;
         boxes.push_back(box);
         if (box.shape)
             box.corner = box.point(box.shape->hinge);

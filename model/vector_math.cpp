@@ -63,10 +63,4 @@ Rotation::Rotation(float degrees)
     m_cosine = std::cos(radians);
 }
 
-FloatPair Rotation::operator()(FloatPair v) const
-{
-    return {static_cast<float>(v[0] * m_cosine + v[1] * m_sine),
-            static_cast<float>(-v[0] * m_sine + v[1] * m_cosine)};
-}
-
 } // namespace orva

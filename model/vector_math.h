@@ -34,7 +34,11 @@ class Rotation {
 public:
     explicit Rotation(float degrees);
 
-    FloatPair operator()(FloatPair v) const;
+    FloatPair operator()(FloatPair v) const
+    {
+        return {static_cast<float>(v[0] * m_cosine + v[1] * m_sine),
+                static_cast<float>(-v[0] * m_sine + v[1] * m_cosine)};
+    }
 
 private:
     double m_sine;
