@@ -38,5 +38,17 @@ TEST(Parallel, StopsWhenProgressSaysSo)
     EXPECT_LT(runs, 1000000);
 }
 
+TEST(Parallel, CallersMayShareTheHelpersAndCallFromWithin)
+{
+    std::atomic<int> runs = 0;
+    const auto inner = [&](int) { runBlocks(5, 2, {}, [&](int) { ++runs; }); };
+    {
+        std::vector<std::jthread> callers;
+        for (int i = 0; i < 4; ++i)
+            callers.emplace_back([&] { EXPECT_TRUE(runBlocks(50, 3, {}, inner)); });
+    }
+    EXPECT_EQ(runs, 4 * 50 * 5);
+}
+
 } // namespace
 } // namespace orva
