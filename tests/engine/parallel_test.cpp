@@ -44,6 +44,7 @@ TEST(Parallel, CallersMayShareTheHelpersAndCallFromWithin)
     const auto inner = [&](int) { runBlocks(5, 2, {}, [&](int) { ++runs; }); };
     {
         std::vector<std::jthread> callers;
+        callers.reserve(4);
         for (int i = 0; i < 4; ++i)
             callers.emplace_back([&] { EXPECT_TRUE(runBlocks(50, 3, {}, inner)); });
     }
