@@ -31,19 +31,23 @@ struct Bearings {
     alignas(64) double step[kBlock];     // 0 to 72
 };
 
+/// By Horner's rule; the coefficient of the highest power comes first.
+template<class D, class V, std::size_t count>
+HWY_INLINE V polynomial(D d, V x, const float (&coefficients)[count])
+{
+    V sum = hn::Set(d, coefficients[0]);
+    for (std::size_t i = 1; i < count; ++i)
+        sum = hn::MulAdd(sum, x, hn::Set(d, coefficients[i]));
+    return sum;
+}
+
 /// Arc tangent of 0..1 over its argument; error below 2e-8 (Abramowitz and Stegun, 4.4.49).
 template<class D, class V>
 HWY_INLINE V arcTangentRatio(D d, V square)
 {
-    const auto c = [d](float value) HWY_ATTR { return hn::Set(d, value); };
-    V p = hn::MulAdd(c(0.0028662257F), square, c(-0.0161657367F));
-    p = hn::MulAdd(p, square, c(0.0429096138F));
-    p = hn::MulAdd(p, square, c(-0.0752896400F));
-    p = hn::MulAdd(p, square, c(0.1065626393F));
-    p = hn::MulAdd(p, square, c(-0.1420889944F));
-    p = hn::MulAdd(p, square, c(0.1999355085F));
-    p = hn::MulAdd(p, square, c(-0.3333314528F));
-    return hn::MulAdd(p, square, c(1.0F));
+    return polynomial(d, square,
+                      {0.0028662257F, -0.0161657367F, 0.0429096138F, -0.0752896400F, 0.1065626393F,
+                       -0.1420889944F, 0.1999355085F, -0.3333314528F, 1.0F});
 }
 
 /// 1 / sqrt(x) to 44 bits: Newton steps in double from the machine's estimate of at least 11 bits.

@@ -20,26 +20,20 @@ namespace orva::HWY_NAMESPACE {
 template<class D, class V>
 HWY_INLINE void sineAndCosine(D d, V turns, V& sine, V& cosine)
 {
-    const auto c = [d](double value) HWY_ATTR { return hn::Set(d, static_cast<float>(value)); };
     // To -1/2..1/2, then to -1/4..1/4 by mirroring at a quarter turn, which negates the cosine.
     const V whole = hn::Sub(turns, hn::Round(turns));
-    const V mirrored = hn::Sub(hn::CopySign(c(0.5), whole), whole);
-    const auto outer = hn::Gt(hn::Abs(whole), c(0.25));
+    const V mirrored = hn::Sub(hn::CopySign(hn::Set(d, 0.5F), whole), whole);
+    const auto outer = hn::Gt(hn::Abs(whole), hn::Set(d, 0.25F));
     const V y = hn::IfThenElse(outer, mirrored, whole);
     const V square = hn::Mul(y, y);
     // Taylor series of the angle in turns; the next terms are below 1e-7.
-    V s = hn::MulAdd(c(-15.0946425768), square, c(42.0586939449));
-    s = hn::MulAdd(s, square, c(-76.7058597531));
-    s = hn::MulAdd(s, square, c(81.6052492761));
-    s = hn::MulAdd(s, square, c(-41.3417022404));
-    s = hn::MulAdd(s, square, c(6.28318530718));
-    sine = hn::Mul(s, y);
-    V k = hn::MulAdd(c(7.90353637), square, c(-26.4262567834));
-    k = hn::MulAdd(k, square, c(60.2446413719));
-    k = hn::MulAdd(k, square, c(-85.4568172067));
-    k = hn::MulAdd(k, square, c(64.9393940227));
-    k = hn::MulAdd(k, square, c(-19.7392088022));
-    k = hn::MulAdd(k, square, c(1.0));
+    sine = hn::Mul(polynomial(d, square,
+                              {-15.0946425768F, 42.0586939449F, -76.7058597531F, 81.6052492761F,
+                               -41.3417022404F, 6.28318530718F}),
+                   y);
+    const V k = polynomial(d, square,
+                           {7.90353637F, -26.4262567834F, 60.2446413719F, -85.4568172067F,
+                            64.9393940227F, -19.7392088022F, 1.0F});
     cosine = hn::IfThenElse(outer, hn::Neg(k), k);
 }
 
