@@ -19,6 +19,8 @@ public:
         values[place(section, key)] = text;
     }
 
+    Result<Done> flush() override { return Done{}; }
+
     std::map<std::string, std::string> values; ///< by "section/key"
 
 private:

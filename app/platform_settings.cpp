@@ -24,6 +24,17 @@ public:
         m_settings.setValue(path(section, key), fromUtf8(text));
     }
 
+    Result<Done> flush() override
+    {
+        m_settings.sync();
+        if (m_settings.status() == QSettings::NoError)
+            return Done{};
+        return Error{m_settings.status() == QSettings::AccessError
+                         ? "the options cannot be written there"
+                         : "the options that are stored there cannot be read",
+                     m_settings.fileName().toStdString()};
+    }
+
 private:
     static QString fromUtf8(std::string_view text)
     {

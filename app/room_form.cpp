@@ -1,7 +1,7 @@
 #include "app/room_form.h"
 
-#include "lang/decimal_text.h"
 #include "lang/number_text.h"
+#include "lang/typed_number.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,21 +25,44 @@ std::string shownLength(double metres, bool inMetres)
     return plainText(inMetres ? metres : metres * kFeetShownPerMetre, 3);
 }
 
-double typedLength(std::string_view text, bool inMetres)
+double metresOf(double shown, bool inMetres)
 {
-    const double length = ParseDecimalText(text);
-    return inMetres ? length : length * kMetresPerFoot;
+    return inMetres ? shown : shown * kMetresPerFoot;
 }
 
-AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, std::string_view text,
-                            bool inMetres)
+std::optional<double> typedLength(std::string_view text, bool inMetres)
+{
+    const std::optional<TypedNumber> typed = typedNumber(text);
+    if (!typed)
+        return std::nullopt;
+    const bool metres = typed->unit == "m";
+    const bool feet = typed->unit == "ft" || typed->unit == "'";
+    if (!metres && !feet && !typed->unit.empty())
+        return std::nullopt;
+    double shown = typed->value;
+    if (metres && !inMetres)
+        shown /= kMetresPerFoot;
+    else if (feet && inMetres)
+        shown *= kMetresPerFoot;
+    return std::abs(metresOf(shown, inMetres)) <= kLongestM ? std::optional(shown) : std::nullopt;
+}
+
+std::optional<AreaSegment> SyncAreaEntries(const AreaSegment& area, AreaEntry entry,
+                                           std::string_view text, bool inMetres)
+{
+    const std::optional<double> typed =
+        entry == AreaEntry::Angle ? typedAngle(text) : typedLength(text, inMetres);
+    return typed ? std::optional(SyncAreaEntries(area, entry, *typed, inMetres)) : std::nullopt;
+}
+
+AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, double typed, bool inMetres)
 {
     // All rounding happens in the unit that is shown.
     const double shown = inMetres ? 1 : kFeetShownPerMetre;
     std::array<double, 6> entries{};
     for (std::size_t i = 0; i < entries.size(); ++i)
         entries[i] = i == 4 ? area[i] : roundedTo(area[i] * shown, 3);
-    entries[static_cast<std::size_t>(entry)] = ParseDecimalText(text);
+    entries[static_cast<std::size_t>(entry)] = typed;
     auto& [x1, y1, x2, y2, angle, length] = entries;
 
     if (entry == AreaEntry::X2 || entry == AreaEntry::Y2) {
@@ -53,11 +76,11 @@ AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, std::strin
 
     AreaSegment synced = area;
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        const bool typed = i == static_cast<std::size_t>(entry);
+        const bool isTyped = i == static_cast<std::size_t>(entry);
         const double before = i == 4 ? area[i] : roundedTo(area[i] * shown, 3);
-        if (typed || entries[i] != before)
+        if (isTyped || entries[i] != before)
             synced[i] =
-                static_cast<float>(i == 4 || inMetres ? entries[i] : entries[i] * kMetresPerFoot);
+                static_cast<float>(i == 4 || inMetres ? entries[i] : metresOf(entries[i], false));
     }
     return synced;
 }

@@ -4,6 +4,8 @@
 #include "model/room.h"
 
 #include <array>
+#include <optional>
+#include <string_view>
 
 namespace orva {
 
@@ -16,16 +18,28 @@ inline constexpr std::array kAreaEntries = {AreaEntry::X1, AreaEntry::Y1,    Are
 constexpr double kMetresPerFoot = 0.3048;
 constexpr double kFeetShownPerMetre = 3.2808399;
 
-/// A length as it is shown, in the unit of the user, and back. Shown to three decimals, so what is
-/// typed in feet comes back as typed.
+/// Longer than any venue; what is typed beyond it is a slip.
+constexpr double kLongestM = 10000;
+
+/// A length in metres as it is shown in the unit of the user. To three decimals, so what is typed
+/// in feet comes back as typed.
 std::string shownLength(double metres, bool inMetres);
-double typedLength(std::string_view text, bool inMetres);
+
+/// A length typed whole, as a figure in the unit of the user, whatever unit was typed behind it
+/// ("33ft", "10 m", "4'"). None for what is no complete number, another unit, or beyond kLongestM
+/// either way.
+std::optional<double> typedLength(std::string_view text, bool inMetres);
+/// A figure in the unit of the user in metres.
+double metresOf(double shown, bool inMetres);
 
 /// `area` with one entry typed anew, in the unit of the user; the others follow: a new start, angle
 /// or length moves the end, a new end changes angle and length. Rounded to two decimals of that
 /// unit.
-AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, std::string_view text,
-                            bool inMetres);
+AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, double typed, bool inMetres);
+
+/// The same for a text; none where it is no complete figure.
+std::optional<AreaSegment> SyncAreaEntries(const AreaSegment& area, AreaEntry entry,
+                                           std::string_view text, bool inMetres);
 
 /// The entries that lie outside the room.
 struct OutOfRoom {

@@ -42,19 +42,16 @@ void SearchForm::stop(bool finished, bool tested)
     m_selected = finished ? 0 : -1;
 }
 
-std::optional<FitLineTarget> targetUnder(const FitLine& line, double end, double lengthM,
-                                         double bottomDb)
+std::optional<FitLineTarget> targetUnder(const FitLine& line, double lengthM, double shortestM)
 {
-    constexpr double kShortest = 2;
-    const double from = std::clamp(line.first.x, 0.0, end);
-    const double to = std::clamp(line.second.x, 0.0, end);
-    if (to - from < kShortest)
+    const double from = std::clamp(line.first.alongM, 0.0, lengthM);
+    const double to = std::clamp(line.second.alongM, 0.0, lengthM);
+    if (to <= from || to - from < shortestM)
         return std::nullopt;
-    const double rise = (line.second.y - line.first.y) / (line.second.x - line.first.x);
-    const double metres = lengthM / end;
-    // Downward is less.
-    return FitLineTarget{from * metres, std::max(0.001, (to - from) * metres), -rise / metres,
-                         bottomDb - (line.first.y + (from - line.first.x) * rise)};
+    const double slope =
+        (line.second.levelDb - line.first.levelDb) / (line.second.alongM - line.first.alongM);
+    return FitLineTarget{from, std::max(0.001, to - from), slope,
+                         line.first.levelDb + (from - line.first.alongM) * slope};
 }
 
 int typedPoints(std::string_view text, int before)

@@ -41,11 +41,9 @@ private:
     bool m_tested = false;
 };
 
-/// The target that a fit line asks for, drawn in the curve picture of an area `lengthM` long whose
-/// last point lies at `end` and whose bottom line stands for `bottomDb`. What lies beside the area
-/// counts for nothing. None where less than two pixels are left.
-std::optional<FitLineTarget> targetUnder(const FitLine& line, double end, double lengthM,
-                                         double bottomDb);
+/// The target that a fit line asks for on an area `lengthM` long. What lies beside the area counts
+/// for nothing. None where less than `shortestM` is left.
+std::optional<FitLineTarget> targetUnder(const FitLine& line, double lengthM, double shortestM);
 
 /// The number of points that a user typed: its whole part without sign, 2 to 10,000. What is no
 /// number gives `before`.

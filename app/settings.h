@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/result.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -40,6 +42,8 @@ public:
                                              std::string_view key) const = 0;
     virtual void setValue(std::string_view section, std::string_view key,
                           std::string_view text) = 0;
+    /// Brings what was set to where it is kept; an error says why it could not.
+    virtual Result<Done> flush() = 0;
 };
 
 /// The platform's store of this user for organisation and application "ORVA". Programs that use it

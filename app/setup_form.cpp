@@ -18,6 +18,11 @@ std::string unknownText(int value)
     return std::string(kUnknown) + std::to_string(value);
 }
 
+double unknownValue(const std::string& text)
+{
+    return leadingNumber(std::string_view(text).substr(kUnknown.size()));
+}
+
 bool isUnknown(const std::string& text)
 {
     return text.starts_with(kUnknown);
@@ -253,11 +258,25 @@ void SetupForm::selectOnly(int joint, std::int16_t index)
     angle(joint).selected = 0;
 }
 
+void SetupForm::correct()
+{
+    if (!AutoCorrect)
+        return;
+    UpdateSetupLists(-2);
+    if (!PinNumber_cmb.invalid)
+        return;
+    // The nearest pin that the frame has.
+    const int last = system().cradle.pinCount();
+    const bool below = unknownValue(PinNumber_cmb.text()) < 0;
+    PinNumber_cmb = ChoiceList::numbers(1, last);
+    PinNumber_cmb.selected = below ? 0 : last - 1;
+}
+
 void SetupForm::UpdateSetupLists(int changed)
 {
     for (int joint = 0; joint + 1 < total(); ++joint) {
         const int below = joint + 1;
-        if (changed == -2 || std::abs(changed - below) <= 1)
+        if (changed == -2 || AutoCorrect || std::abs(changed - below) <= 1)
             updateAngleList(joint, AutoCorrect);
     }
     if (AutoCorrect)
@@ -370,6 +389,33 @@ void SetupForm::correctCounts()
             updateAngleList(joint, true);
 }
 
+/// What the array keeps of the first box: a pin from 0, or tenths of a degree.
+std::int16_t SetupForm::firstEntry(std::int16_t kept) const
+{
+    if (stacked || !pinMode)
+        return static_cast<std::int16_t>(std::nearbyint(-10 * box1Angle));
+    return isUnknown(PinNumber_cmb.text()) ? kept
+                                           : static_cast<std::int16_t>(PinNumber_cmb.number() - 1);
+}
+
+void SetupForm::updateIndependent(LineArray& array) const
+{
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    angles[0] = firstEntry(angles[0]);
+    const int boxes = std::min(total(), array.boxCount());
+    for (int joint = 0; joint + 1 < boxes; ++joint) {
+        const bool sameBoxes = kindAt(joint) && kindAt(joint) == array.kindAt(joint) &&
+                               kindAt(joint + 1) && kindAt(joint + 1) == array.kindAt(joint + 1);
+        const auto index = angleIndex(angle(joint).text());
+        if (sameBoxes && index && !angle(joint).invalid)
+            angles[static_cast<std::size_t>(joint) + 1] = *index;
+    }
+    [[maybe_unused]] const bool set = array.GBSetAllAngle(angles);
+    array.GBSetMounting(!stacked);
+    array.GBSetAngleOrPin(pinMode);
+    array.GFACalcCOM();
+}
+
 bool SetupForm::UpdateLineArray(LineArray& array) const
 {
     LineArray::Positions angles = array.GIAGetAllAngle();
@@ -382,10 +428,7 @@ bool SetupForm::UpdateLineArray(LineArray& array) const
             if (const auto index = angleIndex(cmbAngle[position - 1].text()))
                 angles[position] = *index;
     }
-    if (stacked || !pinMode)
-        angles[0] = static_cast<std::int16_t>(std::nearbyint(-10 * box1Angle));
-    else if (!isUnknown(PinNumber_cmb.text()))
-        angles[0] = static_cast<std::int16_t>(PinNumber_cmb.number() - 1);
+    angles[0] = firstEntry(angles[0]);
 
     // A count that has not changed is left alone: a file may hold one that the setter would cut.
     const auto set = [](std::int16_t kept, const ChoiceList& list, auto setter, auto getter) {

@@ -39,6 +39,7 @@ public:
         bool bass = false;
 
         bool any() const { return straight || trapezoidal || angles || midHigh || bass; }
+        friend bool operator==(const Invalid&, const Invalid&) = default;
     };
     Invalid SetupInvalid;
 
@@ -55,6 +56,10 @@ public:
     void chooseNumSpk(int index);
     void chooseNumBass(int index);
 
+    /// With AutoCorrect, mends every entry that is invalid, wherever it came from; only a box of
+    /// unknown kind stays. Without it changes nothing.
+    void correct();
+
     /// Derives angle and count lists again after a change at position `changed` (an angle: joint
     /// + 1), of a straight or trapezoidal count (-1), or of a mid/high or bass count (-2).
     void UpdateSetupLists(int changed);
@@ -62,6 +67,10 @@ public:
     /// Writes the lists into the array and calculates its geometry. False when the array did not
     /// take a value; what could be taken has been.
     bool UpdateLineArray(LineArray& array) const;
+
+    /// Of an invalid setup, writes what hangs on no invalid entry: mounting, pin or angle of the
+    /// first box, and the valid angles between boxes that are those of the array.
+    void updateIndependent(LineArray& array) const;
 
     /// Whether an entry in use is one that only a file can bring. It is kept on saving.
     bool holdsUnknown() const;
@@ -78,6 +87,8 @@ public:
 
     /// The first-box angle as it is kept: within a turn, one decimal.
     static double validAngle(double degrees);
+
+    friend bool operator==(const SetupForm&, const SetupForm&) = default;
 
 private:
     const SystemRecord& system() const { return systemRecord(m_system); }
@@ -103,6 +114,7 @@ private:
     void insertBass(int positions);
     void selectFirstAngle(int joint);
     void selectOnly(int joint, std::int16_t index);
+    std::int16_t firstEntry(std::int16_t kept) const;
 
     std::int16_t m_system = kStandardSystem;
     int m_total = 0; ///< positions in use before a count changed

@@ -255,8 +255,7 @@ private:
                 }));
                 const SummedMap map =
                     *CalcSummedSPL(cache, m_state.speakerData.BandLevel, grid, kAllBands, 1, {});
-                draw.push_back(
-                    secondsOf([&] { RenderSPLMap(surface, state.gRoom, grid, map, {}); }));
+                draw.push_back(secondsOf([&] { RenderSPLMap(surface, state.gRoom, grid, map); }));
             }
         });
         return {"draw-map",

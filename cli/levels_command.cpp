@@ -34,10 +34,10 @@ Result<Done> printLevels(const Options& options, const Console& console)
     PendingFiles files;
     const auto draw = [&](DrawingSurface& surface) {
         const AreaSegment area = *state->gRoom.GFAGetAudienceAreaSelect(options.pictureArea);
-        const int points = curvePoints(surface);
-        const std::vector<float> levels = levelsAlong(area, points);
-        const Curve curve = {std::span(levels).first(static_cast<std::size_t>(points))};
-        DrawCurves(surface, options.pictureArea, area[5], std::span(&curve, 1), std::nullopt,
+        const int points = curvePoints(surface.pixelWidth());
+        std::vector<float> levels = levelsAlong(area, points);
+        levels.resize(static_cast<std::size_t>(points));
+        DrawCurves(surface, {options.pictureArea, area[5], {{std::move(levels)}}, {}},
                    options.common.drawing());
     };
     if (auto drawn = addPicture(options.picture, draw, files); !drawn)

@@ -79,6 +79,14 @@ Result<Done> calculateMap(const Options& options, const Console& console)
             content.grid = &*grid;
             content.map = &*map;
             content.aimingLines = false;
+            int number = 0;
+            for (const int points :
+                 profilePointsOf(state->gRoom, surface.pixelWidth(), surface.pixelHeight())) {
+                content.profiles.push_back(
+                    LineSPL(*kernel, state->speakerData.BandLevel, state->gLineArray,
+                            *state->gRoom.GFAGetAudienceAreaSelect(++number), choice, points));
+                content.profiles.back().resize(static_cast<std::size_t>(points));
+            }
             DrawRoomView(surface, state->gRoom, state->gLineArray, content, state->air.SpeedOfSound,
                          options.common.drawing());
         };

@@ -3,9 +3,7 @@
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
-#include <algorithm>
 #include <string>
-#include <vector>
 
 namespace orva {
 
@@ -28,36 +26,12 @@ std::string labelOf(const AimingLine& line, const BassBoxView& bassBox, double s
            fixedText(travelTimeMs(line.lengthM, speedOfSound), 0) + ms;
 }
 
-struct Box {
-    Point corner;
-    Point size;
-
-    bool touches(const Box& other) const
-    {
-        return corner.x < other.corner.x + other.size.x && other.corner.x < corner.x + size.x &&
-               corner.y < other.corner.y + other.size.y && other.corner.y < corner.y + size.y;
-    }
-};
-
-/// A free place for a text at `at`: there, or as many lines further down as it takes.
-Box freePlace(const DrawingSurface& surface, Point at, Point size, const std::vector<Box>& taken)
-{
-    Box place = {at, size};
-    place.corner.x = std::min(place.corner.x, surface.right() - size.x);
-    const auto touches = [&](const Box& box) { return place.touches(box); };
-    while (std::any_of(taken.begin(), taken.end(), touches) &&
-           place.corner.y + 2 * size.y < surface.bottom())
-        place.corner.y += size.y;
-    return place;
-}
-
 } // namespace
 
 void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
-                     const BassBoxView& bassBox, FloatPair foh, double speedOfSound,
-                     const DrawingOptions& options)
+                     const BassBoxView& bassBox, double speedOfSound, const DrawingOptions& options,
+                     LabelPlaces& labels)
 {
-    std::vector<Box> taken = {{drawn({foh[0], foh[1]}), surface.textSize("-100.0 dB(A)")}};
     for (const AimingLine& line : lines) {
         const Point from = drawn(line.from);
         const Point to = drawn(line.to);
@@ -72,10 +46,11 @@ void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
             surface.line(from, to, kBlack);
             surface.lineBy(from, {(to.x - from.x) * part, (to.y - from.y) * part}, kBlue);
         }
-        const std::string label = labelOf(line, bassBox, speedOfSound, options);
-        taken.push_back(freePlace(surface, to, surface.textSize(label), taken));
-        surface.print(taken.back().corner, label);
     }
+    // Over all lines, so that none runs through a figure.
+    for (const AimingLine& line : lines)
+        if (line.meetsArea)
+            labels.print(drawn(line.to), labelOf(line, bassBox, speedOfSound, options));
     if (bassBox.used) {
         const Point foot = drawn({bassBox.place[0], bassBox.place[1]});
         surface.rectangle({foot.x - 0.4, foot.y - 1.1}, foot, kBlack);

@@ -2,6 +2,7 @@
 
 #include "drawing/drawing_options.h"
 #include "drawing/drawing_surface.h"
+#include "drawing/label_places.h"
 #include "engine/aiming_lines.h"
 
 namespace orva {
@@ -14,10 +15,9 @@ struct BassBoxView {
 };
 
 /// Aiming lines with what stands at their ends, and the bass box. The first 120 m of a line that
-/// meets an area are blue, all else is black. Leaves room for the level that is printed at the FOH
-/// (room frame).
+/// meets an area are blue, all else is black.
 void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
-                     const BassBoxView& bassBox, FloatPair foh, double speedOfSound,
-                     const DrawingOptions& options);
+                     const BassBoxView& bassBox, double speedOfSound, const DrawingOptions& options,
+                     LabelPlaces& labels);
 
 } // namespace orva

@@ -193,11 +193,14 @@ void DrawRiggingView(DrawingSurface& surface, const LineArray& array, const Draw
     const double height = static_cast<double>(bounds[1]) - bounds[3];
 
     surface.clear();
-    ResetScale(surface);
-    surface.print({4, 3}, std::string(MlGetString(options.text.language, kScale)) +
-                              plainText(options.GridUnit_Rigging, 3) + ' ' +
-                              std::string(lengthUnit(options.text)));
     FitScale(surface, std::abs(width) * 1.05, std::abs(height) * 1.05);
+    if (gridFits(surface, options.GridUnit_Rigging, options.text)) {
+        const ScaleKeeper keeper(surface);
+        ResetScale(surface);
+        surface.print({4, 3}, std::string(MlGetString(options.text.language, kScale)) +
+                                  plainText(options.GridUnit_Rigging, 3) + ' ' +
+                                  std::string(lengthUnit(options.text)));
+    }
     Point origin = {(surface.scale().width - width * 1.05) * 0.5 + width * 0.025 - bounds[2],
                     height * 0.04 - bounds[3]};
     if (!array.GBGetMounting())

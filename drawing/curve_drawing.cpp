@@ -58,9 +58,9 @@ double curveEnd(double pictureWidth)
     return std::max(1.0, pictureWidth - kLeftMargin - kRightMargin);
 }
 
-int curvePoints(const DrawingSurface& surface)
+int curvePoints(double pictureWidth)
 {
-    return static_cast<int>(curveEnd(surface.pixelWidth()) / 2 + 1);
+    return static_cast<int>(curveEnd(pictureWidth) / 2 + 1);
 }
 
 CurveScale CurveScale::of(std::span<const float> levels)
@@ -71,14 +71,30 @@ CurveScale CurveScale::of(std::span<const float> levels)
     return {bottom, std::max(top, bottom + 10)};
 }
 
-void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<const Curve> curves,
-                const std::optional<FitLine>& fitLine, const DrawingOptions& options)
+CurveScale CurvePicture::scale() const
 {
-    constexpr int kArea = 238;
     std::vector<float> all;
     for (const Curve& curve : curves)
         all.insert(all.end(), curve.levels.begin(), curve.levels.end());
-    const CurveScale levels = CurveScale::of(all);
+    return CurveScale::of(all);
+}
+
+CurvePoint CurvePicture::placeAt(Point point, double pictureWidth) const
+{
+    return {point.x / curveEnd(pictureWidth) * lengthM, scale().bottomDb - point.y};
+}
+
+Point CurvePicture::pointAt(CurvePoint place, double pictureWidth) const
+{
+    const double pixelsPerMetre = lengthM > 0 ? curveEnd(pictureWidth) / lengthM : 0;
+    return {place.alongM * pixelsPerMetre, scale().bottomDb - place.levelDb};
+}
+
+void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const DrawingOptions& options)
+{
+    constexpr int kArea = 238;
+    const double lengthM = picture.lengthM;
+    const CurveScale levels = picture.scale();
     const double range = levels.topDb - levels.bottomDb;
     surface.clear();
     surface.setScale({-kLeftMargin, -1.11 * range, surface.pixelWidth(), 1.3 * range});
@@ -111,24 +127,27 @@ void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<con
         }
 
     const std::string title =
-        std::string(MlGetString(options.text.language, kArea)) + std::to_string(area);
+        std::string(MlGetString(options.text.language, kArea)) + std::to_string(picture.area);
     const Point size = surface.textSize(title);
     const double room = 0.11 * range - size.y; // above the highest grid line
     surface.print({surface.scale().left + (surface.scale().width - size.x) / 2,
                    surface.scale().top + std::max(0.0, room / 2)},
                   title);
-    for (const Curve& curve : curves)
+    for (const Curve& curve : picture.curves)
         drawRuns(surface, curve.levels, curve.colour, curve.width, [&](std::size_t i, float level) {
             return Point{2.0 * static_cast<double>(i), -(level - levels.bottomDb)};
         });
-    if (fitLine)
-        surface.line(fitLine->first, fitLine->second, kRed, 2);
+    if (picture.baseline)
+        surface.line({0, 0}, {end, 0}, kRed, 2);
+    else if (picture.fitLine)
+        surface.line(picture.pointAt(picture.fitLine->first, surface.pixelWidth()),
+                     picture.pointAt(picture.fitLine->second, surface.pixelWidth()), kRed, 2);
 }
 
-int profilePoints(const DrawingSurface& surface, const AreaSegment& area)
+int profilePoints(double metresPerPixel, const AreaSegment& area)
 {
     constexpr double kMost = 8192; // more than any screen shows, whatever was typed
-    return static_cast<int>(std::clamp(area[5] / surface.pixelX() / 2 + 1, 1.0, kMost));
+    return static_cast<int>(std::clamp(area[5] / metresPerPixel / 2 + 1, 1.0, kMost));
 }
 
 void DrawProfiles(DrawingSurface& surface, const Room& room,

@@ -13,8 +13,8 @@ namespace orva {
 /// Where an area ends in the curve picture: pixels from its start, 1 at least.
 double curveEnd(double pictureWidth);
 
-/// Points that the curve picture of a surface shows: one for every two pixels.
-int curvePoints(const DrawingSurface& surface);
+/// Points that a curve picture so many pixels wide shows: one for every two pixels.
+int curvePoints(double pictureWidth);
 
 /// The dB scale of a curve picture: whole tens round the finite levels, 10 dB at least.
 struct CurveScale {
@@ -26,25 +26,45 @@ struct CurveScale {
 
 /// A curve of the picture, its points two pixels apart; minus infinity is a gap.
 struct Curve {
-    std::span<const float> levels;
+    std::vector<float> levels;
     Colour colour = kBlack;
     double width = 1;
 };
 
-/// The user's fit line in the picture's user coordinates.
-struct FitLine {
-    Point first;
-    Point second;
+/// A place in the curve picture: metres along the area from its start, dB.
+struct CurvePoint {
+    double alongM = 0;
+    double levelDb = 0;
 };
 
-/// The curve picture of audience area `area`, `lengthM` long: dB grid, ticks every grid unit of
-/// length, title, curves, fit line. Leaves the picture's scale set: x in pixels from -50, y the
-/// level above the bottom line in dB, negated.
-void DrawCurves(DrawingSurface& surface, int area, double lengthM, std::span<const Curve> curves,
-                const std::optional<FitLine>& fitLine, const DrawingOptions& options);
+/// The user's fit line.
+struct FitLine {
+    CurvePoint first;
+    CurvePoint second;
+};
 
-/// Points along an area's profile in the room view: one for every two pixels of its length.
-int profilePoints(const DrawingSurface& surface, const AreaSegment& area);
+/// What the curve picture of an audience area shows.
+struct CurvePicture {
+    int area = 1;
+    double lengthM = 0;
+    std::vector<Curve> curves; ///< the last one on top
+    std::optional<FitLine> fitLine;
+    bool baseline = false; ///< the fit line runs along the bottom, whatever level that is
+
+    CurveScale scale() const;
+    /// The place at a point in the user coordinates of a picture so many pixels wide.
+    CurvePoint placeAt(Point point, double pictureWidth) const;
+    Point pointAt(CurvePoint place, double pictureWidth) const;
+};
+
+/// Draws dB grid, ticks every grid unit of length, title, curves, fit line. Leaves the picture's
+/// scale set: x in pixels from -50, y the level above the bottom line in dB, negated.
+void DrawCurves(DrawingSurface& surface, const CurvePicture& picture,
+                const DrawingOptions& options);
+
+/// Points along an area's profile in the room view, whose pixels are so many metres wide: one for
+/// every two pixels of its length.
+int profilePoints(double metresPerPixel, const AreaSegment& area);
 
 /// Draws the level profiles of audience areas 1, 2, ... beside them in the room view, left of their
 /// direction: 2 pixels off for the smallest level of all, 22 for the largest.

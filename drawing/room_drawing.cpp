@@ -19,20 +19,21 @@ std::string text(const DrawingOptions& options, int id)
 
 } // namespace
 
-Point GRoomSetup(DrawingSurface& surface, const Room& room)
+Scale roomViewScale(const Room& room, double pixelWidth, double pixelHeight)
 {
     const auto [width, height] = room.GFAGetRoomDims();
     const auto [refX, refY] = room.GFAGetPointOfRef();
-    ResetScale(surface);
-    FitScale(surface, width * (1 + kMarginPixels / surface.pixelWidth()),
-             height * (1 + kMarginPixels / surface.pixelHeight()));
-    Scale scale = surface.scale();
-    const Point margin = {(scale.width - width) / 2 + refX,
-                          static_cast<double>(height) - refY + (scale.height - height) / 2};
-    scale.left = -margin.x;
-    scale.top = -margin.y;
-    surface.setScale(scale);
-    return margin;
+    Scale scale = fittedScale(pixelWidth, pixelHeight, width * (1 + kMarginPixels / pixelWidth),
+                              height * (1 + kMarginPixels / pixelHeight));
+    scale.left = -((scale.width - width) / 2 + refX);
+    scale.top = -(static_cast<double>(height) - refY + (scale.height - height) / 2);
+    return scale;
+}
+
+Point GRoomSetup(DrawingSurface& surface, const Room& room)
+{
+    surface.setScale(roomViewScale(room, surface.pixelWidth(), surface.pixelHeight()));
+    return {-surface.scale().left, -surface.scale().top};
 }
 
 void DrawRoomGrid(DrawingSurface& surface, const DrawingOptions& options)
@@ -56,14 +57,16 @@ void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions&
     const Point corner = {(-refX - user.left) / surface.pixelX(),
                           (refY - user.top) / surface.pixelY()};
 
+    const bool gridShown = gridFits(surface, options.GridUnit_Room, options.text);
     const ScaleKeeper keeper(surface);
     ResetScale(surface);
     surface.lineBy(corner, {30, 0}, kBlue);
     surface.lineBy(corner, {0, -30}, kRed);
     surface.print({corner.x - 13, corner.y - 28}, "Y", kRed);
     surface.print({corner.x + 20, corner.y + 2}, "X", kBlue);
-    surface.print({4, 3}, text(options, kScale) + plainText(options.GridUnit_Room, 3) + ' ' +
-                              std::string(lengthUnit(options.text)));
+    if (gridShown)
+        surface.print({4, 3}, text(options, kScale) + plainText(options.GridUnit_Room, 3) + ' ' +
+                                  std::string(lengthUnit(options.text)));
 }
 
 void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
@@ -75,8 +78,7 @@ void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions&
                      {area[2], -static_cast<double>(area[3])}, kBlack, 2);
     }
     const Scale& scale = surface.scale();
-    const std::string reference = text(options, kReference);
-    surface.print({0, -0.01 * scale.height - surface.textSize(reference).y}, reference);
+    surface.print({0, -0.01 * scale.height}, text(options, kReference));
     surface.circle({0, 0}, 0.005 * scale.width, kBlue);
     surface.circle({0, 0}, 0.0005 * scale.width, kBlack);
 
@@ -98,11 +100,11 @@ void GDrawRoomBasic(DrawingSurface& surface, const Room& room, const DrawingOpti
     GDrawAreas(surface, room, options);
 }
 
-void drawFohLevel(DrawingSurface& surface, const Room& room, float levelDb, bool aWeighted)
+void drawFohLevel(LabelPlaces& labels, const Room& room, float levelDb, bool aWeighted)
 {
     const std::string figure = std::isfinite(levelDb) ? fixedText(levelDb, 1) : "-";
-    surface.print({room.GFAGetFOH()[0], -static_cast<double>(room.GFAGetFOH()[1])},
-                  figure + (aWeighted ? " dB(A)" : " dB"));
+    labels.print({room.GFAGetFOH()[0], -static_cast<double>(room.GFAGetFOH()[1])},
+                 figure + (aWeighted ? " dB(A)" : " dB"));
 }
 
 } // namespace orva

@@ -2,6 +2,7 @@
 
 #include "drawing/drawing_options.h"
 #include "drawing/drawing_surface.h"
+#include "drawing/label_places.h"
 #include "model/room.h"
 
 namespace orva {
@@ -11,12 +12,16 @@ namespace orva {
 /// the top.
 Point GRoomSetup(DrawingSurface& surface, const Room& room);
 
+/// The scale that GRoomSetup() gives a surface so many pixels large.
+Scale roomViewScale(const Room& room, double pixelWidth, double pixelHeight);
+
 void DrawRoomGrid(DrawingSurface& surface, const DrawingOptions& options);
 
 /// Walls, floor and ceiling.
 void GDrawRoomOutline(DrawingSurface& surface, const Room& room);
 
-/// Axis cross in the room's lower left corner and, in the surface's upper left one, the grid unit.
+/// Axis cross in the room's lower left corner and, in the surface's upper left one, the unit of a
+/// grid that is drawn.
 void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions& options);
 
 /// Audience areas, point of reference and FOH.
@@ -27,6 +32,6 @@ void GDrawRoomBasic(DrawingSurface& surface, const Room& room, const DrawingOpti
                     bool clear);
 
 /// The level at the FOH, "-" for minus infinity.
-void drawFohLevel(DrawingSurface& surface, const Room& room, float levelDb, bool aWeighted);
+void drawFohLevel(LabelPlaces& labels, const Room& room, float levelDb, bool aWeighted);
 
 } // namespace orva

@@ -1,6 +1,7 @@
 #include "drawing/room_view.h"
 
 #include "drawing/array_drawing.h"
+#include "drawing/curve_drawing.h"
 #include "drawing/room_drawing.h"
 
 namespace orva {
@@ -10,33 +11,34 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
                   const DrawingOptions& options)
 {
     const bool drawable = !array.fault();
-    const auto drawArray = [&] {
-        const FloatPair cradle = array.GFAGetCradleCoord();
-        if (drawable)
-            DrawLineArray(surface, array, {cradle[0], -static_cast<double>(cradle[1])}, false,
-                          options);
-    };
-    const auto drawAimingLines = [&] {
-        if (drawable && content.aimingLines)
-            DrawAimingLines(surface, aimingLines(room, array), content.bassBox, room.GFAGetFOH(),
-                            speedOfSound, options);
-    };
-
+    const auto [cradleX, cradleY] = array.GFAGetCradleCoord();
     surface.clear();
     GRoomSetup(surface, room);
+    LabelPlaces labels(surface);
     if (content.map) {
-        RenderSPLMap(surface, room, *content.grid, *content.map, options);
-        drawArray();
-        GDrawRoomBasic(surface, room, options, false);
-        drawAimingLines();
-        DrawMapLegend(surface, *content.map, options);
-        return;
+        RenderSPLMap(surface, room, *content.grid, *content.map);
+        occupyMapLegend(labels, surface, *content.map, options);
     }
+    if (drawable)
+        DrawLineArray(surface, array, {cradleX, -static_cast<double>(cradleY)}, false, options);
     GDrawRoomBasic(surface, room, options, false);
-    drawAimingLines();
-    if (drawable && content.fohDb)
-        drawFohLevel(surface, room, *content.fohDb, content.aWeighted);
-    drawArray();
+    if (drawable && content.fohDb && !content.map)
+        drawFohLevel(labels, room, *content.fohDb, content.aWeighted);
+    if (drawable && content.aimingLines)
+        DrawAimingLines(surface, aimingLines(room, array), content.bassBox, speedOfSound, options,
+                        labels);
+    DrawProfiles(surface, room, content.profiles);
+    if (content.map)
+        DrawMapLegend(surface, *content.map, options);
+}
+
+std::vector<int> profilePointsOf(const Room& room, double pixelWidth, double pixelHeight)
+{
+    const double metresPerPixel = roomViewScale(room, pixelWidth, pixelHeight).width / pixelWidth;
+    std::vector<int> points;
+    for (int number = 1; number <= room.GIGetNumAreas(); ++number)
+        points.push_back(profilePoints(metresPerPixel, *room.GFAGetAudienceAreaSelect(number)));
+    return points;
 }
 
 } // namespace orva

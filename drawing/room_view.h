@@ -6,6 +6,7 @@
 #include "model/room.h"
 
 #include <optional>
+#include <vector>
 
 namespace orva {
 
@@ -17,10 +18,14 @@ struct RoomViewContent {
     BassBoxView bassBox;
     std::optional<float> fohDb; ///< level to print at the FOH
     bool aWeighted = false;
+    std::vector<std::vector<float>> profiles; ///< levels along audience areas 1, 2, ...
 };
 
-/// The side section with map, array, aiming lines and the level at the FOH. An array with a fault()
-/// is left out, with all that hangs on it. Leaves the scale of GRoomSetup().
+/// How many points the profile of each area has in a view so many pixels large.
+std::vector<int> profilePointsOf(const Room& room, double pixelWidth, double pixelHeight);
+
+/// The side section with map, array, aiming lines, the level at the FOH and the profiles. An array
+/// with a fault() is left out, with all that hangs on it. Leaves the scale of GRoomSetup().
 void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& array,
                   const RoomViewContent& content, double speedOfSound,
                   const DrawingOptions& options);

@@ -10,21 +10,40 @@ void ResetScale(DrawingSurface& surface)
     surface.setScale({0, 0, surface.pixelWidth(), surface.pixelHeight()});
 }
 
+Scale fittedScale(double pixelWidth, double pixelHeight, double width, double height)
+{
+    const double aspect = pixelWidth / pixelHeight;
+    if (height / pixelHeight >= width / pixelWidth)
+        return {0, 0, height * aspect, height};
+    return {0, 0, width, width / aspect};
+}
+
 void FitScale(DrawingSurface& surface, double width, double height)
 {
-    const double aspect = surface.pixelAspect();
-    if (height / surface.pixelHeight() >= width / surface.pixelWidth())
-        surface.setScale({0, 0, height * aspect, height});
-    else
-        surface.setScale({0, 0, width, width / aspect});
+    surface.setScale(fittedScale(surface.pixelWidth(), surface.pixelHeight(), width, height));
+}
+
+namespace {
+
+double gridSpacing(double unit, const TextOptions& options)
+{
+    return options.Units_Meters ? unit : unit * 0.3048;
+}
+
+} // namespace
+
+bool gridFits(const DrawingSurface& surface, double unit, const TextOptions& options)
+{
+    const double spacing = gridSpacing(unit, options);
+    return spacing >= 2 * surface.pixelX() && spacing >= 2 * surface.pixelY();
 }
 
 void DrawGrid(DrawingSurface& surface, Point origin, double unit, const TextOptions& options)
 {
-    const double spacing = options.Units_Meters ? unit : unit * 0.3048;
-    const Scale& scale = surface.scale();
-    if (!(spacing >= 2 * surface.pixelX()) || !(spacing >= 2 * surface.pixelY()))
+    if (!gridFits(surface, unit, options))
         return;
+    const double spacing = gridSpacing(unit, options);
+    const Scale& scale = surface.scale();
     // From the first line strictly inside (none on the left or top edge itself) to the last edge.
     const auto places = [spacing](double through, double edge, double length) {
         const double first = through + (std::floor((edge - through) / spacing) + 1) * spacing;

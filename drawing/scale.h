@@ -12,8 +12,14 @@ void ResetScale(DrawingSurface& surface);
 /// the upper left.
 void FitScale(DrawingSurface& surface, double width, double height);
 
+/// FitScale() for a picture so many pixels large.
+Scale fittedScale(double pixelWidth, double pixelHeight, double width, double height);
+
+/// Whether lines every `unit` metres (feet with units of feet) lie two pixels apart or more.
+bool gridFits(const DrawingSurface& surface, double unit, const TextOptions& options);
+
 /// Grey lines every `unit` metres (feet with units of feet) through `origin` over the whole
-/// surface; none where they would lie closer than two pixels.
+/// surface; none where the grid does not fit.
 void DrawGrid(DrawingSurface& surface, Point origin, double unit, const TextOptions& options);
 
 } // namespace orva

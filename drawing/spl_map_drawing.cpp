@@ -46,7 +46,15 @@ std::string decibels(float level)
     return std::isfinite(level) ? fixedText(level, 1) + "dB" : "-";
 }
 
-void drawLegend(DrawingSurface& surface, const SummedMap& map, const DrawingOptions& options)
+/// In pixels.
+struct Legend {
+    std::array<std::string, 4> lines;
+    Point corner;
+    Point opposite;
+    double pitch;
+};
+
+Legend legendOf(DrawingSurface& surface, const SummedMap& map, const DrawingOptions& options)
 {
     constexpr int kMax = 239;
     constexpr int kMin = 240;
@@ -54,17 +62,17 @@ void drawLegend(DrawingSurface& surface, const SummedMap& map, const DrawingOpti
     ResetScale(surface);
     const auto text = [&](int id) { return std::string(MlGetString(options.text.language, id)); };
     const double height = surface.textSize("0").y;
-    const double pitch = std::max(0.018 * surface.pixelHeight(), height);
+    Legend legend{{text(kMax), decibels(map.max), text(kMin), decibels(map.min)}, {}, {}, 0};
+    legend.pitch = std::max(0.018 * surface.pixelHeight(), height);
     // below the grid unit that stands in the corner
-    const double first = std::max(1.2 * pitch, 3 + 1.2 * height);
+    const double first = std::max(1.2 * legend.pitch, 3 + 1.2 * height);
     const double left = std::max(4.0, 0.01 * surface.pixelWidth());
-    const std::array lines = {text(kMax), decibels(map.max), text(kMin), decibels(map.min)};
     double width = 0;
-    for (const std::string& line : lines)
+    for (const std::string& line : legend.lines)
         width = std::max(width, surface.textSize(line).x);
-    surface.fillRectangle({left - 2, first}, {left + width + 2, first + 4 * pitch}, kWhite);
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        surface.print({left, first + static_cast<double>(i) * pitch}, lines[i]);
+    legend.corner = {left - 2, first};
+    legend.opposite = {left + width + 2, first + 4 * legend.pitch};
+    return legend;
 }
 
 void drawColourBar(DrawingSurface& surface, const SummedMap& map)
@@ -102,16 +110,19 @@ void drawColourBar(DrawingSurface& surface, const SummedMap& map)
         surface.fillRectangle({i * width, bottom - height}, {(i + 1) * width, bottom}, colour);
         const std::string label = std::to_string(level);
         const Point size = surface.textSize(label);
-        if (i * width + size.x < surface.pixelWidth())
-            surface.print({i * width + (width - size.x) / 2, bottom - (height + size.y) / 2}, label,
-                          textColourOn(colour));
+        // A last box that the picture cuts keeps its number, where that does not meet the one
+        // before.
+        const double left =
+            std::min(i * width + (width - size.x) / 2, surface.pixelWidth() - size.x - 1);
+        if (left >= i * width)
+            surface.print({left, bottom - (height + size.y) / 2}, label, textColourOn(colour));
     }
 }
 
 } // namespace
 
 void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid,
-                  const SummedMap& map, const DrawingOptions& options)
+                  const SummedMap& map)
 {
     static const std::array<Colour, 256> kColours = hueColours();
     const HueRange range = HueRange::of(map.max);
@@ -125,13 +136,29 @@ void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid
     const auto [width, height] = room.GFAGetRoomDims();
     surface.cells(cellEdges(grid.left, width, grid.OffX, grid.CellW, grid.columns),
                   cellEdges(-grid.top, height, grid.OffY, grid.CellH, grid.rows), rowColours);
-    DrawMapLegend(surface, map, options);
+    drawColourBar(surface, map);
+}
+
+void occupyMapLegend(LabelPlaces& labels, DrawingSurface& surface, const SummedMap& map,
+                     const DrawingOptions& options)
+{
+    const Scale shown = surface.scale();
+    const Point pixel = {surface.pixelX(), surface.pixelY()};
+    const Legend legend = legendOf(surface, map, options);
+    labels.occupy({shown.left, shown.top}, {shown.left + legend.opposite.x * pixel.x,
+                                            shown.top + legend.opposite.y * pixel.y});
 }
 
 void DrawMapLegend(DrawingSurface& surface, const SummedMap& map, const DrawingOptions& options)
 {
-    drawLegend(surface, map, options);
-    drawColourBar(surface, map);
+    const Legend legend = legendOf(surface, map, options);
+    const ScaleKeeper keeper(surface);
+    ResetScale(surface);
+    surface.fillRectangle(legend.corner, legend.opposite, kWhite);
+    for (std::size_t i = 0; i < legend.lines.size(); ++i)
+        surface.print(
+            {legend.corner.x + 2, legend.corner.y + static_cast<double>(i) * legend.pitch},
+            legend.lines[i]);
 }
 
 } // namespace orva

@@ -46,6 +46,7 @@ struct BandSpan {
     int to;
 
     int count() const { return to - from + 1; }
+    friend bool operator==(const BandSpan&, const BandSpan&) = default;
 };
 
 enum class Averaging { Third, Octave, ThreeOctave, Broadband };

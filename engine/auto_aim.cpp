@@ -16,13 +16,16 @@ struct Sight {
     Point to;
 };
 
+/// Feet, stored as metres in 32 bits, do not meet to the last digit.
+constexpr double kSameM = 0.0005;
+
 std::optional<Sight> flownSight(const Room& room, const LineArray& array)
 {
     const auto [x, y] = array.GFAGetCradleCoord();
     std::optional<Sight> nearest;
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
         const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
-        if (area[0] > x && (!nearest || area[0] < nearest->to.x))
+        if (area[0] > x + kSameM && (!nearest || area[0] < nearest->to.x))
             nearest = {{x, y}, {area[0], area[1]}};
     }
     return nearest;

@@ -1,7 +1,6 @@
 #include "engine/line_spl.h"
 
 #include "engine/levels.h"
-#include "engine/parallel.h"
 
 #include <algorithm>
 #include <cassert>
@@ -52,9 +51,13 @@ std::vector<Point> lineReceivers(const AreaSegment& line, int n)
     return receivers;
 }
 
-std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                           const LineArray& array, const AreaSegment& line,
-                           const LevelChoice& choice, int n, int threads)
+namespace {
+
+std::optional<std::vector<float>> levelsInBlocks(const LevelKernel& kernel,
+                                                 const PerBand<BandReference>& levels,
+                                                 const LineArray& array, const AreaSegment& line,
+                                                 const LevelChoice& choice, int n, int threads,
+                                                 const Progress& progress)
 {
     const std::vector<Source> sources = radiatingSources(array);
     const std::vector<float> factors = bandFactors(levels, choice);
@@ -75,12 +78,30 @@ std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReferenc
                        std::span(result).subspan(first, receivers.size()));
     };
     const std::size_t blocks = (count + kReceiversPerBlock - 1) / kReceiversPerBlock;
-    runBlocks(static_cast<int>(blocks), threads, {}, calculate);
+    if (!runBlocks(static_cast<int>(blocks), threads, progress, calculate))
+        return std::nullopt;
+    return result;
+}
 
+} // namespace
+
+std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
+                           const LineArray& array, const AreaSegment& line,
+                           const LevelChoice& choice, int n, int threads)
+{
+    std::vector<float> result =
+        *levelsInBlocks(kernel, levels, array, line, choice, n, threads, {});
     const auto [smallest, largest] = std::minmax_element(result.begin(), result.end());
     const std::array extremes = {*largest, *smallest};
     result.insert(result.end(), extremes.begin(), extremes.end());
     return result;
+}
+
+std::optional<std::vector<float>>
+lineLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels, const LineArray& array,
+           const AreaSegment& line, const LevelChoice& choice, int n, const Progress& progress)
+{
+    return levelsInBlocks(kernel, levels, array, line, choice, n, 1, progress);
 }
 
 AreaSegment fohLine(const Room& room)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/level_kernel.h"
+#include "engine/parallel.h"
 #include "engine/speaker_data.h"
 #include "model/line_array.h"
 #include "model/room.h"
@@ -14,6 +15,8 @@ struct LevelChoice {
     BandSpan bands;
     LevelField field;
     bool aWeighted;
+
+    friend bool operator==(const LevelChoice&, const LevelChoice&) = default;
 };
 
 /// Factors from the kernel powers of the chosen bands to what they add to the level: their
@@ -33,6 +36,12 @@ std::vector<Point> lineReceivers(const AreaSegment& line, int n);
 std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
                            const LineArray& array, const AreaSegment& line,
                            const LevelChoice& choice, int n, int threads = 1);
+
+/// The levels alone, on the caller's thread. `progress` is told the blocks of receivers that are
+/// done; when it returns false the work stops: no result.
+std::optional<std::vector<float>>
+lineLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels, const LineArray& array,
+           const AreaSegment& line, const LevelChoice& choice, int n, const Progress& progress);
 
 /// The line of one receiver at the FOH position.
 AreaSegment fohLine(const Room& room);

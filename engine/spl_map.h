@@ -26,6 +26,8 @@ struct MapGrid {
     }
     /// Centre in the room frame.
     Point CellCentre(int column, int row) const;
+
+    friend bool operator==(const MapGrid&, const MapGrid&) = default;
 };
 
 /// Whole cells of the given size (metres, above 0), at least one column and one row. None when they

@@ -36,4 +36,13 @@ std::string plainText(double value, int decimals)
     return text;
 }
 
+std::string floatText(float value)
+{
+    std::array<char, 64> buffer; // 39 digits of the largest float, or 45 places of the smallest
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed)
+            .ptr;
+    return {buffer.data(), end};
+}
+
 } // namespace orva

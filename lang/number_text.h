@@ -15,4 +15,7 @@ std::string fixedText(double value, int decimals);
 /// fixedText().
 std::string plainText(double value, int decimals);
 
+/// The shortest decimal text that gives the same 32-bit float back.
+std::string floatText(float value);
+
 } // namespace orva

@@ -113,9 +113,7 @@ Result<LoadedProject> readProject(std::span<const std::byte> bytes, std::string_
     Result<LineArray> array = readArray(in, *version);
     if (!array)
         return array.error();
-    // More boxes than positions are kept: such a project can be opened and mended.
-    if (const std::optional<std::string> fault = array->angleFault())
-        return Error{*fault, std::string(name)};
+    // An array with a fault() is kept: such a project can be opened and mended.
     loaded.project.array = *array;
 
     if (*version > 0) {

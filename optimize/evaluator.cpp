@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <numeric>
 
@@ -103,30 +102,36 @@ double Evaluator::measureOf(const std::vector<float>& levels) const
     return std::isfinite(rms) ? rms : kNoMeasure;
 }
 
-std::vector<float> Evaluator::levels(const LevelKernel& kernel)
+std::optional<std::vector<float>> Evaluator::levels(const LevelKernel& kernel,
+                                                    const Progress& progress)
 {
-    std::vector<float> all = LineSPL(kernel, m_task->speakerData.BandLevel, m_array, m_segment,
-                                     m_task->choice, m_task->points);
-    all.resize(static_cast<std::size_t>(m_task->points));
-    return all;
+    return lineLevels(kernel, m_task->speakerData.BandLevel, m_array, m_segment, m_task->choice,
+                      m_task->points, progress);
 }
 
 double Evaluator::measure(const LineArray::Positions& angles)
 {
+    return *measure(angles, [] { return false; });
+}
+
+std::optional<double> Evaluator::measure(const LineArray::Positions& angles,
+                                         const std::function<bool()>& stop)
+{
     place(angles);
-    return measureOf(levels(m_literal));
+    const auto all = levels(m_literal, [&](int, int) { return !stop(); });
+    return all ? std::optional(measureOf(*all)) : std::nullopt;
 }
 
 double Evaluator::fastMeasure(const LineArray::Positions& angles)
 {
     place(angles);
-    return measureOf(levels(*m_task->kernel));
+    return measureOf(*levels(*m_task->kernel, {}));
 }
 
 std::vector<double> Evaluator::distances(const LineArray::Positions& angles)
 {
     place(angles);
-    const std::vector<float> all = levels(*m_task->kernel);
+    const std::vector<float> all = *levels(*m_task->kernel, {});
     std::vector<double> result(all.begin(), all.end());
     std::transform(result.begin(), result.end(), m_wanted.begin(), result.begin(), std::minus());
     return result;

@@ -8,6 +8,7 @@
 #include "optimize/measure.h"
 #include "optimize/point_order.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -37,6 +38,9 @@ public:
 
     /// The measure by the literal kernel: the one that counts. kNoMeasure where there is none.
     double measure(const LineArray::Positions& angles);
+    /// The same; none when `stop`, asked every few hundred points, says so.
+    std::optional<double> measure(const LineArray::Positions& angles,
+                                  const std::function<bool()>& stop);
 
     /// The measure by the fast kernel.
     double fastMeasure(const LineArray::Positions& angles);
@@ -60,7 +64,7 @@ private:
 
     void place(const LineArray::Positions& angles);
     void prepareSums();
-    std::vector<float> levels(const LevelKernel& kernel);
+    std::optional<std::vector<float>> levels(const LevelKernel& kernel, const Progress& progress);
     double measureOf(const std::vector<float>& levels) const;
     void calculateGroup(std::size_t group);
     void sumPowers(std::size_t group, std::span<float> powers);

@@ -22,6 +22,8 @@ constexpr std::uint64_t kChunksPerThread = 8;
 /// Configurations between two reports: enough of them for the upper boxes to stay where they are
 /// in most steps, few enough for a report several times a second.
 constexpr std::uint64_t kMostInBlock = 1U << 22U;
+/// Levels to be calculated in the first block, for a report after a moment.
+constexpr std::uint64_t kLevelsInFirstBlock = 1024U * 200;
 constexpr double kBlockSeconds = 0.3;
 constexpr double kFastestGrowth = 16;
 constexpr double kPlaceholder = 10;
@@ -52,7 +54,12 @@ void Ranking::add(const Ranked& entry)
 
 Search::Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates, std::uint64_t first,
                std::uint64_t count)
-    : m_task(std::move(task)), m_candidates(std::move(candidates)), m_first(first), m_count(count)
+    : m_task(std::move(task)),
+      m_candidates(std::move(candidates)),
+      m_first(first),
+      m_count(count),
+      m_mostInBlock(std::clamp(kLevelsInFirstBlock / static_cast<std::uint64_t>(m_task->points),
+                               kFewestInChunk, kMostInBlock))
 {
 }
 
@@ -123,27 +130,32 @@ Search::Contender Search::exactly(const Ranked& entry)
     return {entry, {entry.rms, entry.rms}, true};
 }
 
-void Search::testChunk(Evaluator& evaluator, const Block& block, std::uint64_t from,
-                       std::uint64_t to, const std::function<bool()>& stop,
-                       std::vector<Contender>& contenders) const
+void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<bool()>& stop)
 {
+    std::vector<Contender>& contenders = chunk.contenders;
     std::vector<Contender> known = m_contenders;
+    known.insert(known.end(), contenders.begin(), contenders.end());
     double limit = limitOf(known);
-    for (std::uint64_t place = from; place < to; ++place) {
-        if (place % 16 == 0 && stop())
-            return;
-        const std::uint64_t number = block.numberAt(place);
-        if (number < block.begin || number >= block.end)
+    for (; chunk.next < chunk.end && !stop(); ++chunk.next) {
+        const std::uint64_t number = m_block.numberAt(chunk.next);
+        if (number < m_block.begin || number >= m_block.end)
             continue;
         const LineArray::Positions angles = m_candidates.anglesOf(number);
         const auto bounds = evaluator.measureUpTo(angles, limit);
-        if (!bounds)
+        if (!bounds) {
+            ++m_testedSoFar;
             continue;
+        }
         Contender contender{{angles, 0, number}, *bounds, false};
         // Where the fast kernel cannot tell, or too many are as good as equal.
         if (!std::isfinite(bounds->low) || !std::isfinite(bounds->high) ||
-            known.size() > kMostUndecidedInChunk)
-            contender = exactly({angles, evaluator.measure(angles), number});
+            known.size() > kMostUndecidedInChunk) {
+            const std::optional<double> measure = evaluator.measure(angles, stop);
+            if (!measure)
+                break;
+            contender = exactly({angles, *measure, number});
+        }
+        ++m_testedSoFar;
         m_lastMeasure = std::midpoint(contender.bounds.low, contender.bounds.high);
         contenders.push_back(contender);
         known.push_back(contender);
@@ -171,31 +183,48 @@ std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool(
     return std::make_shared<PointOrder>(PointOrder::learned(m_task->measure, samples));
 }
 
-bool Search::advance(int threads, const std::function<bool()>& stop)
+/// Makes what the threads work with; false when stopped.
+bool Search::prepare(const std::function<bool()>& stop)
 {
-    m_threads = std::max(1, threads);
-    if (m_evaluators.empty())
+    if (m_evaluators.empty()) {
         m_order = learnedOrder(stop);
+        if (stop())
+            return false;
+    }
     while (m_evaluators.size() < static_cast<std::size_t>(m_threads))
         m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));
-    if (m_tested == 0 && m_count > 0 && m_first == 0) {
-        const LineArray::Positions angles = m_candidates.anglesOf(0);
-        const double rms = m_evaluators.front()->measure(angles);
-        const double placeholder = std::min(kPlaceholder * rms, kNoMeasure);
-        for (const double kept : {rms, placeholder, placeholder})
-            m_contenders.push_back(exactly({angles, kept, 0}));
-        m_lastMeasure = rms;
-        m_tested = 1;
-        if (finished())
-            return true;
-    }
+    return true;
+}
 
-    const auto start = std::chrono::steady_clock::now();
-    const Block block = nextBlock();
-    const std::uint64_t chunkSize = std::max(
+/// Configuration 0, which also takes the other two places; false when stopped.
+bool Search::testFirst(const std::function<bool()>& stop)
+{
+    const LineArray::Positions angles = m_candidates.anglesOf(0);
+    const std::optional<double> rms = m_evaluators.front()->measure(angles, stop);
+    if (!rms)
+        return false;
+    const double placeholder = std::min(kPlaceholder * *rms, kNoMeasure);
+    for (const double kept : {*rms, placeholder, placeholder})
+        m_contenders.push_back(exactly({angles, kept, 0}));
+    m_lastMeasure = *rms;
+    m_tested = 1;
+    ++m_testedSoFar;
+    return true;
+}
+
+std::vector<Search::Chunk> Search::chunksOf(const Block& block) const
+{
+    const std::uint64_t size = std::max(
         kFewestInChunk, block.size / (kChunksPerThread * static_cast<std::uint64_t>(m_threads)));
-    const int chunks = static_cast<int>((block.size + chunkSize - 1) / chunkSize);
-    std::vector<std::vector<Contender>> found(static_cast<std::size_t>(chunks));
+    std::vector<Chunk> chunks;
+    for (std::uint64_t from = 0; from < block.size; from += size)
+        chunks.push_back({from, std::min(from + size, block.size), {}});
+    return chunks;
+}
+
+/// Goes on with the block that has been begun.
+void Search::testBlock(const std::function<bool()>& stop)
+{
     std::vector<Evaluator*> idle;
     for (const auto& evaluator : m_evaluators)
         idle.push_back(evaluator.get());
@@ -206,8 +235,9 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
             stopped = true;
         return stopped.load();
     };
-    runBlocks(chunks, m_threads, {}, [&](int chunk) {
-        if (stopping())
+    runBlocks(static_cast<int>(m_chunks.size()), m_threads, {}, [&](int which) {
+        Chunk& chunk = m_chunks[static_cast<std::size_t>(which)];
+        if (chunk.next == chunk.end || stopping())
             return;
         Evaluator* evaluator = nullptr;
         {
@@ -215,60 +245,117 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
             evaluator = idle.back();
             idle.pop_back();
         }
-        const std::uint64_t from = static_cast<std::uint64_t>(chunk) * chunkSize;
-        testChunk(*evaluator, block, from, std::min(from + chunkSize, block.size), stopping,
-                  found[static_cast<std::size_t>(chunk)]);
+        testChunk(*evaluator, chunk, stopping);
         const std::lock_guard lock(mutex);
         idle.push_back(evaluator);
     });
-    if (stopped)
-        return finished();
-    for (const std::vector<Contender>& contenders : found)
-        m_contenders.insert(m_contenders.end(), contenders.begin(), contenders.end());
-    dropBeaten(m_contenders);
-    m_tested += block.end - block.begin;
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+}
+
+void Search::chooseBlockSize(double seconds)
+{
     const double wanted =
-        kBlockSeconds / seconds.count() * static_cast<double>(block.end - block.begin);
+        kBlockSeconds / seconds * static_cast<double>(m_block.end - m_block.begin);
     const auto most = static_cast<double>(m_mostInBlock);
     m_mostInBlock = std::clamp(static_cast<std::uint64_t>(std::clamp(wanted, most / kFastestGrowth,
                                                                      most * kFastestGrowth)),
                                kFewestInChunk, kMostInBlock);
+}
+
+bool Search::advance(int threads, const std::function<bool()>& stop)
+{
+    m_threads = std::max(1, threads);
+    if (m_tested == m_count) {
+        decide(stop);
+        return finished();
+    }
+    if (!prepare(stop))
+        return false;
+    if (m_tested == 0 && m_first == 0 && !testFirst(stop))
+        return false;
+    m_decided = false;
+    if (m_tested == m_count)
+        return false;
+
+    const auto start = std::chrono::steady_clock::now();
+    const bool resumes = !m_chunks.empty();
+    if (!resumes) {
+        m_block = nextBlock();
+        m_chunks = chunksOf(m_block);
+    }
+    testBlock(stop);
+    if (std::any_of(m_chunks.begin(), m_chunks.end(),
+                    [](const Chunk& chunk) { return chunk.next < chunk.end; }))
+        return false;
+    for (const Chunk& chunk : m_chunks)
+        m_contenders.insert(m_contenders.end(), chunk.contenders.begin(), chunk.contenders.end());
+    m_chunks.clear();
+    dropBeaten(m_contenders);
+    m_tested += m_block.end - m_block.begin;
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    if (!resumes)
+        chooseBlockSize(seconds.count());
     if (m_contenders.size() > kMostUndecided)
-        resolve();
+        decide(stop);
     return finished();
 }
 
-/// Lets the literal kernel decide between the contenders; keeps the best.
-void Search::resolve()
+/// Lets the literal kernel decide between the contenders; keeps the best. What was decided when it
+/// is stopped stays so.
+void Search::decide(const std::function<bool()>& stop)
 {
     std::stable_sort(
         m_contenders.begin(), m_contenders.end(),
         [](const Contender& a, const Contender& b) { return a.entry.number < b.entry.number; });
     runBlocks(static_cast<int>(m_contenders.size()), m_threads, {}, [&](int which) {
         Contender& contender = m_contenders[static_cast<std::size_t>(which)];
-        if (!contender.exact)
-            contender.entry.rms = Evaluator(m_task, m_order).measure(contender.entry.angles);
+        if (contender.exact || stop())
+            return;
+        Ranked entry = contender.entry;
+        const auto measure = Evaluator(m_task, m_order).measure(entry.angles, stop);
+        if (!measure)
+            return;
+        entry.rms = *measure;
+        contender = exactly(entry);
     });
+    if (!std::all_of(m_contenders.begin(), m_contenders.end(),
+                     [](const Contender& contender) { return contender.exact; }))
+        return;
     m_ranking = {};
     for (const Contender& contender : m_contenders)
         m_ranking.add(contender.entry);
     m_contenders.clear();
     for (const Ranked& entry : m_ranking.best())
         m_contenders.push_back(exactly(entry));
+    m_decided = m_chunks.empty();
 }
 
-double Search::bestSoFar() const
+Ranking Search::bestSoFar() const
 {
-    double best = std::numeric_limits<double>::infinity();
-    for (const Contender& contender : m_contenders)
-        best = std::min(best, std::midpoint(contender.bounds.low, contender.bounds.high));
-    return best;
+    std::vector<Ranked> all;
+    const auto take = [&all](const std::vector<Contender>& contenders) {
+        for (const Contender& contender : contenders) {
+            all.push_back(contender.entry);
+            all.back().rms = std::midpoint(contender.bounds.low, contender.bounds.high);
+        }
+    };
+    take(m_contenders);
+    for (const Chunk& chunk : m_chunks)
+        take(chunk.contenders);
+    std::stable_sort(all.begin(), all.end(),
+                     [](const Ranked& a, const Ranked& b) { return a.number < b.number; });
+    Ranking ranking;
+    for (const Ranked& entry : all)
+        ranking.add(entry);
+    return ranking;
 }
 
 const Ranking& Search::ranking()
 {
-    resolve();
+    for (const Chunk& chunk : m_chunks)
+        m_contenders.insert(m_contenders.end(), chunk.contenders.begin(), chunk.contenders.end());
+    for (Chunk& chunk : m_chunks)
+        chunk.contenders.clear();
+    decide([] { return false; });
     return m_ranking;
 }
 

@@ -34,8 +34,8 @@ private:
     std::vector<Ranked> m_best;
 };
 
-/// The exhaustive search over a part of the candidates. What it reports as tested is always the
-/// first so many of the part, and the ranking is exactly theirs, whatever the number of threads.
+/// The exhaustive search over a part of the candidates. Its ranking is exactly that of what has
+/// been tested; once it has finished it does not depend on the number of threads, nor on pauses.
 class Search {
 public:
     /// From configuration `first`, `count` of them; both within the candidates. The configuration
@@ -43,18 +43,22 @@ public:
     Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates, std::uint64_t first,
            std::uint64_t count);
 
-    /// Tests some more, for a fraction of a second. `stop`, asked from any thread from time to
-    /// time, may end it early; what was begun is then not counted. Returns whether all are tested.
+    /// Tests some more, for a fraction of a second, or lets the literal kernel decide between those
+    /// that the fast one cannot tell apart. `stop`, asked from any thread every few milliseconds,
+    /// may end it early; what was tested is kept, and the next call goes on there. Returns
+    /// finished().
     bool advance(int threads, const std::function<bool()>& stop);
 
     std::uint64_t first() const { return m_first; }
-    std::uint64_t tested() const { return m_tested; }
+    /// How many have been tested; may be asked from any thread.
+    std::uint64_t tested() const { return m_testedSoFar; }
     std::uint64_t count() const { return m_count; }
-    bool finished() const { return m_tested == m_count; }
+    /// Whether all are tested and the ranking is decided.
+    bool finished() const { return m_tested == m_count && m_decided; }
     const CandidateSet& candidates() const { return m_candidates; }
     const std::shared_ptr<const SearchTask>& task() const { return m_task; }
-    /// The best measure so far, as good as the fast kernel has it.
-    double bestSoFar() const;
+    /// The three best so far, as good as the fast kernel has them.
+    Ranking bestSoFar() const;
     /// The last measure that was evaluated to its end, not a number before the first; may be asked
     /// from any thread.
     double lastMeasure() const { return m_lastMeasure; }
@@ -80,27 +84,42 @@ private:
         std::uint64_t numberAt(std::uint64_t place) const;
     };
 
+    /// The places of a block that a thread takes at a time, and what it found there.
+    struct Chunk {
+        std::uint64_t next;
+        std::uint64_t end;
+        std::vector<Contender> contenders;
+    };
+
+    bool prepare(const std::function<bool()>& stop);
+    bool testFirst(const std::function<bool()>& stop);
+    void testBlock(const std::function<bool()>& stop);
     std::shared_ptr<const PointOrder> learnedOrder(const std::function<bool()>& stop) const;
     Block nextBlock() const;
-    void testChunk(Evaluator& evaluator, const Block& block, std::uint64_t from, std::uint64_t to,
-                   const std::function<bool()>& stop, std::vector<Contender>& contenders) const;
+    std::vector<Chunk> chunksOf(const Block& block) const;
+    void testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<bool()>& stop);
+    void chooseBlockSize(double seconds);
     static Contender exactly(const Ranked& entry);
     static double limitOf(const std::vector<Contender>& contenders);
     static void dropBeaten(std::vector<Contender>& contenders);
-    void resolve();
+    void decide(const std::function<bool()>& stop);
 
     std::shared_ptr<const SearchTask> m_task;
     CandidateSet m_candidates;
     std::uint64_t m_first;
     std::uint64_t m_count;
-    std::uint64_t m_tested = 0;
-    std::uint64_t m_mostInBlock = 1024;
+    std::uint64_t m_tested = 0; ///< the first so many, in whole blocks
+    std::atomic<std::uint64_t> m_testedSoFar = 0;
+    std::uint64_t m_mostInBlock;
     int m_threads = 1; ///< of the last advance()
     std::vector<Contender> m_contenders;
+    Block m_block;
+    std::vector<Chunk> m_chunks; ///< of the block that has been begun
     Ranking m_ranking;
-    std::shared_ptr<const PointOrder> m_order;            ///< null: the usual one
+    bool m_decided = false;                    ///< the ranking is that of all that has been tested
+    std::shared_ptr<const PointOrder> m_order; ///< null: the usual one
     std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread
-    mutable std::atomic<double> m_lastMeasure = std::numeric_limits<double>::quiet_NaN();
+    std::atomic<double> m_lastMeasure = std::numeric_limits<double>::quiet_NaN();
 };
 
 /// The ranking of several parts of one search, joined in their order. An error where they do not

@@ -112,21 +112,54 @@ TEST(AreaEntries, TheOthersFollow)
          "90",
          false,
          {5, 1.7F, 16.4F * 0.3048F, 54.79F * 0.3048F, 90, 15}},
-        {"no number", AreaEntry::Length, "-", true, {5, 1.7F, 5, 1.7F, 0, 0}},
+        {"feet typed where metres are shown",
+         AreaEntry::Length,
+         "10 ft",
+         true,
+         {5, 1.7F, 8.05F, 1.7F, 0, 3.048F}},
     };
     for (const auto& [what, entry, typed, metres, wanted] : cases) {
         SCOPED_TRACE(what);
-        const AreaSegment synced = SyncAreaEntries(area, entry, typed, metres);
-        for (std::size_t i = 0; i < synced.size(); ++i)
-            EXPECT_NEAR(synced[i], wanted[i], 1e-5) << i;
+        const std::optional<AreaSegment> synced = SyncAreaEntries(area, entry, typed, metres);
+        ASSERT_TRUE(synced);
+        for (std::size_t i = 0; i < synced->size(); ++i)
+            EXPECT_NEAR((*synced)[i], wanted[i], 1e-5) << i;
     }
+    for (const char* typed : {"-", "", "5 m 3", "1.234,5", "5 V"})
+        EXPECT_FALSE(SyncAreaEntries(area, AreaEntry::Length, typed, true)) << typed;
+    EXPECT_FALSE(SyncAreaEntries(area, AreaEntry::Angle, "5 m", true));
 }
 
 TEST(RoomForm, LengthsInFeetComeBackAsTyped)
 {
     for (const double feet : {0.0, 0.01, 1.0, 23.5, 98.425, -12.345, 1000.001})
-        EXPECT_EQ(shownLength(static_cast<float>(typedLength(std::to_string(feet), false)), false),
+        EXPECT_EQ(shownLength(static_cast<float>(
+                                  metresOf(*typedLength(std::to_string(feet), false), false)),
+                              false),
                   shownLength(feet, true));
+}
+
+TEST(RoomForm, TypedLengths)
+{
+    struct Case {
+        const char* text;
+        bool inMetres;
+        double shown; ///< not a number: refused
+    };
+    constexpr double kRefused = std::numeric_limits<double>::quiet_NaN();
+    const Case cases[] = {{"33ft", true, 33 * 0.3048}, {"10 m", false, 10 / 0.3048},
+                          {"4'", true, 4 * 0.3048},    {"4'", false, 4},
+                          {" -2,5 ", true, -2.5},      {"10000", true, 10000},
+                          {"10000.1", true, kRefused}, {"33000", false, kRefused},
+                          {"32808", false, 32808},     {"5 yd", true, kRefused},
+                          {"m", true, kRefused},       {"99999999999999999999", true, kRefused}};
+    for (const Case& one : cases) {
+        const std::optional<double> length = typedLength(one.text, one.inMetres);
+        ASSERT_EQ(length.has_value(), !std::isnan(one.shown)) << one.text;
+        if (length) {
+            EXPECT_NEAR(*length, one.shown, 1e-9) << one.text;
+        }
+    }
 }
 
 TEST(RoomForm, AreaUnderAPoint)
@@ -230,25 +263,27 @@ TEST(SearchForm, AllowsWhatEachStateAllows)
 TEST(SearchForm, TheTargetIsWhatTheDrawnLineShowsAlongTheArea)
 {
     struct Case {
-        FitLine line; // pixels; dB below the bottom line
+        FitLine line;
         double start, length, slope, level;
     };
-    // A picture 400 pixels wide for 20 m, its bottom line at 90 dB.
-    const Case cases[] = {{{{0, -10}, {400, -10}}, 0, 20, 0, 100},
-                          {{{100, -10}, {300, -6}}, 5, 10, -0.4, 100},
-                          {{{-100, -10}, {500, -4}}, 0, 20, -0.2, 99},
-                          {{{-40, -2}, {40, -10}}, 0, 2, 2, 96}};
+    const Case cases[] = {{{{0, 100}, {20, 100}}, 0, 20, 0, 100},
+                          {{{5, 100}, {15, 96}}, 5, 10, -0.4, 100},
+                          {{{-5, 100}, {25, 94}}, 0, 20, -0.2, 99},
+                          {{{-2, 92}, {2, 100}}, 0, 2, 2, 96}};
     for (const Case& one : cases) {
-        const auto target = targetUnder(one.line, 400, 20, 90);
+        const auto target = targetUnder(one.line, 20, 0.1);
         ASSERT_TRUE(target);
         EXPECT_NEAR(target->startM, one.start, 1e-9);
         EXPECT_NEAR(target->lengthM, one.length, 1e-9);
         EXPECT_NEAR(target->slopeDbPerM, one.slope, 1e-9);
         EXPECT_NEAR(target->levelDb, one.level, 1e-9);
     }
-    for (const FitLine& line :
-         {FitLine{{5, 0}, {6.9, 0}}, {{-50, 0}, {1, -9}}, {{399, 0}, {420, 0}}})
-        EXPECT_FALSE(targetUnder(line, 400, 20, 90)) << "too short";
+    for (const FitLine& line : {FitLine{{5, 0}, {5.09, 0}},
+                                {{-3, 0}, {0.05, 9}},
+                                {{19.95, 0}, {22, 0}},
+                                {{3, 1}, {3, 1}}})
+        EXPECT_FALSE(targetUnder(line, 20, 0.1)) << "too short";
+    EXPECT_FALSE(targetUnder({{3, 1}, {3, 2}}, 20, 0)) << "upright";
 }
 
 TEST(SearchForm, NumberOfPoints)

@@ -2,6 +2,7 @@
 #include "drawing/array_drawing.h"
 #include "drawing/curve_drawing.h"
 #include "drawing/room_drawing.h"
+#include "drawing/room_view.h"
 #include "drawing/scale.h"
 #include "drawing/spl_map_drawing.h"
 #include "drawing/sub_array_drawing.h"
@@ -85,8 +86,16 @@ TEST(RoomDrawing, WallsAreasAndFohLieWhereTheyAre)
     const auto texts = surface.texts();
     EXPECT_NE(std::find(texts.begin(), texts.end(), "Scale : 5 m"), texts.end());
     surface.calls.clear();
-    drawFohLevel(surface, project.room, kSilence, true);
+    LabelPlaces labels(surface);
+    drawFohLevel(labels, project.room, kSilence, true);
     EXPECT_EQ(surface.texts().at(0), "- dB(A)");
+    surface.calls.clear();
+    GDrawRoomBasic(surface, project.room, {{}, 0.01F, 1, 1}, true);
+    EXPECT_TRUE(surface.all("line", kGridGrey).empty());
+    EXPECT_EQ(surface.texts().front(), "Y") << "no unit of a grid that is too fine to draw";
+    for (const auto& call : surface.calls)
+        if (call.text == "  <-Ref")
+            expectAt(call.points[0], 0, -0.01 * surface.scale().height);
 }
 
 TEST(ArrayDrawing, BoxesPinsAndSourcesLieAtTheirGeometry)
@@ -158,7 +167,7 @@ TEST(MapDrawing, CellsReachTheWallsInTheColoursOfTheirLevels)
         map.levels[0] = level;
         RecordingSurface surface(600, 300);
         GRoomSetup(surface, project.room);
-        RenderSPLMap(surface, project.room, grid, map, {});
+        RenderSPLMap(surface, project.room, grid, map);
         EXPECT_EQ(surface.cellColours.at(0), colour) << level;
         EXPECT_EQ(surface.columnEdges.size(), 34U);
         EXPECT_EQ(surface.columnEdges.front(), 0);
@@ -166,7 +175,9 @@ TEST(MapDrawing, CellsReachTheWallsInTheColoursOfTheirLevels)
         EXPECT_EQ(surface.columnEdges.back(), 10);
         EXPECT_NEAR(surface.rowEdges.front(), -3, kMetres);
         EXPECT_NEAR(surface.rowEdges.back(), 0, kMetres);
-        EXPECT_GE(surface.texts().size(), 6U); // legend and bar
+        EXPECT_GE(surface.texts().size(), 2U) << "the bar";
+        DrawMapLegend(surface, map, {});
+        EXPECT_EQ(surface.texts()[surface.texts().size() - 4], "Max:");
     }
 }
 
@@ -181,10 +192,9 @@ TEST(CurveDrawing, ScalesToTensAndLeavesGaps)
         EXPECT_EQ(CurveScale::of(levels).topDb, top);
     }
     RecordingSurface surface(600, 300);
-    EXPECT_EQ(curvePoints(surface), 266);
-    const std::vector<float> levels = {95, 96, kSilence, 97};
-    const Curve curve = {levels};
-    DrawCurves(surface, 2, 10, std::span(&curve, 1), FitLine{{0, -1}, {9, -2}}, {});
+    EXPECT_EQ(curvePoints(surface.pixelWidth()), 266);
+    CurvePicture picture{2, 10, {{{95, 96, kSilence, 97}}}, FitLine{{0, 91}, {10, 92}}};
+    DrawCurves(surface, picture, {});
     const auto runs = surface.all("polyline", kBlack);
     ASSERT_EQ(runs.size(), 2U);
     expectAt(runs[0].points[1], 2, -6);
@@ -192,17 +202,26 @@ TEST(CurveDrawing, ScalesToTensAndLeavesGaps)
     EXPECT_NEAR(surface.scale().top, -11.1, 1e-9);
     EXPECT_NEAR(surface.scale().height, 13, 1e-9);
     EXPECT_EQ(surface.texts().back(), "Area:   2");
-    EXPECT_EQ(surface.all("line", kRed).size(), 1U);
+    const auto lines = surface.all("line", kRed);
+    ASSERT_EQ(lines.size(), 1U);
+    expectAt(lines[0].points[0], 0, -1);
+    expectAt(lines[0].points[1], 530, -2);
+    for (const CurvePoint place : {CurvePoint{0, 91}, {10, 92}, {3.7, 88}}) {
+        const CurvePoint back = picture.placeAt(picture.pointAt(place, 600), 600);
+        EXPECT_NEAR(back.alongM, place.alongM, 1e-9);
+        EXPECT_NEAR(back.levelDb, place.levelDb, 1e-9);
+    }
+    surface.calls.clear();
+    picture.baseline = true;
+    DrawCurves(surface, picture, {});
+    expectAt(surface.all("line", kRed).at(0).points[1], 530, 0);
 }
 
 TEST(CurveDrawing, OnePointForEveryTwoPixelsOfAProfile)
 {
-    RecordingSurface surface(600, 300);
-    surface.setScale({0, -15, 30, 15}); // 5 cm a pixel
-    EXPECT_EQ(profilePoints(surface, {0, 0, 0, 0, 0, 10}), 101);
-    EXPECT_EQ(profilePoints(surface, {0, 0, 0, 0, 0, 0}), 1);
-    EXPECT_EQ(profilePoints(surface, {0, 0, 0, 0, 0, 5e29F}), 8192)
-        << "bounded, whatever was typed";
+    EXPECT_EQ(profilePoints(0.05, {0, 0, 0, 0, 0, 10}), 101);
+    EXPECT_EQ(profilePoints(0.05, {0, 0, 0, 0, 0, 0}), 1);
+    EXPECT_EQ(profilePoints(0.05, {0, 0, 0, 0, 0, 5e29F}), 8192) << "bounded, whatever was typed";
 }
 
 TEST(CurveDrawing, ProfilesLieLeftOfTheirAreas)
@@ -231,25 +250,106 @@ TEST(AimingDrawing, LinesEndBlueWithFiguresThatNeverOverlap)
                                            {{0, 5}, {0, 3}, 2, false}};
     RecordingSurface surface(600, 300);
     surface.setScale({-5, -10, 30, 15});
-    DrawAimingLines(surface, lines, {true, {1, 0}, false}, {20, 2}, 344, {});
+    LabelPlaces labels(surface);
+    DrawAimingLines(surface, lines, {true, {1, 0}, false}, 344, {}, labels);
     const auto blue = surface.all("line", kBlue);
     ASSERT_EQ(blue.size(), 3U);
     expectAt(blue[2].points[1], 120, -5);
     const auto texts = surface.texts();
-    EXPECT_EQ(texts, (std::vector<std::string>{"10m   29ms", "10m   29ms", "240m   698ms"}));
-    std::vector<double> y;
-    for (const auto& call : surface.calls)
-        if (call.what == "text")
-            y.push_back(call.points[0].y);
-    EXPECT_GE(y[1] - y[0], surface.textSize("1").y - 1e-9);
+    EXPECT_EQ(texts, (std::vector<std::string>{"10m   29ms", "10m   29ms"}))
+        << "the third one ends far beside the picture";
     expectAt(surface.all("rectangle", kBlack).at(0).points[0], 0.6, -1.1);
 
     surface.calls.clear();
-    DrawAimingLines(surface, lines, {true, {1, 0}, true}, {10, 0.1F}, 344,
-                    {Language::English, false});
+    LabelPlaces others(surface);
+    DrawAimingLines(surface, lines, {true, {1, 0}, true}, 344, {Language::English, false}, others);
     EXPECT_EQ(surface.texts().at(0), "-3ms"); // 9 m from the bass box, 10 m from the array
-    for (const auto& call : surface.calls)    // below the level at the FOH
-        EXPECT_TRUE(call.what != "text" || call.points[0].x > 11 || call.points[0].y >= 0.3);
+}
+
+TEST(Labels, StandAtTheirPointOrNearItWithALine)
+{
+    RecordingSurface surface(600, 300);
+    surface.setScale({0, 0, 600, 300});
+    LabelPlaces labels(surface);
+    labels.occupy({400, 0}, {600, 100});
+    // Free, taken, at the right edge, below the lower one, in what is kept free, many at one place.
+    const std::vector<Point> points = {{50, 50}, {50, 50}, {595, 150}, {300, 299}, {500, 50}};
+    for (const Point& point : points)
+        labels.print(point, "123m   45ms");
+    for (int i = 0; i < 30; ++i)
+        labels.print({200, 150}, "123m   45ms");
+    const Point size = surface.textSize("123m   45ms");
+    std::vector<Point> placed;
+    for (const auto& call : surface.calls)
+        if (call.what == "text") {
+            const Point at = call.points[0];
+            EXPECT_GE(at.x, 0);
+            EXPECT_LE(at.x + size.x, 600);
+            EXPECT_GE(at.y, 0);
+            EXPECT_LE(at.y + size.y, 300);
+            EXPECT_FALSE(at.x + size.x > 400 && at.y < 100) << "kept free";
+            for (const Point& other : placed)
+                EXPECT_TRUE(std::abs(other.x - at.x) >= size.x - 1e-9 ||
+                            std::abs(other.y - at.y) >= size.y - 1e-9);
+            placed.push_back(at);
+        }
+    ASSERT_EQ(placed.size(), points.size() + 30);
+    expectAt(placed[0], 50, 50);
+    EXPECT_LE(std::abs(placed[1].x - 50) + std::abs(placed[1].y - 50), size.x) << "beside it";
+    // Who had to move farther is joined to its point.
+    std::size_t joined = 0;
+    for (const auto& call : surface.calls)
+        joined += call.what == "line" && call.points[0].x == 200 && call.points[0].y == 150;
+    EXPECT_GE(joined, 20U);
+}
+
+TEST(RoomView, TheBarLiesBelowTheRoom)
+{
+    const Project project = newProject(kStandardSystem);
+    const MapGrid grid = *PrepareMapGrid(project.room, 1, 1);
+    const SummedMap map{std::vector<float>(grid.cells(), 100.F), 100, 93};
+    RoomViewContent content;
+    content.grid = &grid;
+    content.map = &map;
+    content.profiles = {{90, 100}};
+    RecordingSurface surface(600, 300);
+    DrawRoomView(surface, project.room, project.array, content, 344, {});
+    std::size_t lastBox = 0;
+    std::size_t walls = 0;
+    for (std::size_t i = 0; i < surface.calls.size(); ++i) {
+        const auto& call = surface.calls[i];
+        if (call.what == "fill" && call.colour != kWhite)
+            lastBox = i;
+        if (call.what == "rectangle" && call.size == 3)
+            walls = i;
+    }
+    EXPECT_GT(lastBox, 0U);
+    EXPECT_GT(walls, lastBox);
+    EXPECT_EQ(profilePointsOf(project.room, 600, 300).size(), 3U);
+}
+
+TEST(MapDrawing, TheNumbersOfTheBarAreWhole)
+{
+    const Project project = newProject(kStandardSystem);
+    const MapGrid grid = *PrepareMapGrid(project.room, 1, 1);
+    for (const double width : {317.0, 600.0, 641.0, 1280.0})
+        for (const float least : {60.F, 93.F, 94.F, 99.5F}) {
+            SCOPED_TRACE(std::to_string(width) + " " + std::to_string(least));
+            const SummedMap map{std::vector<float>(grid.cells(), 100.F), 100, least};
+            RecordingSurface surface(width, 300);
+            GRoomSetup(surface, project.room);
+            RenderSPLMap(surface, project.room, grid, map);
+            std::string last;
+            double end = 0;
+            for (const auto& call : surface.calls)
+                if (call.what == "text") { // in pixels
+                    EXPECT_GE(call.points[0].x, end);
+                    end = call.points[0].x + 6.0 * static_cast<double>(call.text.size());
+                    last = call.text;
+                }
+            EXPECT_LE(end, width);
+            EXPECT_GE(std::stoi(last), 100) << "the largest level has its number";
+        }
 }
 
 TEST(SmallDrawings, SubArrayAndTriangle)

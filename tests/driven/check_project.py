@@ -64,7 +64,7 @@ def map_equals_the_batch_program():
 
 
 def aborting_leaves_no_map():
-    app = started(size=(1920, 1080))
+    app = started(size=(3840, 2160))  # long enough on any machine
     app.action("mnuGenOptions")
     app.check("pixelRes_chk", True)
     app.click("Done_cmb")

@@ -1,5 +1,6 @@
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
+#include "lang/typed_number.h"
 #include "lang/windows1252.h"
 
 #include <limits>
@@ -63,6 +64,28 @@ TEST(Windows1252, WhatItLacksBecomesOneQuestionMark)
                                                           {"\xF4\x90\x80\x80", "????"}};
     for (const auto& [utf8, bytes] : cases)
         EXPECT_EQ(windows1252FromUtf8(utf8), bytes) << utf8;
+}
+
+TEST(TypedNumber, IsTheWholeTextOrNone)
+{
+    const std::tuple<const char*, std::optional<double>, const char*> cases[] = {
+        {"12", 12, ""},      {" -0,5 ", -0.5, ""}, {"+3.", 3, ""},    {".5", 0.5, ""},
+        {"-.5", -0.5, ""},   {"33ft", 33, "ft"},   {"10 m", 10, "m"}, {"4'", 4, "'"},
+        {"7°", 7, "°"},      {"", {}, ""},         {"-", {}, ""},     {".", {}, ""},
+        {"1.234,5", {}, ""}, {"1,2,3", {}, ""},    {"1e3", {}, ""},   {"5-3", {}, ""},
+        {"--5", {}, ""},     {"m", {}, ""},        {"1 2", {}, ""},   {"nan", {}, ""}};
+    for (const auto& [text, value, unit] : cases) {
+        SCOPED_TRACE(text);
+        const std::optional<TypedNumber> typed = typedNumber(text);
+        ASSERT_EQ(typed.has_value(), value.has_value());
+        if (!typed)
+            continue;
+        EXPECT_EQ(typed->value, *value);
+        EXPECT_EQ(typed->unit, unit);
+    }
+    EXPECT_EQ(typedAngle("7 °"), 7);
+    EXPECT_FALSE(typedAngle("7 m"));
+    EXPECT_FALSE(typedFigure("7°"));
 }
 
 } // namespace

@@ -128,13 +128,13 @@ TEST(ProjectFile, EveryShorterFileIsRefused)
 
 TEST(ProjectFile, CorruptFieldsAreRefusedWithTheirPlace)
 {
-    // clang-format off
-    const std::pair<std::size_t, int> fields[] = { // header, areas, counts, booleans, splay, pin
-        {0, 0x4546}, {6, 2}, {8, 21}, {10, 0x7879}, {26, 30}, {12, 3}, {12, -1}, {kNumAreas, 0},
-        {kNumAreas, 4}, {kCounts, 33}, {kCounts, -1}, {kCounts + 2, 33}, {kCounts + 4, 0},
-        {kBassCount, 33}, {kBassBox, 0}, {kMounting, 2}, {kAngleOrPin, 255}, {kAllAngle + 2, 7},
-        {kAllAngle + 22, -1}, {kAllAngle, 11}, {kAllAngle, -1}};
-    // clang-format on
+    const std::pair<std::size_t, int> fields[] = {
+        // header, areas, counts, booleans
+        {0, 0x4546},       {6, 2},           {8, 21},       {10, 0x7879},
+        {26, 30},          {12, 3},          {12, -1},      {kNumAreas, 0},
+        {kNumAreas, 4},    {kCounts, 33},    {kCounts, -1}, {kCounts + 2, 33},
+        {kCounts + 4, 0},  {kBassCount, 33}, {kBassBox, 0}, {kMounting, 2},
+        {kAngleOrPin, 255}};
     for (const auto& [at, value] : fields) {
         SCOPED_TRACE(at);
         Bytes bytes = sample();
@@ -171,6 +171,10 @@ TEST(ProjectFile, WhatIsOddButHarmlessLoads)
         {"33 boxes", kCounts + 6, 21},
         {"unknown code", kAllType, 99},
         {"splay beyond the array", kAllAngle + 24, 99},
+        {"splay beyond the table", kAllAngle + 2, 7},
+        {"splay below 0", kAllAngle + 22, -1},
+        {"pin beyond the frame", kAllAngle, 11},
+        {"pin below 0", kAllAngle, -1},
         {"unknown system", kArrayType, 5}};
     for (const auto& [what, at, value] : fields) {
         Bytes bytes = sample();

@@ -241,10 +241,22 @@ TEST(Search, PartsAndPausesChangeNothing)
             }
             return now;
         };
+        std::uint64_t tested = 0;
+        double best = kNoMeasure;
         while (!search.finished()) {
             search.advance(2, stop);
-            expectSame(search.ranking(), literalRanking(scene, candidates, first, search.tested()));
+            EXPECT_GE(search.tested(), tested) << "nothing that was tested is lost";
+            tested = search.tested();
+            if (search.bestSoFar().best().empty())
+                continue;
+            EXPECT_LE(search.bestSoFar().best().front().rms, best + 1e-4);
+            best = search.bestSoFar().best().front().rms;
+            if (tested % 3 == 0) {
+                EXPECT_NEAR(search.ranking().best().front().rms, best, 1e-4);
+            }
         }
+        EXPECT_EQ(tested, end - first) << "each once";
+        expectSame(search.ranking(), literalRanking(scene, candidates, first, tested));
         parts.push_back({first, search.tested(), search.ranking().best()});
     }
     const Result<SearchPart> whole = mergeParts(parts);
@@ -253,6 +265,54 @@ TEST(Search, PartsAndPausesChangeNothing)
     EXPECT_EQ(whole->best, literalRanking(scene, candidates, 0, count).best());
     parts.pop_back();
     EXPECT_FALSE(mergeParts(parts)) << "a gap";
+}
+
+TEST(Search, StopsInTheMiddleOfALiteralMeasurement)
+{
+    Random random(12);
+    const Scene scene = randomScene(random, Measure::SmoothArea, true, {20, 20});
+    auto task = std::make_shared<SearchTask>(*scene.task);
+    task->points = 10000;
+    const CandidateSet candidates(task->array, scene.range, false);
+    std::atomic<int> asked = 0;
+    int patience = 0;
+    const auto stop = [&] { return ++asked > patience; };
+
+    EXPECT_FALSE(Evaluator(task).measure(candidates.anglesOf(0), stop));
+    EXPECT_EQ(asked, 1);
+    patience = 1000000;
+    EXPECT_TRUE(Evaluator(task).measure(candidates.anglesOf(0), stop));
+    EXPECT_GT(asked, task->points / 500) << "every few hundred points";
+
+    // Nothing that the fast kernel could tell apart: each configuration is a literal measurement.
+    task->area = {3000, 0, 12000, 0, 0, 9000};
+    task->target = FitLineTarget::wholeArea(task->area);
+    for (patience = 20; patience < 200; patience += 60) {
+        Search search(task, candidates, 0, *candidates.NumConfigs());
+        asked = 0;
+        search.advance(2, stop);
+        EXPECT_LT(asked, patience + 8) << "threads look once more each";
+        EXPECT_FALSE(search.finished());
+    }
+}
+
+TEST(Search, AQuickSearchGoesOnWhereItWasStopped)
+{
+    Random random(13);
+    const Scene scene = randomScene(random, Measure::SmoothArea, false, {0, 21});
+    const CandidateSet candidates(scene.task->array, allJoints(scene.task->array), false);
+    const QuickResult whole = quickSearch(scene.task, candidates, [] { return false; });
+    QuickSearch paused(scene.task, candidates);
+    int left = 0;
+    int pauses = 0;
+    for (; !paused.advance([&] { return --left < 0; }); ++pauses)
+        left = 10;
+    EXPECT_GT(pauses, 3);
+    EXPECT_FALSE(paused.result([] { return true; }));
+    const std::optional<QuickResult> result = paused.result([] { return false; });
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->ranking.best(), whole.ranking.best());
+    EXPECT_EQ(result->evaluations, whole.evaluations) << "nothing is measured twice";
 }
 
 TEST(Search, QuickSearchFindsTheBestOfASmallSet)

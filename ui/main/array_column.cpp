@@ -53,6 +53,7 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_area->setWidget(m_boxes);
     m_area->viewport()->setAutoFillBackground(false);
+    m_boxes->installEventFilter(this);
     m_boxes->setAutoFillBackground(false);
 
     VScroll1 = named<QScrollBar>("VScroll1", Qt::Vertical, this);
@@ -124,10 +125,16 @@ void ArrayColumn::display()
         if (joint)
             showList(*cmbAngle[i], setup.cmbAngle[i]);
     }
-    const int width = m_boxes->sizeHint().width();
+    updateWidth();
+    updateScrollRange();
+}
+
+void ArrayColumn::updateWidth()
+{
+    m_boxes->layout()->activate();
+    const int width = m_boxes->minimumSizeHint().width();
     if (m_area->minimumWidth() != width)
         m_area->setMinimumWidth(width);
-    updateScrollRange();
 }
 
 void ArrayColumn::updateScrollRange()
@@ -141,8 +148,12 @@ void ArrayColumn::updateScrollRange()
 
 bool ArrayColumn::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn)
+    if (event->type() == QEvent::FocusIn && watched != m_boxes)
         m_area->ensureWidgetVisible(static_cast<QWidget*>(watched), 0, 0);
+    if (event->type() == QEvent::LayoutRequest && watched == m_boxes) { // another font, say
+        updateWidth();
+        updateScrollRange();
+    }
     return false;
 }
 

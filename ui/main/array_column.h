@@ -29,6 +29,7 @@ protected:
 
 private:
     int rowHeight() const;
+    void updateWidth();
     void updateScrollRange();
     void showTexts();
 

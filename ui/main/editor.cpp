@@ -25,27 +25,64 @@ void Editor::setModified(bool modified)
 void Editor::clearMap()
 {
     map = {};
+    if (m_lockedForMap)
+        locked = m_lockedForMap = false;
+}
+
+void Editor::lockForMap()
+{
+    m_lockedForMap = m_lockedForMap || !locked;
+    locked = true;
+    emit changed();
+}
+
+void Editor::unlockWithoutMap()
+{
+    if (map.shown || !m_lockedForMap)
+        return;
+    locked = m_lockedForMap = false;
+    emit changed();
+}
+
+Editor::Work Editor::work() const
+{
+    return {room(), array(), session.state.subArray, setup, m_modified};
+}
+
+void Editor::restore(const Work& before)
+{
+    if (before == work())
+        return;
+    session.state.gRoom = before.room;
+    session.state.gLineArray = before.array;
+    session.state.subArray = before.subArray;
+    setup = before.setup;
+    afterEdit();
+    setModified(before.modified);
 }
 
 void Editor::updateArray()
 {
     LineArray& array = session.state.gLineArray;
-    if (setup.SetupInvalid.any())
-        return;
-    if (setup.UpdateLineArray(array)) {
-        // An angle brings its closest pin with it.
-        if (!setup.pinMode && !setup.stacked && !array.fault())
-            setup.PinNumber_cmb.select(std::to_string(array.GIPinPoint() + 1));
+    setup.AutoCorrect = session.state.settings.AutoCorrect;
+    setup.correct();
+    if (!setupValid()) {
+        setup.updateIndependent(array);
+    } else if (!setup.UpdateLineArray(array)) {
+        showMessage(QApplication::activeWindow(), session.text(1024), session.text(1025));
+        setup.RefreshFromClass(array);
         return;
     }
-    showMessage(QApplication::activeWindow(), "An error has occured updating the line array.",
-                "Error");
-    setup.RefreshFromClass(array);
+    // An angle brings its closest pin with it.
+    if (!setup.pinMode && !setup.stacked && !array.fault())
+        setup.PinNumber_cmb.select(std::to_string(array.GIPinPoint() + 1));
 }
 
 void Editor::afterEdit()
 {
     clearMap();
+    if (SelectedArea > room().GIGetNumAreas())
+        SelectedArea = 1;
     m_outside = outOfRoom(room(), array());
     setModified(true);
     emit changed();
@@ -80,8 +117,6 @@ bool Editor::editRoom(const std::function<bool(Room&)>& edit)
 {
     if (!edit(session.state.gRoom))
         return false;
-    if (SelectedArea > room().GIGetNumAreas())
-        SelectedArea = 1;
     afterEdit();
     return true;
 }
@@ -117,6 +152,13 @@ void Editor::selectArea(int number)
 void Editor::setLocked(bool lock)
 {
     locked = lock;
+    m_lockedForMap = false;
+    emit changed();
+}
+
+void Editor::shortenSubArray()
+{
+    subArrayDecimals = 2;
     emit changed();
 }
 
@@ -145,7 +187,7 @@ void Editor::SetNewProject()
 
 void Editor::RefreshFromClass()
 {
-    locked = false;
+    locked = m_lockedForMap = false;
     subArrayDecimals = 3;
     if (SelectedArea > room().GIGetNumAreas())
         SelectedArea = 1;
@@ -159,7 +201,10 @@ void Editor::RefreshFromClass()
 void Editor::followSettings()
 {
     setup.AutoCorrect = session.state.settings.AutoCorrect;
-    clearMap();
+    if (locked && map.shown)
+        map.Valid = false;
+    else
+        clearMap();
     emit changed();
     emit viewsChanged();
 }

@@ -24,9 +24,9 @@ public:
     LevelChoiceForm levels;
     int SelectedArea = 1;
     std::optional<FitLine> fitLine;
-    double curveBottomDb = 0; ///< of the curve picture as it was drawn last
+    bool baseline = false; ///< a level line stands in for a fit line that was not drawn
     bool locked = false;
-    int subArrayDecimals = 3; ///< 2 once the options have been looked at
+    int subArrayDecimals = 3;
     std::string ProjectFile;
 
     const Room& room() const { return session.state.gRoom; }
@@ -37,7 +37,21 @@ public:
     bool Modified() const { return m_modified; }
     void setModified(bool modified);
 
-    /// Runs an edit of the lists. A valid setup goes into the array; the map goes.
+    /// Everything that is edited, as it stands.
+    struct Work {
+        Room room;
+        LineArray array;
+        SubArray subArray;
+        SetupForm setup;
+        bool modified;
+
+        friend bool operator==(const Work&, const Work&) = default;
+    };
+    Work work() const;
+    void restore(const Work& before);
+
+    /// Runs an edit of the lists; with auto-correction all of them are corrected. A valid setup
+    /// goes into the array, of an invalid one what hangs on no invalid entry; the map goes.
     void editSetup(const std::function<void(SetupForm&)>& edit);
     /// Hangs the array from that pin (from 0); the angle that angle mode starts with follows.
     void choosePin(int pin);
@@ -51,19 +65,26 @@ public:
     void acceptArray(const LineArray& array);
     void editSubArray(const std::function<void(SubArray&)>& edit);
 
+    /// Has everything that is drawn drawn anew.
+    void redrawViews() { emit viewsChanged(); }
     void selectArea(int number);
     void setLocked(bool lock);
+    /// Sub-array positions are shown with two decimals once the options have been looked at.
+    void shortenSubArray();
     /// The delay display of the room view.
     void setShowDelay(bool show);
 
     void SetNewProject();
     /// After the objects were replaced: shows everything anew and ends the lock.
     void RefreshFromClass();
-    /// After the settings were changed.
+    /// After the settings were changed. A map of a locked setup stays on screen until it has been
+    /// calculated again.
     void followSettings();
 
+    /// Whether the array is the setup on the page, not the last valid one.
+    bool setupValid() const { return !setup.SetupInvalid.any(); }
     /// Whether anything may be calculated; otherwise the warning box says why not.
-    bool calculable() const { return !setup.SetupInvalid.any() && !array().fault(); }
+    bool calculable() const { return setupValid() && !array().fault(); }
     /// The lines of the warning box; none for a valid setup.
     QStringList warnings() const;
     const OutOfRoom& outside() const { return m_outside; }
@@ -74,9 +95,13 @@ public:
         MapGrid grid;
         RawSplCache cache;
         std::optional<SummedMap> shown;
+        LevelChoice shownChoice{}; ///< of what is shown
     };
     Map map;
-    void clearMap();
+    /// Locks the setup while a map of it is calculated and shown.
+    void lockForMap();
+    /// There is no map any more: ends a lock that only the map had set.
+    void unlockWithoutMap();
 
     RoomViewContent roomViewContent(bool aimingLines) const;
     std::vector<float> levelsAlong(const AreaSegment& line, int points) const;
@@ -94,8 +119,10 @@ signals:
 private:
     void updateArray();
     void afterEdit();
+    void clearMap();
 
     bool m_modified = false;
+    bool m_lockedForMap = false;
     OutOfRoom m_outside;
 };
 

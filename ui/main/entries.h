@@ -4,29 +4,45 @@
 
 #include <QLineEdit>
 #include <functional>
-#include <vector>
+#include <list>
 
 namespace orva::ui {
 
-/// The entries of a page: each is taken over while it is typed; its text is rewritten when it is
-/// left, and whenever the page shows itself, but never under the caret of whoever types.
-class Entries {
+/// The entries of a page. While one is typed, each text that is complete and accepted is taken
+/// over; its own text is rewritten when it is left, and whenever the page shows itself, but never
+/// under the caret of whoever types. Left with anything else, or by Esc, it restores what was
+/// there.
+class Entries final : public QObject {
 public:
-    using Take = std::function<void(const QString&)>;
+    /// Takes a text over; whether it could.
+    using Take = std::function<bool(const QString&)>;
     using Show = std::function<QString()>;
+
+    explicit Entries(Editor& editor);
 
     void add(QLineEdit* edit, const Take& take, const Show& show);
     /// A length in the unit of the user; `take` gets metres.
-    void addLength(QLineEdit* edit, const Editor& editor, const std::function<void(double)>& take,
+    void addLength(QLineEdit* edit, const std::function<bool(double)>& take,
                    const std::function<double()>& metres);
     void display() const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct Entry {
         QLineEdit* edit;
+        Take take;
         Show show;
+        std::optional<Editor::Work> before; ///< since it is being typed
+        bool taken = true;                  ///< the text as it stands
     };
-    std::vector<Entry> m_entries;
+    void type(Entry& entry, const QString& text);
+    void leave(Entry& entry);
+    void restore(Entry& entry);
+
+    Editor& m_editor;
+    std::list<Entry> m_entries;
 };
 
 } // namespace orva::ui

@@ -20,8 +20,15 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTimer>
 
 namespace orva::ui {
+
+namespace {
+
+constexpr int kWidestPath = 480; ///< pixels in the menu
+
+} // namespace
 
 MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
 {
@@ -50,8 +57,12 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     statusBar()->addWidget(m_status, 1);
     makeMenus();
     connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
-    connect(m_commands, &ProjectCommands::statusChanged, statusBar(),
-            [this](const QString& text) { m_status->setText(text); });
+    connect(m_commands, &ProjectCommands::statusChanged, this,
+            [this](int text, const QString& argument) {
+                m_statusText = text;
+                m_statusArgument = argument;
+                showStatus();
+            });
     connect(setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
     connect(m_views, &ViewPanel::optimizeAsked, this,
             [this] { OptimizeDialog::launch(m_editor, *m_views, this); });
@@ -60,6 +71,31 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     showTexts();
     showRecentFiles();
     setGeometry(screen()->availableGeometry());
+    m_placedSize = size();
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // A window manager adds its frame only after the window is shown.
+    for (const int ms : {0, 100, 500})
+        QTimer::singleShot(ms, this, &MainWindow::fitFrame);
+}
+
+/// Title bar and edges lie on the screen, too, as long as nobody has moved the window.
+void MainWindow::fitFrame()
+{
+    const QRect available = screen()->availableGeometry();
+    const QRect frame = frameGeometry();
+    const QMargins margins(geometry().left() - frame.left(), geometry().top() - frame.top(),
+                           frame.right() - geometry().right(),
+                           frame.bottom() - geometry().bottom());
+    if (available.contains(frame) || isMaximized() || size() != m_placedSize)
+        return;
+    setGeometry(frame.intersected(available)
+                    .united(QRect(available.topLeft(), QSize(1, 1)))
+                    .marginsRemoved(margins));
+    m_placedSize = size();
 }
 
 MainWindow::~MainWindow() = default;
@@ -144,6 +180,13 @@ void MainWindow::showTexts()
     for (int page = RoomTab; page <= SubArrayTab; ++page)
         Main_SSTab->setTabText(page, m_session.text(6 + page));
     showTitle();
+    showStatus();
+}
+
+void MainWindow::showStatus()
+{
+    m_status->setText(m_statusText ? m_session.text(m_statusText).arg(m_statusArgument)
+                                   : QString());
 }
 
 void MainWindow::showTitle()
@@ -160,8 +203,12 @@ void MainWindow::showRecentFiles()
     const std::vector<std::string>& paths = m_commands->recentFiles.paths();
     for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
         mnuMRU[i]->setVisible(i < paths.size());
-        if (i < paths.size()) // an ampersand in a path is no shortcut
-            mnuMRU[i]->setText(QString::fromStdString(paths[i]).replace("&", "&&"));
+        if (i >= paths.size())
+            continue;
+        const QString path = QString::fromStdString(paths[i]);
+        const QString shown = fontMetrics().elidedText(path, Qt::ElideMiddle, kWidestPath);
+        mnuMRU[i]->setText(QString(shown).replace("&", "&&")); // no shortcut
+        mnuMRU[i]->setToolTip(path);
     }
 }
 
@@ -183,12 +230,12 @@ void MainWindow::generalOptions()
     OptionsDialog dialog(m_session, this);
     connect(&dialog, &OptionsDialog::applied, this, [this] {
         m_editor.followSettings();
+        m_map->bringUpToDate();
         if (m_calculator)
             m_calculator->showUnits();
     });
     dialog.exec();
-    m_editor.subArrayDecimals = 2;
-    emit m_editor.changed();
+    m_editor.shortenSubArray();
 }
 
 void MainWindow::displayFont()
@@ -240,6 +287,8 @@ void MainWindow::AppShutdown()
 {
     m_commands->recentFiles.SaveRecentFiles(m_session.store);
     SaveSettings(m_session.state.settings, m_session.store);
+    if (const Result<Done> stored = m_session.store.flush(); !stored)
+        showMessage(this, m_session.text(1032), kProgramTitle, qtText(stored.error().text()));
     if (m_calculator)
         m_calculator->close();
 }

@@ -25,6 +25,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     enum Page { RoomTab, SetupTab, RiggingTab, SubArrayTab };
@@ -36,6 +37,8 @@ private:
     void showTexts();
     void showTitle();
     void showRecentFiles();
+    void showStatus();
+    void fitFrame();
 
     void autoAim();
     void createPrintVersion();
@@ -53,6 +56,8 @@ private:
     ProjectCommands* m_commands;
     QPointer<CalculatorWindow> m_calculator;
     QLabel* m_status;
+    int m_statusText = 0; ///< 0: none
+    QString m_statusArgument;
 
     struct Text {
         QAction* action;
@@ -60,6 +65,7 @@ private:
     };
     std::vector<Text> m_actionTexts;
     std::array<QAction*, RecentFiles::kMost> mnuMRU;
+    QSize m_placedSize; ///< that the program gave the window
     bool Exiting = false;
 };
 

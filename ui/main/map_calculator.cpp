@@ -1,6 +1,8 @@
 #include "main/map_calculator.h"
 
+#include "drawing/room_drawing.h"
 #include "engine/parallel.h"
+#include "widgets/controls.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -10,6 +12,7 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
+#include <utility>
 
 namespace orva::ui {
 
@@ -17,14 +20,6 @@ namespace {
 
 constexpr int kShowAfterMs = 100; ///< shorter stages would only flash
 constexpr int kPollMs = 30;
-
-/// The wait cursor, as long as it lives.
-struct BusyPointer {
-    BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
 
 /// Keeps the user's hands off every window but one, as long as it lives: the calculation reads what
 /// they would change, and its dialog appears only after a moment.
@@ -63,11 +58,11 @@ MapCalculator::MapCalculator(Editor& editor, ViewPanel& views, QWidget* window)
     : QObject(window), m_editor(editor), m_views(views), m_window(window)
 {
     connect(&views, &ViewPanel::calculateAllAsked, this, [this] {
-        m_editor.setLocked(true);
+        m_editor.lockForMap();
         CalcMapping(true, false);
     });
     connect(&views, &ViewPanel::calculateBandAsked, this, [this] {
-        m_editor.setLocked(true);
+        m_editor.lockForMap();
         CalcMapping(false, false);
     });
     connect(&views, &ViewPanel::levelChoiceChanged, this, [this] { CalcMapping(false, true); });
@@ -76,23 +71,32 @@ MapCalculator::MapCalculator(Editor& editor, ViewPanel& views, QWidget* window)
 bool MapCalculator::prepareGrid()
 {
     const Settings& settings = m_editor.session.state.settings;
-    const Scale& shown = m_views.Main_pbx->scale();
-    double cellW = shown.width / std::max(1, m_views.Main_pbx->width());
-    double cellH = shown.height / std::max(1, m_views.Main_pbx->height());
+    const Room& room = m_editor.room();
+    const int width = std::max(1, m_views.Main_pbx->width());
+    const int height = std::max(1, m_views.Main_pbx->height());
+    const Scale shown = roomViewScale(room, width, height);
+    const double ratio = m_views.Main_pbx->devicePixelRatioF();
+    double cellW = shown.width / (width * ratio);
+    double cellH = shown.height / (height * ratio);
     if (settings.PixelRes == 0) {
-        const double resolution =
-            settings.SPLResolution * (settings.Units_Meters ? 1 : kMetresPerFoot);
+        const double resolution = metresOf(settings.SPLResolution, settings.Units_Meters);
         cellW = std::max(cellW, resolution);
         cellH = std::max(cellH, resolution);
     }
     const std::optional<MapGrid> grid =
-        PrepareMapGrid(m_editor.room(), static_cast<float>(cellW), static_cast<float>(cellH));
-    m_editor.clearMap();
+        PrepareMapGrid(room, static_cast<float>(cellW), static_cast<float>(cellH));
+    m_editor.map = {};
     if (!grid)
         return false;
     m_editor.map.grid = *grid;
     m_editor.map.Valid = true;
     return true;
+}
+
+void MapCalculator::bringUpToDate()
+{
+    if (m_editor.map.shown && !m_editor.map.Valid)
+        CalcMapping(done({0, kBands - 1}), false);
 }
 
 bool MapCalculator::done(BandSpan bands) const
@@ -132,14 +136,34 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
     if (m_busy)
         return;
     if (!m_editor.calculable()) {
-        emit m_editor.viewsChanged();
+        m_editor.redrawViews();
         return;
     }
     m_busy = true;
-    const BusyPointer pointer;
+    {
+        const BusyPointer pointer;
+        calculate(all, redraw);
+    }
+    m_busy = false;
+    m_editor.unlockWithoutMap();
+    m_editor.redrawViews();
+    m_views.Main_pbx->picture();
+}
+
+void MapCalculator::calculate(bool all, bool redraw)
+{
     Editor::Map& map = m_editor.map;
     const LevelChoice choice = m_editor.levels.choice();
-    const BandSpan wanted = all ? BandSpan{0, kBands - 1} : choice.bands;
+    constexpr BandSpan kEvery{0, kBands - 1};
+    if (redraw && map.shown && m_editor.locked && !(map.Valid && done(choice.bands))) {
+        redraw = false; // the setup is still the one of the map: it does not go, it follows
+        all = done(kEvery);
+    }
+    const BandSpan wanted = all ? kEvery : choice.bands;
+    // What is on screen still holds if the calculation is aborted.
+    const MapGrid formerGrid = map.grid;
+    std::optional<SummedMap> former =
+        map.shownChoice == choice ? std::exchange(map.shown, std::nullopt) : std::nullopt;
     map.shown.reset();
     const bool prepared = map.Valid || prepareGrid();
     ProgressDialog dialog(m_editor.session, m_window);
@@ -152,20 +176,26 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
                               map.cache);
         });
     }
-    if (prepared && !dialog.Aborted && done(choice.bands)) {
+    if (prepared && !dialog.Aborted && done(choice.bands))
         runStage(dialog, m_editor.session.text(235), [&](const Progress& progress) {
             map.shown = CalcSummedSPL(map.cache, m_editor.session.state.speakerData.BandLevel,
                                       map.grid, choice, coreCount(), progress);
             return map.shown.has_value();
         });
-        if (dialog.Aborted)
-            map.shown.reset();
-    }
-    if (map.shown)
+    map.shownChoice = choice;
+    if (dialog.Aborted && former) {
+        const bool sameGrid = map.grid == formerGrid;
+        if (!sameGrid)
+            map = {};
+        map.Valid = sameGrid;
+        map.grid = formerGrid;
+        map.shown = std::move(former);
+        map.shownChoice = choice;
+    } else if (dialog.Aborted) {
+        map.shown.reset();
+    } else if (map.shown) {
         dialog.beginStage(m_editor.session.text(237), false);
-    m_busy = false;
-    emit m_editor.viewsChanged();
-    m_views.Main_pbx->picture();
+    }
 }
 
 } // namespace orva::ui

@@ -17,8 +17,11 @@ public:
     /// where a band lacks, the setup is drawn without a map.
     void CalcMapping(bool all, bool redraw);
     bool busy() const { return m_busy; }
+    /// Calculates a map again that is still on screen but no longer fits the options.
+    void bringUpToDate();
 
 private:
+    void calculate(bool all, bool redraw);
     bool prepareGrid();
     bool done(BandSpan bands) const;
     /// Runs one stage; false when it was aborted.

@@ -8,6 +8,8 @@
 
 #include <QButtonGroup>
 #include <QGridLayout>
+#include <QKeyEvent>
+#include <QScreen>
 #include <algorithm>
 #include <cmath>
 
@@ -30,31 +32,28 @@ QString decibels(double rms, const char* unit = "dB")
 void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
 {
     const AreaSegment area = *editor.room().GFAGetAudienceAreaSelect(editor.SelectedArea);
-    views.AreaSpl_pbx->picture();
-    const double end = curveEnd(views.AreaSpl_pbx->width());
     const std::optional<JointRange> aiming =
         GetAreaSpeakers(editor.room(), editor.array(), editor.SelectedArea);
     const auto asked = editor.fitLine
-                           ? targetUnder(*editor.fitLine, end, area[5], editor.curveBottomDb)
+                           ? targetUnder(*editor.fitLine, area[5], views.shortestFitLineM())
                            : std::nullopt;
     if (editor.fitLine && !asked) {
         editor.fitLine.reset();
-        emit editor.viewsChanged();
+        editor.redrawViews();
     }
     if (!aiming) {
         showMessage(window, editor.session.text(251));
         return;
     }
 
-    const std::optional<FitLine> drawn = editor.fitLine;
-    if (!drawn)
-        editor.fitLine = FitLine{{0, 0}, {end, 0}};
+    editor.baseline = !asked;
+    views.AreaSpl_pbx->redraw();
     OptimizeDialog dialog(editor, views, *aiming, asked.value_or(FitLineTarget::wholeArea(area)),
                           window);
     dialog.exec();
-    editor.fitLine = drawn;
+    editor.baseline = false;
     views.setCurves({});
-    emit editor.viewsChanged();
+    editor.redrawViews();
 }
 
 OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aiming,
@@ -77,7 +76,10 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
     chooseCandidates();
     showTexts();
     adjustSize();
-    move(m_views.Main_pbx->mapToGlobal(QPoint(3, 40)));
+    const QWidget& curve = *m_views.AreaSpl_pbx;
+    move(placeBeside(frameGeometry().size() + frameMargins(*this),
+                     QRect(curve.mapToGlobal(QPoint(0, 0)), curve.size()),
+                     window->screen()->availableGeometry()));
 }
 
 OptimizeDialog::~OptimizeDialog()
@@ -163,6 +165,7 @@ QWidget* OptimizeDialog::progressFrame()
     line(Label4, "Label4", lblConfigNum, "lblConfigNum");
     line(Label3, "Label3", lblTested, "lblTested");
     line(Label7, "Label7", lblComp, "lblComp");
+    line(m_timeLeftLabel, "Label13", lblTimeLeft, "lblTimeLeft");
     line(Label8, "Label8", lblCurrentRMS, "lblCurrentRMS");
     line(Label5, "Label5", lblBestRMS, "lblBestRMS");
     lblQuick = named<QLabel>("lblQuick", frame);
@@ -238,6 +241,7 @@ void OptimizeDialog::showTexts()
     Label7->setText(text(168));
     Label12->setText(text(169));
     Label8->setText(text(170));
+    m_timeLeftLabel->setText(text(1007));
     cmdCommit->setText(text(153));
     cmdCancel->setText(text(132));
     dbgpbx->setAccessibleName(text(148));
@@ -290,20 +294,23 @@ void OptimizeDialog::showProgress()
     lblTested->setText(QString::number(tested));
     lblComp->setText(qtText(plainText(100 * share, 1)) + "%");
     lblBestRMS->setText(tested > 0 ? decibels(m_best) : QString("_"));
-    const bool running = m_form.state() == SearchForm::State::Running;
-    const bool searching = running && m_searching;
+    const bool searching = m_form.state() == SearchForm::State::Running && m_searching;
     const std::uint64_t next = std::min(tested + 1, m_candidates->NumConfigs().value_or(1));
     lblConfigNum->setText(QString::number(searching ? next : std::max<std::uint64_t>(1, tested)));
-    if (searching)
+    if (searching) {
         showCurrentRms();
-    if (searching && !m_since.isValid())
-        m_since.start();
-    if (searching && tested > m_testedBefore) {
-        const double left = static_cast<double>(m_since.elapsed()) / 1000 *
-                            (count - static_cast<double>(tested)) /
-                            static_cast<double>(tested - m_testedBefore);
-        lblComp->setToolTip(m_editor.session.timeLeft(left));
+        if (!m_since.isValid())
+            m_since.start();
+        if (tested > m_testedBefore && m_since.elapsed() > 0)
+            m_perSecond = static_cast<double>(tested - m_testedBefore) * 1000 /
+                          static_cast<double>(m_since.elapsed());
     }
+    if (m_form.state() == SearchForm::State::Finished)
+        lblTimeLeft->setText(minutesAndSeconds(0));
+    else
+        lblTimeLeft->setText(
+            m_perSecond > 0 ? minutesAndSeconds((count - static_cast<double>(tested)) / m_perSecond)
+                            : QString("_"));
 }
 
 void OptimizeDialog::showCurrentRms()
@@ -353,23 +360,29 @@ void OptimizeDialog::runSearch()
         if (asked)
             m_search = std::make_unique<Search>(withKernel(*asked), *m_candidates, 0,
                                                 *m_candidates->NumConfigs());
-        if (quick) {
-            QuickResult result = quickSearch(m_search->task(), m_search->candidates(), stop);
-            if (!PauseFlag)
-                m_quick = std::move(result);
-        }
+        if (quick && !searchQuickly(stop))
+            return;
         m_searching = true;
-        while (!PauseFlag && !m_search->finished()) {
-            m_search->advance(coreCount(), stop);
-            m_best = m_search->bestSoFar();
+        for (bool finished = false; !stop() && !finished;) {
+            finished = m_search->advance(coreCount(), stop);
+            const Ranking best = m_search->bestSoFar();
+            m_best = best.best().empty() ? kNoMeasure : best.best().front().rms;
             m_tested = m_search->tested();
         }
-        if (m_search->tested() > 0)
-            m_best = m_search->ranking().best().front().rms;
     }));
     connect(m_thread.get(), &QThread::finished, this, &OptimizeDialog::searchStopped);
     m_poll.start(kPollMs);
     m_thread->start();
+}
+
+/// In the thread: goes on with the quick search; whether it has ended.
+bool OptimizeDialog::searchQuickly(const std::function<bool()>& stop)
+{
+    if (!m_quickSearch)
+        m_quickSearch = std::make_unique<QuickSearch>(m_search->task(), m_search->candidates());
+    if (m_quickSearch->advance(stop))
+        m_quick = m_quickSearch->result(stop);
+    return m_quick.has_value();
 }
 
 void OptimizeDialog::searchStopped()
@@ -398,7 +411,7 @@ void OptimizeDialog::listTopConfigs()
 {
     const Session& session = m_editor.session;
     const char* unit = m_editor.levels.aWeighted ? "dB(A)" : "dB";
-    m_results = m_search->tested() > 0 ? m_search->ranking().best() : std::vector<Ranked>{};
+    m_results = (m_search->finished() ? m_search->ranking() : m_search->bestSoFar()).best();
     const QSignalBlocker listing(cmbConfigs);
     cmbConfigs->clear();
     if (m_results.empty())
@@ -421,7 +434,7 @@ void OptimizeDialog::listTopConfigs()
         m_results.push_back(best);
     }
     cmbConfigs->setCurrentIndex(-1);
-    m_curvesWidth = 0; // drawn anew for these
+    m_curvePoints = 0; // calculated anew for these
 }
 
 LineArray OptimizeDialog::arrayOf(int row) const
@@ -434,39 +447,40 @@ void OptimizeDialog::selectConfig(int row)
     m_form.select(row);
     cmdCommit->setEnabled(m_form.acceptEnabled());
     dbgpbx->redraw();
-    if (row < 0)
-        return;
-    m_views.setCurves([this](DrawingSurface& surface) { drawCurves(surface); });
-    m_views.AreaSpl_pbx->redraw();
+    if (row >= 0)
+        m_views.setCurves([this](int points) { return curves(points); });
 }
 
-void OptimizeDialog::drawCurves(DrawingSurface& surface)
+/// The levels of each result along the whole area.
+void OptimizeDialog::calculateCurves(int points)
 {
-    const int points = curvePoints(surface);
-    if (m_curvesWidth != points) {
-        m_curves.clear();
-        const auto kernel = m_editor.session.state.levelKernel();
-        for (int k = 0; k < static_cast<int>(m_results.size()); ++k) {
-            setWindowTitle(m_editor.session.text(225) +
-                           QString::number((k + 1) * 100 / static_cast<int>(m_results.size())) +
-                           m_editor.session.text(226));
-            m_curves.push_back(LineSPL(*kernel, m_editor.session.state.speakerData.BandLevel,
-                                       arrayOf(k), m_area, m_editor.levels.choice(), points));
-            m_curves.back().resize(static_cast<std::size_t>(points));
-        }
-        m_curvesWidth = points;
-        setWindowTitle(m_editor.session.text(m_form.caption()));
+    m_curves.clear();
+    m_curvePoints = points;
+    const auto kernel = m_editor.session.state.levelKernel();
+    for (int k = 0; k < static_cast<int>(m_results.size()); ++k) {
+        setWindowTitle(m_editor.session.text(225) +
+                       QString::number((k + 1) * 100 / static_cast<int>(m_results.size())) +
+                       m_editor.session.text(226));
+        m_curves.push_back(LineSPL(*kernel, m_editor.session.state.speakerData.BandLevel,
+                                   arrayOf(k), m_area, m_editor.levels.choice(), points));
+        m_curves.back().resize(static_cast<std::size_t>(points));
     }
+    setWindowTitle(m_editor.session.text(m_form.caption()));
+}
+
+CurvePicture OptimizeDialog::curves(int points)
+{
+    if (m_curvePoints != points)
+        calculateCurves(points);
     const Colour colours[] = {kRed, kGreen, kBlue, kBlack, 0x808080};
-    std::vector<Curve> curves;
+    CurvePicture picture{m_editor.SelectedArea, m_area[5], {}, m_editor.fitLine, m_editor.baseline};
     for (std::size_t k = 0; k < m_curves.size(); ++k)
-        curves.push_back({m_curves[k], colours[k], 1});
+        picture.curves.push_back({m_curves[k], colours[k], 1});
     // The selected one on top of the others.
-    const auto selected = curves.begin() + m_form.selected();
+    const auto selected = picture.curves.begin() + m_form.selected();
     selected->width = 2;
-    std::rotate(selected, selected + 1, curves.end());
-    DrawCurves(surface, m_editor.SelectedArea, m_area[5], curves, m_editor.fitLine,
-               m_editor.session.drawingOptions());
+    std::rotate(selected, selected + 1, picture.curves.end());
+    return picture;
 }
 
 void OptimizeDialog::commitConfig()
@@ -475,6 +489,16 @@ void OptimizeDialog::commitConfig()
     if (row != kOriginal)
         m_editor.acceptArray(arrayOf(row));
     accept();
+}
+
+void OptimizeDialog::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape || m_form.state() != SearchForm::State::Running) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    PauseFlag = true; // as the button does; what was found stays
+    event->accept();
 }
 
 void OptimizeDialog::reject()

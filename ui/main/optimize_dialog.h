@@ -24,8 +24,12 @@ public:
 
     ~OptimizeDialog() override;
 
-    /// Esc and the frame's button: the search stops without a result.
+    /// The frame's button, Cancel and, while nothing is calculated, Esc: closes without a result.
     void reject() override;
+
+protected:
+    /// Esc pauses a running search.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aiming, const FitLineTarget& target,
@@ -44,12 +48,14 @@ private:
     void chooseCandidates();
     void beginOrPause();
     void runSearch();
+    bool searchQuickly(const std::function<bool()>& stop);
     void searchStopped();
     void stopSearch();
     void listTopConfigs();
     void selectConfig(int row);
     LineArray arrayOf(int row) const;
-    void drawCurves(DrawingSurface& surface);
+    void calculateCurves(int points);
+    CurvePicture curves(int points);
     void commitConfig();
 
     Editor& m_editor;
@@ -64,6 +70,7 @@ private:
 
     // Belong to the thread while it runs.
     std::unique_ptr<Search> m_search;
+    std::unique_ptr<QuickSearch> m_quickSearch;
     std::optional<QuickResult> m_quick;
     std::unique_ptr<QThread> m_thread;
     // Shared with it.
@@ -75,9 +82,10 @@ private:
     QTimer m_poll;
     QElapsedTimer m_since;            ///< of the exhaustive search, begun or continued
     std::uint64_t m_testedBefore = 0; ///< at that time
+    double m_perSecond = 0;           ///< configurations, as measured last
     std::vector<Ranked> m_results;    ///< three best; where it was asked for, the quick one
     std::vector<std::vector<float>> m_curves;
-    int m_curvesWidth = 0;
+    int m_curvePoints = 0;
 
     QGroupBox* Frame2;
     QCheckBox* chkArea;
@@ -106,6 +114,8 @@ private:
     QLabel* lblTested;
     QLabel* Label7;
     QLabel* lblComp;
+    QLabel* m_timeLeftLabel;
+    QLabel* lblTimeLeft;
     QLabel* Label8;
     QLabel* lblCurrentRMS;
     QLabel* Label5;

@@ -1,23 +1,17 @@
 #include "main/project_commands.h"
 
 #include "app/file_access.h"
+#include "app/file_names.h"
 #include "app/report_file.h"
+#include "widgets/outside_program.h"
 
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
-#include <QUrl>
 
 namespace orva::ui {
 
 namespace {
-
-const QStringList kProjectFilters = {"ORVA Project Data Files (*.lad)", "All Files (*.*)"};
-const QStringList kSpeakerDataFilters = {"ARDA ASCII speaker data file (*.xhn)", "All Files (*.*)"};
-
-const QStringList kReportFilters = {"RTF Files (*.rtf)", "All Files (*.*)"};
 
 /// Writes a file, but not over one that is write-protected.
 Result<Done> written(const QString& target, const std::string& bytes)
@@ -33,13 +27,10 @@ QString localPath(const std::string& path)
     return QString::fromStdString(path);
 }
 
-/// A message with the reason below it.
+/// Reasons stand below the message.
 void showFailure(QWidget* window, const QString& text, const QString& title, const Error& error)
 {
-    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, window);
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(qtText(error.text()));
-    box.exec();
+    showMessage(window, text, title, qtText(error.text()));
 }
 
 } // namespace
@@ -55,11 +46,7 @@ ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
     QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
     if (mayCancel)
         buttons |= QMessageBox::Cancel;
-    QMessageBox box(QMessageBox::Question, kProgramTitle, m_editor.session.text(198), buttons,
-                    m_window);
-    box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(QMessageBox::Yes);
-    switch (box.exec()) {
+    switch (Question(m_window, m_editor.session.text(198), buttons).exec()) {
     case QMessageBox::Yes:
         Save();
         return Answer::Saved;
@@ -89,7 +76,7 @@ void ProjectCommands::New(bool compact)
     m_editor.session.state.settings.NewCompact = compact;
     guarded([this] {
         m_editor.SetNewProject();
-        emit statusChanged(QString());
+        emit statusChanged(0, {});
     });
 }
 
@@ -116,24 +103,52 @@ void ProjectCommands::SaveAs()
         m_editor.setModified(modified);
 }
 
-std::optional<QString> ProjectCommands::chosenFile(const QString& toSave, int titleText,
-                                                   const QStringList& filters,
-                                                   const QString& proposed)
+QStringList ProjectCommands::filters(int ownKind, const char* ownPattern) const
 {
-    QFileDialog dialog(m_window, m_editor.session.text(titleText));
-    const bool saves = !toSave.isEmpty();
-    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    // A file that is missing is ours to report.
-    dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // The dialog shows all but the last brackets, which hold the pattern.
+    return {m_editor.session.text(ownKind) + " (" + ownPattern + ")",
+            m_editor.session.text(1029) + " (*)"};
+}
+
+QString ProjectCommands::folder() const
+{
+    return m_editor.ProjectFile.empty() ? QString()
+                                        : QFileInfo(localPath(m_editor.ProjectFile)).absolutePath();
+}
+
+std::optional<QString> ProjectCommands::fileToOpen(int titleText, const QStringList& filters)
+{
+    QFileDialog dialog(m_window, m_editor.session.text(titleText), folder());
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilters(filters);
-    if (saves)
-        dialog.setDefaultSuffix(toSave);
-    if (!m_editor.ProjectFile.empty())
-        dialog.setDirectory(QFileInfo(localPath(m_editor.ProjectFile)).absolutePath());
-    dialog.selectFile(proposed);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().front();
+}
+
+std::optional<QString> ProjectCommands::fileToSave(const std::string& extension, int titleText,
+                                                   const QStringList& filters)
+{
+    QFileDialog dialog(m_window, m_editor.session.text(titleText), folder());
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters(filters);
+    dialog.setDefaultSuffix(QString::fromStdString(extension.substr(1)));
+    dialog.selectFile(
+        QString::fromStdString(proposedFileName(m_editor.room().GSGetProjectName(), extension)));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    const QString chosen = dialog.selectedFiles().front();
+    const QString whole = QString::fromStdString(withExtension(chosen.toStdString(), extension));
+    // The dialog has asked about the name as it was typed only.
+    if (whole != chosen && QFileInfo::exists(whole) &&
+        Question(m_window, m_editor.session.text(1030).arg(whole),
+                 QMessageBox::Yes | QMessageBox::No)
+                .exec() != QMessageBox::Yes)
+        return std::nullopt;
+    return whole;
 }
 
 bool ProjectCommands::SaveFile(bool saveAs)
@@ -141,15 +156,13 @@ bool ProjectCommands::SaveFile(bool saveAs)
     if (!m_editor.Modified())
         return true;
     const Session& session = m_editor.session;
-    if (m_editor.setup.SetupInvalid.any()) {
+    if (!m_editor.setupValid()) {
         showMessage(m_window, session.text(206));
         return false;
     }
     QString target = localPath(m_editor.ProjectFile);
     if (saveAs) {
-        const QString name = trimmedProjectName();
-        const auto chosen =
-            chosenFile("lad", 205, kProjectFilters, name.isEmpty() ? QString() : name + ".lad");
+        const auto chosen = fileToSave(".lad", 205, filters(1026, "*.lad"));
         if (!chosen)
             return false;
         target = *chosen;
@@ -171,7 +184,7 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
     Session& session = m_editor.session;
     QString name = localPath(fileName);
     if (useDialog) {
-        const auto chosen = chosenFile({}, 208, kProjectFilters, {});
+        const auto chosen = fileToOpen(208, filters(1026, "*.lad"));
         if (!chosen)
             return;
         name = *chosen;
@@ -189,25 +202,25 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
     m_editor.setModified(false);
     recentFiles.AddToRecentFiles(m_editor.ProjectFile);
     emit recentFilesChanged();
-    emit statusChanged(QString());
+    emit statusChanged(0, {});
 }
 
 void ProjectCommands::LoadData()
 {
     Session& session = m_editor.session;
-    const auto chosen = chosenFile({}, 201, kSpeakerDataFilters, {});
+    const auto chosen = fileToOpen(201, filters(1027, "*.xhn"));
     if (!chosen)
         return;
     const std::string file = chosen->toStdString();
     const Directivity before = session.state.speakerData.directivity;
     const Result<Done> imported = importSpeakerData(session.state, file);
     if (imported) {
-        emit statusChanged(session.text(1014).arg(*chosen));
+        emit statusChanged(1014, *chosen);
         return;
     }
     if (session.state.speakerData.directivity != before)
-        emit statusChanged(session.text(1015).arg(*chosen));
-    showFailure(m_window, "Load data failed", kProgramTitle, imported.error());
+        emit statusChanged(1015, *chosen);
+    showFailure(m_window, session.text(1031), kProgramTitle, imported.error());
 }
 
 void ProjectCommands::Help()
@@ -218,29 +231,23 @@ void ProjectCommands::Help()
         showMessage(m_window, m_editor.session.text(200));
         return;
     }
-    openOutside(file);
+    openFile(file);
 }
 
-void ProjectCommands::openOutside(const QString& file)
+void ProjectCommands::openFile(const QString& file)
 {
-    // Qt would say on the console what the window says here.
-    const QtMessageHandler before =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    const bool opened = QDesktopServices::openUrl(QUrl::fromLocalFile(file));
-    qInstallMessageHandler(before);
-    if (!opened)
-        showMessage(m_window, m_editor.session.text(1016).arg(file));
-}
-
-QString ProjectCommands::trimmedProjectName() const
-{
-    return qtText(m_editor.room().GSGetProjectName()).trimmed();
+    openOutside(file, this,
+                [this, file] { showMessage(m_window, m_editor.session.text(1016).arg(file)); });
 }
 
 void ProjectCommands::SaveRTFFile(double aspect)
 {
     const Session& session = m_editor.session;
-    const auto chosen = chosenFile("rtf", 204, kReportFilters, trimmedProjectName() + ".rtf");
+    if (!m_editor.setupValid()) { // the sheet would be that of the last valid one
+        showMessage(m_window, session.text(206));
+        return;
+    }
+    const auto chosen = fileToSave(".rtf", 204, filters(1028, "*.rtf"));
     if (!chosen)
         return;
     const Result<std::string> report =
@@ -250,7 +257,7 @@ void ProjectCommands::SaveRTFFile(double aspect)
         showFailure(m_window, session.text(221), kProgramTitle, saved.error());
         return;
     }
-    openOutside(*chosen);
+    openFile(*chosen);
 }
 
 } // namespace orva::ui

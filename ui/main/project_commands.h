@@ -32,8 +32,8 @@ public:
 
 signals:
     void recentFilesChanged();
-    /// What the status line says from now on.
-    void statusChanged(const QString& text);
+    /// What the status line says from now on: a text with that argument; 0: nothing.
+    void statusChanged(int textId, const QString& argument);
 
 private:
     enum class Answer { Saved, Discard, Cancel };
@@ -43,11 +43,13 @@ private:
 
     bool SaveFile(bool saveAs);
     void LoadFile(bool useDialog, const std::string& fileName);
-    /// A file to open, or one with that extension to save to.
-    std::optional<QString> chosenFile(const QString& toSave, int titleText,
-                                      const QStringList& filters, const QString& proposed);
-    QString trimmedProjectName() const;
-    void openOutside(const QString& file);
+    QStringList filters(int ownKind, const char* ownPattern) const;
+    QString folder() const;
+    std::optional<QString> fileToOpen(int titleText, const QStringList& filters);
+    /// The name ends in the extension.
+    std::optional<QString> fileToSave(const std::string& extension, int titleText,
+                                      const QStringList& filters);
+    void openFile(const QString& file);
 
     Editor& m_editor;
     QWidget* m_window;

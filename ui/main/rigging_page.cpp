@@ -24,8 +24,7 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     rigText_txt = named<QPlainTextEdit>("rigText_txt", this);
     rigText_txt->setReadOnly(true);
     rigText_txt->setTabChangesFocus(true);
-    rigText_txt->setTabStopDistance(rigText_txt->fontMetrics().horizontalAdvance("  Box 32  "));
-    rigText_txt->setMinimumWidth(380);
+    rigText_txt->installEventFilter(this);
     lstPins = named<QListWidget>("lstPins", this);
     connect(lstPins, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         const int pin = lstPins->row(item);
@@ -52,7 +51,13 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
         connect(bar, &QScrollBar::valueChanged, this,
                 [this] { Rigging_pbx->move(-RigHScroll->value(), -RigVScroll->value()); });
 
+    lblLastValid = named<QLabel>("lblLastValid", this);
+    lblLastValid->setWordWrap(true);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Qt::red);
+    lblLastValid->setPalette(palette);
     auto* texts = new QVBoxLayout;
+    texts->addWidget(lblLastValid);
     texts->addWidget(rigText_txt, 3);
     texts->addWidget(lstPins, 1);
     auto* layout = new QGridLayout(this);
@@ -73,6 +78,8 @@ void RiggingPage::showTexts()
 {
     const Session& session = m_editor.session;
     rigText_txt->setAccessibleName(session.text(8));
+    fitSheet();
+    lblLastValid->setText(session.text(1034));
     lstPins->setAccessibleName(session.text(22));
     Rigging_pbx->setAccessibleName(session.text(1005));
     Rigging_pbx->setToolTip(session.text(1012));
@@ -88,6 +95,7 @@ void RiggingPage::display()
     // The control's own line ends; what is copied out of it has the platform's.
     if (QString shown = sheet; rigText_txt->toPlainText() != shown.remove('\r'))
         rigText_txt->setPlainText(shown);
+    lblLastValid->setVisible(!m_editor.setupValid());
     displayPins();
     Rigging_pbx->redraw();
 }
@@ -148,7 +156,18 @@ bool RiggingPage::eventFilter(QObject* watched, QEvent* event)
             RigVScroll->setValue(RigVScroll->value() - notches);
         return true;
     }
+    if (watched == rigText_txt && event->type() == QEvent::FontChange)
+        fitSheet();
     return false;
+}
+
+/// Tab stops and width follow the font.
+void RiggingPage::fitSheet()
+{
+    const QFontMetrics metrics = rigText_txt->fontMetrics();
+    rigText_txt->setTabStopDistance(
+        metrics.horizontalAdvance("  " + m_editor.session.text(236) + "32  "));
+    rigText_txt->setMinimumWidth(metrics.averageCharWidth() * 52);
 }
 
 } // namespace orva::ui

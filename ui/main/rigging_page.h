@@ -24,10 +24,12 @@ private:
     void showTexts();
     void display();
     void displayPins();
+    void fitSheet();
     void placeView();
     void zoom(double factor);
 
     Editor& m_editor;
+    QLabel* lblLastValid; ///< why sheet and view are not the setup on the page
     QPlainTextEdit* rigText_txt;
     QListWidget* lstPins;
     QFrame* RigPbx_fra;

@@ -19,7 +19,8 @@ QString trimmed(const std::string& padded)
 
 } // namespace
 
-RoomPage::RoomPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+RoomPage::RoomPage(Editor& editor, QWidget* parent)
+    : QWidget(parent), m_editor(editor), m_entries(editor)
 {
     auto* layout = new QHBoxLayout(this);
     auto* column = new QWidget;
@@ -75,7 +76,7 @@ void RoomPage::addTextEntry(QLineEdit* edit, int maxLength, std::string (Room::*
     m_entries.add(
         edit,
         [this, set](const QString& text) {
-            m_editor.editTexts([&](Room& room) { return (room.*set)(text.toStdString()); });
+            return m_editor.editTexts([&](Room& room) { return (room.*set)(text.toStdString()); });
         },
         [this, get] { return trimmed((m_editor.room().*get)()); });
 }
@@ -85,9 +86,9 @@ void RoomPage::addPairEntry(QLineEdit* edit, int element, FloatPair (Room::*get)
 {
     const auto at = static_cast<std::size_t>(element);
     m_entries.addLength(
-        edit, m_editor,
+        edit,
         [this, at, get, set](double metres) {
-            m_editor.editRoom([&](Room& room) {
+            return m_editor.editRoom([&](Room& room) {
                 FloatPair pair = (room.*get)();
                 pair[at] = static_cast<float>(metres);
                 return (room.*set)(pair);
@@ -189,10 +190,11 @@ QWidget* RoomPage::areasFrame()
             m_entries.add(
                 edit,
                 [this, i, entry](const QString& text) {
-                    m_editor.editRoom([&](Room& room) {
-                        return setArea(room, i + 1,
-                                       SyncAreaEntries(*room.GFAGetAudienceAreaSelect(i + 1), entry,
-                                                       text.toStdString(), m_editor.inMetres()));
+                    return m_editor.editRoom([&](Room& room) {
+                        const auto synced =
+                            SyncAreaEntries(*room.GFAGetAudienceAreaSelect(i + 1), entry,
+                                            text.toStdString(), m_editor.inMetres());
+                        return synced && setArea(room, i + 1, *synced);
                     });
                 },
                 [this, i, k, entry] {

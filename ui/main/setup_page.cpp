@@ -1,8 +1,8 @@
 #include "main/setup_page.h"
 
-#include "lang/decimal_text.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
+#include "lang/typed_number.h"
 #include "widgets/controls.h"
 
 #include <QButtonGroup>
@@ -38,7 +38,8 @@ std::pair<QFrame*, QLabel*> warningBox(const char* boxName, const char* textName
 
 } // namespace
 
-SetupPage::SetupPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+SetupPage::SetupPage(Editor& editor, QWidget* parent)
+    : QWidget(parent), m_editor(editor), m_entries(editor)
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -58,15 +59,19 @@ SetupPage::SetupPage(Editor& editor, QWidget* parent) : QWidget(parent), m_edito
     layout->addWidget(m_column);
 
     connect(&editor, &Editor::changed, this, &SetupPage::display);
-    connect(&editor, &Editor::projectReplaced, this, [this] {
-        if (m_editor.setup.stacked)
-            m_column->scrollToBottom();
-        else
-            m_column->scrollToTop();
-    });
+    connect(&editor, &Editor::projectReplaced, this, &SetupPage::showEndOfColumn);
     connect(&editor.session, &Session::LanguageChanged, this, &SetupPage::showTexts);
     showTexts();
     display();
+}
+
+/// A stack is looked at from its bottom, a flown array from its top.
+void SetupPage::showEndOfColumn()
+{
+    if (m_editor.setup.stacked)
+        m_column->scrollToBottom();
+    else
+        m_column->scrollToTop();
 }
 
 void SetupPage::addCount(QComboBox* box, ChoiceList SetupForm::*list,
@@ -110,10 +115,7 @@ QWidget* SetupPage::mountingFrame()
     Stacked_chk = named<QCheckBox>("Stacked_chk", frame);
     connect(Stacked_chk, &QCheckBox::clicked, this, [this](bool stacked) {
         m_editor.editSetup([&](SetupForm& setup) { setup.stacked = stacked; });
-        if (stacked)
-            m_column->scrollToTop();
-        else
-            m_column->scrollToBottom();
+        showEndOfColumn();
     });
     auto* group = new QButtonGroup(this);
     for (int i = 0; i < 2; ++i) {
@@ -138,8 +140,11 @@ QWidget* SetupPage::mountingFrame()
     m_entries.add(
         box1Angle_txt,
         [this](const QString& text) {
-            const double angle = SetupForm::validAngle(ParseDecimalText(text.toStdString()));
-            m_editor.editSetup([&](SetupForm& setup) { setup.box1Angle = angle; });
+            const std::optional<double> angle = typedAngle(text.toStdString());
+            if (angle)
+                m_editor.editSetup(
+                    [&](SetupForm& setup) { setup.box1Angle = SetupForm::validAngle(*angle); });
+            return angle.has_value();
         },
         [this] { return oneDecimal(m_editor.setup.box1Angle); });
     Label12 = named<QLabel>("Label12", frame);
@@ -176,13 +181,14 @@ void SetupPage::addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineAr
                          bool (LineArray::*set)(FloatPair))
 {
     m_entries.addLength(
-        edit, m_editor,
+        edit,
         [this, element, get, set](double metres) {
             m_editor.editArray([&](LineArray& array) {
                 FloatPair point = (array.*get)();
                 point[element] = static_cast<float>(metres);
                 (array.*set)(point);
             });
+            return true;
         },
         [this, element, get] { return static_cast<double>((m_editor.array().*get)()[element]); });
 }

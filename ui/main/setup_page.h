@@ -28,6 +28,7 @@ private:
     void addCount(QComboBox* box, ChoiceList SetupForm::*list, void (SetupForm::*choose)(int));
     void addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineArray::*get)() const,
                   bool (LineArray::*set)(FloatPair));
+    void showEndOfColumn();
     void showTexts();
     void display();
     void displayCounts();

@@ -1,16 +1,17 @@
 #include "main/sub_array_page.h"
 
 #include "drawing/sub_array_drawing.h"
-#include "lang/decimal_text.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
+#include "lang/typed_number.h"
 #include "widgets/controls.h"
 
 #include <QGridLayout>
 
 namespace orva::ui {
 
-SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
+    : QWidget(parent), m_editor(editor), m_entries(editor)
 {
     fraSubArray = named<QGroupBox>("fraSubArray", this);
     auto* grid = new QGridLayout(fraSubArray);
@@ -24,9 +25,12 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
     m_entries.add(
         OpenAng_txt,
         [this](const QString& text) {
-            const double angle = openingAngle(ParseDecimalText(text.toStdString()));
-            m_editor.editSubArray(
-                [&](SubArray& subArray) { subArray.openingAngleDeg = static_cast<float>(angle); });
+            const std::optional<double> angle = typedAngle(text.toStdString());
+            if (angle)
+                m_editor.editSubArray([&](SubArray& subArray) {
+                    subArray.openingAngleDeg = static_cast<float>(openingAngle(*angle));
+                });
+            return angle.has_value();
         },
         [this] { return qtText(plainText(m_editor.session.state.subArray.openingAngleDeg, 2)); });
     lblSubDist = named<QLabel>("lblSubDist", fraSubArray);
@@ -60,9 +64,13 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent) : QWidget(parent), m
         m_entries.add(
             SubArray_txt[at],
             [this, at](const QString& text) {
-                const double metres = typedLength(text.toStdString(), m_editor.inMetres());
-                m_editor.editSubArray(
-                    [&](SubArray& subArray) { subArray.SubPos[at] = static_cast<float>(metres); });
+                const auto shown = typedLength(text.toStdString(), m_editor.inMetres());
+                if (shown)
+                    m_editor.editSubArray([&](SubArray& subArray) {
+                        subArray.SubPos[at] =
+                            static_cast<float>(metresOf(*shown, m_editor.inMetres()));
+                    });
+                return shown.has_value();
             },
             [this, at] {
                 return qtText(

@@ -22,13 +22,20 @@ constexpr Colour kMarker = 0x996600;
 ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
 {
     Main_pbx = new DrawingWidget(
-        "Main_pbx", [this](DrawingSurface& surface) { drawRoom(surface); }, this);
+        "Main_pbx",
+        [this](DrawingSurface& surface) {
+            DrawRoomView(surface, m_editor.room(), m_editor.array(), m_room,
+                         m_editor.session.state.air.SpeedOfSound,
+                         m_editor.session.drawingOptions());
+        },
+        this);
+    Main_pbx->setPrepare([this] { prepareRoom(); });
     Main_pbx->setOverlay([this](DrawingSurface& surface) {
         if (!m_areaUnderMouse)
             return;
         const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(*m_areaUnderMouse);
-        const auto [left, right] = std::minmax<double>(area[0], area[2]);
-        const auto [low, high] = std::minmax<double>(area[1], area[3]);
+        const auto [left, right] = std::minmax<double>({area[0], area[2]});
+        const auto [low, high] = std::minmax<double>({area[1], area[3]});
         surface.rectangle({left - kMarkerMarginM, -high - kMarkerMarginM},
                           {right + kMarkerMarginM, -low + kMarkerMarginM}, kMarker);
     });
@@ -45,7 +52,12 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : QWidget(parent), m_edito
     connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map.Valid = false; });
 
     AreaSpl_pbx = new DrawingWidget(
-        "AreaSpl_pbx", [this](DrawingSurface& surface) { drawCurve(surface); }, this);
+        "AreaSpl_pbx",
+        [this](DrawingSurface& surface) {
+            DrawCurves(surface, m_curve, m_editor.session.drawingOptions());
+        },
+        this);
+    AreaSpl_pbx->setPrepare([this] { prepareCurve(); });
     connectFitLine();
 
     auto* bottom = new QWidget(this);
@@ -147,51 +159,68 @@ void ViewPanel::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose
     emit levelChoiceChanged();
 }
 
-void ViewPanel::drawRoom(DrawingSurface& surface)
+void ViewPanel::prepareRoom()
 {
-    const RoomViewContent content = m_editor.roomViewContent(aimingLines());
-    DrawRoomView(surface, m_editor.room(), m_editor.array(), content,
-                 m_editor.session.state.air.SpeedOfSound, m_editor.session.drawingOptions());
-    std::vector<std::vector<float>> profiles;
-    for (int number = 1; number <= m_editor.room().GIGetNumAreas(); ++number) {
-        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(number);
-        const int points = profilePoints(surface, area);
-        profiles.push_back(m_editor.levelsAlong(area, points));
-        profiles.back().resize(static_cast<std::size_t>(points));
+    const BusyPointer pointer;
+    m_room = m_editor.roomViewContent(aimingLines());
+    int number = 0;
+    for (const int points : profilePointsOf(m_editor.room(), std::max(1, Main_pbx->width()),
+                                            std::max(1, Main_pbx->height()))) {
+        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(++number);
+        m_room.profiles.push_back(m_editor.levelsAlong(area, points));
+        m_room.profiles.back().resize(static_cast<std::size_t>(points));
     }
-    DrawProfiles(surface, m_editor.room(), profiles);
 
     // What the picture says, for those who hear it read.
     QStringList said;
-    if (content.map)
+    if (m_room.map)
         for (const auto& [id, level] :
-             {std::pair(239, content.map->max), std::pair(240, content.map->min)})
+             {std::pair(239, m_room.map->max), std::pair(240, m_room.map->min)})
             said += m_editor.session.text(id) + " " + qtText(fixedText(level, 1)) + "dB";
-    else if (content.fohDb)
-        said += m_editor.session.text(94) + " " + qtText(fixedText(*content.fohDb, 1)) +
-                (content.aWeighted ? " dB(A)" : " dB");
+    else if (m_room.fohDb)
+        said += m_editor.session.text(94) + " " + qtText(fixedText(*m_room.fohDb, 1)) +
+                (m_room.aWeighted ? " dB(A)" : " dB");
     Main_pbx->setAccessibleDescription(said.join(", "));
 }
 
-void ViewPanel::drawCurve(DrawingSurface& surface)
+void ViewPanel::setCurves(CurveSource source)
 {
-    if (m_otherCurves) {
-        m_otherCurves(surface);
-        return;
-    }
-    const int number = m_editor.SelectedArea;
-    const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(number);
-    const int points = curvePoints(surface);
-    const std::vector<float> levels = m_editor.levelsAlong(area, points);
-    const Curve curve = {std::span(levels).first(static_cast<std::size_t>(points))};
-    m_editor.curveBottomDb = CurveScale::of(curve.levels).bottomDb;
-    DrawCurves(surface, number, area[5], std::span(&curve, 1), m_editor.fitLine,
-               m_editor.session.drawingOptions());
+    m_otherCurves = std::move(source);
+    AreaSpl_pbx->redraw();
+}
+
+int ViewPanel::curvePoints() const
+{
+    return orva::curvePoints(AreaSpl_pbx->width());
+}
+
+double ViewPanel::shortestFitLineM() const
+{
+    constexpr double kShortestPixels = 2;
+    const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(m_editor.SelectedArea);
+    return kShortestPixels / curveEnd(AreaSpl_pbx->width()) * area[5];
+}
+
+CurvePicture ViewPanel::areaCurve(int points) const
+{
+    const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(m_editor.SelectedArea);
+    std::vector<float> levels = m_editor.levelsAlong(area, points);
+    levels.resize(static_cast<std::size_t>(points));
+    return {
+        m_editor.SelectedArea, area[5], {{std::move(levels)}}, m_editor.fitLine, m_editor.baseline};
+}
+
+void ViewPanel::prepareCurve()
+{
+    const BusyPointer pointer;
+    const int points = curvePoints();
+    m_curve = m_otherCurves ? m_otherCurves(points) : areaCurve(points);
+    const std::vector<float>& levels = m_curve.curves.back().levels;
+    const auto [least, largest] = std::minmax_element(levels.begin(), levels.end());
     AreaSpl_pbx->setAccessibleDescription(
-        m_editor.session.text(238) + QString::number(number) + ", " + m_editor.session.text(239) +
-        " " + qtText(fixedText(levels[curve.levels.size()], 1)) + "dB, " +
-        m_editor.session.text(240) + " " + qtText(fixedText(levels[curve.levels.size() + 1], 1)) +
-        "dB");
+        m_editor.session.text(238) + QString::number(m_curve.area) + ", " +
+        m_editor.session.text(239) + " " + qtText(fixedText(*largest, 1)) + "dB, " +
+        m_editor.session.text(240) + " " + qtText(fixedText(*least, 1)) + "dB");
 }
 
 void ViewPanel::markArea(QPointF position)
@@ -216,30 +245,32 @@ void ViewPanel::selectArea(QPointF position)
 void ViewPanel::connectFitLine()
 {
     const auto drawing = [this] { return chkDrawLine->isChecked(); };
+    const auto place = [this](QPointF position) {
+        return m_curve.placeAt(AreaSpl_pbx->userPoint(position), AreaSpl_pbx->width());
+    };
     connect(AreaSpl_pbx, &DrawingWidget::pressed, this,
-            [this, drawing](QPointF position, Qt::MouseButton button) {
+            [this, drawing, place](QPointF position, Qt::MouseButton button) {
                 if (button == Qt::RightButton)
                     m_editor.fitLine.reset();
                 else if (button == Qt::LeftButton && drawing())
-                    m_editor.fitLine =
-                        FitLine{AreaSpl_pbx->userPoint(position), AreaSpl_pbx->userPoint(position)};
+                    m_editor.fitLine = FitLine{place(position), place(position)};
                 AreaSpl_pbx->redraw();
             });
     connect(AreaSpl_pbx, &DrawingWidget::moved, this,
-            [this, drawing](QPointF position, Qt::MouseButtons buttons) {
+            [this, drawing, place](QPointF position, Qt::MouseButtons buttons) {
                 if (!buttons.testFlag(Qt::LeftButton) || !drawing() || !m_editor.fitLine)
                     return;
-                m_editor.fitLine->second = AreaSpl_pbx->userPoint(position);
+                m_editor.fitLine->second = place(position);
                 AreaSpl_pbx->redraw();
             });
     connect(AreaSpl_pbx, &DrawingWidget::released, this,
-            [this, drawing](QPointF position, Qt::MouseButton button) {
+            [this, drawing, place](QPointF position, Qt::MouseButton button) {
                 if (button == Qt::RightButton)
                     m_editor.fitLine.reset();
                 if (button == Qt::LeftButton && drawing() && m_editor.fitLine) {
                     FitLine& line = *m_editor.fitLine;
-                    line.second = AreaSpl_pbx->userPoint(position);
-                    if (line.second.x < line.first.x)
+                    line.second = place(position);
+                    if (line.second.alongM < line.first.alongM)
                         std::swap(line.first, line.second);
                 }
                 AreaSpl_pbx->redraw();

@@ -23,8 +23,13 @@ public:
     DrawingWidget* AreaSpl_pbx;
 
     bool aimingLines() const { return chkAiming->isChecked(); }
-    /// Levels of the curve picture, for whoever adds curves.
-    void setCurves(std::function<void(DrawingSurface&)> draw) { m_otherCurves = std::move(draw); }
+    /// What else the curve picture shows; none: the curve of the selected area.
+    using CurveSource = std::function<CurvePicture(int points)>;
+    void setCurves(CurveSource source);
+    /// Points of a curve in the picture.
+    int curvePoints() const;
+    /// The shortest fit line, in metres along the selected area: two pixels.
+    double shortestFitLineM() const;
 
 signals:
     void calculateAllAsked();
@@ -35,8 +40,9 @@ signals:
 
 private:
     QWidget* controlsFrame();
-    void drawRoom(DrawingSurface& surface);
-    void drawCurve(DrawingSurface& surface);
+    void prepareRoom();
+    void prepareCurve();
+    CurvePicture areaCurve(int points) const;
     void markArea(QPointF position);
     void selectArea(QPointF position);
     void connectFitLine();
@@ -47,7 +53,9 @@ private:
 
     Editor& m_editor;
     std::optional<int> m_areaUnderMouse;
-    std::function<void(DrawingSurface&)> m_otherCurves;
+    CurveSource m_otherCurves;
+    RoomViewContent m_room; ///< as it is shown
+    CurvePicture m_curve;
 
     QGroupBox* fraSPLControls;
     QRadioButton* MapType_opt[3];

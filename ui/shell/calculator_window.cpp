@@ -87,7 +87,7 @@ void CalculatorWindow::SolveTriangle()
 {
     const auto solved = orva::SolveTriangle(side(0), side(1), side(2));
     if (const float* angle = std::get_if<float>(&solved))
-        txtAngle->setText(qtText(plainText(*angle, 4)));
+        txtAngle->setText(qtText(floatText(*angle)));
     Calc_pbx->redraw();
 }
 

@@ -75,7 +75,9 @@ AboutDialog::AboutDialog(Session& session, QWidget* parent) : QDialog(parent), m
     bottom->addStretch();
     cmdSysInfo = named<QPushButton>("cmdSysInfo", this);
     cmdOK = named<QPushButton>("cmdOK", this);
+    cmdSysInfo->setAutoDefault(false); // Enter is OK, wherever the focus is
     cmdOK->setDefault(true);
+    cmdOK->setFocus();
     bottom->addWidget(cmdSysInfo);
     bottom->addWidget(cmdOK);
     connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);

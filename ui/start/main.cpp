@@ -6,20 +6,16 @@
 #include "start/splash_screen.h"
 
 #include <QApplication>
-#include <QMessageBox>
 #include <QStyleFactory>
 
 namespace orva::ui {
 
 namespace {
 
-/// Shows what is missing; the program cannot do without.
-int failed(const Error& error)
+/// Says what helps where loudspeaker data are missing or damaged.
+void showDataFault(const Session& session, const QString& text, const QString& found)
 {
-    QMessageBox box(QMessageBox::Critical, kProgramTitle, qtText(error.text()), QMessageBox::Ok);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
-    return 1;
+    showMessage(nullptr, text, kProgramTitle, found + session.text(1033));
 }
 
 int run()
@@ -33,14 +29,16 @@ int run()
         SplashScreen splash(session);
         splash.exec();
         StartData& loaded = splash.loaded();
-        if (!loaded.load)
-            return failed(loaded.load.error());
+        if (!loaded.load) {
+            showDataFault(session, qtText(loaded.load.error().text()), {});
+            return 1;
+        }
         const Language language = session.state.gLanguageId;
         session.state = std::move(loaded.state);
         session.state.gLanguageId = language;
         for (const auto& file : {loaded.load->standard, loaded.load->compact})
             if (file)
-                showMessage(nullptr, "Load data failed");
+                showDataFault(session, session.text(1031), qtText(file->text()) + "\n\n");
     }
 
     MainWindow window(session);

@@ -1,10 +1,12 @@
 #include "widgets/controls.h"
 
+#include <QGuiApplication>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVariant>
 #include <QWheelEvent>
+#include <algorithm>
 
 namespace orva::ui {
 
@@ -55,10 +57,45 @@ ListBox::ListBox(QWidget* parent) : QComboBox(parent)
 
 void ListBox::wheelEvent(QWheelEvent* event)
 {
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
+    event->ignore(); // what it lies on scrolls
+}
+
+QPoint placeBeside(QSize window, const QRect& keepFree, const QRect& screen)
+{
+    const auto onScreen = [&](int x, int y) {
+        return QRect(
+            QPoint(std::clamp(x, screen.left(),
+                              std::max(screen.left(), screen.right() + 1 - window.width())),
+                   std::clamp(y, screen.top(),
+                              std::max(screen.top(), screen.bottom() + 1 - window.height()))),
+            window);
+    };
+    const auto covered = [&](const QRect& place) {
+        const QRect common = place.intersected(keepFree);
+        return static_cast<qint64>(common.width()) * common.height();
+    };
+    const QRect places[] = {onScreen(keepFree.right() + 1, keepFree.top()),
+                            onScreen(keepFree.left(), keepFree.bottom() + 1),
+                            onScreen(keepFree.left() - window.width(), keepFree.top()),
+                            onScreen(keepFree.left(), keepFree.top() - window.height())};
+    return std::min_element(std::begin(places), std::end(places),
+                            [&](const QRect& a, const QRect& b) { return covered(a) < covered(b); })
+        ->topLeft();
+}
+
+QSize frameMargins(const QWidget& window)
+{
+    return {0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window)};
+}
+
+BusyPointer::BusyPointer()
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+BusyPointer::~BusyPointer()
+{
+    QGuiApplication::restoreOverrideCursor();
 }
 
 NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent)

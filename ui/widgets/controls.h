@@ -34,7 +34,7 @@ void showList(QComboBox& box, const ChoiceList& list);
 /// Shows a text without moving the caret where it already stands there.
 void showText(QLineEdit& edit, const QString& text);
 
-/// A list that the wheel changes only while it has the focus.
+/// A list that the wheel changes only while it is open.
 class ListBox final : public QComboBox {
 public:
     explicit ListBox(QWidget* parent = nullptr);
@@ -58,6 +58,21 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+/// Where a window of that size lies whole on the screen without covering `keepFree`: right of it,
+/// below, left or above; where there is no such place, where it covers least.
+QPoint placeBeside(QSize window, const QRect& keepFree, const QRect& screen);
+/// What a window manager's frame adds to a window that is not shown yet, about.
+QSize frameMargins(const QWidget& window);
+
+/// The wait cursor, as long as it lives.
+class BusyPointer {
+public:
+    BusyPointer();
+    ~BusyPointer();
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
 };
 
 /// The line that divides parts of a page.

@@ -4,6 +4,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 #include <algorithm>
 
 namespace orva::ui {
@@ -20,17 +21,37 @@ DrawingWidget::DrawingWidget(const QString& name, Draw draw, QWidget* parent)
 void DrawingWidget::redraw()
 {
     m_stale = true;
-    update();
+    if (m_scheduled || !isVisible())
+        return;
+    m_scheduled = true;
+    QTimer::singleShot(0, this, [this] {
+        m_scheduled = false;
+        if (m_stale && isVisible())
+            render();
+    });
+}
+
+/// Whether the picture has the widget's size in device pixels.
+bool DrawingWidget::fits() const
+{
+    return m_picture.size() == (QSizeF(size().expandedTo({1, 1})) * devicePixelRatioF()).toSize();
 }
 
 const QPixmap& DrawingWidget::picture()
 {
+    if (m_stale || !fits())
+        render();
+    return m_picture;
+}
+
+void DrawingWidget::render()
+{
+    if (m_prepare)
+        m_prepare();
+    m_stale = false;
     const double ratio = devicePixelRatioF();
     const QSize shown = size().expandedTo({1, 1});
     const QSize pixels = (QSizeF(shown) * ratio).toSize();
-    if (!m_stale && m_picture.size() == pixels)
-        return m_picture;
-    m_stale = false;
     if (m_picture.size() != pixels) {
         m_picture = QPixmap(pixels);
         m_picture.setDevicePixelRatio(ratio);
@@ -41,7 +62,7 @@ const QPixmap& DrawingWidget::picture()
     PainterSurface surface(painter, shown);
     m_draw(surface);
     m_scale = surface.scale();
-    return m_picture;
+    update();
 }
 
 const Scale& DrawingWidget::scale()
@@ -60,7 +81,11 @@ Point DrawingWidget::userPoint(QPointF position)
 void DrawingWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.drawPixmap(0, 0, picture());
+    if (!fits()) { // another screen, say
+        redraw();
+        painter.fillRect(rect(), Qt::white);
+    }
+    painter.drawPixmap(rect(), m_picture);
     if (!m_overlay)
         return;
     painter.setFont(font());
@@ -74,6 +99,21 @@ void DrawingWidget::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
     m_stale = true;
     emit resized();
+    if (isVisible())
+        render();
+}
+
+void DrawingWidget::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    picture();
+}
+
+void DrawingWidget::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange)
+        redraw();
 }
 
 void DrawingWidget::mousePressEvent(QMouseEvent* event)

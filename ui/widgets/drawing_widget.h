@@ -9,7 +9,7 @@
 namespace orva::ui {
 
 /// Where something is drawn: white, sharp at any device pixel ratio, drawn anew when it is
-/// resized. What is drawn is kept, so that a repaint costs nothing.
+/// resized. What is drawn is kept; painting only shows it, calculates nothing and changes nothing.
 class DrawingWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -17,8 +17,10 @@ public:
 
     DrawingWidget(const QString& name, Draw draw, QWidget* parent);
 
-    /// Draws anew with the next repaint.
+    /// Draws anew in the next turn of the event loop, or once it is shown.
     void redraw();
+    /// Calculates what will be drawn, each time before it is drawn.
+    void setPrepare(std::function<void()> prepare) { m_prepare = std::move(prepare); }
     /// Drawn over the rest at each repaint, in the scale that the drawing left behind.
     void setOverlay(Draw overlay) { m_overlay = std::move(overlay); }
 
@@ -42,17 +44,24 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
 private:
+    void render();
+    bool fits() const;
+
     Draw m_draw;
     Draw m_overlay;
+    std::function<void()> m_prepare;
     QPixmap m_picture;
     Scale m_scale;
     bool m_stale = true;
+    bool m_scheduled = false;
 };
 
 } // namespace orva::ui

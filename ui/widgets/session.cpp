@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QMessageBox>
 #include <QTranslator>
 #include <algorithm>
 #include <cmath>
@@ -38,10 +37,10 @@ DrawingOptions Session::drawingOptions() const
             state.settings.GridUnit_Area};
 }
 
-QString Session::timeLeft(double seconds) const
+QString minutesAndSeconds(double seconds)
 {
     const auto whole = static_cast<qint64>(std::min(std::ceil(seconds), 1e9));
-    return text(1007) + QString("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QChar('0'));
+    return QString("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QChar('0'));
 }
 
 void Session::ChangeLanguage(std::int32_t languageId)
@@ -56,13 +55,6 @@ void Session::ChangeLanguage(std::int32_t languageId)
     if (german && translator->load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(translator);
     emit LanguageChanged();
-}
-
-void showMessage(QWidget* parent, const QString& text, const QString& title)
-{
-    QMessageBox box(QMessageBox::Information, title, text, QMessageBox::Ok, parent);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
 }
 
 } // namespace orva::ui

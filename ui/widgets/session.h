@@ -2,17 +2,18 @@
 
 #include "app/application_state.h"
 #include "drawing/drawing_options.h"
+#include "widgets/messages.h"
 
 #include <QObject>
 #include <QString>
 
 namespace orva::ui {
 
-/// The program's title, as in captions of messages.
-inline constexpr const char* kProgramTitle = "ORVA";
-
 /// A text of the tables or of a library.
 QString qtText(std::string_view text);
+
+/// "1:05", whole seconds rounded up.
+QString minutesAndSeconds(double seconds);
 
 /// What all windows of the running program share. Every open window follows LanguageChanged().
 class Session final : public QObject {
@@ -30,7 +31,7 @@ public:
     DrawingOptions drawingOptions() const;
 
     /// "Time left: 1:05".
-    QString timeLeft(double seconds) const;
+    QString timeLeft(double seconds) const { return text(1007) + minutesAndSeconds(seconds); }
 
     /// Makes a language current for the program, its windows and the platform's dialogs.
     void ChangeLanguage(std::int32_t languageId);
@@ -41,8 +42,5 @@ signals:
 private:
     std::string_view MlText(int id) const;
 };
-
-/// Shows a message with an OK button.
-void showMessage(QWidget* parent, const QString& text, const QString& title = kProgramTitle);
 
 } // namespace orva::ui
