@@ -1,3 +1,4 @@
+#include "app/file_names.h"
 #include "app/level_choice_form.h"
 #include "app/memory_settings.h"
 #include "app/options_form.h"
@@ -75,6 +76,27 @@ TEST(OptionsForm, PixelsAndResolution)
         form.validateGrid(1);
         EXPECT_EQ(form.grids[1], shown) << typed;
     }
+}
+
+TEST(FileNames, StayInTheirFolderAndEndAsTheyShould)
+{
+    const std::pair<const char*, const char*> proposed[] = {{"Halle A/B", "Halle A-B.lad"},
+                                                            {"../evil", "evil.lad"},
+                                                            {"Halle 2.Abend", "Halle 2.Abend.lad"},
+                                                            {"a\\b\n", "a-b-.lad"},
+                                                            {"  ", ""},
+                                                            {"", ""},
+                                                            {"...", ""},
+                                                            {" Süd   ", "Süd.lad"}};
+    for (const auto& [name, file] : proposed)
+        EXPECT_EQ(proposedFileName(name, ".lad"), file) << name;
+    const std::pair<const char*, const char*> ended[] = {
+        {"/x/Halle 2.Abend", "/x/Halle 2.Abend.lad"},
+        {"/x/a.LAD", "/x/a.LAD"},
+        {"/x/a.lad", "/x/a.lad"},
+        {"lad", "lad.lad"}};
+    for (const auto& [typed, path] : ended)
+        EXPECT_EQ(withExtension(typed, ".lad"), path);
 }
 
 TEST(RecentFiles, TheLatestFirstFiveAtMost)

@@ -237,5 +237,54 @@ TEST(SetupForm, FirstAngleWithinATurn)
         EXPECT_DOUBLE_EQ(SetupForm::validAngle(typed), kept) << typed;
 }
 
+TEST(SetupForm, AnyEditCorrectsAllThatAFileBrought)
+{
+    LineArray array = newProject(kStandardSystem).array;
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    angles[10] = 0;  // two trapezoidal boxes splay more
+    angles[11] = 77; // no angle at all
+    angles[0] = 40;  // no pin
+    array.GBSetAllAngle(angles);
+    array.GBSetNumGerade(2); // not those of the column
+    const SetupForm loaded = formOf(array, true);
+    EXPECT_TRUE(loaded.PinNumber_cmb.invalid);
+    EXPECT_TRUE(loaded.cmbAngle[9].invalid);
+    EXPECT_TRUE(loaded.cmbAngle[10].invalid) << "loading corrects nothing";
+    EXPECT_TRUE(loaded.holdsUnknown());
+    for (const bool byJoint : {true, false}) {
+        SetupForm form = loaded;
+        if (byJoint)
+            form.chooseAngle(0, 1);
+        form.correct();
+        for (int joint = 0; joint + 1 < form.total(); ++joint)
+            EXPECT_FALSE(form.cmbAngle[static_cast<std::size_t>(joint)].invalid) << joint;
+        EXPECT_EQ(form.PinNumber_cmb.text(), "11") << "the nearest one";
+        EXPECT_FALSE(form.holdsUnknown() || form.SetupInvalid.any() || form.countsDiffer());
+    }
+    SetupForm kept = formOf(array, false);
+    const SetupForm before = kept;
+    kept.correct();
+    EXPECT_EQ(kept, before) << "without auto-correction";
+}
+
+TEST(SetupForm, OfAnInvalidSetupTheRestReachesTheArray)
+{
+    LineArray array = newProject(kStandardSystem).array;
+    SetupForm form = formOf(array, false);
+    form.chooseType(2, 1); // a trapezoidal box: the joint below is no longer allowed
+    ASSERT_TRUE(form.SetupInvalid.any());
+    form.chooseAngle(8, 1);
+    form.stacked = true;
+    form.box1Angle = 4.5;
+    const LineArray before = array;
+    form.updateIndependent(array);
+    EXPECT_FALSE(array.GBGetMounting());
+    EXPECT_EQ(array.GIAGetAllAngle()[0], -45);
+    EXPECT_NE(array.GIAGetAllAngle()[9], before.GIAGetAllAngle()[9]) << "a joint of its own";
+    EXPECT_EQ(array.GIAGetAllAngle()[2], before.GIAGetAllAngle()[2]);
+    EXPECT_EQ(array.GIAGetAllAngle()[3], before.GIAGetAllAngle()[3]);
+    EXPECT_EQ(array.GIAGetAllType(), before.GIAGetAllType());
+}
+
 } // namespace
 } // namespace orva

@@ -75,6 +75,17 @@ def aborting_leaves_no_map():
     app.key("Esc")
     app.wait_no_window("frmCalculating", timeout=2)
     equal(map_extremes(app), [])
+    equal(app.get("Lock_chk", "checked"), False, "without a map nothing is locked")
+    app.click("MapType_opt(2)")
+    app.click("CalcBand_cmd")
+    app.wait(lambda: map_extremes(app), "the map of a band", timeout=60)
+    band = map_extremes(app)
+    app.click("CalcAll_cmd")
+    app.wait_window("frmCalculating")
+    app.key("Esc")
+    app.wait_no_window("frmCalculating", timeout=2)
+    equal(map_extremes(app), band, "a map that still holds stays")
+    equal(app.get("Lock_chk", "checked"), True)
     app.close()
 
 

@@ -121,12 +121,33 @@ TEST(AimingLines, EndAtWhatTheyMeetFirst)
     EXPECT_NEAR(bassBoxDelayMs({{0, 3}, {4, 0}, 5, true}, {0, 0}, 340), -1000.0 / 340, 1e-9);
 }
 
+TEST(AutoAim, AnAreaThatStartsAtTheCradleIsNotInFront)
+{
+    Project project = projectWith({0}, {0}, true);
+    const auto aimAt = [&](float cradleX, float areaX) {
+        project.array.GBSetCradleCoord({cradleX, 5});
+        EXPECT_TRUE(project.room.GBSetNumAreas(1));
+        EXPECT_TRUE(project.room.GBSetAudienceArea1(AreaSegment{areaX, 1, areaX + 10, 1, 0, 10}));
+        return autoAim(project.room, project.array).has_value();
+    };
+    const float feet = static_cast<float>(23.5 * 0.3048);
+    EXPECT_FALSE(aimAt(feet, feet));
+    EXPECT_FALSE(aimAt(feet, std::nextafter(feet, 100.F))) << "the same, typed elsewhere";
+    EXPECT_FALSE(aimAt(5, 5.0004F));
+    EXPECT_TRUE(aimAt(5, 5.001F));
+}
+
 TEST(Triangle, AnglesAndFaults)
 {
-    const std::tuple<double, double, double, double> angles[] = {
-        {14, 8, 8, 57.91}, {3 * std::sqrt(2.0), 3, 3, 90},
-        {16, 8, 8, 0},     {5, 8, 3, 180},
-        {4, 0, 4, 0},      {0, 5, 5, 180}};
+    const std::tuple<double, double, double, double> angles[] = {{14, 8, 8, 57.91},
+                                                                 {3 * std::sqrt(2.0), 3, 3, 90},
+                                                                 {16, 8, 8, 0},
+                                                                 {5, 8, 3, 180},
+                                                                 {4, 0, 4, 0},
+                                                                 {0, 5, 5, 180},
+                                                                 {1e300, 1e300, 1e300, 120},
+                                                                 {1e-300, 1e-300, 1e-300, 120},
+                                                                 {5, 1e300, 1e300, 180}};
     for (const auto& [side1, side2, side3, angle] : angles) {
         const auto solved = SolveTriangle(side1, side2, side3);
         ASSERT_TRUE(std::holds_alternative<float>(solved));

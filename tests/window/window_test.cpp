@@ -1,15 +1,22 @@
 #include "app/memory_settings.h"
 #include "main/main_window.h"
+#include "shell/small_dialogs.h"
+#include "widgets/controls.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -168,6 +175,344 @@ TEST_F(Window, ADamagedFileChangesNothing)
     EXPECT_EQ(control<QLineEdit>("Cradle_txt(0)")->text(), "3");
     EXPECT_TRUE(window->windowTitle().contains("good.lad"));
     EXPECT_FALSE(window->isWindowModified());
+}
+
+/// The rectangle round the area under the mouse.
+QRect markerOf(const QImage& image)
+{
+    QRect marked;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (const QColor c = image.pixelColor(x, y); c.green() - c.red() > 30)
+                marked |= QRect(x, y, 1, 1); // nothing else is bluish green
+    return marked;
+}
+
+TEST_F(Window, TheMarkerLiesRoundTheAreaUnderTheMouse)
+{
+    auto* view = control<DrawingWidget>("Main_pbx");
+    const Scale scale = view->scale();
+    const auto pixel = [&](double x, double y) {
+        return QPoint(qRound((x - scale.left) / scale.width * view->width()),
+                      qRound((-y - scale.top) / scale.height * view->height()));
+    };
+    QTest::mouseMove(view, pixel(12, 1.8)); // area 1: 5 to 20 m, 1.7 m high
+    const QRect marked = markerOf(view->grab().toImage());
+    const QRect wanted(pixel(4.8, 1.9), pixel(20.2, 1.5));
+    for (const auto& [found, there] : {std::pair(marked.topLeft(), wanted.topLeft()),
+                                       std::pair(marked.bottomRight(), wanted.bottomRight())})
+        EXPECT_LE((found - there).manhattanLength(), 4)
+            << found.x() << ',' << found.y() << " not " << there.x() << ',' << there.y();
+    QTest::mouseMove(view, QPoint(2, 2));
+    EXPECT_TRUE(markerOf(view->grab().toImage()).isNull());
+}
+
+TEST_F(Window, EscIsNoAnswerToTheSaveQuestion)
+{
+    enter("Cradle_txt(0)", "2");
+    for (const bool byKey : {true, false}) {
+        QTimer::singleShot(0, window.get(), [byKey] {
+            QWidget* box = QApplication::activeModalWidget();
+            if (byKey)
+                QTest::keyClick(box, Qt::Key_Escape);
+            else
+                box->close();
+        });
+        window->close();
+        EXPECT_TRUE(window->isVisible()) << byKey;
+        EXPECT_TRUE(window->isWindowModified());
+    }
+}
+
+TEST_F(Window, WhatIsNoCompleteNumberRestoresWhatWasThere)
+{
+    auto* edit = control<QLineEdit>("Cradle_txt(0)");
+    const auto cradleX = [&] { return session.state.gLineArray.GFAGetCradleCoord()[0]; };
+    enter("Cradle_txt(0)", "2.5");
+    const std::tuple<const char*, float, const char*> cases[] = {
+        // typed, taken while it is typed, shown after leaving
+        {"-", 2.5F, "2.5"},        {"", 2.5F, "2.5"},         {"1.234,5", 1.234F, "2.5"},
+        {"7 m", 7, "7"},           {"10ft", 3.048F, "3.048"}, {"20000", 2000, "3.048"},
+        {"word", 3.048F, "3.048"}, {"2,5", 2.5F, "2.5"}};
+    for (const auto& [typed, taken, shown] : cases) {
+        SCOPED_TRACE(typed);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Delete);
+        QTest::keyClicks(edit, typed);
+        EXPECT_FLOAT_EQ(cradleX(), taken);
+        QTest::keyClick(edit, Qt::Key_Return);
+        EXPECT_EQ(edit->text(), shown);
+        EXPECT_NEAR(cradleX(), QString(shown).toFloat(), 1e-6);
+    }
+    edit->selectAll();
+    QTest::keyClicks(edit, "4.5");
+    EXPECT_FLOAT_EQ(cradleX(), 4.5F);
+    QTest::keyClick(edit, Qt::Key_Escape);
+    EXPECT_EQ(edit->text(), "2.5");
+    EXPECT_FLOAT_EQ(cradleX(), 2.5F);
+
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
+    enter("RoomWidth_txt", "0");
+    EXPECT_EQ(control<QLineEdit>("RoomWidth_txt")->text(), "30") << "refused by the room";
+    const AreaSegment before = session.state.gRoom.GFAGetAudienceArea3();
+    auto* length = control<QLineEdit>("txtLength(2)");
+    length->setFocus();
+    length->selectAll();
+    QTest::keyClicks(length, "7.3");
+    QTest::keyClick(length, Qt::Key_Escape);
+    EXPECT_EQ(session.state.gRoom.GFAGetAudienceArea3(), before) << "to the last bit";
+}
+
+TEST_F(Window, WhatHangsOnNoInvalidEntryTakesEffect)
+{
+    session.state.settings.AutoCorrect = false;
+    choose("cmbType(2)", "VM 412 T");
+    ASSERT_TRUE(control("Warning_fra")->isVisible());
+    click("PinAngle_opt(1)");
+    enter("box1Angle_txt", "-3");
+    EXPECT_FLOAT_EQ(session.state.gLineArray.GFFirstAngle(), 3);
+    choose("cmbAngle(6)", "3°");
+    EXPECT_EQ(session.state.gLineArray.GIAGetAllAngle()[7], 2) << "between two other boxes";
+    EXPECT_EQ(session.state.gLineArray.GIAGetAllType()[2], 0) << "the last valid one";
+    control<QAbstractButton>("Stacked_chk")->click();
+    EXPECT_FALSE(session.state.gLineArray.GBGetMounting());
+
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(2);
+    EXPECT_TRUE(control("lblLastValid")->isVisible());
+    answer(QMessageBox::Ok);
+    window->findChild<QAction*>("mnuPrint")->trigger();
+    EXPECT_TRUE(asked.startsWith("The current setup is invalid.")) << asked.toStdString();
+}
+
+TEST_F(Window, TheWheelChangesNoClosedList)
+{
+    choose("cmbNumSpk", "24");
+    choose("cmbNumBass", "8");
+    window->resize(1280, 600);
+    QTest::qWait(30);
+    auto* list = control<QComboBox>("cmbType(2)");
+    list->setFocus();
+    const int before = list->currentIndex();
+    auto* scroll = control<QScrollBar>("VScroll1");
+    scroll->setValue(0);
+    const QPointF at(5, 5);
+    for (const int turn : {-120, 120, -120}) {
+        QWheelEvent event(at, list->mapToGlobal(at), {}, {0, turn}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(list, &event);
+    }
+    EXPECT_EQ(list->currentIndex(), before);
+    EXPECT_GT(scroll->value(), 0) << "the column scrolls, of " << scroll->maximum();
+}
+
+TEST_F(Window, ListsFollowTheFont)
+{
+    const QFont before = QApplication::font();
+    for (const int points : {16, 12, 20}) {
+        QFont font = before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        QTest::qWait(50);
+        for (const char* name : {"cmbType(0)", "cmbAngle(0)", "cmbAngle(5)", "cmbNumSpk"}) {
+            auto* list = control<QComboBox>(name);
+            EXPECT_GE(list->width(), list->sizeHint().width()) << name << ' ' << points;
+            const QRect visible = list->visibleRegion().boundingRect();
+            EXPECT_EQ(visible.width(), list->width()) << name << ' ' << points;
+        }
+        auto* sheet = control<QPlainTextEdit>("rigText_txt");
+        EXPECT_GE(sheet->tabStopDistance(), sheet->fontMetrics().horizontalAdvance("  Box 32"));
+    }
+    QApplication::setFont(before);
+}
+
+TEST_F(Window, AMapOfALockedSetupFollowsTheView)
+{
+    const auto hasMap = [this] { return said("Main_pbx").startsWith("Max: "); };
+    const auto locked = [this] { return control<QAbstractButton>("Lock_chk")->isChecked(); };
+    click("MapType_opt(2)");
+    click("CalcBand_cmd");
+    ASSERT_TRUE(hasMap() && locked());
+    const QString before = said("Main_pbx");
+    window->resize(1500, 900);
+    QTest::qWait(50);
+    click("chkAWeight");
+    EXPECT_TRUE(hasMap() && locked()) << "the view changed, not the setup";
+    choose("cmbTerzOktave", " 2000Hz");
+    EXPECT_TRUE(hasMap() && locked());
+    EXPECT_NE(said("Main_pbx"), before);
+    session.state.settings.Units_Meters = false;
+    QTimer::singleShot(0, window.get(), [] {
+        QWidget* options = QApplication::activeModalWidget();
+        options->findChild<QAbstractButton*>("Meters_opt(0)")->click();
+        options->findChild<QAbstractButton*>("Done_cmb")->click();
+    });
+    window->findChild<QAction*>("mnuGenOptions")->trigger();
+    EXPECT_TRUE(hasMap() && locked());
+
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
+    enter("FOHX_txt", "15");
+    EXPECT_FALSE(hasMap() || locked()) << "only the map had locked it";
+}
+
+TEST_F(Window, AnOpenerThatFailsIsTold)
+{
+    const QTemporaryDir folder;
+    QFile opener(folder.filePath("xdg-open"));
+    ASSERT_TRUE(opener.open(QIODevice::WriteOnly));
+    opener.write("#!/bin/sh\nexit 3\n");
+    opener.close();
+    opener.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(folder.path()) + ":" + path);
+    session.programFolder = folder.path().toStdString();
+    ASSERT_TRUE(QFile::copy(opener.fileName(), folder.filePath("ORVA-help.pdf")));
+    window->findChild<QAction*>("mnuCallHelp")->trigger();
+    QMessageBox* box = nullptr;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box) {
+            asked = box->text();
+            box->button(QMessageBox::Ok)->click();
+        }
+    });
+    look.start(10);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !asked.isEmpty(); }, 20000));
+    EXPECT_TRUE(asked.contains(folder.filePath("ORVA-help.pdf"))) << asked.toStdString();
+    qputenv("PATH", path);
+}
+
+TEST_F(Window, EnterInAboutIsOk)
+{
+    AboutDialog about(session, window.get());
+    about.show();
+    for (QWidget* focus : {about.findChild<QWidget*>("cmdOK"), static_cast<QWidget*>(&about)}) {
+        focus->setFocus();
+        about.show();
+        QTest::keyClick(focus, Qt::Key_Return);
+        EXPECT_FALSE(about.isVisible());
+    }
+}
+
+TEST(Placing, ADialogLiesWholeOnTheScreenBesideTheCurve)
+{
+    const QRect small(0, 0, 1280, 720);
+    const QRect large(0, 0, 1920, 1080);
+    const std::tuple<const char*, QSize, QRect, QRect, QPoint> cases[] = {
+        {"right of it", {500, 300}, {300, 700, 600, 300}, large, {900, 700}},
+        {"below", {1500, 300}, {300, 300, 800, 300}, large, {300, 600}},
+        {"above", {900, 400}, {400, 430, 600, 280}, small, {380, 30}},
+        {"nowhere free", {1200, 700}, {300, 300, 600, 300}, small, {80, 20}},
+        {"second screen", {500, 300}, {2220, 700, 600, 300}, {1920, 0, 1920, 1080}, {2820, 700}}};
+    for (const auto& [what, size, curve, screen, wanted] : cases) {
+        SCOPED_TRACE(what);
+        const QRect placed(placeBeside(size, curve, screen), size);
+        EXPECT_TRUE(screen.contains(placed));
+        EXPECT_EQ(placed.topLeft(), wanted) << placed.x() << ',' << placed.y();
+    }
+}
+
+/// Drives the search dialog while it is open.
+class SearchWindow : public Window {
+protected:
+    void search(const std::function<void(QDialog&)>& drive)
+    {
+        QTimer::singleShot(0, window.get(), [this, drive] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog && dialog->objectName() == "frmOptimize");
+            drive(*dialog);
+            if (dialog->isVisible())
+                dialog->findChild<QAbstractButton*>("cmdCancel")->click();
+        });
+        click("Optimize_cmd");
+    }
+    static QString text(const QDialog& dialog, const char* name)
+    {
+        return dialog.findChild<QLabel*>(name)->text();
+    }
+    static void waitFor(const std::function<bool()>& what)
+    {
+        EXPECT_TRUE(QTest::qWaitFor(what, 60000));
+    }
+};
+
+TEST_F(SearchWindow, EscPausesAndThenCancels)
+{
+    search([](QDialog& dialog) {
+        EXPECT_FALSE(dialog.findChild<QAbstractButton*>("cmdCommit")->isEnabled());
+        dialog.findChild<QAbstractButton*>("chkArea")->click();
+        auto* points = dialog.findChild<QLineEdit*>("txtNumPts");
+        points->setFocus();
+        points->selectAll();
+        QTest::keyClicks(points, "10000");
+        auto* begin = dialog.findChild<QAbstractButton*>("cmdOptimize");
+        begin->click();
+        waitFor([&] { return text(dialog, "lblTested").toULongLong() > 0; });
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        waitFor([&] { return begin->text() == "Continue Calc."; });
+        EXPECT_TRUE(dialog.isVisible());
+        const auto tested = text(dialog, "lblTested").toULongLong();
+        EXPECT_EQ(dialog.findChild<QComboBox*>("cmbConfigs")->count(), 4);
+        EXPECT_NE(text(dialog, "lblTimeLeft"), "_");
+        begin->click();
+        waitFor([&] { return text(dialog, "lblTested").toULongLong() > tested; });
+        EXPECT_GE(text(dialog, "lblTested").toULongLong(), tested) << "nothing is tested anew";
+        begin->click();
+        waitFor([&] { return begin->text() == "Continue Calc."; });
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_FALSE(window->isWindowModified());
+}
+
+TEST_F(SearchWindow, ResultsAreShownAndTaken)
+{
+    search([this](QDialog& dialog) {
+        auto* curve = control<DrawingWidget>("AreaSpl_pbx");
+        const QImage opened = curve->picture().toImage();
+        bool baseline = false;
+        for (int x = 60; x < opened.width() && !baseline; ++x)
+            for (int y = opened.height() / 2; y < opened.height(); ++y)
+                baseline = baseline || opened.pixelColor(x, y) == QColor(Qt::red);
+        EXPECT_TRUE(baseline) << "drawn on opening";
+        dialog.findChild<QAbstractButton*>("chkNeighbor")->click();
+        dialog.findChild<QAbstractButton*>("cmdOptimize")->click();
+        waitFor([&] { return dialog.windowTitle().contains("Select desired configuration."); });
+        EXPECT_EQ(text(dialog, "lblTested"), text(dialog, "lblToTest"));
+        EXPECT_EQ(text(dialog, "lblComp"), "100%");
+        EXPECT_EQ(text(dialog, "lblTimeLeft"), "0:00");
+        EXPECT_TRUE(dialog.findChild<QAbstractButton*>("chkShowSetup")->isChecked());
+        dialog.findChild<QComboBox*>("cmbConfigs")->setCurrentIndex(1);
+        dialog.findChild<QAbstractButton*>("cmdCommit")->click();
+    });
+    EXPECT_TRUE(window->isWindowModified());
+}
+
+TEST_F(SearchWindow, TheFitLineStaysWhereItIsWhenTheWindowIsWidened)
+{
+    auto* curve = control<DrawingWidget>("AreaSpl_pbx");
+    click("chkDrawLine");
+    const auto drag = [&](QPoint from, QPoint to) {
+        QTest::mousePress(curve, Qt::LeftButton, {}, from);
+        QTest::mouseMove(curve, to);
+        QTest::mouseRelease(curve, Qt::LeftButton, {}, to);
+    };
+    drag({50 + 20, 60}, {50 + 60, 80});
+    QStringList targets;
+    for (const int width : {1280, 1600, 1280}) {
+        window->resize(width, 720);
+        QTest::qWait(30);
+        search([&](QDialog& dialog) {
+            targets += text(dialog, "lblX1") + " " + text(dialog, "lblX2") + " " +
+                       text(dialog, "lblDeltadB");
+        });
+    }
+    EXPECT_EQ(targets[0], targets[1]);
+    EXPECT_EQ(targets[0], targets[2]);
+    EXPECT_NE(targets[0].section(' ', 1, 1), "15") << "not the whole area";
+    drag({70, 60}, {71, 60}); // less than two pixels
+    search([&](QDialog& dialog) { EXPECT_EQ(text(dialog, "lblX2"), "15"); });
 }
 
 } // namespace

@@ -132,7 +132,7 @@ void ArrayColumn::display()
 void ArrayColumn::updateWidth()
 {
     m_boxes->layout()->activate();
-    const int width = m_boxes->minimumSizeHint().width();
+    const int width = m_boxes->sizeHint().width();
     if (m_area->minimumWidth() != width)
         m_area->setMinimumWidth(width);
 }

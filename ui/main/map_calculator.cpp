@@ -18,7 +18,7 @@ namespace orva::ui {
 
 namespace {
 
-constexpr int kShowAfterMs = 100; ///< shorter stages would only flash
+constexpr int kShowAfterMs = 100; ///< the dialog of shorter stages would only flash
 constexpr int kPollMs = 30;
 
 /// Keeps the user's hands off every window but one, as long as it lives: the calculation reads what
@@ -119,14 +119,18 @@ bool MapCalculator::runStage(ProgressDialog& dialog, const QString& caption,
             return !dialog.Aborted;
         });
     }));
+    thread->start();
+    // Most stages end here, and no click is lost meanwhile.
+    if (thread->wait(kShowAfterMs))
+        return whole;
     QEventLoop loop;
     connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
     QTimer poll;
     connect(&poll, &QTimer::timeout, &dialog, [&] { dialog.showPercent(percent); });
     poll.start(kPollMs);
-    QTimer::singleShot(kShowAfterMs, &dialog, &QWidget::show);
-    thread->start();
-    loop.exec();
+    dialog.show();
+    if (!thread->isFinished())
+        loop.exec();
     thread->wait();
     return whole;
 }
