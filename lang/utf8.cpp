@@ -42,8 +42,10 @@ std::string printable(std::string_view text)
             character && *character >= 0x20 && (*character < 0x7F || *character > 0x9F);
         if (shown)
             line += bytes;
-        else if (character == U'\n' || character == U'\t')
-            line += character == U'\n' ? "\\n" : "\\t";
+        else if (bytes == "\n")
+            line += "\\n";
+        else if (bytes == "\t")
+            line += "\\t";
         else
             for (const char byte : bytes)
                 line += {'\\', 'x', kHex[static_cast<unsigned char>(byte) >> 4], kHex[byte & 0xF]};
