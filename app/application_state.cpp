@@ -1,6 +1,5 @@
 #include "app/application_state.h"
 
-#include "app/file_access.h"
 #include "engine/fast_kernel.h"
 #include "engine/literal_kernel.h"
 #include "engine/speaker_data_text.h"
@@ -20,13 +19,15 @@ Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file,
     return ReadSpeakerDataText(*text, before, file.string());
 }
 
-std::optional<Error> failure(const SpeakerDataReading& reading, const std::filesystem::path& file)
+SpeakerDataLoad loadOf(const SpeakerDataReading& reading, const std::filesystem::path& file)
 {
-    if (!reading.failed())
-        return std::nullopt;
-    return Error{"Load data failed (" + std::to_string(reading.bands) + " of " +
-                     std::to_string(kBands) + " bands found)",
-                 file.string()};
+    SpeakerDataLoad load;
+    const std::optional<std::string> shortfall = reading.shortfall();
+    if (reading.failed())
+        load.error = Error{"Load data failed (" + shortfall.value_or("") + ")", file.string()};
+    else if (shortfall)
+        load.note = Error{*shortfall, file.string()}.text();
+    return load;
 }
 
 void makeCurrent(ApplicationState& state, Project project)
@@ -66,7 +67,7 @@ Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesy
     state.systemData = {standard->directivity, compact->directivity};
     state.speakerData.directivity = compact->directivity;
     state.directivityTable.reset();
-    return SystemDataLoad{failure(*standard, standardFile), failure(*compact, compactFile)};
+    return SystemDataLoad{loadOf(*standard, standardFile), loadOf(*compact, compactFile)};
 }
 
 void SelectSystem(ApplicationState& state, std::int16_t system)
@@ -108,21 +109,22 @@ std::string projectBytes(const ApplicationState& state)
     return std::string(asText(writeProject({state.gRoom, state.gLineArray, state.subArray})));
 }
 
-Result<Done> saveProject(const ApplicationState& state, const std::filesystem::path& file)
+Result<Saved> saveProject(const ApplicationState& state, const std::filesystem::path& file)
 {
     return writeFile(file, projectBytes(state));
 }
 
-Result<Done> importSpeakerData(ApplicationState& state, const std::filesystem::path& file)
+Result<std::string> importSpeakerData(ApplicationState& state, const std::filesystem::path& file)
 {
     const Result<SpeakerDataReading> reading = readSpeakerData(file, state.speakerData.directivity);
     if (!reading)
         return reading.error();
     state.speakerData.directivity = reading->directivity;
     state.directivityTable.reset();
-    if (const std::optional<Error> failed = failure(*reading, file))
-        return *failed;
-    return Done{};
+    const SpeakerDataLoad load = loadOf(*reading, file);
+    if (load.error)
+        return *load.error;
+    return load.note.value_or("");
 }
 
 } // namespace orva

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/file_access.h"
 #include "app/settings.h"
 #include "engine/acoustics.h"
 #include "engine/kernel_tables.h"
@@ -33,10 +34,16 @@ struct ApplicationState {
     std::shared_ptr<const RadialTable> radialTable;           ///< of `air`, once made
 };
 
-/// What became of the two files of LoadSystemData: an error for one that does not hold all bands.
+/// What became of a speaker data file that could be read.
+struct SpeakerDataLoad {
+    std::optional<Error> error;      ///< where it does not hold all bands, or not one number
+    std::optional<std::string> note; ///< where it holds all bands but not all values, a line
+};
+
+/// What became of the two files of LoadSystemData.
 struct SystemDataLoad {
-    std::optional<Error> standard;
-    std::optional<Error> compact;
+    SpeakerDataLoad standard;
+    SpeakerDataLoad compact;
 };
 /// Reads system.dat and systemsm.dat from `folder`. On an error (a file that is missing, unreadable
 /// or far too large) nothing is changed. A file of other content is taken as far as it goes.
@@ -63,11 +70,12 @@ Result<int> loadProject(ApplicationState& state, const std::filesystem::path& fi
 std::string projectBytes(const ApplicationState& state);
 
 /// Writes the current project.
-Result<Done> saveProject(const ApplicationState& state, const std::filesystem::path& file);
+Result<Saved> saveProject(const ApplicationState& state, const std::filesystem::path& file);
 
 /// Replaces the current directivity by what a speaker data file holds, until the next
 /// SelectSystem(). An error when the file cannot be read (nothing changed) or is not one of all
-/// bands ("Load data failed"; the bands that it holds are taken).
-Result<Done> importSpeakerData(ApplicationState& state, const std::filesystem::path& file);
+/// bands ("Load data failed"; the bands that it holds are taken). Else what is to be said about a
+/// file that does not hold all values, a line; empty when there is nothing.
+Result<std::string> importSpeakerData(ApplicationState& state, const std::filesystem::path& file);
 
 } // namespace orva

@@ -1,7 +1,11 @@
 #include "app/file_access.h"
 
-#include <QFile>
-#include <QSaveFile>
+#include "app/file_attributes.h"
+#include "app/temporary_file.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
 
 namespace orva {
 
@@ -9,83 +13,299 @@ namespace fs = std::filesystem;
 
 namespace {
 
-Error fileError(const char* what, const QFileDevice& file, const fs::path& path)
+constexpr const char* kNotRead = "cannot be read: ";
+constexpr const char* kNotWritten = "cannot be written: ";
+constexpr const char* kNoRegularFile = "it is no regular file";
+
+/// The call that failed and why, from `errno`.
+Error failed(const char* consequence, const std::string& call, const fs::path& path)
 {
-    return {std::string(what) + ": " + file.errorString().toStdString(), path.string()};
+    return {consequence + call + ": " + reasonOf(errno), path};
 }
 
-/// Qt's name of a file; none where Qt would mean another one.
-Result<QString> qtName(const fs::path& path)
+/// Repeats a call that a signal interrupted.
+template<typename Call>
+auto uninterrupted(Call call)
 {
-    const std::string bytes = path.string();
-    const QString name = QString::fromStdString(bytes);
-    if (bytes.empty())
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+/// The file that a name means, links followed, in a folder that is there.
+Result<fs::path> targetOf(fs::path name)
+{
+    constexpr int kMostLinks = 40;
+    const fs::path given = name;
+    const auto error = [&](int number) { return Error{kNotWritten + reasonOf(number), given}; };
+    if (name.empty())
         return Error{"the file name is empty", {}};
-    if (name.toStdString() != bytes)
-        return Error{"the file name is not UTF-8", bytes};
-    return name;
+    std::error_code code;
+    for (int links = 0; fs::is_symlink(fs::symlink_status(name, code)); ++links) {
+        if (links == kMostLinks)
+            return error(ELOOP);
+        name = name.parent_path() / fs::read_symlink(name, code);
+        if (code)
+            return error(code.value());
+    }
+    const fs::path folder = name.parent_path();
+    const fs::path real = fs::canonical(folder.empty() ? "." : folder, code);
+    if (code)
+        return error(code.value());
+    if (!name.has_filename())
+        return error(EISDIR);
+    return real / name.filename();
+}
+
+Result<std::string> readOpen(Disk& disk, int descriptor, const fs::path& path, std::size_t limit)
+{
+    struct stat found = {};
+    if (disk.fstat(descriptor, found) != 0)
+        return failed(kNotRead, "fstat", path);
+    if (!S_ISREG(found.st_mode))
+        return Error{std::string(kNotRead) + kNoRegularFile, path};
+    constexpr std::size_t kPiece = 1 << 20;
+    std::string bytes;
+    for (ssize_t taken = 1; taken > 0 && bytes.size() < limit;) {
+        const std::size_t before = bytes.size();
+        const std::size_t most = std::min(kPiece, limit - before);
+        bytes.resize(before + most);
+        taken = uninterrupted([&] { return disk.read(descriptor, bytes.data() + before, most); });
+        if (taken < 0)
+            return failed(kNotRead, "read", path);
+        bytes.resize(before + static_cast<std::size_t>(taken));
+    }
+    return bytes;
 }
 
 } // namespace
 
-Result<std::string> readFile(const fs::path& path, std::size_t limit)
+Result<std::string> readFile(const fs::path& path, std::size_t limit, Disk& disk)
 {
-    const Result<QString> name = qtName(path);
-    if (!name)
-        return name.error();
-    QFile file(*name);
-    if (!file.open(QIODevice::ReadOnly))
-        return fileError("cannot be opened", file, path);
-    const QByteArray bytes = file.read(static_cast<qint64>(limit));
-    if (file.error() != QFileDevice::NoError)
-        return fileError("cannot be read", file, path);
-    return bytes.toStdString();
+    if (path.empty())
+        return Error{"the file name is empty", {}};
+    const int descriptor =
+        uninterrupted([&] { return disk.open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY, 0); });
+    if (descriptor < 0 && errno == ENXIO) // a socket, or a device without its driver
+        return Error{std::string(kNotRead) + kNoRegularFile, path};
+    if (descriptor < 0)
+        return Error{"cannot be opened: " + reasonOf(errno), path};
+    Result<std::string> bytes = readOpen(disk, descriptor, path, limit);
+    disk.close(descriptor);
+    return bytes;
 }
 
-struct PendingFiles::File {
-    fs::path path;
-    QSaveFile file;
-};
+bool isSameFile(const fs::path& a, const fs::path& b)
+{
+    std::error_code error;
+    if (fs::equivalent(a, b, error))
+        return true;
+    const Result<fs::path> targetA = targetOf(a);
+    const Result<fs::path> targetB = targetOf(b);
+    return targetA && targetB && *targetA == *targetB;
+}
 
-PendingFiles::PendingFiles() = default;
-PendingFiles::PendingFiles(PendingFiles&&) noexcept = default;
-PendingFiles& PendingFiles::operator=(PendingFiles&&) noexcept = default;
-PendingFiles::~PendingFiles() = default;
+PendingFiles::~PendingFiles()
+{
+    for (File& file : m_files)
+        discard(file);
+}
 
 Result<Done> PendingFiles::add(const fs::path& path, std::string_view bytes)
 {
-    const Result<QString> name = qtName(path);
-    if (!name)
-        return name.error();
-    std::error_code error;
-    if (fs::exists(path, error) && !fs::is_regular_file(path, error))
-        return Error{"cannot be written: it is no regular file", path.string()};
-    auto pending = std::make_unique<File>();
-    pending->path = path;
-    QSaveFile& file = pending->file;
-    file.setFileName(*name);
-    const auto size = static_cast<qint64>(bytes.size());
-    // commit() does not see that emptying the buffer failed, on a full disk say: flush() does.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size || !file.flush())
-        return fileError("cannot be written", file, path);
-    m_files.push_back(std::move(pending));
+    const Result<fs::path> target = targetOf(path);
+    if (!target)
+        return target.error();
+    for (const File& other : m_files)
+        if (isSameFile(other.target, *target))
+            return Error{"two outputs cannot go into the same file", path};
+    File file;
+    file.path = path;
+    file.target = *target;
+    struct stat found = {};
+    if (m_disk.lstat(*target, found) == 0)
+        file.replaced = found;
+    else if (errno != ENOENT)
+        return failed(kNotWritten, "lstat", path);
+    if (file.replaced && !S_ISREG(found.st_mode))
+        return Error{std::string(kNotWritten) + kNoRegularFile, path};
+
+    removeRests(m_disk, *target);
+    Result<Done> written = write(file, bytes);
+    if (written)
+        m_files.push_back(std::move(file));
+    else
+        discard(file);
+    return written;
+}
+
+Result<Done> PendingFiles::write(File& file, std::string_view bytes)
+{
+    // What replaces a file is nobody else's to read before it has its rights.
+    const mode_t mode = file.replaced ? 0600 : 0666;
+    fs::path temporary;
+    file.descriptor = makeTemporary(m_disk, file.target, mode, temporary);
+    if (file.descriptor < 0)
+        return failed(kNotWritten, "open", file.path);
+    file.temporary = temporary;
+    while (!bytes.empty()) {
+        const ssize_t written = uninterrupted(
+            [&] { return m_disk.write(file.descriptor, bytes.data(), bytes.size()); });
+        if (written < 0)
+            return failed(kNotWritten, "write", file.path);
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    if (file.replaced)
+        file.losses = keepAttributes(m_disk, file.target, *file.replaced, file.descriptor);
+    if (uninterrupted([&] { return m_disk.fsync(file.descriptor); }) != 0)
+        return failed(kNotWritten, "fsync", file.path);
     return Done{};
 }
 
-Result<Done> PendingFiles::commit()
+Result<Saved> PendingFiles::commit()
 {
-    for (const auto& pending : m_files)
-        if (!pending->file.commit())
-            return fileError("cannot be written", pending->file, pending->path);
+    if (auto placed = placeAll(); !placed) {
+        while (!m_files.empty()) {
+            undo(m_files.back());
+            discard(m_files.back());
+            m_files.pop_back();
+        }
+        return placed.error();
+    }
+    Saved saved;
+    for (const File& file : m_files) {
+        std::string lost;
+        for (const std::string& loss : file.losses)
+            lost += (lost.empty() ? "" : ", ") + loss;
+        if (!lost.empty())
+            saved.notes.push_back(file.path.string() + ": not kept: " + lost +
+                                  "; the old file is " + file.old.string());
+        else if (!file.old.empty() && m_disk.unlink(file.old) != 0)
+            saved.notes.push_back(file.path.string() + ": the old file is left as " +
+                                  file.old.string() + ": unlink: " + reasonOf(errno));
+    }
     m_files.clear();
+    return saved;
+}
+
+/// Nothing is certain before the last step went well.
+Result<Done> PendingFiles::placeAll()
+{
+    for (auto step : {&PendingFiles::close, &PendingFiles::place, &PendingFiles::setAside})
+        for (File& file : m_files)
+            if (auto done = (this->*step)(file); !done)
+                return done;
+    for (const File& file : m_files)
+        if (auto synced = syncFolder(file); !synced)
+            return synced;
     return Done{};
 }
 
-Result<Done> writeFile(const fs::path& path, std::string_view bytes)
+Result<Done> PendingFiles::close(File& file)
 {
-    PendingFiles files;
+    const int descriptor = std::exchange(file.descriptor, -1);
+    if (m_disk.close(descriptor) != 0)
+        return failed(kNotWritten, "close", file.path);
+    return Done{};
+}
+
+Result<Done> PendingFiles::place(File& file)
+{
+    if (!file.replaced)
+        return placeByLink(file);
+    if (m_disk.exchange(file.temporary, file.target) != 0) {
+        // Not on every file system, and not when somebody removed the old file.
+        if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP || errno == ENOENT)
+            return placeByLink(file);
+        return failed(kNotWritten, "rename", file.path);
+    }
+    file.old = std::exchange(file.temporary, {});
+    file.placed = true;
+    return Done{};
+}
+
+Result<Done> PendingFiles::placeByLink(File& file)
+{
+    fs::path old;
+    if (file.replaced) {
+        old = freeTemporary(m_disk, file.target).value_or(fs::path());
+        if (m_disk.link(file.target, old) != 0) {
+            if (!file.losses.empty())
+                return failed("cannot be written: the old file cannot be kept: ", "link",
+                              file.path);
+            old.clear();
+        }
+    }
+    if (m_disk.rename(file.temporary, file.target) != 0) {
+        const Error error = failed(kNotWritten, "rename", file.path);
+        if (!old.empty())
+            m_disk.unlink(old);
+        return error;
+    }
+    file.temporary.clear();
+    file.old = old;
+    file.placed = true;
+    return Done{};
+}
+
+/// Where something was lost, the old file gets a name of its own.
+Result<Done> PendingFiles::setAside(File& file)
+{
+    if (file.losses.empty() || file.old.empty())
+        return Done{};
+    constexpr int kMost = 1000;
+    for (int number = 1; number <= kMost; ++number) {
+        fs::path name = file.target;
+        name += number == 1 ? ".old" : ".old" + std::to_string(number);
+        if (m_disk.renameNew(file.old, name) == 0) {
+            file.old = name;
+            return Done{};
+        }
+        if (errno != EEXIST)
+            break;
+    }
+    return failed("cannot be written: the old file cannot be kept: ", "rename", file.path);
+}
+
+Result<Done> PendingFiles::syncFolder(const File& file)
+{
+    const int folder = m_disk.open(file.target.parent_path(), O_RDONLY | O_DIRECTORY, 0);
+    if (folder < 0 && errno == EACCES) // it may be written to, not read
+        return Done{};
+    if (folder < 0)
+        return failed(kNotWritten, "open", file.path);
+    Result<Done> done = Done{};
+    // Some network file systems keep folders by themselves and say that this is no file to flush.
+    if (uninterrupted([&] { return m_disk.fsync(folder); }) != 0 && errno != EINVAL)
+        done = failed(kNotWritten, "fsync", file.path);
+    m_disk.close(folder);
+    return done;
+}
+
+void PendingFiles::undo(File& file)
+{
+    if (!file.placed)
+        return;
+    if (!file.old.empty())
+        m_disk.rename(file.old, file.target);
+    else if (!file.replaced)
+        m_disk.unlink(file.target);
+}
+
+void PendingFiles::discard(File& file)
+{
+    if (file.descriptor >= 0)
+        m_disk.close(file.descriptor);
+    if (!file.temporary.empty())
+        m_disk.unlink(file.temporary);
+}
+
+Result<Saved> writeFile(const fs::path& path, std::string_view bytes, Disk& disk)
+{
+    PendingFiles files(disk);
     if (auto added = files.add(path, bytes); !added)
-        return added;
+        return added.error();
     return files.commit();
 }
 

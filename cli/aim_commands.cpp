@@ -16,7 +16,9 @@ struct AimOptions : ProjectOptions {
 
 Result<Done> aim(const AimOptions& options, const Console& console)
 {
-    Result<ApplicationState> state = openForCalculation(options.file);
+    if (auto apart = checkOutputs(console, options.common, {options.outFile}, {}); !apart)
+        return apart;
+    Result<OpenProject> state = openForCalculation(options.file);
     if (!state)
         return state.error();
     const std::optional<double> angle = autoAim(state->gRoom, state->gLineArray);
@@ -30,9 +32,10 @@ Result<Done> aim(const AimOptions& options, const Console& console)
     if (!options.outFile.empty())
         if (auto added = files.add(options.outFile, projectBytes(*state)); !added)
             return added;
-    const Json result = {{"angle", jsonNumber(static_cast<float>(*angle))},
-                         {"pin", state->gLineArray.GIPinPoint()}};
-    return deliver(console, jsonText(result), files);
+    Json result = {{"angle", jsonNumber(static_cast<float>(*angle))},
+                   {"pin", state->gLineArray.GIPinPoint()}};
+    addWarnings(result, state->contradictions);
+    return deliver(console, jsonText(result), files, state->warnings);
 }
 
 Json jsonOf(const std::array<double, 10>& figures)
@@ -62,7 +65,9 @@ void addAimCommand(CLI::App& program, Work& work)
 {
     CLI::App* command = program.add_subcommand("aim", "aim the array at the audience");
     const auto options = std::make_shared<AimOptions>();
-    command->add_option("--out", options->outFile, "save the aimed project")->type_name("FILE");
+    command->add_option("--out", options->outFile, "save the aimed project")
+        ->check(fileName())
+        ->type_name("FILE");
     addProjectOptions(*command, *options);
     command->callback([options, &work] {
         work = [options](const Console& console) { return aim(*options, console); };

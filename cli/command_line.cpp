@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 
 #include "cli/options.h"
+#include "lang/utf8.h"
 
 #include <algorithm>
 #include <ostream>
@@ -15,15 +16,9 @@ namespace {
 constexpr int kWorkFailed = 1;
 constexpr int kArgumentsWrong = 2;
 
-std::string oneLine(std::string text)
-{
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    return text;
-}
-
 int argumentsWrong(const Console& console, const std::string& why)
 {
-    console.err << "orva-cli: " << oneLine(why) << "\nRun orva-cli --help for what it takes.\n";
+    console.err << "orva-cli: " << printable(why) << "\nRun orva-cli --help for what it takes.\n";
     return kArgumentsWrong;
 }
 
@@ -65,7 +60,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     const Result<Done> done = work(console);
     if (done)
         return 0;
-    console.err << "orva-cli: " << oneLine(done.error().text()) << '\n';
+    console.err << "orva-cli: " << printable(done.error().text()) << '\n';
     return kWorkFailed;
 }
 

@@ -23,7 +23,7 @@ Json perBox(const LineArray& array, const std::array<float, n>& figures)
 
 Result<Done> printGeometry(const ProjectOptions& options, const Console& console)
 {
-    const Result<ApplicationState> state = openForCalculation(options.file);
+    const Result<OpenProject> state = openForCalculation(options.file);
     if (!state)
         return state.error();
     LineArray array = state->gLineArray;
@@ -41,17 +41,18 @@ Result<Done> printGeometry(const ProjectOptions& options, const Console& console
         {"bass", jsonNumber(array.GFGetSpeakerByType(system.TypeCodeBass))},
         {"cable", jsonNumber(array.GFGetCableWeight())}};
     PendingFiles files;
-    const Json result = {{"firstAngle", jsonNumber(array.GFFirstAngle())},
-                         {"pinPoint", array.GIPinPoint()},
-                         {"pinRemainder", jsonNumber(array.GFPinPointRemainder())},
-                         {"pinAngles", pinAngles},
-                         {"centerOfMass", jsonNumbers(centerOfMass)},
-                         {"bounds", jsonNumbers(array.GFAGetBounds())},
-                         {"sources", perBox(array, array.GFAGetOriginPTSandAng(true))},
-                         {"boxCentersOfGravity", perBox(array, array.GFAGetCOMPTS())},
-                         {"angleBounds", array.IAGetAngleBounds()},
-                         {"weight", weight}};
-    return deliver(console, jsonText(result), files);
+    Json result = {{"firstAngle", jsonNumber(array.GFFirstAngle())},
+                   {"pinPoint", array.GIPinPoint()},
+                   {"pinRemainder", jsonNumber(array.GFPinPointRemainder())},
+                   {"pinAngles", pinAngles},
+                   {"centerOfMass", jsonNumbers(centerOfMass)},
+                   {"bounds", jsonNumbers(array.GFAGetBounds())},
+                   {"sources", perBox(array, array.GFAGetOriginPTSandAng(true))},
+                   {"boxCentersOfGravity", perBox(array, array.GFAGetCOMPTS())},
+                   {"angleBounds", array.IAGetAngleBounds()},
+                   {"weight", weight}};
+    addWarnings(result, state->contradictions);
+    return deliver(console, jsonText(result), files, state->warnings);
 }
 
 } // namespace

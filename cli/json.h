@@ -19,6 +19,14 @@ using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::strin
 Json jsonNumber(float value);
 Json jsonNumbers(std::span<const float> values);
 
+/// Adds "warnings" to a result where there are some.
+template<typename Object>
+void addWarnings(Object& result, const std::vector<std::string>& warnings)
+{
+    if (!warnings.empty())
+        result["warnings"] = warnings;
+}
+
 /// The object, one name a line.
 template<typename Object>
 std::string jsonText(const Object& object)

@@ -18,7 +18,10 @@ struct Options : ProjectOptions {
 
 Result<Done> printLevels(const Options& options, const Console& console)
 {
-    Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    if (auto apart = checkOutputs(console, options.common, {options.picture.file}, {options.file});
+        !apart)
+        return apart;
+    Result<OpenProject> state = openForPrediction(options.file, options.common, console);
     if (!state)
         return state.error();
     const LevelChoice choice = options.prediction.choice();
@@ -54,13 +57,14 @@ Result<Done> printLevels(const Options& options, const Console& console)
                          {"max", jsonNumber(levels[points])},
                          {"min", jsonNumber(levels[points + 1])}});
     }
-    const Json result = {{"fromBand", choice.bands.from},
-                         {"toBand", choice.bands.to},
-                         {"levelField", static_cast<int>(choice.field)},
-                         {"aWeighted", choice.aWeighted},
-                         {"foh", jsonNumber(levelsAlong(fohLine(state->gRoom), 1).front())},
-                         {"areas", areas}};
-    return deliver(console, jsonText(result), files);
+    Json result = {{"fromBand", choice.bands.from},
+                   {"toBand", choice.bands.to},
+                   {"levelField", static_cast<int>(choice.field)},
+                   {"aWeighted", choice.aWeighted},
+                   {"foh", jsonNumber(levelsAlong(fohLine(state->gRoom), 1).front())},
+                   {"areas", areas}};
+    addWarnings(result, state->contradictions);
+    return deliver(console, jsonText(result), files, state->warnings);
 }
 
 } // namespace
@@ -71,7 +75,7 @@ void addLevelsCommand(CLI::App& program, Work& work)
         "levels", "print the level at the FOH and along each audience area as JSON");
     const auto options = std::make_shared<Options>();
     command->add_option("--points", options->points, "points along each audience area")
-        ->check(numberBetween(1, std::numeric_limits<int>::max() - 2))
+        ->check(numberBetween(1, 1'000'000))
         ->type_name("N")
         ->capture_default_str();
     command->add_option("--area", options->pictureArea, "audience area of the picture")

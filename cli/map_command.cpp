@@ -45,7 +45,11 @@ float timed(const Options& options, const Console& console, const char* label, S
 
 Result<Done> calculateMap(const Options& options, const Console& console)
 {
-    Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    if (auto apart = checkOutputs(console, options.common, {options.csvFile, options.picture.file},
+                                  {options.file});
+        !apart)
+        return apart;
+    Result<OpenProject> state = openForPrediction(options.file, options.common, console);
     if (!state)
         return state.error();
     const std::optional<MapGrid> grid = PrepareMapGrid(state->gRoom, options.cellM, options.cellM);
@@ -95,16 +99,17 @@ Result<Done> calculateMap(const Options& options, const Console& console)
     if (!drawn)
         return drawn;
     const Json seconds = {{"raw", rawSeconds}, {"sum", sumSeconds}, {"draw", drawSeconds}};
-    const Json result = {{"columns", grid->columns},
-                         {"rows", grid->rows},
-                         {"cellW", jsonNumber(grid->CellW)},
-                         {"cellH", jsonNumber(grid->CellH)},
-                         {"offX", jsonNumber(grid->OffX)},
-                         {"offY", jsonNumber(grid->OffY)},
-                         {"max", jsonNumber(map->max)},
-                         {"min", jsonNumber(map->min)},
-                         {"seconds", seconds}};
-    return deliver(console, jsonText(result), files);
+    Json result = {{"columns", grid->columns},
+                   {"rows", grid->rows},
+                   {"cellW", jsonNumber(grid->CellW)},
+                   {"cellH", jsonNumber(grid->CellH)},
+                   {"offX", jsonNumber(grid->OffX)},
+                   {"offY", jsonNumber(grid->OffY)},
+                   {"max", jsonNumber(map->max)},
+                   {"min", jsonNumber(map->min)},
+                   {"seconds", seconds}};
+    addWarnings(result, state->contradictions);
+    return deliver(console, jsonText(result), files, state->warnings);
 }
 
 } // namespace
@@ -119,6 +124,7 @@ void addMapCommand(CLI::App& program, Work& work)
         ->type_name("M")
         ->capture_default_str();
     command->add_option("--csv", options->csvFile, "write the levels in dB, top row first")
+        ->check(fileName())
         ->type_name("FILE");
     addPictureOptions(*command, options->picture, "write the room view with the map");
     addPredictionOptions(*command, options->prediction);

@@ -4,6 +4,8 @@
 #include "cli/progress_bar.h"
 #include "lang/string_table.h"
 #include "optimize/quick_search.h"
+#include "optimize/search_fingerprint.h"
+#include "optimize/search_part.h"
 
 #include <chrono>
 #include <limits>
@@ -112,7 +114,9 @@ void searchQuickly(const Options& options, const std::shared_ptr<const SearchTas
 
 Result<Done> optimize(const Options& options, const Console& console)
 {
-    Result<ApplicationState> state = openForPrediction(options.file, options.common, console);
+    if (auto apart = checkOutputs(console, options.common, {options.outFile}, {}); !apart)
+        return apart;
+    Result<OpenProject> state = openForPrediction(options.file, options.common, console);
     if (!state)
         return state.error();
     if (options.area > state->gRoom.GIGetNumAreas())
@@ -127,7 +131,8 @@ Result<Done> optimize(const Options& options, const Console& console)
                    options.points, options.prediction.choice()));
 
     const Clock::time_point start = Clock::now();
-    PreciseJson result = {{"configurations", *candidates->NumConfigs()}};
+    PreciseJson result = {{"task", searchFingerprint(*task, *candidates, options.area)},
+                          {"configurations", *candidates->NumConfigs()}};
     std::vector<Ranked> best;
     if (options.quick)
         searchQuickly(options, task, *candidates, result, best);
@@ -139,6 +144,7 @@ Result<Done> optimize(const Options& options, const Console& console)
     result["original"] = {{"angles", state->gLineArray.GIAGetAllAngle()}};
     result["configurationsPerSecond"] =
         result["tested"].get<double>() / std::max(seconds.count(), 1e-9);
+    addWarnings(result, state->contradictions);
 
     PendingFiles files;
     if (!options.outFile.empty()) {
@@ -146,74 +152,41 @@ Result<Done> optimize(const Options& options, const Console& console)
         if (auto added = files.add(options.outFile, projectBytes(*state)); !added)
             return added;
     }
-    return deliver(console, jsonText(result), files);
+    return deliver(console, jsonText(result), files, state->warnings);
 }
 
-/// What one part of a search has printed; the rest of it in `json`.
-Result<SearchPart> readPart(const std::string& file, PreciseJson& json)
+Result<PartResult> readPartFile(const std::string& file)
 {
-    constexpr std::size_t kMostBytes = 1 << 20;
-    const Result<std::string> text = readFile(file, kMostBytes);
+    const Result<std::string> text = readFile(file, kPartMaxBytes + 1);
     if (!text)
         return text.error();
-    json = PreciseJson::parse(*text, nullptr, false);
-    const auto isNumber = [](const PreciseJson& object, const char* name) {
-        return object.contains(name) && object[name].is_number_unsigned();
-    };
-    const Error notAPart{"this is no result of a search", file};
-    if (!json.is_object() || !isNumber(json, "configurations") || !isNumber(json, "tested") ||
-        !isNumber(json, "first") || !json.contains("range") || !json.contains("original") ||
-        !json.contains("best") || !json["best"].is_array())
-        return notAPart;
-    if (json.contains("evaluations"))
-        return Error{"this is the result of a quick search, which tests no part of the order",
-                     file};
-    SearchPart part{json["first"], json["tested"], {}};
-    for (const PreciseJson& entry : json["best"]) {
-        if (!entry.is_object() || !entry.contains("angles") || !entry["angles"].is_array() ||
-            entry["angles"].size() != LineArray::kPositions || !entry.contains("rms") ||
-            !(entry["rms"].is_number() || entry["rms"].is_null()) || !isNumber(entry, "number"))
-            return notAPart;
-        Ranked ranked{
-            {}, entry["rms"].is_null() ? kNoMeasure : entry["rms"].get<double>(), entry["number"]};
-        if (ranked.number < part.first || ranked.number - part.first >= part.tested)
-            return Error{"configuration " + std::to_string(ranked.number) +
-                             " is not among those that were tested",
-                         file};
-        for (std::size_t i = 0; i < ranked.angles.size(); ++i) {
-            if (!entry["angles"][i].is_number_integer())
-                return notAPart;
-            ranked.angles[i] = entry["angles"][i].get<std::int16_t>();
-        }
-        part.best.push_back(ranked);
-    }
-    return part;
+    return readPart(*text, file);
 }
 
 Result<Done> merge(const std::vector<std::string>& names, const Console& console)
 {
     std::vector<SearchPart> parts;
-    PreciseJson result;
+    PartResult search;
     for (const std::string& name : names) {
-        PreciseJson json;
-        const Result<SearchPart> part = readPart(name, json);
+        const Result<PartResult> part = readPartFile(name);
         if (!part)
             return part.error();
-        for (const char* same : {"configurations", "range", "original"})
-            if (!parts.empty() && json[same] != result[same])
-                return Error{"this is a part of another search", name};
-        result = json;
-        parts.push_back(*part);
+        if (parts.empty())
+            search = *part;
+        else if (!part->belongsTo(search))
+            return Error{"this is a part of another search than " + names.front(), name};
+        parts.push_back(part->part);
     }
     const Result<SearchPart> whole = mergeParts(std::move(parts));
     if (!whole)
         return whole.error();
-    const PreciseJson merged = {{"configurations", result["configurations"]},
+    const PreciseJson merged = {{"task", search.task},
+                                {"configurations", search.configurations},
                                 {"tested", whole->tested},
                                 {"first", whole->first},
-                                {"range", result["range"]},
+                                {"range", {search.range.first, search.range.last}},
                                 {"best", jsonOf(whole->best)},
-                                {"original", result["original"]}};
+                                {"original", {{"angles", search.original}}}};
     PendingFiles files;
     return deliver(console, jsonText(merged), files);
 }
@@ -225,7 +198,9 @@ void addOptimizeCommand(CLI::App& program, Work& work)
     CLI::App* command = program.add_subcommand(
         "optimize", "search the splay angles that cover an audience area most evenly");
     const auto options = std::make_shared<Options>();
-    command->add_option("project", options->file, "the project")->type_name("PROJECT.lad");
+    command->add_option("project", options->file, "the project")
+        ->check(fileName())
+        ->type_name("PROJECT.lad");
     command->add_option("--area", options->area, "audience area")
         ->check(numberBetween(1, std::numeric_limits<int>::max()))
         ->type_name("N");
@@ -260,8 +235,13 @@ void addOptimizeCommand(CLI::App& program, Work& work)
     command->add_flag("--quick", options->quick,
                       "search quickly, without the proof that there is nothing better");
     command->add_option("--out", options->outFile, "save the project with the best angles")
+        ->check(fileName())
         ->type_name("FILE");
-    command->add_option("--merge", options->merge, "join the results of parts of one search")
+    command
+        ->add_option(
+            "--merge", options->merge,
+            "join the results of parts of one search; parts whose tasks differ are refused")
+        ->check(fileName())
         ->type_name("FILE...");
     addPredictionOptions(*command, options->prediction);
     addCommonOptions(*command, options->common);

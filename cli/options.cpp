@@ -2,6 +2,7 @@
 
 #include "engine/parallel.h"
 #include "lang/number_text.h"
+#include "lang/utf8.h"
 #include "painting/picture.h"
 
 #include <algorithm>
@@ -49,6 +50,15 @@ CLI::Validator numberBetween(double low, double high)
                        [=](double value) { return value >= low && value <= high; });
 }
 
+CLI::Validator fileName()
+{
+    return {[](const std::string& name) {
+                return name.empty() ? std::string("the name of a file or folder is empty")
+                                    : std::string();
+            },
+            ""};
+}
+
 CLI::Validator numberAboveZero()
 {
     return numberCheck("a number above 0", [](double value) {
@@ -63,10 +73,12 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
     command
         .add_option("--data", options.dataFolder,
                     "folder with system.dat and systemsm.dat (default: the program's own)")
+        ->check(fileName())
         ->type_name("DIR");
     command
         .add_option("--speaker-data", options.speakerDataFile,
                     "loudspeaker data (.xhn) to read over the system's own")
+        ->check(fileName())
         ->type_name("FILE");
     command.add_option("--temperature", options.temperatureC, "air temperature in °C, -20 to 50")
         ->check(numberBetween(-20, 50))
@@ -81,7 +93,10 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
         ->type_name("LANG")
         ->capture_default_str();
     command
-        .add_option("--threads", options.threads, "threads to calculate on (default: one per core)")
+        .add_option_function<int>(
+            "--threads",
+            [&options](int threads) { options.threads = std::min(threads, kMostThreads); },
+            "threads to calculate on (default: one per core)")
         ->check(numberBetween(1, std::numeric_limits<int>::max()))
         ->type_name("N");
     command.add_flag("--progress", options.progress,
@@ -90,7 +105,10 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
 
 void addProjectOptions(CLI::App& command, ProjectOptions& options)
 {
-    command.add_option("PROJECT.lad", options.file, "the project")->required()->type_name("");
+    command.add_option("PROJECT.lad", options.file, "the project")
+        ->required()
+        ->check(fileName())
+        ->type_name("");
     addCommonOptions(command, options.common);
 }
 
@@ -138,7 +156,7 @@ DrawingOptions CommonOptions::drawing() const
 
 void addPictureOptions(CLI::App& command, PictureOptions& options, const char* description)
 {
-    command.add_option("--png", options.file, description)->type_name("FILE");
+    command.add_option("--png", options.file, description)->check(fileName())->type_name("FILE");
     command.add_option("--width", options.widthPx, "width of the picture in pixels")
         ->check(numberBetween(1, 16384))
         ->type_name("PX")
@@ -154,12 +172,39 @@ Result<Done> addPicture(const PictureOptions& options,
     return files.add(options.file, pngPicture(options.widthPx, height, draw));
 }
 
-Result<Done> deliver(const Console& console, const std::string& result, PendingFiles& files)
+Result<Done> deliver(const Console& console, const std::string& result, PendingFiles& files,
+                     const std::vector<std::string>& warnings)
 {
     console.out << result << std::flush;
     if (!console.out)
         return Error{"the result cannot be written", "standard output"};
-    return files.commit();
+    const Result<Saved> saved = files.commit();
+    if (!saved)
+        return saved.error();
+    for (const std::vector<std::string>* lines : {&warnings, &saved->notes})
+        for (const std::string& line : *lines)
+            console.err << "orva-cli: warning: " << printable(line) << '\n';
+    return Done{};
+}
+
+std::filesystem::path CommonOptions::dataFolderOf(const Console& console) const
+{
+    return dataFolder.empty() ? console.programFolder / "bin" : std::filesystem::path(dataFolder);
+}
+
+Result<Done> checkOutputs(const Console& console, const CommonOptions& options,
+                          const std::vector<std::string>& outputs,
+                          const std::vector<std::string>& inputs)
+{
+    const std::filesystem::path folder = options.dataFolderOf(console);
+    std::vector<std::filesystem::path> read = {folder / "system.dat", folder / "systemsm.dat",
+                                               options.speakerDataFile};
+    read.insert(read.end(), inputs.begin(), inputs.end());
+    for (const std::string& output : outputs)
+        for (const std::filesystem::path& input : read)
+            if (!output.empty() && !input.empty() && isSameFile(output, input))
+                return Error{"the output would replace a file that is read", output};
+    return Done{};
 }
 
 LevelChoice PredictionOptions::choice() const

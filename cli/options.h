@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include <CLI/App.hpp>
 
@@ -20,6 +21,7 @@ namespace orva {
 struct CommonOptions {
     TextOptions text() const;
     DrawingOptions drawing() const; ///< the grids of a first start
+    std::filesystem::path dataFolderOf(const Console& console) const;
 
     std::string dataFolder;
     std::string speakerDataFile;
@@ -53,8 +55,19 @@ void addPictureOptions(CLI::App& command, PictureOptions& options, const char* d
 Result<Done> addPicture(const PictureOptions& options,
                         const std::function<void(DrawingSurface&)>& draw, PendingFiles& files);
 
-/// Prints a result and, when that went well, lets the files take their places.
-Result<Done> deliver(const Console& console, const std::string& result, PendingFiles& files);
+/// Prints a result and, when that went well, lets the files take their places. What there is to be
+/// said about a run that went well, `warnings` and what the files tell, goes to standard error.
+Result<Done> deliver(const Console& console, const std::string& result, PendingFiles& files,
+                     const std::vector<std::string>& warnings = {});
+
+/// An error where an output is one of the files that a run reads: `inputs`, the loudspeaker data of
+/// the options, the data folder's files. Empty names stand for no file.
+Result<Done> checkOutputs(const Console& console, const CommonOptions& options,
+                          const std::vector<std::string>& outputs,
+                          const std::vector<std::string>& inputs);
+
+/// Refuses the empty name of a file or folder.
+CLI::Validator fileName();
 
 /// Refuses what is no number from `low` to `high`, infinity and NaN included.
 CLI::Validator numberBetween(double low, double high);

@@ -1,5 +1,7 @@
 #include "cli/prediction.h"
 
+#include "model/contradictions.h"
+
 namespace orva {
 
 namespace {
@@ -13,37 +15,44 @@ std::optional<Error> notCalculable(const ApplicationState& state, const std::str
 
 } // namespace
 
-Result<ApplicationState> openForCalculation(const std::string& projectFile)
+Result<OpenProject> openForCalculation(const std::string& projectFile)
 {
-    ApplicationState state;
-    if (const auto version = loadProject(state, projectFile); !version)
+    OpenProject project;
+    if (const auto version = loadProject(project, projectFile); !version)
         return version.error();
-    if (const std::optional<Error> error = notCalculable(state, projectFile))
+    if (const std::optional<Error> error = notCalculable(project, projectFile))
         return *error;
-    return state;
+    project.contradictions = contradictions(project.gLineArray, Language::English);
+    for (const std::string& line : project.contradictions)
+        project.warnings.push_back(Error{line, projectFile}.text());
+    return project;
 }
 
-Result<ApplicationState> openForPrediction(const std::string& projectFile,
-                                           const CommonOptions& options, const Console& console)
+Result<OpenProject> openForPrediction(const std::string& projectFile, const CommonOptions& options,
+                                      const Console& console)
 {
-    Result<ApplicationState> state = openForCalculation(projectFile);
-    if (!state)
-        return state;
-    const Result<SystemDataLoad> load = LoadSystemData(
-        *state, options.dataFolder.empty() ? console.programFolder / "bin"
-                                           : std::filesystem::path(options.dataFolder));
+    Result<OpenProject> project = openForCalculation(projectFile);
+    if (!project)
+        return project;
+    const Result<SystemDataLoad> load = LoadSystemData(*project, options.dataFolderOf(console));
     if (!load)
         return load.error();
-    const std::int16_t system = state->gLineArray.GIGetArrayType();
-    if (const std::optional<Error>& failed =
-            system == kStandardSystem ? load->standard : load->compact)
-        return *failed;
-    SelectSystem(*state, system);
-    UpdateSpeedOfSound(*state, options.temperatureC);
-    if (!options.speakerDataFile.empty())
-        if (const auto read = importSpeakerData(*state, options.speakerDataFile); !read)
-            return read.error();
-    return state;
+    const std::int16_t system = project->gLineArray.GIGetArrayType();
+    const SpeakerDataLoad& data = system == kStandardSystem ? load->standard : load->compact;
+    if (data.error)
+        return *data.error;
+    if (data.note)
+        project->warnings.push_back(*data.note);
+    SelectSystem(*project, system);
+    UpdateSpeedOfSound(*project, options.temperatureC);
+    if (options.speakerDataFile.empty())
+        return project;
+    const Result<std::string> note = importSpeakerData(*project, options.speakerDataFile);
+    if (!note)
+        return note.error();
+    if (!note->empty())
+        project->warnings.push_back(*note);
+    return project;
 }
 
 } // namespace orva

@@ -5,12 +5,18 @@
 
 namespace orva {
 
+/// A state with a project, and what there is to be said about what was read.
+struct OpenProject : ApplicationState {
+    std::vector<std::string> contradictions; ///< of the array, for the result
+    std::vector<std::string> warnings;       ///< all, with the files they are about
+};
+
 /// A state with the project loaded and an array that can be calculated; else an error.
-Result<ApplicationState> openForCalculation(const std::string& projectFile);
+Result<OpenProject> openForCalculation(const std::string& projectFile);
 
 /// The same with loudspeaker data and air as the options say, ready to predict. An error also when
 /// the data of the project's system is not whole.
-Result<ApplicationState> openForPrediction(const std::string& projectFile,
-                                           const CommonOptions& options, const Console& console);
+Result<OpenProject> openForPrediction(const std::string& projectFile, const CommonOptions& options,
+                                      const Console& console);
 
 } // namespace orva

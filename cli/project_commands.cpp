@@ -14,11 +14,16 @@ struct NewOptions {
     std::string system = "standard";
 };
 
-Result<Done> writeNew(const NewOptions& options)
+Result<Done> writeNew(const NewOptions& options, const Console& console)
 {
+    if (auto apart = checkOutputs(console, options.common, {options.file}, {}); !apart)
+        return apart;
     ApplicationState state;
     SetNewProject(state, options.system == "compact" ? kCompactSystem : kStandardSystem);
-    return saveProject(state, options.file);
+    PendingFiles files;
+    if (auto added = files.add(options.file, projectBytes(state)); !added)
+        return added;
+    return deliver(console, "", files);
 }
 
 std::string withoutTrailingBlanks(std::string text)
@@ -82,14 +87,16 @@ void addNewCommand(CLI::App& program, Work& work)
     const auto options = std::make_shared<NewOptions>();
     command->add_option("OUT.lad", options->file, "the project file to write")
         ->required()
+        ->check(fileName())
         ->type_name("");
     command->add_option("--system", options->system, "which loudspeaker system")
         ->check(CLI::IsMember({"standard", "compact"}))
         ->type_name("SYSTEM")
         ->capture_default_str();
     addCommonOptions(*command, options->common);
-    command->callback(
-        [options, &work] { work = [options](const Console&) { return writeNew(*options); }; });
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return writeNew(*options, console); };
+    });
 }
 
 void addShowCommand(CLI::App& program, Work& work)

@@ -13,7 +13,10 @@ struct RiggingOptions : ProjectOptions {
 
 Result<Done> printRigging(const RiggingOptions& options, const Console& console)
 {
-    const Result<ApplicationState> state = openForCalculation(options.file);
+    if (auto apart = checkOutputs(console, options.common, {options.picture.file}, {options.file});
+        !apart)
+        return apart;
+    const Result<OpenProject> state = openForCalculation(options.file);
     if (!state)
         return state.error();
     PendingFiles files;
@@ -24,7 +27,7 @@ Result<Done> printRigging(const RiggingOptions& options, const Console& console)
         return drawn;
     std::string sheet = state->gLineArray.GSGetPrintout(options.common.text());
     std::erase(sheet, '\r'); // the line ends of a terminal
-    return deliver(console, sheet, files);
+    return deliver(console, sheet, files, state->warnings);
 }
 
 } // namespace

@@ -12,7 +12,6 @@
 namespace orva {
 
 namespace {
-constexpr int kMostThreads = 256;
 
 /// Threads that stay from call to call: waking one takes two thirds of the time of starting one.
 class Helpers {

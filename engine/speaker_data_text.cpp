@@ -1,7 +1,9 @@
 #include "engine/speaker_data_text.h"
 
 #include "lang/decimal_text.h"
+#include "lang/utf8.h"
 
+#include <bitset>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -12,8 +14,13 @@ namespace orva {
 namespace {
 
 constexpr int kHeaderLines = 10;
-constexpr std::string_view kAbove = "90\xB0"; // Windows-1252; stands in "190°" too
-constexpr std::string_view kBelow = "270\xB0";
+/// Of the lines above and below the axis; "90°" stands in "190°" too.
+struct Keys {
+    std::string_view above;
+    std::string_view below;
+};
+constexpr Keys kWindows1252Keys = {"90\xB0", "270\xB0"};
+constexpr Keys kUtf8Keys = {"90\xC2\xB0", "270\xC2\xB0"};
 /// Louder than on axis by more than this is no loudspeaker, and more than a 32-bit power holds.
 constexpr double kLargestGainDb = 300;
 constexpr std::string_view kFrequencyKey = "\"Frequency\"";
@@ -22,17 +29,28 @@ constexpr std::string_view kPhaseKey = "\"PhaseData\"";
 /// The lines of one band in the order in which they must come.
 enum class Expected { Frequency, MagnitudeAbove, MagnitudeBelow, Phase, PhaseAbove, PhaseBelow };
 
+/// Which values of a band were numbers: above the axis, then below it.
+using NumbersRead =
+    std::bitset<SpeakerDataReading::kValuesAbove + SpeakerDataReading::kValuesBelow>;
+
 /// Stores a line of angle values into a row of 72 steps. False for a value that is too large.
 class AngleLine {
 public:
-    AngleLine(std::array<float, kAngleSteps>& row, bool phase) : m_row(row), m_phase(phase) {}
+    AngleLine(std::array<float, kAngleSteps>& row, bool phase, NumbersRead& read)
+        : m_row(row), m_phase(phase), m_read(read)
+    {
+    }
 
     /// From the axis upwards: steps 0, 71, 70, ...; the last value of the line is not stored.
     bool storeAbove(std::string_view values)
     {
-        for (std::size_t i = 0; values.find(',') != std::string_view::npos; ++i)
-            if (!store((kAngleSteps - i % kAngleSteps) % kAngleSteps, i, takeUpTo(values, ',')))
+        for (std::size_t i = 0; values.find(',') != std::string_view::npos; ++i) {
+            const std::string_view text = takeUpTo(values, ',');
+            if (!store((kAngleSteps - i % kAngleSteps) % kAngleSteps, i, text))
                 return false;
+            if (i < SpeakerDataReading::kValuesAbove && numberAtStart(text))
+                m_read.set(i);
+        }
         return true;
     }
 
@@ -42,8 +60,11 @@ public:
         bool more = true;
         for (std::size_t i = 0; more; ++i) {
             more = values.find(',') != std::string_view::npos;
-            if (!store(i, i, takeUpTo(values, ',')))
+            const std::string_view text = takeUpTo(values, ',');
+            if (!store(i, i, text))
                 return false;
+            if (i < SpeakerDataReading::kValuesBelow && numberAtStart(text))
+                m_read.set(SpeakerDataReading::kValuesAbove + i);
         }
         return true;
     }
@@ -65,6 +86,7 @@ private:
 
     std::array<float, kAngleSteps>& m_row;
     bool m_phase;
+    NumbersRead& m_read;
 };
 
 bool contains(std::string_view text, std::string_view part)
@@ -75,7 +97,10 @@ bool contains(std::string_view text, std::string_view part)
 /// Takes the lines one after another; what is not the line expected next is passed over.
 class Reader {
 public:
-    explicit Reader(const Directivity& before) : m_reading{before, 0} {}
+    Reader(const Directivity& before, const Keys& keys) : m_keys(keys)
+    {
+        m_reading.directivity = before;
+    }
 
     enum class Step { GoOn, Stop, TooLarge };
 
@@ -107,7 +132,17 @@ public:
         return Step::GoOn;
     }
 
-    const SpeakerDataReading& reading() const { return m_reading; }
+    SpeakerDataReading reading() const
+    {
+        SpeakerDataReading result = m_reading;
+        for (std::size_t band = 0; band < kBands; ++band) {
+            const auto both = m_magnitudesRead[band] & m_phasesRead[band];
+            result.values += static_cast<int>(both.count());
+            result.numbers +=
+                static_cast<int>(m_magnitudesRead[band].count() + m_phasesRead[band].count());
+        }
+        return result;
+    }
 
 private:
     Step takeFrequency(std::string_view value)
@@ -123,13 +158,14 @@ private:
     AngleLine angleLine(Directivity::Table& table)
     {
         const bool phase = &table == &m_reading.directivity.DirPhase;
-        return {table[static_cast<std::size_t>(m_reading.bands - 1)], phase};
+        const auto band = static_cast<std::size_t>(m_reading.bands - 1);
+        return {table[band], phase, (phase ? m_phasesRead : m_magnitudesRead)[band]};
     }
 
     Step takeAbove(std::string_view key, std::string_view values, Directivity::Table& table,
                    Expected next)
     {
-        if (!contains(key, kAbove))
+        if (!contains(key, m_keys.above))
             return Step::GoOn;
         m_expected = next;
         return angleLine(table).storeAbove(values) ? Step::GoOn : Step::TooLarge;
@@ -138,17 +174,47 @@ private:
     Step takeBelow(std::string_view key, std::string_view values, Directivity::Table& table,
                    Expected next)
     {
-        if (!contains(key, kBelow))
+        if (!contains(key, m_keys.below))
             return Step::GoOn;
         m_expected = next;
         return angleLine(table).storeBelow(values) ? Step::GoOn : Step::TooLarge;
     }
 
+    Keys m_keys;
     SpeakerDataReading m_reading;
+    PerBand<NumbersRead> m_magnitudesRead;
+    PerBand<NumbersRead> m_phasesRead;
     Expected m_expected = Expected::Frequency;
 };
 
+/// A degree sign of Windows-1252 behind a digit is no UTF-8.
+bool isUtf8(std::string_view text)
+{
+    while (!text.empty())
+        if (!takeCharacter(text))
+            return false;
+    return true;
+}
+
+/// 1,606
+std::string withThousands(int count)
+{
+    std::string digits = std::to_string(count);
+    if (digits.size() > 3)
+        digits.insert(digits.size() - 3, ",");
+    return digits;
+}
+
 } // namespace
+
+std::optional<std::string> SpeakerDataReading::shortfall() const
+{
+    if (bands < kBands)
+        return std::to_string(bands) + " of " + std::to_string(kBands) + " bands found";
+    if (values == kAllValues)
+        return std::nullopt;
+    return withThousands(values) + " of " + withThousands(kAllValues) + " values were read";
+}
 
 Result<SpeakerDataReading> ReadSpeakerDataText(std::string_view text, const Directivity& before,
                                                std::string_view name)
@@ -156,7 +222,11 @@ Result<SpeakerDataReading> ReadSpeakerDataText(std::string_view text, const Dire
     if (text.size() > kSpeakerDataMaxBytes)
         return Error{"the speaker data is larger than 64 MB", std::string(name)};
 
-    Reader reader(before);
+    if (text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF")
+        return Error{"the speaker data is UTF-16 text; save it as Windows-1252 or UTF-8",
+                     std::string(name)};
+
+    Reader reader(before, isUtf8(text) ? kUtf8Keys : kWindows1252Keys);
     for (int number = 1; !text.empty(); ++number) {
         const auto error = [&](std::string what) {
             return Error{std::move(what), std::string(name) + ", line " + std::to_string(number)};

@@ -69,7 +69,7 @@ bool setVenue(Room& room, const Venue& venue)
 
 bool write(const ApplicationState& state, const std::filesystem::path& file)
 {
-    const Result<Done> written = saveProject(state, file);
+    const Result<Saved> written = saveProject(state, file);
     if (!written)
         std::cerr << "make_examples: " << written.error().text() << '\n';
     return static_cast<bool>(written);

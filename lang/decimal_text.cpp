@@ -26,11 +26,11 @@ double saturated(std::string_view number)
 
 } // namespace
 
-double leadingNumber(std::string_view text)
+std::optional<double> numberAtStart(std::string_view text)
 {
     const std::size_t start = text.find_first_not_of(" \t");
     if (start == std::string_view::npos)
-        return 0;
+        return std::nullopt;
     text.remove_prefix(start);
 
     const bool negative = text.front() == '-';
@@ -39,13 +39,18 @@ double leadingNumber(std::string_view text)
     const bool number = !text.empty() && (isDigit(text[0]) ||
                                           (text.size() > 1 && text[0] == '.' && isDigit(text[1])));
     if (!number)
-        return 0;
+        return std::nullopt;
 
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error == std::errc::result_out_of_range)
         value = saturated(text.substr(0, static_cast<std::size_t>(end - text.data())));
     return negative ? -value : value;
+}
+
+double leadingNumber(std::string_view text)
+{
+    return numberAtStart(text).value_or(0);
 }
 
 double ParseDecimalText(std::string_view text)

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 namespace orva {
+
+/// Like leadingNumber(); none when no number stands there.
+std::optional<double> numberAtStart(std::string_view text);
 
 /// The number that `text` begins with, "." as the decimal point: blanks, a sign, digits, a
 /// fraction and an exponent may stand there. 0 when no number stands there. Always finite: what is

@@ -1,5 +1,7 @@
 #include "lang/language.h"
 
+#include "lang/decimal_text.h"
+
 #include <algorithm>
 
 namespace orva {
@@ -15,6 +17,15 @@ Language languageOf(std::int32_t languageId)
     const auto& all = MlSupportedLanguages();
     const auto* found = std::find(all.begin(), all.end(), static_cast<Language>(languageId));
     return found == all.end() ? Language::English : *found;
+}
+
+Language storedLanguage(std::string_view text)
+{
+    const double id = leadingNumber(text);
+    for (const Language language : MlSupportedLanguages())
+        if (id == static_cast<double>(language))
+            return language;
+    return Language::English;
 }
 
 std::string_view MlLanguageName(std::int32_t languageId)

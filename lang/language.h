@@ -15,6 +15,10 @@ const std::array<Language, 2>& MlSupportedLanguages();
 /// English for an identifier that is not supported.
 Language languageOf(std::int32_t languageId);
 
+/// The language of an identifier as the settings store holds it, in digits; English for any other
+/// text.
+Language storedLanguage(std::string_view text);
+
 /// Name in the settings store; "Invalid Language Index" for an identifier that is not supported.
 std::string_view MlLanguageName(std::int32_t languageId);
 

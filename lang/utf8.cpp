@@ -30,4 +30,27 @@ std::optional<char32_t> takeCharacter(std::string_view& utf8)
     return character;
 }
 
+std::string printable(std::string_view text)
+{
+    constexpr std::string_view kHex = "0123456789abcdef";
+    std::string line;
+    while (!text.empty()) {
+        const std::string_view before = text;
+        const std::optional<char32_t> character = takeCharacter(text);
+        const std::string_view bytes = before.substr(0, before.size() - text.size());
+        const bool shown =
+            character && *character >= 0x20 && (*character < 0x7F || *character > 0x9F);
+        if (shown)
+            line += bytes;
+        else if (bytes == "\n")
+            line += "\\n";
+        else if (bytes == "\t")
+            line += "\\t";
+        else
+            for (const char byte : bytes)
+                line += {'\\', 'x', kHex[static_cast<unsigned char>(byte) >> 4], kHex[byte & 0xF]};
+    }
+    return line;
+}
+
 } // namespace orva

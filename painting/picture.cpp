@@ -8,16 +8,32 @@
 #include <QLoggingCategory>
 #include <algorithm>
 #include <memory>
+#include <string_view>
+#include <vector>
+
+#include <unistd.h>
 
 namespace orva {
 
 namespace {
+
+/// What is set for a desktop (scale, font resolution, style) changes no picture.
+void ignoreToolkitVariables()
+{
+    std::vector<std::string> names;
+    for (char** entry = environ; entry && *entry; ++entry)
+        if (const std::string_view variable = *entry; variable.starts_with("QT_"))
+            names.emplace_back(variable.substr(0, variable.find('=')));
+    for (const std::string& name : names)
+        unsetenv(name.c_str());
+}
 
 /// Fonts need an application object; it stays until the program ends.
 void needApplication()
 {
     if (QCoreApplication::instance())
         return;
+    ignoreToolkitVariables();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QLoggingCategory::setFilterRules(
         "default.warning=false"); // of folders that a picture needs not

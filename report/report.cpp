@@ -1,6 +1,7 @@
 #include "report/report.h"
 
 #include "lang/string_table.h"
+#include "model/contradictions.h"
 #include "report/rtf_document.h"
 
 #include <cmath>
@@ -127,9 +128,17 @@ std::vector<ReportSection> reportSections(const LineArray& array, const std::str
     constexpr int kRiggingDisplay = 1005;
     constexpr int kSheetPt = 14;
     constexpr int kColonTwips = 3600;
+    constexpr std::uint32_t kRed = 0x0000FF;
     const auto text = [&](int id) { return std::string(MlGetString(options.language, id)); };
     ReportSection title;
     title.text = "ORVA " + version + ".\r" + text(kCreated) + created + "\r\r";
+    std::vector<ReportSection> sections = {title};
+    ReportSection warning;
+    warning.colour = kRed;
+    for (const std::string& line : contradictions(array, options.language))
+        warning.text += line + "\r";
+    if (!warning.text.empty())
+        sections.push_back(warning);
     ReportSection drawing;
     drawing.text = text(kRiggingDisplay);
     drawing.pictures.push_back({std::move(riggingPng), ""});
@@ -137,7 +146,9 @@ std::vector<ReportSection> reportSections(const LineArray& array, const std::str
     sheet.text = array.GSGetPrintout(options);
     sheet.fontSizePt = kSheetPt;
     sheet.columnTwips = kColonTwips;
-    return {title, drawing, sheet};
+    sections.push_back(drawing);
+    sections.push_back(sheet);
+    return sections;
 }
 
 } // namespace orva

@@ -44,8 +44,9 @@ PictureGrid fitted(PictureGrid grid, double widthPx, double heightPx);
 /// The sections as a document.
 std::string rtfReport(std::span<const ReportSection> sections);
 
-/// The report of an array without a fault(): program and time of writing, the rigging drawing (a
-/// PNG), the rigging sheet. `created` is date and time as the user reads them.
+/// The report of an array without a fault(): program and time of writing, in red what in the array
+/// contradicts itself, the rigging drawing (a PNG), the rigging sheet. `created` is date and time
+/// as the user reads them.
 std::vector<ReportSection> reportSections(const LineArray& array, const std::string& version,
                                           const std::string& created, std::string riggingPng,
                                           const TextOptions& options);

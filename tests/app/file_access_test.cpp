@@ -48,6 +48,10 @@ TEST_F(Files, AreReplacedWholeAndKeepPermissionsAndLinks)
     EXPECT_EQ(*readFile(file, 3), "new");
     EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
     EXPECT_EQ(filesThere(), 2U);
+    fs::create_symlink("\xFE.lad", folder / "to new");
+    ASSERT_TRUE(writeFile(folder / "to new", "any bytes are a name"));
+    EXPECT_EQ(*readFile(folder / "\xFE.lad", 100), "any bytes are a name");
+    EXPECT_TRUE(fs::is_symlink(folder / "to new"));
 }
 
 TEST_F(Files, StayAsTheyWereWhenWritingFails)
@@ -60,9 +64,10 @@ TEST_F(Files, StayAsTheyWereWhenWritingFails)
     getrlimit(RLIMIT_FSIZE, &before);
     const rlimit full = {1000, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &full);
-    const Result<Done> written = writeFile(file, std::string(5000, 'x'));
+    const Result<Saved> written = writeFile(file, std::string(5000, 'x'));
     setrlimit(RLIMIT_FSIZE, &before);
     ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().what, "cannot be written: write: File too large");
     EXPECT_EQ(written.error().where, file.string());
     EXPECT_EQ(*readFile(file, 100), "old");
     EXPECT_EQ(filesThere(), 1U);
@@ -71,8 +76,13 @@ TEST_F(Files, StayAsTheyWereWhenWritingFails)
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_FALSE(writeFile(pipe, "x"));
     EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_FALSE(readFile(pipe, 10)); // without waiting for a writer
+    EXPECT_FALSE(readFile("/dev/zero", 10));
+    const fs::path loop = folder / "loop";
+    fs::create_symlink("loop", loop);
+    EXPECT_FALSE(writeFile(loop, "x"));
+    EXPECT_TRUE(fs::is_symlink(loop));
     EXPECT_FALSE(writeFile(folder, "x"));
-    EXPECT_FALSE(writeFile(folder / "\xFE.lad", "x")); // Qt would write another file
     EXPECT_FALSE(writeFile("", "x"));
     EXPECT_FALSE(writeFile(folder / "missing" / "a.lad", "x"));
     EXPECT_FALSE(readFile(folder / "missing.lad", 10));
@@ -104,7 +114,8 @@ TEST_F(Files, AnImportLastsUntilTheNextSystem)
     ASSERT_FALSE(LoadSystemData(state, folder)); // nothing there
     const auto load = LoadSystemData(state, ORVA_SOURCE_DIR "/data");
     ASSERT_TRUE(load);
-    EXPECT_FALSE(load->standard || load->compact);
+    EXPECT_FALSE(load->standard.error || load->compact.error);
+    EXPECT_FALSE(load->standard.note || load->compact.note);
     EXPECT_EQ(state.speakerData.directivity, state.systemData.compact);
     SelectSystem(state, kStandardSystem);
     ASSERT_TRUE(importSpeakerData(state, ORVA_SOURCE_DIR "/data/systemsm.dat"));

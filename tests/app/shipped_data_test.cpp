@@ -19,7 +19,7 @@ SystemData load(const fs::path& folder)
 {
     ApplicationState state;
     const auto load = LoadSystemData(state, folder);
-    EXPECT_TRUE(load && !load->standard && !load->compact);
+    EXPECT_TRUE(load && !load->standard.error && !load->compact.error);
     return state.systemData;
 }
 

@@ -38,11 +38,12 @@ protected:
 
     static Outcome run(const std::string& line)
     {
-        std::istringstream words(line);
+        std::istringstream in(line);
+        std::vector<std::string> words{std::istream_iterator<std::string>(in), {}};
+        std::replace(words.begin(), words.end(), std::string("''"), std::string());
         std::ostringstream out;
         std::ostringstream err;
-        const int status = runCommandLine({std::istream_iterator<std::string>(words), {}},
-                                          {out, err, false, ORVA_BINARY_DIR});
+        const int status = runCommandLine(words, {out, err, false, ORVA_BINARY_DIR});
         return {status, out.str(), err.str()};
     }
 };
@@ -52,14 +53,17 @@ TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
     std::istringstream lines(
         "\nlevel p.lad\nlevels\nlevels p.lad more.lad\nlevels p.lad --bands 1000\n"
         "levels p.lad --band 1001\nlevels p.lad --band 1000.0\nlevels p.lad --points 0\n"
-        "levels p.lad --points 1.5\nlevels p.lad --points 99999999999\nlevels p.lad --area 0\n"
+        "levels p.lad --points 1.5\nlevels p.lad --points 1000001\nlevels p.lad --area 0\n"
         "levels p.lad --temperature 50.1\nlevels p.lad --temperature -20.1\nmap p.lad --width 0\n"
         "levels p.lad --temperature nan\nlevels p.lad --threads 0\nlevels p.lad --map-type loud\n"
         "levels p.lad --averaging fifth\nmap p.lad --cell 0\nmap p.lad --cell -1\n"
         "map p.lad --cell nan\nmap p.lad --cell inf\nmap p.lad --cell 1e-60\n"
         "map p.lad --language fr\nnew\nnew x.lad --system large\noptimize p.lad\n"
         "optimize p.lad --area 1 --points 1\noptimize p.lad --area 1 --from -1\n"
-        "optimize p.lad --area 1 --quick --from 3\noptimize p.lad --area 1 --quick --count 3");
+        "optimize p.lad --area 1 --quick --from 3\noptimize p.lad --area 1 --quick --count 3\n"
+        "show ''\nnew ''\nmap p.lad --png ''\nmap p.lad --csv ''\nlevels p.lad --data ''\n"
+        "levels p.lad --speaker-data ''\naim p.lad --out ''\noptimize --merge ''\n"
+        "report p.lad ''");
     for (std::string line; std::getline(lines, line);) {
         SCOPED_TRACE(line);
         const Outcome result = run(line);
@@ -86,7 +90,21 @@ TEST_F(CommandLine, FailedWorkGivesStatusOneOneLineAndKeepsOldFiles)
     Json part = run(search + "--count 1").json();
     part["first"] = 5;
     std::ofstream(twice) << part;
+    const std::string other = folder / "other.json";
+    std::ofstream(other) << run(search + "--from 1 --measure line").out;
+    const std::string first = folder / "first.json";
+    std::ofstream(first) << run(search + "--count 1 --threads 1000000").out;
+    const std::string data = folder / "data.xhn";
+    fs::copy(ORVA_BINARY_DIR "/bin/system.dat", data);
+    fs::create_hard_link(project, folder / "hard.lad");
     const std::tuple<std::string, std::string> lines[] = {
+        {"optimize --merge " + first + " " + other, "another search"},
+        {"rigging " + project + " --png " + folder.string() + "/./p.lad", "file that is read"},
+        {"report " + project + " " + folder.string() + "/hard.lad", "file that is read"},
+        {"aim " + project + " --out " + data + " --speaker-data " + data, "file that is read"},
+        {"new " ORVA_BINARY_DIR "/bin/system.dat", "file that is read"},
+        {"map " + project + " --cell 5 --csv x --png ./x", "same file"},
+        {"show \x1b\x07", "\\x1b\\x07"},
         {"show " + corrupt, corrupt},
         {"geometry " + corrupt, corrupt},
         {"levels " + corrupt, corrupt},
@@ -140,6 +158,28 @@ TEST_F(CommandLine, BoxesOfUnknownCodeAreNullAndTooManyAreRefused)
     EXPECT_EQ(run("show " + project).status, 0);
     for (const char* command : {"geometry ", "levels ", "map "})
         EXPECT_EQ(run(command + project).status, 1);
+}
+
+TEST_F(CommandLine, WarningsTellWhatContradictsItself)
+{
+    EXPECT_EQ(run("geometry " + project).err, "");
+    EXPECT_FALSE(run("geometry " + project).json().contains("warnings"));
+    std::fstream(project, std::ios::in | std::ios::out | std::ios::binary).seekp(428).put(5);
+    const std::string out = " " + (folder / "out").string();
+    for (const std::string& line :
+         {"rigging " + project, "geometry " + project, "report " + project + out,
+          "levels --points 2 " + project, "map --cell 9 " + project,
+          "aim " + project + " --out" + out, "optimize --area 1 --count 1 --points 2 " + project}) {
+        SCOPED_TRACE(line);
+        const Outcome result = run(line);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+        EXPECT_NE(result.err.find("warning: "), std::string::npos);
+        if (result.out.rfind('{', 0) == 0) {
+            EXPECT_EQ(result.json()["warnings"].size(), 1U);
+        }
+    }
+    EXPECT_EQ(run("aim " + project + " --out " + project).status, 0); // what it came from
 }
 
 TEST_F(CommandLine, MapsAreWrittenFromTheTopAndAgreeWithTheirFigures)

@@ -136,6 +136,45 @@ TEST(SpeakerData, StopsAndKeepsWhatItHas)
     EXPECT_EQ(read(whole + band(0, "9,9,9")).directivity, read(whole).directivity);
 }
 
+TEST(SpeakerData, CountsWhatItReads)
+{
+    std::string all = "1";
+    for (int i = 1; i < 37; ++i)
+        all += "," + std::to_string(i);
+    std::string half = bands(22, all); // phases of the last band below the axis are no numbers
+    half.replace(half.rfind(all), all.size(), "x");
+    const std::tuple<const char*, std::string, int, bool, std::string> cases[] = {
+        {"all", bands(22, all), 1606, false, ""},
+        {"more than are stored", bands(22, all + ",1,2,3"), 1606, false, ""},
+        {"one in a line", bands(22, "3"), 22, false, "22 of 1,606 values were read"},
+        {"two", bands(22, "3,4"), 66, false, "66 of 1,606 values were read"},
+        {"some phases", half, 1569, false, "1,569 of 1,606 values were read"},
+        {"no number", bands(22, "abc,,-"), 0, true, "0 of 1,606 values were read"},
+        {"21 bands", bands(21, all), 1533, true, "21 of 22 bands found"}};
+    for (const auto& [what, text, values, failed, shortfall] : cases) {
+        SCOPED_TRACE(what);
+        const SpeakerDataReading reading = read(text);
+        EXPECT_EQ(reading.values, values);
+        EXPECT_EQ(reading.failed(), failed);
+        EXPECT_EQ(reading.shortfall().value_or(""), shortfall);
+    }
+}
+
+TEST(SpeakerData, KnowsItsEncodings)
+{
+    const std::string windows = bands(22, "1,2,3");
+    std::string utf8;
+    for (const char c : windows)
+        utf8 += c == '\xB0' ? std::string("\xC2\xB0") : std::string(1, c);
+    for (const std::string& text : {utf8, "\xEF\xBB\xBF" + utf8, "\xEF\xBB\xBF" + windows})
+        EXPECT_EQ(read(text).directivity, read(windows).directivity);
+    for (const char* mark : {"\xFF\xFE", "\xFE\xFF"}) {
+        const auto refused = ReadSpeakerDataText(mark + windows, {}, "x.xhn");
+        ASSERT_FALSE(refused);
+        EXPECT_NE(refused.error().what.find("UTF-16"), std::string::npos);
+    }
+}
+
 TEST(SpeakerData, RefusesWhatIsTooLarge)
 {
     const std::string texts[] = {header() + std::string((1U << 20) + 1, 'x'),

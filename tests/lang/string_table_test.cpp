@@ -116,7 +116,10 @@ TEST(Languages, UnknownIdentifiersAreEnglish)
     for (const auto& [id, language, name] : cases) {
         EXPECT_EQ(languageOf(id), language) << id;
         EXPECT_EQ(MlLanguageName(id), name) << id;
+        EXPECT_EQ(storedLanguage(std::to_string(id)), language) << id;
     }
+    for (const char* stored : {"", "abc", "1e99", "-1e99", "4294968327", "1031.5"})
+        EXPECT_EQ(storedLanguage(stored), Language::English) << stored;
     EXPECT_EQ(MlSupportedLanguages().front(), Language::English);
 }
 

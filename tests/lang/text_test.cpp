@@ -1,6 +1,7 @@
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
 #include "lang/typed_number.h"
+#include "lang/utf8.h"
 #include "lang/windows1252.h"
 
 #include <limits>
@@ -26,6 +27,8 @@ TEST(DecimalText, TakesTheLeadingNumber)
     for (const auto& [text, value] : cases)
         EXPECT_EQ(ParseDecimalText(text), value) << text;
     EXPECT_EQ(leadingNumber("100,50"), 100);
+    EXPECT_EQ(numberAtStart(" 0dB"), 0.0);
+    EXPECT_FALSE(numberAtStart("-x") || numberAtStart(""));
 }
 
 TEST(NumberText, RoundsToPlacesWithoutMinusZero)
@@ -40,6 +43,16 @@ TEST(NumberText, RoundsToPlacesWithoutMinusZero)
         {-std::numeric_limits<double>::infinity(), 3, "-inf"}};
     for (const auto& [value, decimals, text] : cases)
         EXPECT_EQ(fixedText(value, decimals), text);
+}
+
+TEST(Utf8, WhatCannotBeShownIsEscaped)
+{
+    const std::pair<std::string_view, const char*> cases[] = {
+        {"Bühne \\ 5°", "Bühne \\ 5°"},     {"a\nb\tc\r", "a\\nb\\tc\\x0d"},
+        {"\x1b[31m\x7f", "\\x1b[31m\\x7f"}, {"\u009bx", "\\xc2\\x9bx"},
+        {"\xFE.lad", "\\xfe.lad"},          {std::string_view("\0", 1), "\\x00"}};
+    for (const auto& [text, shown] : cases)
+        EXPECT_EQ(printable(text), shown);
 }
 
 TEST(Windows1252, EveryByteSurvivesTheWayThroughUtf8)

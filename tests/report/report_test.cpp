@@ -74,6 +74,18 @@ TEST(RtfDocument, BracesAreBalanced)
         EXPECT_NE(document.find(part), std::string::npos) << part;
 }
 
+TEST(Report, SaysInRedWhatContradictsItself)
+{
+    LineArray array = newProject(kStandardSystem).array;
+    const std::string red = "\\red255\\green0\\blue0";
+    const auto document = [&] { return rtfReport(reportSections(array, "1", "now", "", {})); };
+    EXPECT_EQ(document().find(red), std::string::npos);
+    array.GBSetNumGerade(1);
+    const std::string warned = document();
+    EXPECT_NE(warned.find(red), std::string::npos);
+    EXPECT_LT(warned.find("1 straight boxes"), warned.find("Rigging Display"));
+}
+
 TEST(Report, PictureGrids)
 {
     const std::tuple<std::size_t, int, int, int, int> cases[] = {

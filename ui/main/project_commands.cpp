@@ -19,7 +19,8 @@ Result<Done> written(const QString& target, const std::string& bytes)
     const QFileInfo info(target);
     if (info.exists() && !info.isWritable())
         return Error{"the file is write-protected", target.toStdString()};
-    return writeFile(target.toStdString(), bytes);
+    const Result<Saved> saved = writeFile(target.toStdString(), bytes);
+    return saved ? Result<Done>(Done{}) : saved.error();
 }
 
 QString localPath(const std::string& path)
@@ -213,8 +214,10 @@ void ProjectCommands::LoadData()
         return;
     const std::string file = chosen->toStdString();
     const Directivity before = session.state.speakerData.directivity;
-    const Result<Done> imported = importSpeakerData(session.state, file);
+    const Result<std::string> imported = importSpeakerData(session.state, file);
     if (imported) {
+        if (!imported->empty())
+            showMessage(m_window, qtText(*imported));
         emit statusChanged(1014, *chosen);
         return;
     }

@@ -151,7 +151,7 @@ void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
     SettingsStore& store = session.store;
     if (startup) {
         const std::string stored = store.value(kLanguageSection, "LangId").value_or("");
-        session.ChangeLanguage(static_cast<std::int32_t>(std::min(leadingNumber(stored), 1e9)));
+        session.ChangeLanguage(static_cast<std::int32_t>(storedLanguage(stored)));
     }
     const bool asked = store.value(kLanguageSection, "ShowDialog") != "False";
     if (startup && !asked)

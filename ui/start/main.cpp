@@ -37,8 +37,8 @@ int run()
         session.state = std::move(loaded.state);
         session.state.gLanguageId = language;
         for (const auto& file : {loaded.load->standard, loaded.load->compact})
-            if (file)
-                showDataFault(session, session.text(1031), qtText(file->text()) + "\n\n");
+            if (file.error)
+                showDataFault(session, session.text(1031), qtText(file.error->text()) + "\n\n");
     }
 
     MainWindow window(session);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "lang/language.h"
+#include "model/line_array.h"
+
+#include <string>
+#include <vector>
+
+namespace orva {
+
+/// What in an array contradicts itself, each a line in the language; empty where nothing does.
+/// Numbers of boxes that are not those of the column put the centre of gravity in a wrong place,
+/// and with it angles and pins; a box of unknown code weighs nothing. Everything can be calculated
+/// all the same: see LineArray::fault() for what cannot.
+std::vector<std::string> contradictions(const LineArray& array, Language language);
+
+} // namespace orva
