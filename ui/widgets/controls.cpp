@@ -57,7 +57,12 @@ ListBox::ListBox(QWidget* parent) : QComboBox(parent)
 
 void ListBox::wheelEvent(QWheelEvent* event)
 {
-    event->ignore(); // what it lies on scrolls
+    event->ignore();
+    for (QWidget* below = parentWidget(); below && !below->isWindow(); below = below->parentWidget())
+        if (auto* area = qobject_cast<QAbstractScrollArea*>(below)) {
+            QCoreApplication::sendEvent(area->verticalScrollBar(), event);
+            return;
+        }
 }
 
 QPoint placeBeside(QSize window, const QRect& keepFree, const QRect& screen)

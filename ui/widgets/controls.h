@@ -34,7 +34,7 @@ void showList(QComboBox& box, const ChoiceList& list);
 /// Shows a text without moving the caret where it already stands there.
 void showText(QLineEdit& edit, const QString& text);
 
-/// A list that the wheel changes only while it is open.
+/// A list that the wheel changes only while it is open; else it scrolls what the list lies on.
 class ListBox final : public QComboBox {
 public:
     explicit ListBox(QWidget* parent = nullptr);
