@@ -2,7 +2,7 @@
 # Contraction stays off so that the same input gives the same bits on every target.
 # GCC 12's -Wrestrict misfires on joining std::string (its bug 105651).
 function(orva_own_code target)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wdangling-pointer=2>
                            -ffp-contract=off $<$<BOOL:${ORVA_WERROR}>:-Werror>)
 endfunction()
 
