@@ -1,5 +1,7 @@
 #include "engine/parallel.h"
 
+#include <atomic>
+#include <chrono>
 #include <numeric>
 #include <thread>
 #include <vector>
@@ -32,10 +34,35 @@ TEST(Parallel, EveryBlockRunsOnceOnAnyNumberOfThreads)
 
 TEST(Parallel, StopsWhenProgressSaysSo)
 {
+    for (const int most : {1, 4, 1000}) { // alone the caller stops at once
+        int runs = 0;
+        EXPECT_FALSE(runBlocks(
+            1000, 1, [most](int done, int) { return done < most; }, [&](int) { ++runs; }));
+        EXPECT_EQ(runs, most);
+    }
+}
+
+TEST(Parallel, ItsHelpersStopToo)
+{
+    // Helpers wait in their first block until the caller was told, so the caller gets one however
+    // late it comes; then each block lasts, so they cannot run through all before they stop.
+    constexpr int kBlocks = 10000;
+    const auto caller = std::this_thread::get_id();
+    std::atomic<bool> told = false;
     std::atomic<int> runs = 0;
-    EXPECT_FALSE(runBlocks(
-        1000000, 3, [](int, int) { return false; }, [&](int) { ++runs; }));
-    EXPECT_LT(runs, 1000000);
+    const Progress stop = [&](int, int) {
+        told = true;
+        told.notify_all();
+        return false;
+    };
+    EXPECT_FALSE(runBlocks(kBlocks, 3, stop, [&](int) {
+        ++runs;
+        if (std::this_thread::get_id() == caller)
+            return;
+        told.wait(false);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }));
+    EXPECT_LT(runs, kBlocks);
 }
 
 TEST(Parallel, CallersMayShareTheHelpersAndCallFromWithin)
