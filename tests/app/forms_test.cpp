@@ -61,13 +61,17 @@ TEST(OptionsForm, PixelsAndResolution)
     EXPECT_EQ(form.applied(Settings{}).SPLResolution, Settings{}.SPLResolution) << "not stored";
     form.choosePixel(false);
     EXPECT_EQ(form.resolution, "0.25") << "what was there before";
-    form.choosePixel(true);
-    form.chooseLambda8(344);
-    EXPECT_FALSE(form.pixel);
-    EXPECT_EQ(form.resolution, "0.043");
-    form.chooseMetres(false);
-    form.chooseLambda8(344);
-    EXPECT_EQ(form.resolution, "0.141");
+    // An eighth of c / 1000 Hz, to the nearest millimetre or thousandth of a foot.
+    const std::tuple<bool, float, const char*> lambdas[] = {
+        {true, 344, "0.043"},  {true, 347.9F, "0.043"}, {true, 348.01F, "0.044"},
+        {false, 344, "0.141"}, {false, 340, "0.139"},   {false, 341.6F, "0.14"}};
+    for (const auto& [metres, speed, shown] : lambdas) {
+        form.choosePixel(true);
+        form.chooseMetres(metres);
+        form.chooseLambda8(speed);
+        EXPECT_FALSE(form.pixel);
+        EXPECT_EQ(form.resolution, shown) << speed;
+    }
 
     const std::pair<const char*, const char*> grids[] = {
         {"-2", "2"}, {"0", "1"}, {"", "1"}, {"1e300", "1000000"}};
@@ -114,6 +118,8 @@ TEST(OptionsForm, EveryEntryIsStoredAloneAndReset)
          [](Settings& settings) { settings.PixelRes = 1; }, true},
         {"grid of the room", [](OptionsForm& form) { form.grids[0] = "-2"; },
          [](Settings& settings) { settings.GridUnit_Room = 2; }, true},
+        {"no grid", [](OptionsForm& form) { form.grids[0] = "0"; },
+         [](Settings& settings) { settings.GridUnit_Room = 1; }, true},
         {"of the rigging", [](OptionsForm& form) { form.grids[1] = "0"; },
          [](Settings& settings) { settings.GridUnit_Rigging = 1; }, true},
         {"of the area", [](OptionsForm& form) { form.grids[2] = "1e-9"; },

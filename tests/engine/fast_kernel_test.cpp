@@ -298,11 +298,27 @@ TEST(FastKernel, HandsOverNothingElse)
             {"no receivers", two, {}, {0, 21}, 0},
             {"just within reach", two, {{0.9999 * kReach, 0}}, {0, 21}, 0},
             {"just beyond, to the right", two, {{5, 1}, {1.0001 * kReach, 0}}, {0, 21}, 2 * 2 * 22},
-            {"to the left", two, {{-1.0001 * kReach, 0}}, {0, 3}, 2 * 4},
-            {"above", two, {{0, 1.0001 * kReach}}, {0, 3}, 2 * 4},
-            {"below", two, {{0, -1.0001 * kReach}}, {0, 3}, 2 * 4},
+            {"to the left", two, {{5, 1}, {-1.0001 * kReach, 0}}, {0, 3}, 2 * 2 * 4},
+            {"above", two, {{5, 1}, {0, 1.0001 * kReach}}, {0, 3}, 2 * 2 * 4},
+            {"below", two, {{5, 1}, {0, -1.0001 * kReach}}, {0, 3}, 2 * 2 * 4},
             {"across", two, {{0.8 * kReach, 0.7 * kReach}}, {0, 3}, 2 * 4},
+            // it is the distance that counts, not the place
+            {"out there",
+             {{900, -700, 0}},
+             {{900.5 + 0.7 * kReach, -700 - 0.7 * kReach}},
+             {0, 3},
+             0},
+            {"left of it", {{900, 0, 0}}, {{900, 1}, {900 - 1.0001 * kReach, 0}}, {0, 3}, 2 * 4},
+            {"right of it",
+             {{-900, 0, 0}},
+             {{-900, 1}, {-900 + 1.0001 * kReach, 0}},
+             {0, 3},
+             2 * 4},
+            {"below it", {{0, 900, 0}}, {{1, 900}, {0, 900 - 1.0001 * kReach}}, {0, 3}, 2 * 4},
+            {"above it", {{0, -900, 0}}, {{1, -900}, {0, -900 + 1.0001 * kReach}}, {0, 3}, 2 * 4},
             {"receiver nowhere", two, {{kNan, 0}}, {0, 3}, 2 * 4},
+            {"another nowhere", two, {{5, 1}, {kNan, 1}}, {0, 3}, 2 * 2 * 4},
+            {"at no height", two, {{5, 1}, {5, kNan}}, {0, 3}, 2 * 2 * 4},
             {"angle of no size", {{0, 0, kNan}}, {{5, 1}}, {0, 3}, 4},
             {"as many sources as there are positions",
              std::vector<Source>(32, two[0]),
@@ -334,6 +350,9 @@ TEST(FastKernel, RunningSumsStandAfterEachSource)
          {"too many sources", std::vector<Source>(33, sources[0]), receivers, {0, 21}}};
     for (const auto& [what, many, points, bands] : impossible)
         EXPECT_FALSE(kernel->hasRunningSums(many, points, bands)) << what;
+    EXPECT_EQ(kernel->hasRunningSums(std::vector<Source>(32, sources[0]), receivers, {4, 7}),
+              kernel->hasRunningSums(sources, receivers, {0, 21}))
+        << "as many sources as there are positions, four bands";
     for (const BandSpan bands : {BandSpan{0, 21}, BandSpan{2, 5}, BandSpan{17, 21}})
         onEveryTarget([&](const char*) {
             if (!kernel->hasRunningSums(sources, receivers, bands))

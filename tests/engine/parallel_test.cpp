@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <numeric>
 #include <thread>
 #include <vector>
@@ -21,7 +23,7 @@ TEST(Parallel, EveryBlockRunsOnceOnAnyNumberOfThreads)
             const Progress progress = [&](int done, int total) {
                 EXPECT_EQ(std::this_thread::get_id(), caller);
                 EXPECT_EQ(total, count);
-                EXPECT_GE(done, last);
+                EXPECT_GT(done, last);
                 last = done;
                 return true;
             };
@@ -63,6 +65,37 @@ TEST(Parallel, ItsHelpersStopToo)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }));
     EXPECT_LT(runs, kBlocks);
+}
+
+TEST(Parallel, AsManyThreadsAsAskedForWorkAtOnce)
+{
+    // Each block waits until all threads are in one: the second call must wake those of the first.
+    for (const int threads : {3, 3, 2, 4}) {
+        std::mutex mutex;
+        std::condition_variable came;
+        int inside = 0;
+        int together = 0;
+        EXPECT_TRUE(runBlocks(threads, threads, {}, [&](int) {
+            std::unique_lock lock(mutex);
+            ++inside;
+            came.notify_all();
+            // so long only where a thread is missing
+            together +=
+                came.wait_for(lock, std::chrono::seconds(20), [&] { return inside == threads; });
+        }));
+        EXPECT_EQ(together, threads);
+    }
+    // Four helpers stay by now: they must not all join a caller that wants one.
+    std::atomic<int> inside = 0;
+    std::atomic<int> most = 0;
+    EXPECT_TRUE(runBlocks(40, 2, {}, [&](int) {
+        const int now = ++inside;
+        for (int before = most; now > before && !most.compare_exchange_weak(before, now);) {
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        --inside;
+    }));
+    EXPECT_LE(most, 2);
 }
 
 TEST(Parallel, CallersMayShareTheHelpersAndCallFromWithin)

@@ -178,6 +178,24 @@ TEST_F(MapOfNewProject, RowsOfAnyLengthToTheirLastCell)
     }
 }
 
+TEST(SummedMap, ExtremesWhereverTheyLie)
+{
+    const PerBand<BandReference> levels = SelectSpeakerData({}, kStandardSystem).BandLevel;
+    const MapGrid grid = *PrepareMapGrid(roomOf(37, 1), 1, 1);
+    for (std::size_t at = 0; at < 37; ++at)
+        for (const float power : {100.0F, 0.01F}) { // 20 dB above and below all others
+            RawSplCache raw;
+            raw.BandDone[5] = true;
+            raw.RawSpl[5].assign(37, 1);
+            raw.RawSpl[5][at] = power;
+            const auto map =
+                CalcSummedSPL(raw, levels, grid, {{5, 5}, LevelField::Relative, false}, 1, {});
+            ASSERT_TRUE(map);
+            EXPECT_EQ(power > 1 ? map->max : map->min, map->levels[at]) << at;
+            EXPECT_NEAR(map->max - map->min, 20, 1e-4) << at;
+        }
+}
+
 TEST_F(MapOfNewProject, AbortingLeavesTheBandsNotDone)
 {
     ASSERT_TRUE(calculate({3, 3}));
@@ -197,8 +215,8 @@ TEST_F(MapOfNewProject, AbortingLeavesTheBandsNotDone)
 
 TEST(MapProgress, PercentOfRows)
 {
-    const std::tuple<int, int, int> cases[] = {
-        {1, 80, 0}, {40, 80, 49}, {80, 80, 100}, {1, 1, 100}, {2, 3, 50}};
+    const std::tuple<int, int, int> cases[] = {{1, 80, 0},    {1, 2, 0},   {40, 80, 49},
+                                               {80, 80, 100}, {1, 1, 100}, {2, 3, 50}};
     for (const auto& [done, total, percent] : cases)
         EXPECT_EQ(rowPercent(done, total), percent);
 }

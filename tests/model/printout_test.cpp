@@ -1,6 +1,7 @@
 #include "model/line_array.h"
 #include "model/project.h"
 
+#include <algorithm>
 #include <tuple>
 
 #include <gtest/gtest.h>
@@ -12,9 +13,9 @@ struct Rig {
     std::int16_t system = kStandardSystem;
     std::vector<std::int16_t> types;
     bool flown = true;
-    std::int16_t angle = 20; // tenths of a degree
-    std::int16_t splay = 0;
-    bool pin = false; ///< `angle` is a pin, from 0
+    std::int16_t angle = 20;               // tenths of a degree
+    std::vector<std::int16_t> splays = {}; // indices, top joint first; the rest 0
+    bool pin = false;                      ///< `angle` is a pin, from 0
 };
 
 LineArray arrayOf(const Rig& rig)
@@ -25,7 +26,7 @@ LineArray arrayOf(const Rig& rig)
     array.GBSetAngleOrPin(rig.pin);
     LineArray::Positions types{};
     LineArray::Positions angles{};
-    angles.fill(rig.splay);
+    std::copy(rig.splays.begin(), rig.splays.end(), angles.begin() + 1);
     angles[0] = rig.angle;
     const SystemRecord& system = systemRecord(rig.system);
     std::int16_t bass = 0;
@@ -105,7 +106,7 @@ TEST(Printout, WholeSheets)
 {
     // Weights and height by hand from the dimensions; the pin is the one whose angle comes closest.
     EXPECT_EQ(
-        arrayOf({0, {2, 0, 1, 1}, true, -25, 2}).GSGetPrintout({}),
+        arrayOf({0, {2, 0, 1, 1}, true, -25, {1, 2, 4}}).GSGetPrintout({}),
         lines({"Note: You are using the cluster in an uptilt arrangement!",
                "This will require a strap or chainhoist between the upper and lower Rigging Frame "
                "if you want to pick the cluster on the lower Rigging Frame with a second motor!",
@@ -121,21 +122,21 @@ TEST(Printout, WholeSheets)
                "Height : 1.37m",
                "",
                " Box 1\tVM 415 F Bass",
-               "\t\t            Angle : 3°",
+               "\t\t            Angle : 1.5°",
                " Box 2\tVM 412 S Straight",
                "\t\t            Angle : 3°",
                " Box 3\tVM 412 T Trapezoidal",
-               "\t\t            Angle : 3°",
+               "\t\t            Angle : 6°",
                " Box 4\tVM 412 T Trapezoidal"}));
-    EXPECT_EQ(arrayOf({1, {1, 0, 0}, true, 6, 5, true}).GSGetPrintout({}),
+    EXPECT_EQ(arrayOf({1, {1, 0, 0}, true, 6, {0, 5}, true}).GSGetPrintout({}),
               lines({"Pick Point position : x:1   y: 7.5m\tPin Point : 7",
-                     "Cradle Angle             : -9.42°", "Compact Weight : 36.6kg ",
+                     "Cradle Angle             : -10.84°", "Compact Weight : 36.6kg ",
                      "Bass Weight         : 48kg ", "Cable Weight       : 5.5kg ",
                      "Rigging Frame Weight : 12kg", "Total Weight          : 102.1kg ",
-                     "Height : 1.19m", "", " Box 1\tVM 415 C Bass", "\t\t            Angle : 7.5°",
+                     "Height : 1.22m", "", " Box 1\tVM 415 C Bass", "\t\t            Angle : 0°",
                      " Box 2\tVM 306 C", "\t\t            Angle : 7.5°", " Box 3\tVM 306 C"}));
     // A code of the compact system that only a file can hold: a box without a line of its weight.
-    EXPECT_EQ(arrayOf({1, {0, -2}, false, 30, 4}).GSGetPrintout({}),
+    EXPECT_EQ(arrayOf({1, {0, -2}, false, 30, {4}}).GSGetPrintout({}),
               lines({"Pick Point position : x:1   y: 7.5m\tPin Point : 3",
                      "Cradle Angle             : 3°", "Compact Weight : 18.3kg ",
                      "Bass Weight         : 0kg ", "Cable Weight       : 5.5kg ",
@@ -159,14 +160,16 @@ TEST(Printout, WarnsOfUptiltOnlyWhenFlown)
 
 TEST(Printout, ListsTheTopBoxFirst)
 {
-    const std::string flown = arrayOf({0, {0, 9, 1}, true, 20, 1}).GSGetPrintout({});
+    const std::string flown = arrayOf({0, {0, 9, 1}, true, 20, {1, 2}}).GSGetPrintout({});
     EXPECT_EQ(flown.substr(flown.find(" Box")), " Box 1\tVM 412 S Straight\r\n"
                                                 "\t\t            Angle : 1.5°\r\n"
-                                                "\t\t            Angle : 1.5°\r\n"
+                                                "\t\t            Angle : 3°\r\n"
                                                 " Box 3\tVM 412 T Trapezoidal\r\n");
-    const std::string stacked = arrayOf({1, {0, 1}, false, 20, 3}).GSGetPrintout({});
-    EXPECT_EQ(stacked.substr(stacked.find(" Box")), " Box 2\tVM 415 C Bass\r\n"
+    const std::string stacked = arrayOf({1, {0, 0, 1}, false, 20, {6, 3}}).GSGetPrintout({});
+    EXPECT_EQ(stacked.substr(stacked.find(" Box")), " Box 3\tVM 415 C Bass\r\n"
                                                     "\t\t            Angle : 4.5°\r\n"
+                                                    " Box 2\tVM 306 C\r\n"
+                                                    "\t\t            Angle : 9°\r\n"
                                                     " Box 1\tVM 306 C\r\n");
 }
 
