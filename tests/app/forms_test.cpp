@@ -8,6 +8,7 @@
 #include "model/project.h"
 
 #include <cmath>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -61,13 +62,17 @@ TEST(OptionsForm, PixelsAndResolution)
     EXPECT_EQ(form.applied(Settings{}).SPLResolution, Settings{}.SPLResolution) << "not stored";
     form.choosePixel(false);
     EXPECT_EQ(form.resolution, "0.25") << "what was there before";
-    form.choosePixel(true);
-    form.chooseLambda8(344);
-    EXPECT_FALSE(form.pixel);
-    EXPECT_EQ(form.resolution, "0.043");
-    form.chooseMetres(false);
-    form.chooseLambda8(344);
-    EXPECT_EQ(form.resolution, "0.141");
+    // An eighth of c / 1000 Hz, to the nearest millimetre or thousandth of a foot.
+    const std::tuple<bool, float, const char*> lambdas[] = {
+        {true, 344, "0.043"},  {true, 347.9F, "0.043"}, {true, 348.01F, "0.044"},
+        {false, 344, "0.141"}, {false, 340, "0.139"},   {false, 341.6F, "0.14"}};
+    for (const auto& [metres, speed, shown] : lambdas) {
+        form.choosePixel(true);
+        form.chooseMetres(metres);
+        form.chooseLambda8(speed);
+        EXPECT_FALSE(form.pixel);
+        EXPECT_EQ(form.resolution, shown) << speed;
+    }
 
     const std::pair<const char*, const char*> grids[] = {
         {"-2", "2"}, {"0", "1"}, {"", "1"}, {"1e300", "1000000"}};
@@ -97,6 +102,105 @@ TEST(FileNames, StayInTheirFolderAndEndAsTheyShould)
         {"lad", "lad.lad"}};
     for (const auto& [typed, path] : ended)
         EXPECT_EQ(withExtension(typed, ".lad"), path);
+}
+
+TEST(OptionsForm, EveryEntryIsStoredAloneAndReset)
+{
+    struct Case {
+        const char* what;
+        void (*edit)(OptionsForm&);
+        void (*expect)(Settings&);
+        bool resets; ///< by "Default"
+    };
+    const Case cases[] = {
+        {"auto-correct", [](OptionsForm& form) { form.autoCorrect = false; },
+         [](Settings& settings) { settings.AutoCorrect = false; }, true},
+        {"system selection", [](OptionsForm& form) { form.showNewQuery = false; },
+         [](Settings& settings) { settings.ShowNewQuery = false; }, false},
+        {"Fahrenheit", [](OptionsForm& form) { form.chooseCelsius(false); },
+         [](Settings& settings) { settings.Celsius_Fahren = false; }, true},
+        {"feet, as they were typed",
+         [](OptionsForm& form) {
+             form.chooseMetres(false);
+             form.resolution = "0.1";
+             form.grids = {"5", "0.5", "1"};
+         },
+         [](Settings& settings) { settings.Units_Meters = false; }, true},
+        {"temperature", [](OptionsForm& form) { form.temperature = "-7,5"; },
+         [](Settings& settings) { settings.Temperature = -7.5F; }, true},
+        {"temperature too high", [](OptionsForm& form) { form.temperature = "60"; },
+         [](Settings& settings) { settings.Temperature = 50; }, true},
+        {"resolution", [](OptionsForm& form) { form.resolution = "-0,25"; },
+         [](Settings& settings) { settings.SPLResolution = 0.25F; }, true},
+        {"hardly a resolution", [](OptionsForm& form) { form.resolution = "1e-30"; },
+         [](Settings& settings) { settings.SPLResolution = 1e-6F; }, true},
+        {"pixels", [](OptionsForm& form) { form.choosePixel(true); },
+         [](Settings& settings) { settings.PixelRes = 1; }, true},
+        {"no resolution", [](OptionsForm& form) { form.resolution = "none"; },
+         [](Settings& settings) { settings.PixelRes = 1; }, true},
+        {"grid of the room", [](OptionsForm& form) { form.grids[0] = "-2"; },
+         [](Settings& settings) { settings.GridUnit_Room = 2; }, true},
+        {"no grid", [](OptionsForm& form) { form.grids[0] = "0"; },
+         [](Settings& settings) { settings.GridUnit_Room = 1; }, true},
+        {"of the rigging", [](OptionsForm& form) { form.grids[1] = "0"; },
+         [](Settings& settings) { settings.GridUnit_Rigging = 1; }, true},
+        {"of the area", [](OptionsForm& form) { form.grids[2] = "1e-9"; },
+         [](Settings& settings) { settings.GridUnit_Area = 1e-6F; }, true},
+        {"far too wide", [](OptionsForm& form) { form.grids[0] = "1e9"; },
+         [](Settings& settings) { settings.GridUnit_Room = 1e6F; }, true}};
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        Settings stored;
+        stored.ShowDelay = 0; // neither is an entry of the dialog
+        stored.NewCompact = true;
+        Settings expected = stored;
+        test.expect(expected);
+        OptionsForm form(stored);
+        EXPECT_FALSE(form.differsFrom(stored));
+        test.edit(form);
+        EXPECT_TRUE(form.differsFrom(stored));
+        EXPECT_EQ(form.applied(stored), expected);
+        OptionsForm opened(expected);
+        EXPECT_FALSE(opened.differsFrom(expected));
+        EXPECT_EQ(opened.applied(expected), expected);
+        opened.chooseDefaults();
+        EXPECT_EQ(opened.applied(expected), test.resets ? stored : expected);
+    }
+}
+
+TEST(OptionsForm, UnitsAndPixelsComeBack)
+{
+    Settings feet;
+    feet.Units_Meters = false;
+    feet.Celsius_Fahren = false;
+    feet.PixelRes = 1;
+    feet.SPLResolution = 0.328F;
+    feet.GridUnit_Room = 16.4F;
+    feet.Temperature = 21.12345F; // 70.02221 °F
+    OptionsForm form(feet);
+    EXPECT_TRUE(form.pixel && !form.metres && !form.celsius);
+    EXPECT_EQ(form.temperature, "70.0222");
+    form.chooseMetres(false); // chosen already: nothing is converted
+    form.chooseCelsius(false);
+    form.choosePixel(true);
+    EXPECT_FALSE(form.differsFrom(feet));
+    form.chooseMetres(true); // x 0.3048
+    EXPECT_EQ(form.grids[0], "5");
+    form.resolution = "Pixel.";
+    form.choosePixel(false);
+    EXPECT_EQ(form.resolution, "0.1") << "what is kept was converted too";
+    form.temperature = "50"; // (50 - 32) / 1.8
+    form.chooseCelsius(true);
+    EXPECT_EQ(form.temperature, "10");
+    form.chooseCelsius(true);
+    EXPECT_EQ(form.temperature, "10");
+    form.resolution = "0.3";
+    form.choosePixel(true);
+    form.resolution = "0"; // what pixels leave in the box is not kept
+    form.validateResolution();
+    EXPECT_EQ(form.resolution, "0") << "not in use";
+    form.choosePixel(false);
+    EXPECT_EQ(form.resolution, "0.3");
 }
 
 TEST(RecentFiles, TheLatestFirstFiveAtMost)
@@ -248,6 +352,44 @@ TEST(LevelChoiceForm, AbsoluteLevelsAreBroadband)
     EXPECT_TRUE(form.averagingEnabled && !form.bandEnabled);
     form.chooseAveraging(0);
     EXPECT_EQ(form.choice().bands.from, 10);
+}
+
+TEST(LevelChoiceForm, ListsInAnotherLanguageKeepWhatIsSelected)
+{
+    const std::vector<std::string> english = {"1/3 Octave ", "  1   Octave ", "  3   Octave ",
+                                              " Broadband "};
+    for (int averaging = 0; averaging < 4; ++averaging) {
+        SCOPED_TRACE(averaging);
+        LevelChoiceForm form(Language::English);
+        EXPECT_EQ(form.Average_cmb.selected, 0);
+        EXPECT_EQ(form.cmbTerzOktave.selected, 0);
+        EXPECT_TRUE(form.averagingEnabled && form.bandEnabled && form.aWeighted);
+        EXPECT_EQ(form.Average_cmb.items, english);
+        form.chooseBand(7);
+        form.chooseAveraging(averaging);
+        const bool broadband = averaging == 3;
+        const LevelChoice before = form.choice();
+        EXPECT_EQ(form.cmbTerzOktave.items.size(), broadband ? 23U : 22U);
+        form.setLanguage(Language::German);
+        ASSERT_EQ(form.Average_cmb.items.size(), 4U);
+        EXPECT_EQ(form.Average_cmb.items[0], "1/3 Oktave ");
+        EXPECT_EQ(form.Average_cmb.items[2], "  3   Oktaven ");
+        EXPECT_EQ(form.Average_cmb.selected, averaging);
+        EXPECT_EQ(form.cmbTerzOktave.items.size(), broadband ? 23U : 22U);
+        EXPECT_EQ(form.cmbTerzOktave.text(), broadband ? " Alle gem." : " 500 Hz");
+        EXPECT_EQ(form.choice().bands.from, before.bands.from);
+        EXPECT_EQ(form.choice().bands.to, before.bands.to);
+        form.setLanguage(Language::English);
+        EXPECT_EQ(form.Average_cmb.items, english);
+        EXPECT_EQ(form.cmbTerzOktave.text(), broadband ? " All avgd." : " 500 Hz");
+    }
+    LevelChoiceForm form(Language::English);
+    const std::pair<int, int> bands[] = {{21, 21}, {22, 21}, {-1, 21}, {0, 0}};
+    for (const auto& [chosen, selected] : bands) {
+        form.chooseBand(chosen);
+        EXPECT_EQ(form.cmbTerzOktave.selected, selected) << chosen;
+        EXPECT_EQ(form.choice().bands.from, selected) << chosen;
+    }
 }
 
 TEST(SearchForm, AllowsWhatEachStateAllows)

@@ -38,6 +38,13 @@ TEST(Settings, FirstStartAndWayThroughTheStore)
     EXPECT_EQ(store.values, texts);
 }
 
+/// Puts a field back to its default.
+template<auto field>
+void first(Settings& settings)
+{
+    settings.*field = Settings{}.*field;
+}
+
 TEST(Settings, UnreadableValuesAreDefaults)
 {
     const std::tuple<const char*, const char*, float> numbers[] = {
@@ -50,11 +57,36 @@ TEST(Settings, UnreadableValuesAreDefaults)
         store.setValue("Options", key, text);
         EXPECT_EQ(LoadSettings(store).Temperature, value) << text;
     }
-    MemorySettings store;
-    for (const char* key : {"AutoCorrect", "ShowDelay", "PixelRes", "SPLResolution",
-                            "GridUnit_Room", "GridUnit_Rigging", "GridUnit_Area", "NewCompact"})
-        store.setValue("Options", key, "-1");
-    EXPECT_EQ(LoadSettings(store), Settings{});
+    using Texts = std::initializer_list<const char*>;
+    const Texts numberless = {"0", "-1", "-0.5", "inf", "nan", "1e39", "0.5 m", "1.2.3", "x", ""};
+    const Texts neither = {"true", "FALSE", "1", "0", "-1", "True ", ""};
+    const Texts noDigit = {"2", "-1", "True", "x", ""};
+    const std::tuple<const char*, Texts, void (*)(Settings&)> refused[] = {
+        {"AutoCorrect", neither, first<&Settings::AutoCorrect>},
+        {"Units_Meters", neither, first<&Settings::Units_Meters>},
+        {"Celsius_Fahren", neither, first<&Settings::Celsius_Fahren>},
+        {"ShowNewQuery", neither, first<&Settings::ShowNewQuery>},
+        {"NewCompact", neither, first<&Settings::NewCompact>},
+        {"ShowDelay", noDigit, first<&Settings::ShowDelay>},
+        {"PixelRes", noDigit, first<&Settings::PixelRes>},
+        {"SPLResolution", numberless, first<&Settings::SPLResolution>},
+        {"GridUnit_Room", numberless, first<&Settings::GridUnit_Room>},
+        {"GridUnit_Rigging", numberless, first<&Settings::GridUnit_Rigging>},
+        {"GridUnit_Area", numberless, first<&Settings::GridUnit_Area>}};
+    for (const auto& [key, texts, reset] : refused)
+        for (const char* text : texts) {
+            MemorySettings store;
+            SaveSettings(changed(), store);
+            store.setValue("Options", key, text);
+            Settings expected = changed();
+            reset(expected);
+            EXPECT_EQ(LoadSettings(store), expected) << key << " = " << text;
+        }
+    for (const auto& [text, value] : {std::pair("-20", -20.0F), {"50", 50.0F}, {"0", 0.0F}}) {
+        MemorySettings store;
+        store.setValue("Options", "Temperature", text);
+        EXPECT_EQ(LoadSettings(store).Temperature, value);
+    }
 }
 
 TEST(PlatformSettings, TwoProgramsKeepEachOthersKeys)

@@ -1,7 +1,10 @@
 #include "app/setup_form.h"
 #include "model/project.h"
 
+#include <algorithm>
+#include <cmath>
 #include <functional>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -121,6 +124,38 @@ TEST(SetupForm, EditsTravelThroughTheLists)
              form.chooseType(0, 2);
          },
          "F0S", "1 1 0 1", ""},
+        {"bass above a trapezoidal box, at its first angle", 0, true,
+         [](SetupForm& form) {
+             form.chooseType(0, 1);
+             form.chooseNumBass(2);
+         },
+         "F0F3T0S0S1T1S1T2S2T2S3T4T5T", "12 5 7 2", ""},
+        {"bass leaves from between: the joint there begins again", 0, true,
+         [](SetupForm& form) {
+             form.chooseType(3, 2);
+             form.chooseNumBass(0);
+         },
+         "S0S0S0S1T2S2T2S3T4T5T", "11 6 5 0", ""},
+        {"bass leaves from the end", 0, true,
+         [](SetupForm& form) {
+             form.chooseType(11, 2);
+             form.chooseNumBass(0);
+         },
+         "S0S0S1T1S1T2S2T2S3T4T", "11 6 5 0", ""},
+        {"the last joint follows its lower box", 0, true, type(11, 0), "S0S0S1T1S1T2S2T2S3T4T3S",
+         "12 7 5 0", ""},
+        {"the last joint's own angle", 0, true, [](SetupForm& form) { form.chooseAngle(10, 3); },
+         "S0S0S1T1S1T2S2T2S3T4T6T", "12 6 6 0", ""},
+        {"trapezoidal counts follow the types too", 0, true,
+         [](SetupForm& form) { form.chooseNumSch(3); }, kNewStandard, "12 6 6 0", ""},
+        {"choices that no list has", 0, true,
+         [](SetupForm& form) {
+             form.chooseType(0, 3);
+             form.chooseType(0, -1);
+             form.chooseAngle(10, 4);
+             form.chooseAngle(10, -1);
+         },
+         kNewStandard, "12 6 6 0", ""},
         {"compact: bass on top", 1, true, bass(1), "B0C0C1C2C3C3C5C6C", "8 8 0 1", ""},
         {"compact: one more", 1, true, midHigh(9), "C0C1C2C3C3C5C6C3C", "9 9 0 0", ""},
         {"compact: type to bass", 1, true, type(4, 1), "C0C1C2C0B0C5C6C", "7 7 0 1", ""},
@@ -142,6 +177,27 @@ TEST(SetupForm, EditsTravelThroughTheLists)
         {"off: bass where mid/high is counted", 0, false, type(0, 2), "F0S0S1T1S1T2S2T2S3T4T5T",
          "12 6 6 0", "mb"},
         {"off: a count above mid/high", 0, false, midHigh(4), "S0S0S1T", "4 6 6 0", "st"},
+        {"off: trapezoidal alone above mid/high", 0, false,
+         [](SetupForm& form) {
+             form.chooseNumGer(2);
+             form.chooseNumSpk(3);
+         },
+         "S0S0S1T", "4 2 6 0", "t"},
+        {"off: straight alone above mid/high", 0, false,
+         [](SetupForm& form) {
+             form.chooseNumSch(4);
+             form.chooseNumSpk(4);
+         },
+         "S0S0S1T1S", "5 6 4 0", "s"},
+        {"off: and within again", 0, false,
+         [](SetupForm& form) {
+             form.chooseNumSpk(3);
+             form.chooseNumGer(4);
+             form.chooseNumSch(0);
+         },
+         "S0S0S1T", "4 4 0 0", ""},
+        {"off: the last joint stays, red", 0, false, type(11, 0), "S0S0S1T1S1T2S2T2S3T4T5!S",
+         "12 6 6 0", "a"},
         {"off: bass counted, none placed", 0, false, bass(1), nullptr, "12 6 6 1", "mb"},
         {"off: compact", 1, false, type(0, 1), "B0C1C2C3C3C5C6C", "8 8 0 0", "mb"},
     };
@@ -216,6 +272,187 @@ TEST(SetupForm, TheArrayComesBackAsItWas)
     EXPECT_TRUE(form.cmbAngle[4].invalid);
     EXPECT_TRUE(form.PinNumber_cmb.invalid);
     EXPECT_EQ(formOf(angled, true).box1Angle, 12.3);
+}
+
+/// A new array of the system with one splay angle, above `position`, that a file brought.
+LineArray withAngle(std::int16_t system, std::size_t position, std::int16_t angle)
+{
+    LineArray array = newProject(system).array;
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    angles[position] = angle;
+    array.GBSetAllAngle(angles);
+    return array;
+}
+
+TEST(SetupForm, AForbiddenSplayAngleFromAFileIsShownRedUntilAnEdit)
+{
+    struct Case {
+        const char* what;
+        std::size_t position;
+        std::int16_t angle;
+        bool autoCorrect;
+        const char* read; ///< the first joints
+        const char* flags;
+        const char* edited; ///< after an edit beside the joint
+        const char* editedFlags;
+    };
+    const Case cases[] = {{"small: the first", 3, 5, true, "S0S0S5!T1S", "a", "S0S0S3T1S", ""},
+                          {"large: the last", 3, 6, true, "S0S0S6!T1S", "a", "S0S0S3T1S", ""},
+                          {"nothing but 0", 2, 3, true, "S0S3!S1T1S", "a", "S0S0S1T1S", ""},
+                          {"allowed", 3, 2, true, "S0S0S2T1S", "", "S0S0S2T1S", ""},
+                          {"off: it stays", 3, 5, false, "S0S0S5!T1S", "a", "S0S0S5!T1S", "a"},
+                          {"off: allowed", 3, 3, false, "S0S0S3T1S", "", "S0S0S3T1S", ""}};
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        const LineArray array = withAngle(kStandardSystem, test.position, test.angle);
+        SetupForm form = formOf(array, test.autoCorrect);
+        EXPECT_EQ(shape(form).substr(0, std::string(test.read).size()), test.read);
+        EXPECT_EQ(flags(form), test.flags);
+        LineArray again = array;
+        EXPECT_TRUE(form.UpdateLineArray(again));
+        EXPECT_EQ(again, array) << "read, not corrected";
+        form.chooseType(static_cast<int>(test.position), form.cmbType[test.position].selected);
+        EXPECT_EQ(shape(form).substr(0, std::string(test.edited).size()), test.edited);
+        EXPECT_EQ(flags(form), test.editedFlags);
+    }
+    // A small one goes to the first of the list, a large one to the last.
+    const std::pair<std::int16_t, std::int16_t> corrected[] = {{0, 3}, {2, 3}};
+    for (const auto& [angle, kept] : corrected) {
+        SetupForm form = formOf(withAngle(kStandardSystem, 11, angle), true); // T on T: 3 to 6
+        EXPECT_EQ(flags(form), "a");
+        form.chooseType(11, 1);
+        LineArray array = newProject(kStandardSystem).array;
+        ASSERT_TRUE(form.UpdateLineArray(array));
+        EXPECT_EQ(array.GIAGetAllAngle()[11], kept);
+    }
+    EXPECT_EQ(flags(formOf(withAngle(kStandardSystem, 12, 0), true)), "") << "not in use";
+    EXPECT_EQ(flags(formOf(withAngle(kCompactSystem, 7, 0), true)), "");
+}
+
+/// A new array with a count as only a file can bring it, at its place in the array block.
+LineArray fromFile(std::int16_t system, std::size_t place, std::int16_t count)
+{
+    const LineArray array = newProject(system).array;
+    ByteWriter out;
+    array.GBWriteToFile(out);
+    std::vector<std::byte> bytes = out.bytes();
+    bytes[2 * place] = static_cast<std::byte>(count);
+    LineArray read;
+    ByteReader in(bytes, "array");
+    EXPECT_TRUE(read.GBReadFromFile(in));
+    read.GFACalcCOM();
+    return read;
+}
+
+TEST(SetupForm, ListsEndWhereTheSystemDoesAndKeepWhatAFileBrought)
+{
+    using List = ChoiceList SetupForm::*;
+    using Get = std::int16_t (LineArray::*)() const;
+    const std::tuple<std::int16_t, std::size_t, List, Get, std::int16_t, std::int16_t> lists[] = {
+        // system, place in the file, list, its last entry, what the setter keeps at most
+        {0, 0, &SetupForm::cmbNumGer, &LineArray::GIGetNumGerade, 24, 24},
+        {0, 1, &SetupForm::cmbNumSch, &LineArray::GIGetNumSchräg, 24, 24},
+        {0, 2, &SetupForm::cmbNumSpk, &LineArray::GIGetNumSpeakers, 24, 24},
+        {0, 3, &SetupForm::cmbNumBass, &LineArray::GIGetNumBass, 20, 20},
+        {1, 2, &SetupForm::cmbNumSpk, &LineArray::GIGetNumSpeakers, 16, 24},
+        {1, 3, &SetupForm::cmbNumBass, &LineArray::GIGetNumBass, 6, 20}};
+    for (const auto& [system, place, list, get, last, most] : lists) {
+        SCOPED_TRACE(std::to_string(system) + ' ' + std::to_string(place));
+        SetupForm fresh = newForm(system, true);
+        fresh.UpdateSetupLists(-2);
+        EXPECT_EQ((fresh.*list).items.back(), std::to_string(last));
+        for (const int count : {last + 0, last + 1, 28}) {
+            const LineArray array = fromFile(system, place, static_cast<std::int16_t>(count));
+            const SetupForm form = formOf(array, true);
+            EXPECT_EQ((form.*list).number(), count);
+            // what says how many boxes there are is right as long as the list has it
+            EXPECT_EQ((form.*list).invalid, place != 2 || count > last);
+            LineArray again = array;
+            EXPECT_TRUE(form.UpdateLineArray(again));
+            EXPECT_EQ(again, array) << "what a file brought is kept";
+            LineArray other = newProject(system).array; // its setter cuts the count
+            EXPECT_EQ(form.UpdateLineArray(other), count <= most);
+            EXPECT_EQ((other.*get)(), std::min<int>(count, most));
+        }
+    }
+    EXPECT_EQ(newForm(kStandardSystem, true).PinNumber_cmb.items.size(), 11U);
+    EXPECT_EQ(newForm(kCompactSystem, true).PinNumber_cmb.items.size(), 14U);
+    SetupForm compact = newForm(kCompactSystem, false);
+    compact.chooseNumSpk(10);
+    EXPECT_EQ(compact.cmbNumGer.items.size(), 33U); // 0 to 32
+    EXPECT_EQ(compact.cmbNumGer.number(), 11);
+
+    SetupForm form = newForm(kStandardSystem, false);
+    form.chooseNumSpk(3); // four boxes: trapezoidal 0 to 4, and the 6 that was
+    EXPECT_EQ(form.cmbNumSch.items, (std::vector<std::string>{"0", "1", "2", "3", "4", "6"}));
+    EXPECT_TRUE(form.cmbNumSch.invalid && form.cmbNumGer.invalid);
+    form.chooseNumSch(4);
+    EXPECT_EQ(form.cmbNumSch.items.size(), 5U);
+    EXPECT_FALSE(form.cmbNumSch.invalid);
+}
+
+TEST(SetupForm, TheLastJointOfTheLongestArray)
+{
+    SetupForm form = newForm(kStandardSystem, true);
+    form.chooseNumSpk(23);
+    form.chooseNumBass(8);
+    ASSERT_EQ(form.total(), 32);
+    form.chooseType(31, 1);
+    form.chooseType(30, 1); // two trapezoidal boxes: 4.5° to 9°
+    form.chooseAngle(30, 2);
+    LineArray array = newProject(kStandardSystem).array;
+    ASSERT_TRUE(form.UpdateLineArray(array));
+    EXPECT_EQ(array.GIAGetAllAngle()[31], 5);
+    EXPECT_EQ(array.GIAGetAllType()[31], 1);
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    angles[31] = 2;
+    array.GBSetAllAngle(angles);
+    EXPECT_EQ(flags(formOf(array, true)), "a");
+}
+
+TEST(SetupForm, PinAndAngleOfTheFirstBox)
+{
+    struct Case {
+        const char* what;
+        bool flown;
+        bool pin;
+        std::int16_t entry;
+        double shown;       ///< degrees, positive = up
+        const char* number; ///< pin that is shown, empty: any
+    };
+    LineArray hung = newProject(kStandardSystem).array; // hangs from the fifth pin
+    hung.GFACalcCOM();
+    const Case cases[] = {
+        {"pin", true, true, 4, std::nearbyint(-10 * hung.GFFirstAngle()) / 10, "5"},
+        {"no such pin", true, true, 11, 0, "? 11"},
+        {"pin -1", true, true, -1, 0, "? -1"},
+        {"angle", true, false, 25, -2.5, ""},
+        {"stacked", false, false, -31, 3.1, ""},
+        {"stacked in pin mode", false, true, 42, -4.2, ""}};
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        LineArray array = withAngle(kStandardSystem, 0, test.entry);
+        array.GBSetMounting(test.flown);
+        array.GBSetAngleOrPin(test.pin);
+        array.GFACalcCOM();
+        const SetupForm form = formOf(array, true);
+        EXPECT_EQ(form.stacked, !test.flown);
+        EXPECT_EQ(form.pinMode, test.pin);
+        EXPECT_NEAR(form.box1Angle, test.shown, 1e-6);
+        if (*test.number) {
+            EXPECT_EQ(form.PinNumber_cmb.text(), test.number);
+        } else if (test.flown) {
+            EXPECT_EQ(form.PinNumber_cmb.number(), array.GIPinPoint() + 1);
+        }
+        LineArray again = newProject(kStandardSystem).array;
+        EXPECT_TRUE(form.UpdateLineArray(again));
+        EXPECT_EQ(again.GBGetMounting(), test.flown);
+        EXPECT_EQ(again.GBGetAngleOrPin(), test.pin);
+        const bool unknown = test.number[0] == '?';
+        EXPECT_EQ(again.GIAGetAllAngle()[0], unknown ? 4 : test.entry);
+        EXPECT_EQ(again.GFFirstAngle(), again.Duplicate().GFFirstAngle()) << "geometry is ready";
+        EXPECT_EQ(form.holdsUnknown(), unknown);
+    }
 }
 
 TEST(SetupForm, SaysWhenTheNumbersAreNotThoseOfTheColumn)

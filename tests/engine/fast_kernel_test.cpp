@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <fstream>
 #include <functional>
 #include <limits>
@@ -266,6 +267,121 @@ TEST(FastKernel, HandsOverWhatItCannotFollow)
     const auto silent =
         levelsOf(*fastKernel(changed(5, 3, 40), airAt(21)), {}, std::array{Point{1, 1}}, {0, 21});
     EXPECT_EQ(silent[0], -std::numeric_limits<float>::infinity());
+}
+
+/// Counts what a fast kernel hands over.
+class CountingKernel : public LevelKernel {
+public:
+    explicit CountingKernel(std::size_t& evaluations) : m_evaluations(evaluations) {}
+
+    void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
+                    BandSpan bands, std::span<float* const>) const override
+    {
+        m_evaluations +=
+            sources.size() * receivers.size() * static_cast<std::size_t>(bands.count());
+    }
+
+private:
+    std::size_t& m_evaluations;
+};
+
+TEST(FastKernel, HandsOverNothingElse)
+{
+    constexpr double kReach = RadialTable::kReachM;
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<Source> two = {{0, 0, 0}, {0, 0, 725}};
+    const std::tuple<const char*, std::vector<Source>, std::vector<Point>, BandSpan, std::size_t>
+        cases[] = {
+            // handed over: all evaluations or none
+            {"near", two, {{5, 1}, {0, 0}, {-5, -1}}, {0, 21}, 0},
+            {"one band", two, {{5, 1}}, {9, 9}, 0},
+            {"no receivers", two, {}, {0, 21}, 0},
+            {"just within reach", two, {{0.9999 * kReach, 0}}, {0, 21}, 0},
+            {"just beyond, to the right", two, {{5, 1}, {1.0001 * kReach, 0}}, {0, 21}, 2 * 2 * 22},
+            {"to the left", two, {{5, 1}, {-1.0001 * kReach, 0}}, {0, 3}, 2 * 2 * 4},
+            {"above", two, {{5, 1}, {0, 1.0001 * kReach}}, {0, 3}, 2 * 2 * 4},
+            {"below", two, {{5, 1}, {0, -1.0001 * kReach}}, {0, 3}, 2 * 2 * 4},
+            {"across", two, {{0.8 * kReach, 0.7 * kReach}}, {0, 3}, 2 * 4},
+            // it is the distance that counts, not the place
+            {"out there",
+             {{900, -700, 0}},
+             {{900.5 + 0.7 * kReach, -700 - 0.7 * kReach}},
+             {0, 3},
+             0},
+            {"left of it", {{900, 0, 0}}, {{900, 1}, {900 - 1.0001 * kReach, 0}}, {0, 3}, 2 * 4},
+            {"right of it",
+             {{-900, 0, 0}},
+             {{-900, 1}, {-900 + 1.0001 * kReach, 0}},
+             {0, 3},
+             2 * 4},
+            {"below it", {{0, 900, 0}}, {{1, 900}, {0, 900 - 1.0001 * kReach}}, {0, 3}, 2 * 4},
+            {"above it", {{0, -900, 0}}, {{1, -900}, {0, -900 + 1.0001 * kReach}}, {0, 3}, 2 * 4},
+            {"receiver nowhere", two, {{kNan, 0}}, {0, 3}, 2 * 4},
+            {"another nowhere", two, {{5, 1}, {kNan, 1}}, {0, 3}, 2 * 2 * 4},
+            {"at no height", two, {{5, 1}, {5, kNan}}, {0, 3}, 2 * 2 * 4},
+            {"angle of no size", {{0, 0, kNan}}, {{5, 1}}, {0, 3}, 4},
+            {"as many sources as there are positions",
+             std::vector<Source>(32, two[0]),
+             {{5, 1}},
+             {0, 3},
+             0},
+            {"one more", std::vector<Source>(33, two[0]), {{5, 1}}, {0, 3}, 33 * 4}};
+    for (const auto& [what, sources, receivers, bands, handed] : cases) {
+        std::size_t evaluations = 0;
+        const FastKernel kernel(DirectivityTable::make(shipped("system.dat")),
+                                RadialTable::make(airAt(21)),
+                                std::make_unique<CountingKernel>(evaluations));
+        powersOf(kernel, sources, receivers, bands);
+        EXPECT_EQ(evaluations, handed) << what;
+    }
+}
+
+TEST(FastKernel, RunningSumsStandAfterEachSource)
+{
+    const auto kernel = fastKernel(shipped("system.dat"), airAt(21));
+    const std::vector<Source> sources = {{0, 5, 0}, {0.1, 4.7, -3}, {0.1, 4.4, -9}};
+    const std::vector<Point> receivers = {{5, 1}, {30, 2}, {-4, 5}};
+    const std::vector<Point> none;
+    const std::vector<Point> far = {{2 * RadialTable::kReachM, 1}};
+    const std::tuple<const char*, std::vector<Source>, std::vector<Point>, BandSpan> impossible[] =
+        {{"three bands", sources, receivers, {4, 6}},
+         {"no receivers", sources, none, {0, 21}},
+         {"too far", sources, far, {0, 21}},
+         {"too many sources", std::vector<Source>(33, sources[0]), receivers, {0, 21}}};
+    for (const auto& [what, many, points, bands] : impossible)
+        EXPECT_FALSE(kernel->hasRunningSums(many, points, bands)) << what;
+    EXPECT_EQ(kernel->hasRunningSums(std::vector<Source>(32, sources[0]), receivers, {4, 7}),
+              kernel->hasRunningSums(sources, receivers, {0, 21}))
+        << "as many sources as there are positions, four bands";
+    for (const BandSpan bands : {BandSpan{0, 21}, BandSpan{2, 5}, BandSpan{17, 21}})
+        onEveryTarget([&](const char*) {
+            if (!kernel->hasRunningSums(sources, receivers, bands))
+                return; // no vectors of four
+            const std::size_t floats = 16 * BandRow::kFloats;
+            std::array<hwy::AlignedFreeUniquePtr<float[]>, 3> sums;
+            for (auto& sum : sums)
+                sum = hwy::AllocateAligned<float>(floats);
+            // the first alone, then the others on top of it
+            const std::array<float*, 1> first = {sums[0].get()};
+            const std::array<float*, 2> others = {sums[1].get(), sums[2].get()};
+            kernel->runningSums(std::span(sources).first(1), receivers, bands, nullptr, first);
+            kernel->runningSums(std::span(sources).subspan(1), receivers, bands, sums[0].get(),
+                                others);
+            for (std::size_t s = 0; s < sources.size(); ++s) {
+                const auto whole =
+                    powersOf(*kernel, std::span(sources).first(s + 1), receivers, bands);
+                for (std::size_t k = 0; k < receivers.size(); ++k) {
+                    double power = 0;
+                    const float* row = sums[s].get() + k * BandRow::kFloats;
+                    for (int b = bands.from; b <= bands.to; ++b) {
+                        const auto band = static_cast<std::size_t>(b);
+                        power += std::norm(
+                            std::complex<double>(row[BandRow::re(band)], row[BandRow::im(band)]));
+                    }
+                    EXPECT_NEAR(power, whole[k], 1e-5 * whole[k]) << s << ' ' << k; // floats
+                }
+            }
+        });
 }
 
 TEST(WeightedLevels, SumsPlanesOfAnyLength)

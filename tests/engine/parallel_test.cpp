@@ -1,5 +1,9 @@
 #include "engine/parallel.h"
 
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <numeric>
 #include <thread>
 #include <vector>
@@ -19,7 +23,7 @@ TEST(Parallel, EveryBlockRunsOnceOnAnyNumberOfThreads)
             const Progress progress = [&](int done, int total) {
                 EXPECT_EQ(std::this_thread::get_id(), caller);
                 EXPECT_EQ(total, count);
-                EXPECT_GE(done, last);
+                EXPECT_GT(done, last);
                 last = done;
                 return true;
             };
@@ -32,10 +36,66 @@ TEST(Parallel, EveryBlockRunsOnceOnAnyNumberOfThreads)
 
 TEST(Parallel, StopsWhenProgressSaysSo)
 {
+    for (const int most : {1, 4, 1000}) { // alone the caller stops at once
+        int runs = 0;
+        EXPECT_FALSE(runBlocks(
+            1000, 1, [most](int done, int) { return done < most; }, [&](int) { ++runs; }));
+        EXPECT_EQ(runs, most);
+    }
+}
+
+TEST(Parallel, ItsHelpersStopToo)
+{
+    // Helpers wait in their first block until the caller was told, so the caller gets one however
+    // late it comes; then each block lasts, so they cannot run through all before they stop.
+    constexpr int kBlocks = 10000;
+    const auto caller = std::this_thread::get_id();
+    std::atomic<bool> told = false;
     std::atomic<int> runs = 0;
-    EXPECT_FALSE(runBlocks(
-        1000000, 3, [](int, int) { return false; }, [&](int) { ++runs; }));
-    EXPECT_LT(runs, 1000000);
+    const Progress stop = [&](int, int) {
+        told = true;
+        told.notify_all();
+        return false;
+    };
+    EXPECT_FALSE(runBlocks(kBlocks, 3, stop, [&](int) {
+        ++runs;
+        if (std::this_thread::get_id() == caller)
+            return;
+        told.wait(false);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }));
+    EXPECT_LT(runs, kBlocks);
+}
+
+TEST(Parallel, AsManyThreadsAsAskedForWorkAtOnce)
+{
+    // Each block waits until all threads are in one: the second call must wake those of the first.
+    for (const int threads : {3, 3, 2, 4}) {
+        std::mutex mutex;
+        std::condition_variable came;
+        int inside = 0;
+        int together = 0;
+        EXPECT_TRUE(runBlocks(threads, threads, {}, [&](int) {
+            std::unique_lock lock(mutex);
+            ++inside;
+            came.notify_all();
+            // so long only where a thread is missing
+            together +=
+                came.wait_for(lock, std::chrono::seconds(20), [&] { return inside == threads; });
+        }));
+        EXPECT_EQ(together, threads);
+    }
+    // Four helpers stay by now: they must not all join a caller that wants one.
+    std::atomic<int> inside = 0;
+    std::atomic<int> most = 0;
+    EXPECT_TRUE(runBlocks(40, 2, {}, [&](int) {
+        const int now = ++inside;
+        for (int before = most; now > before && !most.compare_exchange_weak(before, now);) {
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        --inside;
+    }));
+    EXPECT_LE(most, 2);
 }
 
 TEST(Parallel, CallersMayShareTheHelpersAndCallFromWithin)

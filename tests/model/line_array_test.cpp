@@ -68,9 +68,21 @@ TEST(LineArray, NewProjects)
 TEST(LineArray, BoundsOfEveryPairInEitherOrder)
 {
     const std::tuple<std::int16_t, std::int16_t, std::int16_t, AngleBounds> cases[] = {
-        {0, 0, 0, {0, 0}}, {0, 0, 1, {0, 3}}, {0, 1, 1, {3, 6}}, {0, 2, 2, {0, 0}},
-        {0, 2, 0, {0, 1}}, {0, 2, 1, {3, 4}}, {0, 7, 1, {0, 0}}, {1, 0, 0, {0, 6}},
-        {1, 1, 1, {0, 0}}, {1, 1, 0, {0, 0}}, {1, 0, 2, {0, 0}}};
+        {0, 0, 0, {0, 0}},
+        {0, 0, 1, {0, 3}},
+        {0, 1, 1, {3, 6}},
+        {0, 2, 2, {0, 0}},
+        {0, 2, 0, {0, 1}},
+        {0, 2, 1, {3, 4}},
+        {0, 7, 1, {0, 0}},
+        {1, 0, 0, {0, 6}},
+        {1, 1, 1, {0, 0}},
+        {1, 1, 0, {0, 0}},
+        {1, 0, 2, {0, 0}},
+        // a trapezoidal box of the compact system: a code that only a file can hold
+        {1, -2, 0, {0, 3}},
+        {1, -2, -2, {3, 6}},
+        {1, -2, 1, {0, 6}}};
     for (const auto& [system, a, b, bounds] : cases) {
         LineArray array;
         array.GBSetArrayType(system);
@@ -125,6 +137,16 @@ TEST(LineArray, Weights)
     array.GBSetNumSpeakers(13);
     EXPECT_FLOAT_EQ(array.GFGetCableWeight(), 8);
     EXPECT_FLOAT_EQ(newProject(kCompactSystem).array.GFGetSpeakerWeight(), 146.4F);
+    array.GBSetAllType(std::vector<std::int16_t>(32, 9));
+    EXPECT_EQ(array.GFGetSpeakerByType(9), 0) << "no box of the system";
+    // 5 kg and 0.5 kg for each full pair
+    const std::tuple<std::int16_t, std::int16_t, float> cables[] = {
+        {1, 0, 5}, {1, 1, 5.5F}, {3, 0, 5.5F}, {24, 8, 13}};
+    for (const auto& [midHigh, bass, kg] : cables) {
+        array.GBSetNumSpeakers(midHigh);
+        array.GBSetNumBass(bass);
+        EXPECT_EQ(array.GFGetCableWeight(), kg) << midHigh;
+    }
 }
 
 } // namespace

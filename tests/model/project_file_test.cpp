@@ -1,5 +1,7 @@
 #include "model/project_file.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <limits>
 #include <tuple>
@@ -73,6 +75,124 @@ TEST(ProjectFile, FreeBytesOfTextsSurvive)
     const auto loaded = readProject(bytes, "p.lad");
     ASSERT_TRUE(loaded);
     EXPECT_EQ(writeProject(loaded->project), bytes);
+}
+
+/// The array block of versions 0 and 1, every field with a value of its own.
+struct OldArray {
+    std::array<int, 3> counts = {20, 21, 22}; // straight, trapezoidal, mid/high: checked, not used
+    std::array<int, 32> types{};
+    std::array<int, 32> angles{};
+    std::array<float, 4> points = {2.5F, 6.25F, 3.75F, -0.5F}; // cradle, bass box
+    std::array<int, 3> booleans = {1, 1, 1};                   // bass box, flown, pin
+
+    OldArray()
+    {
+        // Of the first 24 positions five hold 0 and three 1, the last of each at 22 and 23.
+        const int codes[] = {1, 0, 0, 2, 0, 9, 1, 0};
+        types.fill(2);
+        std::copy(std::begin(codes), std::end(codes), types.begin());
+        types[22] = 0;
+        types[23] = 1;
+        std::fill(types.begin() + 24, types.end(), 0);
+        types[24] = 1;
+        for (int i = 0; i < 32; ++i)
+            angles[static_cast<std::size_t>(i)] = i < 8 ? 7 - std::max(i, 1) : 100 + i;
+    }
+
+    Bytes file(int version) const
+    {
+        Bytes bytes = older(version);
+        std::size_t at = kCounts;
+        for (const auto& list : {std::span<const int>(counts), std::span<const int>(types),
+                                 std::span<const int>(angles)})
+            for (const int value : list) {
+                put16(bytes, at, value);
+                at += 2;
+            }
+        for (const float value : points) {
+            putFloat(bytes, at, value);
+            at += 4;
+        }
+        for (const int value : booleans) {
+            put16(bytes, at, value);
+            at += 2;
+        }
+        EXPECT_EQ(at, 584U);
+        for (int i = 0; version > 0 && i < 11; ++i)
+            putFloat(bytes, at + static_cast<std::size_t>(4 * i), static_cast<float>(0.25 * i - 3));
+        return bytes;
+    }
+};
+
+TEST(ProjectFile, EveryFieldOfAnOlderVersionArrives)
+{
+    for (const int version : {0, 1})
+        for (const std::array<int, 3> booleans :
+             {std::array{1, 1, 1}, {-1, 1, 1}, {1, -1, 1}, {1, 1, -1}, {-1, -1, -1}}) {
+            SCOPED_TRACE(version);
+            OldArray old;
+            old.booleans = booleans;
+            const auto loaded = readProject(old.file(version), "p.lad");
+            ASSERT_TRUE(loaded) << loaded.error().text();
+            const LineArray& array = loaded->project.array;
+            EXPECT_EQ(array.GIGetNumGerade(), 5);
+            EXPECT_EQ(array.GIGetNumSchräg(), 3);
+            EXPECT_EQ(array.GIGetNumSpeakers(), 8);
+            EXPECT_EQ(array.GIGetNumBass(), 0);
+            EXPECT_EQ(array.GIGetArrayType(), kStandardSystem);
+            for (std::size_t i = 0; i < 32; ++i) {
+                EXPECT_EQ(array.GIAGetAllType()[i], old.types[i]) << i;
+                EXPECT_EQ(array.GIAGetAllAngle()[i], old.angles[i]) << i;
+            }
+            EXPECT_EQ(array.GFAGetCradleCoord(), (FloatPair{2.5F, 6.25F}));
+            EXPECT_EQ(array.GFAGetBassBoxCoord(), (FloatPair{3.75F, -0.5F}));
+            EXPECT_EQ(array.GBGetBassBox(), booleans[0] == 1);
+            EXPECT_EQ(array.GBGetMounting(), booleans[1] == 1);
+            EXPECT_EQ(array.GBGetAngleOrPin(), booleans[2] == 1);
+            // ready to hang: its centre of gravity is there, and so is its sign
+            EXPECT_EQ(array.GFAngleFromPin(0), array.Duplicate().GFAngleFromPin(0));
+            EXPECT_NE(array.GFAngleFromPin(0), LineArray().GFAngleFromPin(0));
+            EXPECT_EQ(array, array.Duplicate());
+            const SubArray& subArray = loaded->project.subArray;
+            for (std::size_t i = 0; i < 10; ++i)
+                EXPECT_EQ(subArray.SubPos[i], version == 0 ? 2.0 * static_cast<double>(i) - 9
+                                                           : 0.25 * static_cast<double>(i) - 3);
+            EXPECT_EQ(subArray.openingAngleDeg, version == 0 ? 45 : -0.5);
+        }
+    OldArray bare; // neither straight nor trapezoidal: the setter's least
+    bare.types.fill(2);
+    const auto loaded = readProject(bare.file(0), "p.lad");
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->project.array.GIGetNumSpeakers(), 1);
+}
+
+TEST(ProjectFile, CorruptFieldsOfAnOlderVersionAreRefused)
+{
+    const std::tuple<std::size_t, int, bool> counts[] = {
+        // which, value, whether it loads
+        {0, -1, false}, {0, 0, true}, {0, 32, true}, {0, 33, false},
+        {1, -1, false}, {1, 0, true}, {1, 32, true}, {1, 33, false},
+        {2, 0, false},  {2, 1, true}, {2, 32, true}, {2, 33, false}};
+    for (const auto& [which, value, loads] : counts) {
+        OldArray old;
+        old.counts[which] = value;
+        const auto loaded = readProject(old.file(1), "p.lad");
+        EXPECT_EQ(static_cast<bool>(loaded), loads) << which << ' ' << value;
+        if (!loaded) {
+            EXPECT_EQ(loaded.error().where, "p.lad, byte " + std::to_string(kCounts + 2 * which));
+        }
+    }
+    for (const std::size_t which : {0U, 1U, 2U})
+        for (const int value : {0, 2, -2, 255}) {
+            OldArray old;
+            old.booleans[which] = value;
+            EXPECT_FALSE(readProject(old.file(0), "p.lad")) << which << ' ' << value;
+        }
+    for (const std::size_t which : {0U, 1U, 2U, 3U}) {
+        OldArray old;
+        old.points[which] = std::numeric_limits<float>::infinity();
+        EXPECT_FALSE(readProject(old.file(0), "p.lad")) << which;
+    }
 }
 
 TEST(ProjectFile, OlderVersionsAreConverted)
