@@ -22,11 +22,12 @@ Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file,
 SpeakerDataLoad loadOf(const SpeakerDataReading& reading, const std::filesystem::path& file)
 {
     SpeakerDataLoad load;
-    const std::optional<std::string> shortfall = reading.shortfall();
+    const std::optional<Message> shortfall = reading.shortfall();
     if (reading.failed())
-        load.error = Error{"Load data failed (" + shortfall.value_or("") + ")", file.string()};
+        load.error =
+            Error{Message(Text::LoadDataFailedWith, {shortfall.value_or("")}), file.string()};
     else if (shortfall)
-        load.note = Error{*shortfall, file.string()}.text();
+        load.note = Error{*shortfall, file.string()};
     return load;
 }
 
@@ -114,7 +115,8 @@ Result<Saved> saveProject(const ApplicationState& state, const std::filesystem::
     return writeFile(file, projectBytes(state));
 }
 
-Result<std::string> importSpeakerData(ApplicationState& state, const std::filesystem::path& file)
+Result<std::optional<Error>> importSpeakerData(ApplicationState& state,
+                                               const std::filesystem::path& file)
 {
     const Result<SpeakerDataReading> reading = readSpeakerData(file, state.speakerData.directivity);
     if (!reading)
@@ -124,7 +126,7 @@ Result<std::string> importSpeakerData(ApplicationState& state, const std::filesy
     const SpeakerDataLoad load = loadOf(*reading, file);
     if (load.error)
         return *load.error;
-    return load.note.value_or("");
+    return load.note;
 }
 
 } // namespace orva

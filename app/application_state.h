@@ -36,8 +36,8 @@ struct ApplicationState {
 
 /// What became of a speaker data file that could be read.
 struct SpeakerDataLoad {
-    std::optional<Error> error;      ///< where it does not hold all bands, or not one number
-    std::optional<std::string> note; ///< where it holds all bands but not all values, a line
+    std::optional<Error> error; ///< where it does not hold all bands, or not one number
+    std::optional<Error> note;  ///< where it holds all bands but not all values
 };
 
 /// What became of the two files of LoadSystemData.
@@ -75,7 +75,8 @@ Result<Saved> saveProject(const ApplicationState& state, const std::filesystem::
 /// Replaces the current directivity by what a speaker data file holds, until the next
 /// SelectSystem(). An error when the file cannot be read (nothing changed) or is not one of all
 /// bands ("Load data failed"; the bands that it holds are taken). Else what is to be said about a
-/// file that does not hold all values, a line; empty when there is nothing.
-Result<std::string> importSpeakerData(ApplicationState& state, const std::filesystem::path& file);
+/// file that does not hold all values, if anything.
+Result<std::optional<Error>> importSpeakerData(ApplicationState& state,
+                                               const std::filesystem::path& file);
 
 } // namespace orva

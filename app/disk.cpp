@@ -85,10 +85,27 @@ Disk& systemDisk()
     return disk;
 }
 
-std::string reasonOf(int error)
+Message reasonOf(int error)
 {
-    const char* reason = strerrordesc_np(error);
-    return reason ? reason : "error " + std::to_string(error);
+    static constexpr std::pair<int, Text> kReasons[] = {
+        {ENOENT, Text::ReasonNoSuchFile},     {EPERM, Text::ReasonNotPermitted},
+        {EACCES, Text::ReasonDenied},         {ENOSPC, Text::ReasonNoSpace},
+        {EDQUOT, Text::ReasonQuota},          {EIO, Text::ReasonIo},
+        {EROFS, Text::ReasonReadOnly},        {ELOOP, Text::ReasonLinks},
+        {EISDIR, Text::ReasonFolder},         {ENOTDIR, Text::ReasonNoFolder},
+        {ENAMETOOLONG, Text::ReasonLongName}, {EFBIG, Text::ReasonLargeFile},
+        {EMFILE, Text::ReasonOpenFiles},      {EBUSY, Text::ReasonBusy},
+        {EEXIST, Text::ReasonExists}};
+    for (const auto& [known, text] : kReasons)
+        if (known == error)
+            return Message(text);
+    const char* reason = strerrordesc_np(error); // in English whatever the locale
+    return reason ? Message(reason) : Message(Text::SystemError, {number(error)});
+}
+
+Message failedCall(const std::string& call, int error)
+{
+    return Message(Text::CallFailed, {call, reasonOf(error)});
 }
 
 } // namespace orva

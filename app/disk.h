@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lang/message.h"
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -45,7 +47,9 @@ public:
 /// The real one.
 Disk& systemDisk();
 
-/// What an `errno` means, in English whatever the locale.
-std::string reasonOf(int error);
+/// What an `errno` means.
+Message reasonOf(int error);
+/// The same after the name of the call that failed: "fsync: Input/output error".
+Message failedCall(const std::string& call, int error);
 
 } // namespace orva

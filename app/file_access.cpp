@@ -13,14 +13,21 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kNotRead = "cannot be read: ";
-constexpr const char* kNotWritten = "cannot be written: ";
-constexpr const char* kNoRegularFile = "it is no regular file";
+Error noRegularFile(Text consequence, const fs::path& path)
+{
+    return {Message(consequence, {Message(Text::NoRegularFile)}), path};
+}
 
 /// The call that failed and why, from `errno`.
-Error failed(const char* consequence, const std::string& call, const fs::path& path)
+Error failed(Text consequence, const char* call, const fs::path& path)
 {
-    return {consequence + call + ": " + reasonOf(errno), path};
+    return {Message(consequence, {failedCall(call, errno)}), path};
+}
+
+Error oldNotKept(const char* call, const fs::path& path)
+{
+    const Message why(Text::OldNotKept, {failedCall(call, errno)});
+    return {Message(Text::NotWrittenBecause, {why}), path};
 }
 
 /// Repeats a call that a signal interrupted.
@@ -38,9 +45,11 @@ Result<fs::path> targetOf(fs::path name)
 {
     constexpr int kMostLinks = 40;
     const fs::path given = name;
-    const auto error = [&](int number) { return Error{kNotWritten + reasonOf(number), given}; };
+    const auto error = [&](int number) {
+        return Error{Message(Text::NotWrittenBecause, {reasonOf(number)}), given};
+    };
     if (name.empty())
-        return Error{"the file name is empty", {}};
+        return Error{Message(Text::EmptyFileName), {}};
     std::error_code code;
     for (int links = 0; fs::is_symlink(fs::symlink_status(name, code)); ++links) {
         if (links == kMostLinks)
@@ -62,9 +71,9 @@ Result<std::string> readOpen(Disk& disk, int descriptor, const fs::path& path, s
 {
     struct stat found = {};
     if (disk.fstat(descriptor, found) != 0)
-        return failed(kNotRead, "fstat", path);
+        return failed(Text::NotReadBecause, "fstat", path);
     if (!S_ISREG(found.st_mode))
-        return Error{std::string(kNotRead) + kNoRegularFile, path};
+        return noRegularFile(Text::NotReadBecause, path);
     constexpr std::size_t kPiece = 1 << 20;
     std::string bytes;
     for (ssize_t taken = 1; taken > 0 && bytes.size() < limit;) {
@@ -73,7 +82,7 @@ Result<std::string> readOpen(Disk& disk, int descriptor, const fs::path& path, s
         bytes.resize(before + most);
         taken = uninterrupted([&] { return disk.read(descriptor, bytes.data() + before, most); });
         if (taken < 0)
-            return failed(kNotRead, "read", path);
+            return failed(Text::NotReadBecause, "read", path);
         bytes.resize(before + static_cast<std::size_t>(taken));
     }
     return bytes;
@@ -84,13 +93,13 @@ Result<std::string> readOpen(Disk& disk, int descriptor, const fs::path& path, s
 Result<std::string> readFile(const fs::path& path, std::size_t limit, Disk& disk)
 {
     if (path.empty())
-        return Error{"the file name is empty", {}};
+        return Error{Message(Text::EmptyFileName), {}};
     const int descriptor =
         uninterrupted([&] { return disk.open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY, 0); });
     if (descriptor < 0 && errno == ENXIO) // a socket, or a device without its driver
-        return Error{std::string(kNotRead) + kNoRegularFile, path};
+        return noRegularFile(Text::NotReadBecause, path);
     if (descriptor < 0)
-        return Error{"cannot be opened: " + reasonOf(errno), path};
+        return Error{Message(Text::NotOpenedBecause, {reasonOf(errno)}), path};
     Result<std::string> bytes = readOpen(disk, descriptor, path, limit);
     disk.close(descriptor);
     return bytes;
@@ -119,7 +128,7 @@ Result<Done> PendingFiles::add(const fs::path& path, std::string_view bytes)
         return target.error();
     for (const File& other : m_files)
         if (isSameFile(other.target, *target))
-            return Error{"two outputs cannot go into the same file", path};
+            return Error{Message(Text::SameOutput), path};
     File file;
     file.path = path;
     file.target = *target;
@@ -127,9 +136,9 @@ Result<Done> PendingFiles::add(const fs::path& path, std::string_view bytes)
     if (m_disk.lstat(*target, found) == 0)
         file.replaced = found;
     else if (errno != ENOENT)
-        return failed(kNotWritten, "lstat", path);
+        return failed(Text::NotWrittenBecause, "lstat", path);
     if (file.replaced && !S_ISREG(found.st_mode))
-        return Error{std::string(kNotWritten) + kNoRegularFile, path};
+        return noRegularFile(Text::NotWrittenBecause, path);
 
     removeRests(m_disk, *target);
     Result<Done> written = write(file, bytes);
@@ -147,21 +156,34 @@ Result<Done> PendingFiles::write(File& file, std::string_view bytes)
     fs::path temporary;
     file.descriptor = makeTemporary(m_disk, file.target, mode, temporary);
     if (file.descriptor < 0)
-        return failed(kNotWritten, "open", file.path);
+        return failed(Text::NotWrittenBecause, "open", file.path);
     file.temporary = temporary;
     while (!bytes.empty()) {
         const ssize_t written = uninterrupted(
             [&] { return m_disk.write(file.descriptor, bytes.data(), bytes.size()); });
         if (written < 0)
-            return failed(kNotWritten, "write", file.path);
+            return failed(Text::NotWrittenBecause, "write", file.path);
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     if (file.replaced)
         file.losses = keepAttributes(m_disk, file.target, *file.replaced, file.descriptor);
     if (uninterrupted([&] { return m_disk.fsync(file.descriptor); }) != 0)
-        return failed(kNotWritten, "fsync", file.path);
+        return failed(Text::NotWrittenBecause, "fsync", file.path);
     return Done{};
 }
+
+namespace {
+
+/// One after the other, parted by commas.
+Message joined(const std::vector<Message>& parts)
+{
+    Message all = parts.front();
+    for (std::size_t i = 1; i < parts.size(); ++i)
+        all = Message(Text::List, {all, parts[i]});
+    return all;
+}
+
+} // namespace
 
 Result<Saved> PendingFiles::commit()
 {
@@ -175,15 +197,14 @@ Result<Saved> PendingFiles::commit()
     }
     Saved saved;
     for (const File& file : m_files) {
-        std::string lost;
-        for (const std::string& loss : file.losses)
-            lost += (lost.empty() ? "" : ", ") + loss;
-        if (!lost.empty())
-            saved.notes.push_back(file.path.string() + ": not kept: " + lost +
-                                  "; the old file is " + file.old.string());
+        if (!file.losses.empty())
+            saved.notes.emplace_back(
+                Text::AttributesNotKept,
+                std::vector<Message>{file.path.string(), joined(file.losses), file.old.string()});
         else if (!file.old.empty() && m_disk.unlink(file.old) != 0)
-            saved.notes.push_back(file.path.string() + ": the old file is left as " +
-                                  file.old.string() + ": unlink: " + reasonOf(errno));
+            saved.notes.emplace_back(Text::OldFileLeft,
+                                     std::vector<Message>{file.path.string(), file.old.string(),
+                                                          failedCall("unlink", errno)});
     }
     m_files.clear();
     return saved;
@@ -206,7 +227,7 @@ Result<Done> PendingFiles::close(File& file)
 {
     const int descriptor = std::exchange(file.descriptor, -1);
     if (m_disk.close(descriptor) != 0)
-        return failed(kNotWritten, "close", file.path);
+        return failed(Text::NotWrittenBecause, "close", file.path);
     return Done{};
 }
 
@@ -218,7 +239,7 @@ Result<Done> PendingFiles::place(File& file)
         // Not on every file system, and not when somebody removed the old file.
         if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP || errno == ENOENT)
             return placeByLink(file);
-        return failed(kNotWritten, "rename", file.path);
+        return failed(Text::NotWrittenBecause, "rename", file.path);
     }
     file.old = std::exchange(file.temporary, {});
     file.placed = true;
@@ -232,13 +253,12 @@ Result<Done> PendingFiles::placeByLink(File& file)
         old = freeTemporary(m_disk, file.target).value_or(fs::path());
         if (m_disk.link(file.target, old) != 0) {
             if (!file.losses.empty())
-                return failed("cannot be written: the old file cannot be kept: ", "link",
-                              file.path);
+                return oldNotKept("link", file.path);
             old.clear();
         }
     }
     if (m_disk.rename(file.temporary, file.target) != 0) {
-        const Error error = failed(kNotWritten, "rename", file.path);
+        const Error error = failed(Text::NotWrittenBecause, "rename", file.path);
         if (!old.empty())
             m_disk.unlink(old);
         return error;
@@ -265,7 +285,7 @@ Result<Done> PendingFiles::setAside(File& file)
         if (errno != EEXIST)
             break;
     }
-    return failed("cannot be written: the old file cannot be kept: ", "rename", file.path);
+    return oldNotKept("rename", file.path);
 }
 
 Result<Done> PendingFiles::syncFolder(const File& file)
@@ -274,11 +294,11 @@ Result<Done> PendingFiles::syncFolder(const File& file)
     if (folder < 0 && errno == EACCES) // it may be written to, not read
         return Done{};
     if (folder < 0)
-        return failed(kNotWritten, "open", file.path);
+        return failed(Text::NotWrittenBecause, "open", file.path);
     Result<Done> done = Done{};
     // Some network file systems keep folders by themselves and say that this is no file to flush.
     if (uninterrupted([&] { return m_disk.fsync(folder); }) != 0 && errno != EINVAL)
-        done = failed(kNotWritten, "fsync", file.path);
+        done = failed(Text::NotWrittenBecause, "fsync", file.path);
     m_disk.close(folder);
     return done;
 }

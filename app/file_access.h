@@ -23,7 +23,7 @@ bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// What a save that went well has to tell, each a line: what of an old file could not be kept.
 struct Saved {
-    std::vector<std::string> notes;
+    std::vector<Message> notes;
 };
 
 /// Files that are written so that after a crash, a full disk or a kill there is either the old file
@@ -54,7 +54,7 @@ private:
         std::optional<struct stat> replaced; ///< the old file, where there is one
         std::filesystem::path temporary;     ///< of the new bytes, until they are placed
         int descriptor = -1;                 ///< of the temporary file, open until commit()
-        std::vector<std::string> losses;     ///< attributes that were not to be kept
+        std::vector<Message> losses;         ///< attributes that were not to be kept
         std::filesystem::path old;           ///< where the old file is since the new one is placed
         bool placed = false;
     };

@@ -10,11 +10,11 @@ namespace orva {
 
 namespace {
 
-using Losses = std::vector<std::string>;
+using Losses = std::vector<Message>;
 
-std::string loss(const std::string& what, const char* call)
+Message loss(const Message& what, const char* call)
 {
-    return what + " (" + call + ": " + reasonOf(errno) + ")";
+    return Message(Text::NotKept, {what, failedCall(call, errno)});
 }
 
 /// Whether the owner and the group are those that were.
@@ -25,10 +25,11 @@ bool keepOwner(Disk& disk, const struct stat& was, const struct stat& is, int de
     const bool group = was.st_gid == is.st_gid;
     if ((owner && group) || disk.fchown(descriptor, was.st_uid, was.st_gid) == 0)
         return true;
-    std::string lost = loss(owner ? "the group" : "owner and group", "fchown");
-    if (!owner && (group || disk.fchown(descriptor, static_cast<uid_t>(-1), was.st_gid) == 0))
-        lost.replace(0, lost.find(" ("), "the owner");
-    losses.push_back(std::move(lost));
+    const int error = errno;
+    const bool groupOnly =
+        !owner && (group || disk.fchown(descriptor, static_cast<uid_t>(-1), was.st_gid) == 0);
+    const Text what = owner ? Text::TheGroup : groupOnly ? Text::TheOwner : Text::OwnerAndGroup;
+    losses.push_back(Message(Text::NotKept, {Message(what), failedCall("fchown", error)}));
     return false;
 }
 
@@ -52,7 +53,7 @@ void keepExtended(Disk& disk, const Disk::Path& old, int descriptor, Losses& los
     const auto names =
         wholeOf([&](char* to, std::size_t most) { return disk.listxattr(old, to, most); });
     if (!names && errno != ENOTSUP)
-        losses.push_back(loss("the extended attributes", "listxattr"));
+        losses.push_back(loss(Message(Text::ExtendedAttributes), "listxattr"));
     for (const char* name = names ? names->c_str() : ""; *name; name += std::strlen(name) + 1) {
         const auto value =
             wholeOf([&](char* to, std::size_t most) { return disk.getxattr(old, name, to, most); });
@@ -70,13 +71,13 @@ Losses keepAttributes(Disk& disk, const Disk::Path& old, const struct stat& was,
     Losses losses;
     struct stat is = {};
     if (disk.fstat(descriptor, is) != 0)
-        return {loss("owner, group and mode", "fstat")};
+        return {loss(Message(Text::OwnerGroupMode), "fstat")};
     constexpr mode_t kRights = 0777;
     constexpr mode_t kAllBits = 07777;
     const bool owned = keepOwner(disk, was, is, descriptor, losses);
     keepExtended(disk, old, descriptor, losses); // as long as the mode lets us
     if (disk.fchmod(descriptor, was.st_mode & (owned ? kAllBits : kRights)) != 0)
-        losses.push_back(loss("the mode", "fchmod"));
+        losses.push_back(loss(Message(Text::TheMode), "fchmod"));
     return losses;
 }
 

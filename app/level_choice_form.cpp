@@ -9,7 +9,6 @@ namespace orva {
 namespace {
 
 constexpr int kBroadband = 3;
-constexpr int kAllAveraged = 196; ///< text of the entry that stands for all bands
 
 /// Right-aligned as engineers read a column of frequencies.
 std::string bandText(int hz)
@@ -34,7 +33,7 @@ void LevelChoiceForm::setLanguage(Language language)
 {
     m_language = language;
     Average_cmb.items.clear();
-    for (const int id : {212, 213, 214, 215})
+    for (const Text id : {Text::ThirdOctave, Text::OneOctave, Text::ThreeOctaves, Text::Broadband})
         Average_cmb.items.emplace_back(MlGetString(language, id));
     applyAveraging();
 }
@@ -68,7 +67,7 @@ void LevelChoiceForm::applyAveraging()
     bandEnabled = !broadband;
     cmbTerzOktave.items.resize(kBands);
     if (broadband)
-        cmbTerzOktave.items.emplace_back(MlGetString(m_language, kAllAveraged));
+        cmbTerzOktave.items.emplace_back(MlGetString(m_language, Text::AllAveraged));
     cmbTerzOktave.selected = broadband ? kBands : m_band;
 }
 

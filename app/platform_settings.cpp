@@ -29,9 +29,8 @@ public:
         m_settings.sync();
         if (m_settings.status() == QSettings::NoError)
             return Done{};
-        return Error{m_settings.status() == QSettings::AccessError
-                         ? "the options cannot be written there"
-                         : "the options that are stored there cannot be read",
+        return Error{Message(m_settings.status() == QSettings::AccessError ? Text::OptionsNotWritten
+                                                                           : Text::OptionsNotRead),
                      m_settings.fileName().toStdString()};
     }
 

@@ -15,6 +15,9 @@ namespace {
 /// Pixels of the largest picture that the page takes; a narrower one is as high.
 constexpr double kPictureWidth = 1600;
 constexpr double kPictureHeight = 900;
+/// The picture is printed 16 cm wide: lines of a quarter of a millimetre, texts of 3.5 mm.
+constexpr double kPixelsPerLine = 2.5;
+constexpr double kTextHeight = 14;
 /// Narrower views leave no room for labels beside the boxes.
 constexpr double kNarrowestAspect = 1.25;
 
@@ -36,16 +39,19 @@ std::string created(const QLocale& locale)
 Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOptions& options,
                                 double aspect, const QLocale& dates)
 {
-    if (const std::optional<std::string> fault = state.gLineArray.fault())
+    if (const std::optional<Message> fault = state.gLineArray.fault())
         return Error{*fault, ""};
     aspect = std::max(aspect, kNarrowestAspect);
     const double width = std::min(kPictureHeight * aspect, kPictureWidth);
     const double height = std::max(width / aspect, 100.0);
     const auto pixels = [](double size) { return static_cast<int>(std::lround(size)); };
-    const std::string png = pngPicture(pixels(width), pixels(height), [&](DrawingSurface& surface) {
-        surface.setTextHeight(2 * surface.textHeight()); // printed smaller than a screen shows it
-        DrawRiggingView(surface, state.gLineArray, options);
-    });
+    const std::string png = pngPicture(
+        pixels(width), pixels(height),
+        [&](DrawingSurface& surface) {
+            surface.setTextHeight(kTextHeight);
+            DrawRiggingView(surface, state.gLineArray, options);
+        },
+        kPixelsPerLine);
     const auto sections =
         reportSections(state.gLineArray, ORVA_VERSION, created(dates), png, options.text);
     return rtfReport(sections);

@@ -7,26 +7,26 @@
 
 namespace orva {
 
-int SearchForm::caption() const
+Text SearchForm::caption() const
 {
     switch (m_state) {
     case State::Running:
-        return 228;
+        return Text::SearchRunning;
     case State::Paused:
-        return 230;
+        return Text::SearchPaused;
     case State::Finished:
-        return 231;
+        return Text::SearchFinished;
     case State::Ready:
         break;
     }
-    return 147;
+    return Text::SearchTitle;
 }
 
-int SearchForm::buttonText() const
+Text SearchForm::buttonText() const
 {
     if (m_state == State::Running)
-        return 223;
-    return m_tested ? 224 : 154;
+        return Text::PauseSearch;
+    return m_tested ? Text::ContinueSearch : Text::BeginSearch;
 }
 
 void SearchForm::begin()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/curve_drawing.h"
+#include "lang/text_ids.h"
 #include "optimize/measure.h"
 
 #include <optional>
@@ -8,15 +9,14 @@
 
 namespace orva {
 
-/// What the search dialog shows and allows in each of its states. Captions and button texts are
-/// ids of the string table.
+/// What the search dialog shows and allows in each of its states.
 class SearchForm {
 public:
     enum class State { Ready, Running, Paused, Finished };
 
     State state() const { return m_state; }
-    int caption() const;
-    int buttonText() const;
+    Text caption() const;
+    Text buttonText() const;
     /// The button that begins, pauses and continues.
     bool buttonEnabled() const { return m_state != State::Finished && m_countable; }
     bool optionsEnabled() const { return m_state == State::Ready; }

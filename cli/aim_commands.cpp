@@ -23,8 +23,7 @@ Result<Done> aim(const AimOptions& options, const Console& console)
         return state.error();
     const std::optional<double> angle = autoAim(state->gRoom, state->gLineArray);
     if (!angle) {
-        constexpr int kNoValidArea = 197;
-        return Error{std::string(MlGetString(options.common.text().language, kNoValidArea)),
+        return Error{std::string(MlGetString(options.common.text().language, Text::NoAreaToAimAt)),
                      options.file};
     }
     state->gLineArray = aimedArray(state->gLineArray, *angle);

@@ -55,11 +55,10 @@ PreciseJson jsonOf(const std::vector<Ranked>& best)
 /// The set that the options ask for; none when the file's array has no box that aims there.
 Result<CandidateSet> candidatesOf(const Options& options, const ApplicationState& state)
 {
-    constexpr int kNoSpeakers = 251;
     const std::optional<JointRange> aiming =
         GetAreaSpeakers(state.gRoom, state.gLineArray, options.area);
     if (!aiming)
-        return Error{std::string(MlGetString(options.common.text().language, kNoSpeakers)),
+        return Error{std::string(MlGetString(options.common.text().language, Text::NoBoxAims)),
                      options.file};
     CandidateSet candidates(state.gLineArray,
                             options.allSpeakers ? allJoints(state.gLineArray) : *aiming,

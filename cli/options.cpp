@@ -181,9 +181,13 @@ Result<Done> deliver(const Console& console, const std::string& result, PendingF
     const Result<Saved> saved = files.commit();
     if (!saved)
         return saved.error();
-    for (const std::vector<std::string>* lines : {&warnings, &saved->notes})
-        for (const std::string& line : *lines)
-            console.err << "orva-cli: warning: " << printable(line) << '\n';
+    const auto warn = [&](const std::string& line) {
+        console.err << "orva-cli: warning: " << printable(line) << '\n';
+    };
+    for (const std::string& line : warnings)
+        warn(line);
+    for (const Message& note : saved->notes)
+        warn(note.text());
     return Done{};
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 std::optional<Error> notCalculable(const ApplicationState& state, const std::string& projectFile)
 {
-    if (const std::optional<std::string> fault = state.gLineArray.fault())
+    if (const std::optional<Message> fault = state.gLineArray.fault())
         return Error{*fault, projectFile};
     return std::nullopt;
 }
@@ -42,16 +42,16 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
     if (data.error)
         return *data.error;
     if (data.note)
-        project->warnings.push_back(*data.note);
+        project->warnings.push_back(data.note->text());
     SelectSystem(*project, system);
     UpdateSpeedOfSound(*project, options.temperatureC);
     if (options.speakerDataFile.empty())
         return project;
-    const Result<std::string> note = importSpeakerData(*project, options.speakerDataFile);
+    const Result<std::optional<Error>> note = importSpeakerData(*project, options.speakerDataFile);
     if (!note)
         return note.error();
-    if (!note->empty())
-        project->warnings.push_back(*note);
+    if (*note)
+        project->warnings.push_back((*note)->text());
     return project;
 }
 

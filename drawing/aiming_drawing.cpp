@@ -17,8 +17,7 @@ Point drawn(Point room)
 std::string labelOf(const AimingLine& line, const BassBoxView& bassBox, double speedOfSound,
                     const DrawingOptions& options)
 {
-    constexpr int kMilliseconds = 12;
-    const std::string ms(MlGetString(options.text.language, kMilliseconds));
+    const std::string ms(MlGetString(options.text.language, Text::Milliseconds));
     if (bassBox.used && bassBox.showDelay)
         return fixedText(bassBoxDelayMs(line, bassBox.place, speedOfSound), 0) + ms;
     return fixedText(line.lengthM * options.text.lengthFactor(), 0) +

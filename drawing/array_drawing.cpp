@@ -172,9 +172,8 @@ void DrawLineArray(DrawingSurface& surface, const LineArray& array, Point origin
         const Point front = frame.place(box.point({hingeX / 2, hingeY / 2}));
         rightmost = std::max({rightmost, front.x, frame.place(box.point(box.shape->hinge)).x,
                               frame.place(box.corner).x});
-        constexpr int kBox = 236;
         std::string label =
-            std::string(MlGetString(options.text.language, kBox)) + std::to_string(number);
+            std::string(MlGetString(options.text.language, Text::Box)) + std::to_string(number);
         if (position > 0)
             label += "   " + plainText(LineArray::splayAngle(angles[position]), 1) + "°";
         labels.push_back({front, label});
@@ -185,7 +184,6 @@ void DrawLineArray(DrawingSurface& surface, const LineArray& array, Point origin
 
 void DrawRiggingView(DrawingSurface& surface, const LineArray& array, const DrawingOptions& options)
 {
-    constexpr int kScale = 194;
     LineArray current = array;
     current.GFACalcCOM();
     const std::array<float, 4> bounds = current.GFAGetBounds();
@@ -197,7 +195,7 @@ void DrawRiggingView(DrawingSurface& surface, const LineArray& array, const Draw
     if (gridFits(surface, options.GridUnit_Rigging, options.text)) {
         const ScaleKeeper keeper(surface);
         ResetScale(surface);
-        surface.print({4, 3}, std::string(MlGetString(options.text.language, kScale)) +
+        surface.print({4, 3}, std::string(MlGetString(options.text.language, Text::RiggingScale)) +
                                   plainText(options.GridUnit_Rigging, 3) + ' ' +
                                   std::string(lengthUnit(options.text)));
     }

@@ -92,7 +92,6 @@ Point CurvePicture::pointAt(CurvePoint place, double pictureWidth) const
 
 void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const DrawingOptions& options)
 {
-    constexpr int kArea = 238;
     const double lengthM = picture.lengthM;
     const CurveScale levels = picture.scale();
     const double range = levels.topDb - levels.bottomDb;
@@ -126,8 +125,8 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
                          kGridGrey);
         }
 
-    const std::string title =
-        std::string(MlGetString(options.text.language, kArea)) + std::to_string(picture.area);
+    const std::string title = std::string(MlGetString(options.text.language, Text::CurveTitle)) +
+                              std::to_string(picture.area);
     const Point size = surface.textSize(title);
     const double room = 0.11 * range - size.y; // above the highest grid line
     surface.print({surface.scale().left + (surface.scale().width - size.x) / 2,

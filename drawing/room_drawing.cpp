@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kMarginPixels = 30;
 
-std::string text(const DrawingOptions& options, int id)
+std::string text(const DrawingOptions& options, Text id)
 {
     return std::string(MlGetString(options.text.language, id));
 }
@@ -51,7 +51,6 @@ void GDrawRoomOutline(DrawingSurface& surface, const Room& room)
 
 void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
 {
-    constexpr int kScale = 191;
     const Scale user = surface.scale();
     const auto [refX, refY] = room.GFAGetPointOfRef();
     const Point corner = {(-refX - user.left) / surface.pixelX(),
@@ -65,20 +64,19 @@ void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions&
     surface.print({corner.x - 13, corner.y - 28}, "Y", kRed);
     surface.print({corner.x + 20, corner.y + 2}, "X", kBlue);
     if (gridShown)
-        surface.print({4, 3}, text(options, kScale) + plainText(options.GridUnit_Room, 3) + ' ' +
-                                  std::string(lengthUnit(options.text)));
+        surface.print({4, 3}, text(options, Text::RoomScale) + plainText(options.GridUnit_Room, 3) +
+                                  ' ' + std::string(lengthUnit(options.text)));
 }
 
 void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
 {
-    constexpr int kReference = 242;
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
         const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
         surface.line({area[0], -static_cast<double>(area[1])},
                      {area[2], -static_cast<double>(area[3])}, kBlack, 2);
     }
     const Scale& scale = surface.scale();
-    surface.print({0, -0.01 * scale.height}, text(options, kReference));
+    surface.print({0, -0.01 * scale.height}, text(options, Text::ReferenceMark));
     surface.circle({0, 0}, 0.005 * scale.width, kBlue);
     surface.circle({0, 0}, 0.0005 * scale.width, kBlack);
 

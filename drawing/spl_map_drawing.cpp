@@ -56,13 +56,12 @@ struct Legend {
 
 Legend legendOf(DrawingSurface& surface, const SummedMap& map, const DrawingOptions& options)
 {
-    constexpr int kMax = 239;
-    constexpr int kMin = 240;
     const ScaleKeeper keeper(surface);
     ResetScale(surface);
-    const auto text = [&](int id) { return std::string(MlGetString(options.text.language, id)); };
+    const auto text = [&](Text id) { return std::string(MlGetString(options.text.language, id)); };
     const double height = surface.textSize("0").y;
-    Legend legend{{text(kMax), decibels(map.max), text(kMin), decibels(map.min)}, {}, {}, 0};
+    Legend legend{
+        {text(Text::MapMax), decibels(map.max), text(Text::MapMin), decibels(map.min)}, {}, {}, 0};
     legend.pitch = std::max(0.018 * surface.pixelHeight(), height);
     // below the grid unit that stands in the corner
     const double first = std::max(1.2 * legend.pitch, 3 + 1.2 * height);

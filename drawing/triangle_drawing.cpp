@@ -51,16 +51,14 @@ void fitTriangle(DrawingSurface& surface, double side2, Point tip, const std::st
 void DrawTriangle(DrawingSurface& surface, double side1, double side2, double side3,
                   const DrawingOptions& options)
 {
-    constexpr int kSide1TooLong = 192;
-    constexpr int kSide1TooShort = 193;
     constexpr Colour kSide1 = 0xFF00FF;
     surface.clear();
     const auto solved = SolveTriangle(side1, side2, side3);
     if (const auto* fault = std::get_if<TriangleFault>(&solved)) {
         ResetScale(surface);
-        const std::string text(
-            MlGetString(options.text.language,
-                        *fault == TriangleFault::Side1TooLong ? kSide1TooLong : kSide1TooShort));
+        const std::string text(MlGetString(
+            options.text.language,
+            *fault == TriangleFault::Side1TooLong ? Text::Side1TooLong : Text::Side1TooShort));
         const Point size = surface.textSize(text);
         surface.print({(surface.pixelWidth() - size.x) / 2, size.y}, text);
         return;

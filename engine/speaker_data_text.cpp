@@ -207,40 +207,40 @@ std::string withThousands(int count)
 
 } // namespace
 
-std::optional<std::string> SpeakerDataReading::shortfall() const
+std::optional<Message> SpeakerDataReading::shortfall() const
 {
     if (bands < kBands)
-        return std::to_string(bands) + " of " + std::to_string(kBands) + " bands found";
+        return Message(Text::BandsFound, {number(bands), number(kBands)});
     if (values == kAllValues)
         return std::nullopt;
-    return withThousands(values) + " of " + withThousands(kAllValues) + " values were read";
+    return Message(Text::ValuesRead, {withThousands(values), withThousands(kAllValues)});
 }
 
 Result<SpeakerDataReading> ReadSpeakerDataText(std::string_view text, const Directivity& before,
                                                std::string_view name)
 {
     if (text.size() > kSpeakerDataMaxBytes)
-        return Error{"the speaker data is larger than 64 MB", std::string(name)};
+        return Error{Message(Text::DataTooLarge), std::string(name)};
 
     if (text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF")
-        return Error{"the speaker data is UTF-16 text; save it as Windows-1252 or UTF-8",
-                     std::string(name)};
+        return Error{Message(Text::DataUtf16), std::string(name)};
 
     Reader reader(before, isUtf8(text) ? kUtf8Keys : kWindows1252Keys);
     for (int number = 1; !text.empty(); ++number) {
-        const auto error = [&](std::string what) {
-            return Error{std::move(what), std::string(name) + ", line " + std::to_string(number)};
+        const auto error = [&](Text what) {
+            return Error{Message(Text::LineNumber, {orva::number(number), Message(what)}),
+                         std::string(name)};
         };
         std::string_view line = takeUpTo(text, '\n');
         if (line.size() > kSpeakerDataMaxLine)
-            return error("the line is longer than 1 MB");
+            return error(Text::DataLongLine);
         if (number <= kHeaderLines)
             continue;
         if (!line.empty() && line.back() == '\r')
             line.remove_suffix(1);
         const Reader::Step step = reader.take(line);
         if (step == Reader::Step::TooLarge)
-            return error("a value is too large");
+            return error(Text::DataLargeValue);
         if (step == Reader::Step::Stop)
             break;
     }

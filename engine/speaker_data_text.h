@@ -30,7 +30,7 @@ struct SpeakerDataReading {
     bool failed() const { return bands < kBands || numbers == 0; }
     /// Why it failed, or what is to be said of one that did not: "3 of 1,606 values were read";
     /// none where all values were read.
-    std::optional<std::string> shortfall() const;
+    std::optional<Message> shortfall() const;
 };
 
 /// Reads text in the speaker data format (Windows-1252 or UTF-8, with a byte order mark or without,

@@ -30,6 +30,7 @@ std::vector<TextRow> readTable()
         const std::string_view number = takeUpTo(line, '\t');
         TextRow row{};
         std::from_chars(number.data(), number.data() + number.size(), row.id);
+        row.name = takeUpTo(line, '\t');
         row.english = withoutQuotes(takeUpTo(line, '\t'));
         row.german = withoutQuotes(line);
         rows.push_back(row);
@@ -59,9 +60,7 @@ std::string_view MlGetString(Language language, int id)
 
 std::string_view lengthUnit(const TextOptions& options)
 {
-    constexpr int kMetres = 14;
-    constexpr int kFeet = 1004;
-    return MlGetString(options.language, options.Units_Meters ? kMetres : kFeet);
+    return MlGetString(options.language, options.Units_Meters ? Text::MetresUnit : Text::FeetUnit);
 }
 
 } // namespace orva

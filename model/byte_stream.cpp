@@ -6,13 +6,13 @@
 
 namespace orva {
 
-Result<Done> ByteReader::need(std::size_t count, std::string_view block) const
+Result<Done> ByteReader::need(std::size_t count, Text block) const
 {
     if (m_bytes.size() - m_offset >= count)
         return Done{};
-    return Error{"the file ends inside " + std::string(block) + " (" +
-                     std::to_string(m_bytes.size()) + " bytes, " +
-                     std::to_string(m_offset + count) + " needed)",
+    return Error{Message(Text::FileEndsInside,
+                         {Message(block), number(static_cast<long long>(m_bytes.size())),
+                          number(static_cast<long long>(m_offset + count))}),
                  std::string(m_name)};
 }
 
@@ -51,17 +51,17 @@ std::string ByteReader::chars(std::size_t count)
     return {first, count};
 }
 
-Result<Done> ByteReader::finite(std::span<float> values, std::string_view what)
+Result<Done> ByteReader::finite(std::span<float> values, Text field)
 {
     for (float& value : values) {
         value = f32();
         if (!std::isfinite(value))
-            return error(std::string(what) + " holds a figure that is not a finite number");
+            return error(Message(Text::NotFinite, {Message(field)}));
     }
     return Done{};
 }
 
-Error ByteReader::error(std::string what) const
+Error ByteReader::error(Message what) const
 {
     return {std::move(what), std::string(m_name) + ", byte " + std::to_string(m_lastField)};
 }

@@ -21,8 +21,8 @@ public:
     {
     }
 
-    /// An error unless `count` more bytes are there; `block` names them in it ("the room block").
-    Result<Done> need(std::size_t count, std::string_view block) const;
+    /// An error unless `count` more bytes are there; `block` names it there (Text::BlockRoom).
+    Result<Done> need(std::size_t count, Text block) const;
 
     std::int16_t i16();
     std::int32_t i32();
@@ -30,10 +30,10 @@ public:
     std::string chars(std::size_t count);
 
     /// Fills `values`; an error if one of them is not a finite number.
-    Result<Done> finite(std::span<float> values, std::string_view what);
+    Result<Done> finite(std::span<float> values, Text field);
 
     /// An error at the field last taken.
-    Error error(std::string what) const;
+    Error error(Message what) const;
 
 private:
     std::uint32_t unsignedField(std::size_t size);

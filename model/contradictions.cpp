@@ -1,6 +1,6 @@
 #include "model/contradictions.h"
 
-#include "lang/string_table.h"
+#include "lang/message.h"
 
 #include <tuple>
 
@@ -8,31 +8,12 @@ namespace orva {
 
 namespace {
 
-/// Rows of the string table.
-enum Row {
-    kStraight = 1040,
-    kTrapezoidal = 1041,
-    kBass = 1042,
-    kUnknownBoxes = 1043,
-    kSystem = 1044
-};
-
 int inColumn(const LineArray& array, BoxKind kind)
 {
     int count = 0;
     for (int i = 0; i < array.boxCount(); ++i)
         count += array.kindAt(i) == kind;
     return count;
-}
-
-std::string filled(std::string_view text, const std::string& first, const std::string& second = {})
-{
-    std::string line(text);
-    if (const std::size_t at = line.find("%1"); at != std::string::npos)
-        line.replace(at, 2, first);
-    if (const std::size_t at = line.find("%2"); at != std::string::npos)
-        line.replace(at, 2, second);
-    return line;
 }
 
 /// "2 (9), 5 (12)": positions from 1 with the codes that the system does not know.
@@ -52,20 +33,22 @@ std::string unknownBoxes(const LineArray& array)
 
 std::vector<std::string> contradictions(const LineArray& array, Language language)
 {
-    const auto text = [&](int id) { return MlGetString(language, id); };
     std::vector<std::string> lines;
+    const auto say = [&](Text text, std::vector<Message> parts) {
+        lines.push_back(Message(text, std::move(parts)).text(language));
+    };
     const std::int16_t system = array.GIGetArrayType();
     if (system != kStandardSystem && system != kCompactSystem)
-        lines.push_back(filled(text(kSystem), std::to_string(system)));
-    const std::tuple<int, int, BoxKind> counts[] = {
-        {kStraight, array.GIGetNumGerade(), BoxKind::Straight},
-        {kTrapezoidal, array.GIGetNumSchräg(), BoxKind::Trapezoidal},
-        {kBass, array.GIGetNumBass(), BoxKind::Bass}};
-    for (const auto& [id, named, kind] : counts)
+        say(Text::UnknownSystem, {number(system)});
+    const std::tuple<Text, int, BoxKind> counts[] = {
+        {Text::StraightContradiction, array.GIGetNumGerade(), BoxKind::Straight},
+        {Text::TrapezoidalContradiction, array.GIGetNumSchräg(), BoxKind::Trapezoidal},
+        {Text::BassContradiction, array.GIGetNumBass(), BoxKind::Bass}};
+    for (const auto& [text, named, kind] : counts)
         if (const int hung = inColumn(array, kind); hung != named)
-            lines.push_back(filled(text(id), std::to_string(named), std::to_string(hung)));
+            say(text, {number(named), number(hung)});
     if (const std::string boxes = unknownBoxes(array); !boxes.empty())
-        lines.push_back(filled(text(kUnknownBoxes), boxes));
+        say(Text::UnknownBoxes, {boxes});
     return lines;
 }
 

@@ -121,27 +121,24 @@ std::optional<BoxKind> LineArray::kindAt(int position) const
     return system().kindOf(AllType[static_cast<std::size_t>(position)]);
 }
 
-std::optional<std::string> LineArray::angleFault() const
+std::optional<Message> LineArray::angleFault() const
 {
     const int angles = static_cast<int>(GSALookupAngles().size());
     for (int i = 1; i < boxCount(); ++i) {
         const std::int16_t index = AllAngle[static_cast<std::size_t>(i)];
         if (index < 0 || index >= angles)
-            return "the splay angle above box " + std::to_string(i + 1) + " has the index " +
-                   std::to_string(index) + ", not 0 to " + std::to_string(angles - 1);
+            return Message(Text::UnknownSplay, {number(i + 1), number(index), number(angles - 1)});
     }
     const std::int16_t pins = system().cradle.pinCount();
     if (Mounting && AngleOrPin && (AllAngle[0] < 0 || AllAngle[0] >= pins))
-        return "the array hangs from pin " + std::to_string(AllAngle[0] + 1) +
-               ", which the frame does not have (1 to " + std::to_string(pins) + ")";
+        return Message(Text::UnknownPin, {number(AllAngle[0] + 1), number(pins)});
     return std::nullopt;
 }
 
-std::optional<std::string> LineArray::fault() const
+std::optional<Message> LineArray::fault() const
 {
     if (NumSpeakers + NumBass > kPositions)
-        return "the array has " + std::to_string(NumSpeakers + NumBass) + " boxes, not at most " +
-               std::to_string(kPositions);
+        return Message(Text::TooManyBoxes, {number(NumSpeakers + NumBass), number(kPositions)});
     return angleFault();
 }
 
@@ -161,11 +158,12 @@ void LineArray::GBWriteToFile(ByteWriter& out) const
 
 Result<Done> LineArray::GBReadFromFile(ByteReader& in)
 {
-    if (auto there = in.need(kFileBytes, "the array block"); !there)
+    if (auto there = in.need(kFileBytes, Text::BlockArray); !there)
         return there;
     for (const auto& [count, what, low] :
-         {std::tuple(&NumGerade, "straight", 0), std::tuple(&NumSchräg, "trapezoidal", 0),
-          std::tuple(&NumSpeakers, "mid/high", 1), std::tuple(&NumBass, "bass", 0)})
+         {std::tuple(&NumGerade, Text::KindStraight, 0),
+          std::tuple(&NumSchräg, Text::KindTrapezoidal, 0),
+          std::tuple(&NumSpeakers, Text::KindMidHigh, 1), std::tuple(&NumBass, Text::KindBass, 0)})
         if (auto read = readBoxCount(in, what, low, *count); !read)
             return read;
     readPositions(in, AllType);

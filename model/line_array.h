@@ -85,11 +85,11 @@ public:
     std::optional<BoxKind> kindAt(int position) const;
 
     /// A splay angle or pin in use that does not exist, in words; none when all exist.
-    std::optional<std::string> angleFault() const;
+    std::optional<Message> angleFault() const;
     /// Why nothing may be calculated for this array: an angleFault(), or more than 32 boxes.
     /// Calculations are defined only where this is empty; elsewhere they stay within bounds but
     /// mean nothing.
-    std::optional<std::string> fault() const;
+    std::optional<Message> fault() const;
 
     // Splay angles and pins
 

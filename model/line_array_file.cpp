@@ -2,12 +2,12 @@
 
 namespace orva {
 
-Result<Done> readBoxCount(ByteReader& in, std::string_view kind, int low, std::int16_t& count)
+Result<Done> readBoxCount(ByteReader& in, Text kind, int low, std::int16_t& count)
 {
     const std::int16_t value = in.i16();
     if (value < low || value > 32)
-        return in.error("the number of " + std::string(kind) + " boxes is " +
-                        std::to_string(value) + ", not " + std::to_string(low) + " to 32");
+        return in.error(
+            Message(Text::BoxCountOutside, {Message(kind), number(value), number(low)}));
     count = value;
     return Done{};
 }
@@ -21,14 +21,14 @@ void readPositions(ByteReader& in, std::array<std::int16_t, 32>& list)
 Result<ArrayPlacing> readPlacing(ByteReader& in)
 {
     ArrayPlacing placing{};
-    if (auto read = in.finite(placing.cradleCoord, "the cradle point"); !read)
+    if (auto read = in.finite(placing.cradleCoord, Text::FieldCradle); !read)
         return read.error();
-    if (auto read = in.finite(placing.bassBoxCoord, "the bass box point"); !read)
+    if (auto read = in.finite(placing.bassBoxCoord, Text::FieldBassBox); !read)
         return read.error();
     for (bool* value : {&placing.bassBox, &placing.mounting, &placing.angleOrPin}) {
         const std::int16_t stored = in.i16();
         if (stored != 1 && stored != -1)
-            return in.error("a yes/no entry is " + std::to_string(stored) + ", not 1 or -1");
+            return in.error(Message(Text::NotYesOrNo, {number(stored)}));
         *value = stored == 1;
     }
     return placing;

@@ -9,11 +9,11 @@ namespace orva {
 
 Result<Done> LineArray_old::GBReadFromFile(ByteReader& in)
 {
-    if (auto there = in.need(kFileBytes, "the array block"); !there)
+    if (auto there = in.need(kFileBytes, Text::BlockArray); !there)
         return there;
-    for (const auto& [count, what, low] :
-         {std::tuple(&NumGerade, "straight", 0), std::tuple(&NumSchräg, "trapezoidal", 0),
-          std::tuple(&NumSpeakers, "mid/high", 1)})
+    for (const auto& [count, what, low] : {std::tuple(&NumGerade, Text::KindStraight, 0),
+                                           std::tuple(&NumSchräg, Text::KindTrapezoidal, 0),
+                                           std::tuple(&NumSpeakers, Text::KindMidHigh, 1)})
         if (auto read = readBoxCount(in, what, low, *count); !read)
             return read;
     readPositions(in, AllType);

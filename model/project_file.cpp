@@ -52,11 +52,12 @@ Result<LineArray> readArray(ByteReader& in, int version)
 Result<SubArray> readSubArray(ByteReader& in)
 {
     SubArray subArray;
-    if (auto there = in.need(kSubArrayBytes, "the sub-array block"); !there)
+    if (auto there = in.need(kSubArrayBytes, Text::BlockSubArray); !there)
         return there.error();
-    if (auto read = in.finite(subArray.SubPos, "the list of sub-array positions"); !read)
+    if (auto read = in.finite(subArray.SubPos, Text::FieldSubArray); !read)
         return read.error();
-    if (auto read = in.finite(std::span(&subArray.openingAngleDeg, 1), "the opening angle"); !read)
+    if (auto read = in.finite(std::span(&subArray.openingAngleDeg, 1), Text::FieldOpeningAngle);
+        !read)
         return read.error();
     return subArray;
 }
@@ -76,21 +77,21 @@ void WriteProjectHeader(ByteWriter& out)
 
 Result<int> ReadProjectHeader(ByteReader& in)
 {
-    if (auto there = in.need(kHeaderBytes, "the header"); !there)
+    if (auto there = in.need(kHeaderBytes, Text::BlockHeader); !there)
         return there.error();
     std::optional<Error> first;
-    const auto require = [&](bool holds, const std::string& what) {
+    const auto require = [&](bool holds, const Message& what) {
         if (!holds && !first)
             first = in.error(what);
     };
-    const std::string foreign = "the header is not that of a project file";
+    const Message foreign(Text::ForeignHeader);
     require(in.chars(kMagic.size()) == kMagic, foreign);
     require(in.i16() == 1, foreign);
     require(in.i16() == 20, foreign);
     require(in.chars(kFiller.size()) == kFiller, foreign);
     const std::int16_t version = in.i16();
     require(version >= 0 && version <= kWrittenVersion,
-            "the format version is " + std::to_string(version) + ", not 0, 1 or 2");
+            Message(Text::ForeignVersion, {number(version)}));
     for (const std::int32_t field : {0, 0, 0, 31})
         require(in.i32() == field, foreign);
     if (first)

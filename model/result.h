@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lang/message.h"
+
 #include <cassert>
 #include <string>
 #include <utility>
@@ -9,11 +11,14 @@ namespace orva {
 
 /// Why something from outside could not be taken.
 struct Error {
-    std::string what;  ///< what is wrong and why, a sentence without a full stop
+    Message what;      ///< what is wrong and why, a sentence without a full stop
     std::string where; ///< file and place in it; may be empty
 
     /// "where: what", one line, for a message.
-    std::string text() const { return where.empty() ? what : where + ": " + what; }
+    std::string text(Language language = Language::English) const
+    {
+        return where.empty() ? what.text(language) : where + ": " + what.text(language);
+    }
 };
 
 /// The value of a Result that only says that something was done.

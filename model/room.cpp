@@ -138,22 +138,21 @@ void Room::GBWriteToFile(ByteWriter& out) const
 
 Result<Done> Room::GBReadFromFile(ByteReader& in)
 {
-    if (auto there = in.need(kFileBytes, "the room block"); !there)
+    if (auto there = in.need(kFileBytes, Text::BlockRoom); !there)
         return there;
     NumAreas = in.i16();
     if (NumAreas < 1 || NumAreas > kAreas)
-        return in.error("the number of audience areas is " + std::to_string(NumAreas) +
-                        ", not 1 to 3");
-    if (auto read = in.finite(RoomDims, "the room size"); !read)
+        return in.error(Message(Text::AreaCountOutside, {number(NumAreas)}));
+    if (auto read = in.finite(RoomDims, Text::FieldRoomSize); !read)
         return read;
     if (RoomDims[0] <= 0 || RoomDims[1] <= 0)
-        return in.error("the room's width or height is 0 or below");
+        return in.error(Message(Text::RoomWithoutSize));
     for (AreaSegment& area : m_areas)
-        if (auto read = in.finite(area, "an audience area"); !read)
+        if (auto read = in.finite(area, Text::FieldArea); !read)
             return read;
-    if (auto read = in.finite(PointOfRef, "the point of reference"); !read)
+    if (auto read = in.finite(PointOfRef, Text::FieldReference); !read)
         return read;
-    if (auto read = in.finite(FOH, "the FOH position"); !read)
+    if (auto read = in.finite(FOH, Text::FieldFoh); !read)
         return read;
     for (std::string* text : {&ProjectName, &AuthorName, &Comment})
         *text = in.chars(text->size());

@@ -58,12 +58,12 @@ SystemRecord makeStandard()
         .trapezoidalTrapezoidal = {3, 6},
         .frameWeightKg = 33,
         .maxWeightKg = 850,
-        .straightText = {"VM 412 S", 1001, 183},
-        .trapezoidalText = {"VM 412 T", 1002, 184},
-        .bassText = {"VM 415 F", 1003, 262},
-        .cradleAngleLabel = 264,
-        .cableWeightLabel = 185,
-        .frameWeightLine = 186,
+        .straightText = {"VM 412 S", Text::SheetStraight, Text::SheetStraightWeight},
+        .trapezoidalText = {"VM 412 T", Text::SheetTrapezoidal, Text::SheetTrapezoidalWeight},
+        .bassText = {"VM 415 F", Text::SheetBass, Text::SheetBassWeight},
+        .cradleAngleLabel = Text::CompactCradleAngle,
+        .cableWeightLabel = Text::SheetCableWeight,
+        .frameWeightLine = Text::SheetFrameWeight,
     };
 }
 
@@ -102,12 +102,12 @@ SystemRecord makeCompact()
         .trapezoidalTrapezoidal = {3, 6},
         .frameWeightKg = 12,
         .maxWeightKg = 350,
-        .straightText = {"VM 306 C", 0, 261},
-        .trapezoidalText = {"VM 306 C", 0, 0},
-        .bassText = {"VM 415 C", 1003, 257},
-        .cradleAngleLabel = 182,
-        .cableWeightLabel = 263,
-        .frameWeightLine = 270,
+        .straightText = {"VM 306 C", Text::None, Text::CompactWeight},
+        .trapezoidalText = {"VM 306 C", Text::None, Text::None},
+        .bassText = {"VM 415 C", Text::SheetBass, Text::CompactBassWeight},
+        .cradleAngleLabel = Text::SheetCradleAngle,
+        .cableWeightLabel = Text::CompactCableWeight,
+        .frameWeightLine = Text::CompactFrameWeight,
     };
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lang/text_ids.h"
 #include "model/vector_math.h"
 
 #include <array>
@@ -49,11 +50,11 @@ struct CradleGeometry {
 /// Lowest and highest splay-angle index that a joint allows, inclusive.
 using AngleBounds = std::array<std::int16_t, 2>;
 
-/// How the rigging sheet names a kind of box; text ids of the string table, 0 for none.
+/// How the rigging sheet names a kind of box; None for what it has not.
 struct RiggingText {
     std::string_view model; ///< product name, the same in every language
-    int kind;               ///< follows the product name
-    int weightLabel;
+    Text kind;              ///< follows the product name
+    Text weightLabel;
 };
 
 /// The longest array of any system, in mid/high boxes of one kind and in bass boxes.
@@ -80,9 +81,9 @@ struct SystemRecord {
     RiggingText straightText;
     RiggingText trapezoidalText;
     RiggingText bassText;
-    int cradleAngleLabel;
-    int cableWeightLabel;
-    int frameWeightLine;
+    Text cradleAngleLabel;
+    Text cableWeightLabel;
+    Text frameWeightLine;
 
     /// None for a code that is no box of this system.
     std::optional<BoxKind> kindOf(std::int16_t typeCode) const

@@ -45,14 +45,16 @@ void needApplication()
 
 } // namespace
 
-std::string pngPicture(int width, int height, const std::function<void(DrawingSurface&)>& draw)
+std::string pngPicture(int width, int height, const std::function<void(DrawingSurface&)>& draw,
+                       double ratio)
 {
     needApplication();
     QImage image(width, height, QImage::Format_RGB32);
     image.fill(Qt::white);
+    image.setDevicePixelRatio(ratio);
     {
         QPainter painter(&image);
-        PainterSurface surface(painter, QSizeF(width, height));
+        PainterSurface surface(painter, QSizeF(width, height) / ratio);
         surface.setTextHeight(std::clamp(height / 50.0, 10.0, 18.0));
         draw(surface);
     }

@@ -115,7 +115,8 @@ std::string rtfReport(std::span<const ReportSection> sections)
             writePictures(document, section.pictures);
             useFont();
         }
-        document.insertText("\n\r");
+        if (&section != &sections.back()) // blank lines at the end may fill a page of their own
+            document.insertText("\n\r");
     }
     return document.bytes();
 }
@@ -124,14 +125,12 @@ std::vector<ReportSection> reportSections(const LineArray& array, const std::str
                                           const std::string& created, std::string riggingPng,
                                           const TextOptions& options)
 {
-    constexpr int kCreated = 1006;
-    constexpr int kRiggingDisplay = 1005;
     constexpr int kSheetPt = 14;
     constexpr int kColonTwips = 3600;
     constexpr std::uint32_t kRed = 0x0000FF;
-    const auto text = [&](int id) { return std::string(MlGetString(options.language, id)); };
+    const auto text = [&](Text id) { return std::string(MlGetString(options.language, id)); };
     ReportSection title;
-    title.text = "ORVA " + version + ".\r" + text(kCreated) + created + "\r\r";
+    title.text = "ORVA " + version + ".\r" + text(Text::ReportCreated) + created + "\r\r";
     std::vector<ReportSection> sections = {title};
     ReportSection warning;
     warning.colour = kRed;
@@ -140,10 +139,11 @@ std::vector<ReportSection> reportSections(const LineArray& array, const std::str
     if (!warning.text.empty())
         sections.push_back(warning);
     ReportSection drawing;
-    drawing.text = text(kRiggingDisplay);
+    drawing.text = text(Text::RiggingDisplay);
     drawing.pictures.push_back({std::move(riggingPng), ""});
     ReportSection sheet;
     sheet.text = array.GSGetPrintout(options);
+    sheet.text.erase(sheet.text.find_last_not_of("\r\n") + 1);
     sheet.fontSizePt = kSheetPt;
     sheet.columnTwips = kColonTwips;
     sections.push_back(drawing);

@@ -67,7 +67,7 @@ TEST_F(Files, StayAsTheyWereWhenWritingFails)
     const Result<Saved> written = writeFile(file, std::string(5000, 'x'));
     setrlimit(RLIMIT_FSIZE, &before);
     ASSERT_FALSE(written);
-    EXPECT_EQ(written.error().what, "cannot be written: write: File too large");
+    EXPECT_EQ(written.error().what.text(), "cannot be written: write: File too large");
     EXPECT_EQ(written.error().where, file.string());
     EXPECT_EQ(*readFile(file, 100), "old");
     EXPECT_EQ(filesThere(), 1U);

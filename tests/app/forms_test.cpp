@@ -401,8 +401,8 @@ TEST(SearchForm, AllowsWhatEachStateAllows)
         allowed += form.optionsEnabled() ? "o" : "-";
         allowed += form.cancelEnabled() ? "c" : "-";
         allowed += form.acceptEnabled() ? "a" : "-";
-        return std::to_string(form.caption()) + " " + std::to_string(form.buttonText()) + " " +
-               allowed;
+        return std::to_string(static_cast<int>(form.caption())) + " " +
+               std::to_string(static_cast<int>(form.buttonText())) + " " + allowed;
     };
     EXPECT_EQ(state(), "147 154 boc-");
     form.setCountable(false);

@@ -156,7 +156,7 @@ TEST(SpeakerData, CountsWhatItReads)
         const SpeakerDataReading reading = read(text);
         EXPECT_EQ(reading.values, values);
         EXPECT_EQ(reading.failed(), failed);
-        EXPECT_EQ(reading.shortfall().value_or(""), shortfall);
+        EXPECT_EQ(reading.shortfall().value_or("").text(), shortfall);
     }
 }
 
@@ -171,7 +171,7 @@ TEST(SpeakerData, KnowsItsEncodings)
     for (const char* mark : {"\xFF\xFE", "\xFE\xFF"}) {
         const auto refused = ReadSpeakerDataText(mark + windows, {}, "x.xhn");
         ASSERT_FALSE(refused);
-        EXPECT_NE(refused.error().what.find("UTF-16"), std::string::npos);
+        EXPECT_NE(refused.error().what.text().find("UTF-16"), std::string::npos);
     }
 }
 
@@ -182,7 +182,8 @@ TEST(SpeakerData, RefusesWhatIsTooLarge)
                                  bands(1, "1,-1e400,2"), bands(1, "1,-301,2")};
     for (const std::string& text : texts)
         EXPECT_FALSE(ReadSpeakerDataText(text, {}, "x.xhn"));
-    EXPECT_EQ(ReadSpeakerDataText(bands(1, "1e39,2"), {}, "x.xhn").error().where, "x.xhn, line 12");
+    EXPECT_EQ(ReadSpeakerDataText(bands(1, "1e39,2"), {}, "x.xhn").error().text(),
+              "x.xhn: line 12: a value is too large");
 }
 
 TEST(SpeakerData, LookupsInterpolateRoundTheCircle)

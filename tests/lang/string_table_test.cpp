@@ -1,3 +1,4 @@
+#include "lang/message.h"
 #include "lang/string_table.h"
 
 #include <cctype>
@@ -121,6 +122,18 @@ TEST(Languages, UnknownIdentifiersAreEnglish)
     for (const char* stored : {"", "abc", "1e99", "-1e99", "4294968327", "1031.5"})
         EXPECT_EQ(storedLanguage(stored), Language::English) << stored;
     EXPECT_EQ(MlSupportedLanguages().front(), Language::English);
+}
+
+TEST(Message, BecomesWordsInTheLanguageAsked)
+{
+    const Message inside(Text::FileEndsInside,
+                         {Message(Text::BlockRoom), number(30), number(584)});
+    EXPECT_EQ(inside.text(), "the file ends inside the room block (30 bytes, 584 needed)");
+    EXPECT_EQ(inside.text(Language::German),
+              "die Datei endet in dem Block des Raums (30 Bytes, nötig sind 584)");
+    EXPECT_EQ(Message("100 % as it is %1").text(Language::German), "100 % as it is %1");
+    EXPECT_EQ(Message(Text::BandsFound, {"%2"}).text(), "%2 of %2 bands found")
+        << "what is put in is not looked at, what is missing stays";
 }
 
 } // namespace

@@ -96,14 +96,14 @@ void ArrayColumn::showTexts()
 {
     const Session& session = m_editor.session;
     for (std::size_t i = 0; i < cmbType.size(); ++i) {
-        const QString box = session.text(236) + QString::number(i + 1);
+        const QString box = session.text(Text::Box) + QString::number(i + 1);
         cmbType[i]->setAccessibleName(box);
         if (i < cmbAngle.size())
-            cmbAngle[i]->setAccessibleName(box + ", " + session.text(72));
+            cmbAngle[i]->setAccessibleName(box + ", " + session.text(Text::Angle));
     }
-    VScroll1->setAccessibleName(session.text(7));
-    spkUp_cmd->setAccessibleName(session.text(1010));
-    spkDown_cmd->setAccessibleName(session.text(1011));
+    VScroll1->setAccessibleName(session.text(Text::SetupPage));
+    spkUp_cmd->setAccessibleName(session.text(Text::ScrollUp));
+    spkDown_cmd->setAccessibleName(session.text(Text::ScrollDown));
 }
 
 void ArrayColumn::display()

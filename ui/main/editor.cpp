@@ -69,7 +69,8 @@ void Editor::updateArray()
     if (!setupValid()) {
         setup.updateIndependent(array);
     } else if (!setup.UpdateLineArray(array)) {
-        showMessage(QApplication::activeWindow(), session.text(1024), session.text(1025));
+        showMessage(QApplication::activeWindow(), session.text(Text::UpdateFailed),
+                    session.text(Text::ErrorTitle));
         setup.RefreshFromClass(array);
         return;
     }
@@ -213,11 +214,11 @@ QStringList Editor::warnings() const
 {
     const SetupForm::Invalid& invalid = setup.SetupInvalid;
     const auto count = [this](BoxKind kind) {
-        return session.text(218) + qtText(setup.modelName(kind));
+        return session.text(Text::WarningNumberOf) + qtText(setup.modelName(kind));
     };
     QStringList lines;
     if (invalid.midHigh)
-        lines += setup.isCompact() ? count(BoxKind::Straight) : session.text(219);
+        lines += setup.isCompact() ? count(BoxKind::Straight) : session.text(Text::WarningMidHigh);
     if (invalid.straight)
         lines += count(BoxKind::Straight);
     if (invalid.trapezoidal)
@@ -225,13 +226,13 @@ QStringList Editor::warnings() const
     if (invalid.bass)
         lines += count(BoxKind::Bass);
     if (invalid.angles)
-        lines += session.text(220);
+        lines += session.text(Text::WarningAngles);
     if (!lines.empty())
-        lines.prepend(session.text(217));
+        lines.prepend(session.text(Text::WarningTitle));
     if (setup.holdsUnknown())
-        lines += session.text(1009);
+        lines += session.text(Text::HoldsUnknown);
     if (m_outside.any())
-        lines += session.text(195);
+        lines += session.text(Text::OutsideRoom);
     return lines;
 }
 

@@ -58,7 +58,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     makeMenus();
     connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
     connect(m_commands, &ProjectCommands::statusChanged, this,
-            [this](int text, const QString& argument) {
+            [this](Text text, const QString& argument) {
                 m_statusText = text;
                 m_statusArgument = argument;
                 showStatus();
@@ -107,23 +107,23 @@ void MainWindow::begin()
     m_editor.SetNewProject();
 }
 
-QAction* MainWindow::command(QMenu* menu, const char* name, int textId,
+QAction* MainWindow::command(QMenu* menu, const char* name, Text text,
                              const std::function<void()>& run, const QKeySequence& keys)
 {
     QAction* action = menu->addAction(QString());
     action->setObjectName(name);
     action->setShortcut(keys);
     connect(action, &QAction::triggered, this, run);
-    m_actionTexts.push_back({action, textId});
+    m_actionTexts.push_back({action, text});
     return action;
 }
 
-QMenu* MainWindow::submenu(QMenu* parent, const char* name, int textId)
+QMenu* MainWindow::submenu(QMenu* parent, const char* name, Text text)
 {
     QMenu* menu = parent ? parent->addMenu(QString()) : menuBar()->addMenu(QString());
     menu->setObjectName(name);
     menu->menuAction()->setObjectName(name);
-    m_actionTexts.push_back({menu->menuAction(), textId});
+    m_actionTexts.push_back({menu->menuAction(), text});
     return menu;
 }
 
@@ -132,66 +132,73 @@ void MainWindow::makeMenus()
     const auto separator = [](QMenu* menu, const char* name) {
         menu->addSeparator()->setObjectName(name);
     };
-    QMenu* file = submenu(nullptr, "mnuFile", 98);
-    QMenu* newMenu = submenu(file, "mnuNew", 99);
+    QMenu* file = submenu(nullptr, "mnuFile", Text::MenuFile);
+    QMenu* newMenu = submenu(file, "mnuNew", Text::MenuNew);
     command(
-        newMenu, "mnuNewS", 258, [this] { m_commands->New(false); }, QKeySequence("Ctrl+N"));
+        newMenu, "mnuNewS", Text::MenuNewStandard, [this] { m_commands->New(false); },
+        QKeySequence("Ctrl+N"));
     command(
-        newMenu, "mnuNewC", 259, [this] { m_commands->New(true); }, QKeySequence("Ctrl+Shift+N"));
+        newMenu, "mnuNewC", Text::MenuNewCompact, [this] { m_commands->New(true); },
+        QKeySequence("Ctrl+Shift+N"));
     command(
-        file, "mnuOpen", 100, [this] { m_commands->Open(); }, QKeySequence("Ctrl+O"));
+        file, "mnuOpen", Text::MenuOpen, [this] { m_commands->Open(); }, QKeySequence("Ctrl+O"));
     command(
-        file, "mnuSave", 101, [this] { m_commands->Save(); }, QKeySequence("Ctrl+S"));
-    command(file, "mnuSaveAs", 102, [this] { m_commands->SaveAs(); });
+        file, "mnuSave", Text::MenuSave, [this] { m_commands->Save(); }, QKeySequence("Ctrl+S"));
+    command(file, "mnuSaveAs", Text::MenuSaveAs, [this] { m_commands->SaveAs(); });
     separator(file, "mnuSep1");
     command(
-        file, "mnuPrint", 104, [this] { createPrintVersion(); }, QKeySequence("Ctrl+P"));
+        file, "mnuPrint", Text::MenuPrint, [this] { createPrintVersion(); },
+        QKeySequence("Ctrl+P"));
     separator(file, "mnuSep3");
     for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
-        mnuMRU[i] = file->addAction(m_session.text(105));
+        mnuMRU[i] = file->addAction(m_session.text(Text::RecentFiles));
         mnuMRU[i]->setObjectName(elementName("mnuMRU", static_cast<int>(i)));
         connect(mnuMRU[i], &QAction::triggered, this,
                 [this, i] { m_commands->OpenRecent(m_commands->recentFiles.paths().at(i)); });
     }
     separator(file, "mnuSep2");
-    command(file, "mnuExit", 106, [this] { exit(); });
+    command(file, "mnuExit", Text::MenuExit, [this] { exit(); });
 
-    QMenu* tools = submenu(nullptr, "mnuTools", 107);
-    command(tools, "mnuLoadData", 108, [this] { m_commands->LoadData(); });
-    command(tools, "mnuPythCalc", 109, [this] { calculator(); });
+    QMenu* tools = submenu(nullptr, "mnuTools", Text::MenuTools);
+    command(tools, "mnuLoadData", Text::MenuLoadData, [this] { m_commands->LoadData(); });
+    command(tools, "mnuPythCalc", Text::MenuCalculator, [this] { calculator(); });
 
-    QMenu* options = submenu(nullptr, "mnuOptions", 110);
-    command(options, "mnuToolsChangeLanguage", 244,
+    QMenu* options = submenu(nullptr, "mnuOptions", Text::MenuOptions);
+    command(options, "mnuToolsChangeLanguage", Text::MenuLanguage,
             [this] { LanguageDialog::ShowDialog(m_session, false, this); });
     command(
-        options, "mnuFont", 111, [this] { displayFont(); }, QKeySequence("Ctrl+F"));
-    command(options, "mnuGenOptions", 112, [this] { generalOptions(); });
+        options, "mnuFont", Text::DisplayFont, [this] { displayFont(); }, QKeySequence("Ctrl+F"));
+    command(options, "mnuGenOptions", Text::GeneralOptions, [this] { generalOptions(); });
 
-    QMenu* help = submenu(nullptr, "mnuHelp", 113);
+    QMenu* help = submenu(nullptr, "mnuHelp", Text::MenuHelp);
     command(
-        help, "mnuCallHelp", 114, [this] { m_commands->Help(); }, QKeySequence("F1"));
-    command(help, "mnuAbout", 115, [this] { AboutDialog(m_session, this).exec(); });
+        help, "mnuCallHelp", Text::MenuCallHelp, [this] { m_commands->Help(); },
+        QKeySequence("F1"));
+    command(help, "mnuAbout", Text::MenuAbout, [this] { AboutDialog(m_session, this).exec(); });
 }
 
 void MainWindow::showTexts()
 {
-    for (const Text& text : m_actionTexts)
-        text.action->setText(m_session.text(text.id));
+    for (const ActionText& shown : m_actionTexts)
+        shown.action->setText(m_session.text(shown.text));
+    const Text pages[] = {Text::LocationPage, Text::SetupPage, Text::RiggingPage,
+                          Text::SubArrayPage};
     for (int page = RoomTab; page <= SubArrayTab; ++page)
-        Main_SSTab->setTabText(page, m_session.text(6 + page));
+        Main_SSTab->setTabText(page, m_session.text(pages[page]));
     showTitle();
     showStatus();
 }
 
 void MainWindow::showStatus()
 {
-    m_status->setText(m_statusText ? m_session.text(m_statusText).arg(m_statusArgument)
-                                   : QString());
+    m_status->setText(m_statusText != Text::None
+                          ? m_session.text(m_statusText).arg(m_statusArgument)
+                          : QString());
 }
 
 void MainWindow::showTitle()
 {
-    QString title = m_session.text(1);
+    QString title = m_session.text(Text::ProgramTitle);
     if (!m_editor.ProjectFile.empty())
         title += " - " + QFileInfo(QString::fromStdString(m_editor.ProjectFile)).fileName();
     setWindowTitle(title + "[*]");
@@ -216,7 +223,7 @@ void MainWindow::autoAim()
 {
     const std::optional<double> angle = orva::autoAim(m_editor.room(), m_editor.array());
     if (!angle) {
-        showMessage(this, m_session.text(197));
+        showMessage(this, m_session.text(Text::NoAreaToAimAt));
         return;
     }
     m_editor.editSetup([&](SetupForm& setup) {
@@ -241,7 +248,7 @@ void MainWindow::generalOptions()
 void MainWindow::displayFont()
 {
     QFontDialog dialog(QApplication::font(), this);
-    dialog.setWindowTitle(m_session.text(111));
+    dialog.setWindowTitle(m_session.text(Text::DisplayFont));
     // The platform's font reaches windows that are opened later, too.
     if (dialog.exec() == QDialog::Accepted)
         QApplication::setFont(dialog.selectedFont());
@@ -288,7 +295,8 @@ void MainWindow::AppShutdown()
     m_commands->recentFiles.SaveRecentFiles(m_session.store);
     SaveSettings(m_session.state.settings, m_session.store);
     if (const Result<Done> stored = m_session.store.flush(); !stored)
-        showMessage(this, m_session.text(1032), kProgramTitle, qtText(stored.error().text()));
+        showMessage(this, m_session.text(Text::OptionsNotStored), kProgramTitle,
+                    m_session.text(stored.error()));
     if (m_calculator)
         m_calculator->close();
 }

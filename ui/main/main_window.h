@@ -31,9 +31,9 @@ private:
     enum Page { RoomTab, SetupTab, RiggingTab, SubArrayTab };
 
     void makeMenus();
-    QAction* command(QMenu* menu, const char* name, int textId, const std::function<void()>& run,
+    QAction* command(QMenu* menu, const char* name, Text text, const std::function<void()>& run,
                      const QKeySequence& keys = {});
-    QMenu* submenu(QMenu* parent, const char* name, int textId);
+    QMenu* submenu(QMenu* parent, const char* name, Text text);
     void showTexts();
     void showTitle();
     void showRecentFiles();
@@ -56,14 +56,14 @@ private:
     ProjectCommands* m_commands;
     QPointer<CalculatorWindow> m_calculator;
     QLabel* m_status;
-    int m_statusText = 0; ///< 0: none
+    Text m_statusText = Text::None;
     QString m_statusArgument;
 
-    struct Text {
+    struct ActionText {
         QAction* action;
-        int id;
+        Text text;
     };
-    std::vector<Text> m_actionTexts;
+    std::vector<ActionText> m_actionTexts;
     std::array<QAction*, RecentFiles::kMost> mnuMRU;
     QSize m_placedSize; ///< that the program gave the window
     bool Exiting = false;

@@ -175,17 +175,19 @@ void MapCalculator::calculate(bool all, bool redraw)
 
     if (prepared && !redraw && !done(wanted)) {
         const std::unique_ptr<LevelKernel> kernel = m_editor.session.state.levelKernel();
-        runStage(dialog, m_editor.session.text(234), [&](const Progress& progress) {
-            return CalcRawSPL(*kernel, m_editor.array(), map.grid, wanted, coreCount(), progress,
-                              map.cache);
-        });
+        runStage(dialog, m_editor.session.text(Text::CalculatingRaw),
+                 [&](const Progress& progress) {
+                     return CalcRawSPL(*kernel, m_editor.array(), map.grid, wanted, coreCount(),
+                                       progress, map.cache);
+                 });
     }
     if (prepared && !dialog.Aborted && done(choice.bands))
-        runStage(dialog, m_editor.session.text(235), [&](const Progress& progress) {
-            map.shown = CalcSummedSPL(map.cache, m_editor.session.state.speakerData.BandLevel,
-                                      map.grid, choice, coreCount(), progress);
-            return map.shown.has_value();
-        });
+        runStage(
+            dialog, m_editor.session.text(Text::CalculatingSum), [&](const Progress& progress) {
+                map.shown = CalcSummedSPL(map.cache, m_editor.session.state.speakerData.BandLevel,
+                                          map.grid, choice, coreCount(), progress);
+                return map.shown.has_value();
+            });
     map.shownChoice = choice;
     if (dialog.Aborted && former) {
         const bool sameGrid = map.grid == formerGrid;
@@ -198,7 +200,7 @@ void MapCalculator::calculate(bool all, bool redraw)
     } else if (dialog.Aborted) {
         map.shown.reset();
     } else if (map.shown) {
-        dialog.beginStage(m_editor.session.text(237), false);
+        dialog.beginStage(m_editor.session.text(Text::RenderingMap), false);
     }
 }
 

@@ -42,7 +42,7 @@ void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
         editor.redrawViews();
     }
     if (!aiming) {
-        showMessage(window, editor.session.text(251));
+        showMessage(window, editor.session.text(Text::NoBoxAims));
         return;
     }
 
@@ -219,32 +219,32 @@ QWidget* OptimizeDialog::resultsFrame()
 
 void OptimizeDialog::showTexts()
 {
-    const auto text = [this](int id) { return m_editor.session.text(id); };
-    Frame2->setTitle(text(155));
-    chkArea->setText(text(156));
-    chkNeighbor->setText(text(157));
-    chkQuick->setText(text(1017));
-    chkShowSetup->setText(text(148));
-    fraMeasure->setTitle(text(159));
-    optMeasure[0]->setText(text(161));
-    optMeasure[1]->setText(text(160));
-    Label2->setText(text(162));
-    fraFitLine->setTitle(text(149));
-    m_x1Label->setText(text(152));
-    m_x2Label->setText(text(151));
-    Label11->setText(text(150));
-    Label6->setText(text(163));
-    Label4->setText(text(164));
-    Label1->setText(text(165));
-    Label3->setText(text(166));
-    Label5->setText(text(167));
-    Label7->setText(text(168));
-    Label12->setText(text(169));
-    Label8->setText(text(170));
-    m_timeLeftLabel->setText(text(1007));
-    cmdCommit->setText(text(153));
-    cmdCancel->setText(text(132));
-    dbgpbx->setAccessibleName(text(148));
+    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    Frame2->setTitle(text(Text::SearchSettings));
+    chkArea->setText(text(Text::AreaSpeakersOnly));
+    chkNeighbor->setText(text(Text::NeighbouringAnglesOnly));
+    chkQuick->setText(text(Text::QuickFirst));
+    chkShowSetup->setText(text(Text::ShowSetup));
+    fraMeasure->setTitle(text(Text::Measure));
+    optMeasure[0]->setText(text(Text::FitToLine));
+    optMeasure[1]->setText(text(Text::SmoothArea));
+    Label2->setText(text(Text::NumberOfPoints));
+    fraFitLine->setTitle(text(Text::FitLine));
+    m_x1Label->setText(text(Text::FitX1));
+    m_x2Label->setText(text(Text::FitX2));
+    Label11->setText(text(Text::DeltaDb));
+    Label6->setText(text(Text::SearchArea));
+    Label4->setText(text(Text::ConfigurationNumber));
+    Label1->setText(text(Text::ConfigurationsToTest));
+    Label3->setText(text(Text::Tested));
+    Label5->setText(text(Text::BestRms));
+    Label7->setText(text(Text::PercentComplete));
+    Label12->setText(text(Text::TopConfigurations));
+    Label8->setText(text(Text::Rms));
+    m_timeLeftLabel->setText(text(Text::TimeLeft));
+    cmdCommit->setText(text(Text::AcceptSelected));
+    cmdCancel->setText(text(Text::Cancel));
+    dbgpbx->setAccessibleName(text(Text::ShowSetup));
     lblArea->setText(QString::number(m_editor.SelectedArea));
     showToTest();
     showFitLabels();
@@ -269,7 +269,8 @@ void OptimizeDialog::showState()
 void OptimizeDialog::showToTest()
 {
     const auto count = m_candidates->NumConfigs();
-    lblToTest->setText(count ? QString::number(*count) : m_editor.session.text(1019));
+    lblToTest->setText(count ? QString::number(*count)
+                             : m_editor.session.text(Text::TooManyToCount));
 }
 
 void OptimizeDialog::showFitLabels()
@@ -417,20 +418,21 @@ void OptimizeDialog::listTopConfigs()
     if (m_results.empty())
         return;
     for (std::size_t k = 0; k < m_results.size(); ++k)
-        cmbConfigs->addItem(QString::number(k + 1) + ": " + session.text(170) + " " +
+        cmbConfigs->addItem(QString::number(k + 1) + ": " + session.text(Text::Rms) + " " +
                             decibels(m_results[k].rms, unit));
-    cmbConfigs->addItem("4" + session.text(227));
+    cmbConfigs->addItem("4" + session.text(Text::OriginalSetup));
     m_results.resize(kOriginal);
     m_results.push_back({m_original.GIAGetAllAngle(), 0, 0});
     if (m_quick && !m_quick->ranking.best().empty()) {
         const Ranked& best = m_quick->ranking.best().front();
         const bool proved =
             m_quick->proved || (m_search->finished() && best.rms <= m_results[0].rms);
-        cmbConfigs->addItem("5: " + session.text(1022) + ": " + session.text(170) + " " +
-                            decibels(best.rms, unit));
-        lblQuick->setText(
-            session.text(1018).arg(decibels(best.rms, unit)).arg(m_quick->evaluations) + ", " +
-            session.text(proved ? 1021 : 1020));
+        cmbConfigs->addItem("5: " + session.text(Text::QuickSearch) + ": " +
+                            session.text(Text::Rms) + " " + decibels(best.rms, unit));
+        lblQuick->setText(session.text(Text::QuickResult)
+                              .arg(decibels(best.rms, unit))
+                              .arg(m_quick->evaluations) +
+                          ", " + session.text(proved ? Text::Proved : Text::NotProved));
         m_results.push_back(best);
     }
     cmbConfigs->setCurrentIndex(-1);
@@ -458,9 +460,9 @@ void OptimizeDialog::calculateCurves(int points)
     m_curvePoints = points;
     const auto kernel = m_editor.session.state.levelKernel();
     for (int k = 0; k < static_cast<int>(m_results.size()); ++k) {
-        setWindowTitle(m_editor.session.text(225) +
+        setWindowTitle(m_editor.session.text(Text::CurvesProgress1) +
                        QString::number((k + 1) * 100 / static_cast<int>(m_results.size())) +
-                       m_editor.session.text(226));
+                       m_editor.session.text(Text::CurvesProgress2));
         m_curves.push_back(LineSPL(*kernel, m_editor.session.state.speakerData.BandLevel,
                                    arrayOf(k), m_area, m_editor.levels.choice(), points));
         m_curves.back().resize(static_cast<std::size_t>(points));

@@ -14,24 +14,17 @@ namespace orva::ui {
 namespace {
 
 /// Writes a file, but not over one that is write-protected.
-Result<Done> written(const QString& target, const std::string& bytes)
+Result<Saved> written(const QString& target, const std::string& bytes)
 {
     const QFileInfo info(target);
     if (info.exists() && !info.isWritable())
-        return Error{"the file is write-protected", target.toStdString()};
-    const Result<Saved> saved = writeFile(target.toStdString(), bytes);
-    return saved ? Result<Done>(Done{}) : saved.error();
+        return Error{Message(Text::WriteProtected), target.toStdString()};
+    return writeFile(target.toStdString(), bytes);
 }
 
 QString localPath(const std::string& path)
 {
     return QString::fromStdString(path);
-}
-
-/// Reasons stand below the message.
-void showFailure(QWidget* window, const QString& text, const QString& title, const Error& error)
-{
-    showMessage(window, text, title, qtText(error.text()));
 }
 
 } // namespace
@@ -47,7 +40,7 @@ ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
     QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
     if (mayCancel)
         buttons |= QMessageBox::Cancel;
-    switch (Question(m_window, m_editor.session.text(198), buttons).exec()) {
+    switch (Question(m_window, m_editor.session.text(Text::SaveChanges), buttons).exec()) {
     case QMessageBox::Yes:
         Save();
         return Answer::Saved;
@@ -77,7 +70,7 @@ void ProjectCommands::New(bool compact)
     m_editor.session.state.settings.NewCompact = compact;
     guarded([this] {
         m_editor.SetNewProject();
-        emit statusChanged(0, {});
+        emit statusChanged(Text::None, {});
     });
 }
 
@@ -104,11 +97,11 @@ void ProjectCommands::SaveAs()
         m_editor.setModified(modified);
 }
 
-QStringList ProjectCommands::filters(int ownKind, const char* ownPattern) const
+QStringList ProjectCommands::filters(Text ownKind, const char* ownPattern) const
 {
     // The dialog shows all but the last brackets, which hold the pattern.
     return {m_editor.session.text(ownKind) + " (" + ownPattern + ")",
-            m_editor.session.text(1029) + " (*)"};
+            m_editor.session.text(Text::AllFiles) + " (*)"};
 }
 
 QString ProjectCommands::folder() const
@@ -117,7 +110,7 @@ QString ProjectCommands::folder() const
                                         : QFileInfo(localPath(m_editor.ProjectFile)).absolutePath();
 }
 
-std::optional<QString> ProjectCommands::fileToOpen(int titleText, const QStringList& filters)
+std::optional<QString> ProjectCommands::fileToOpen(Text titleText, const QStringList& filters)
 {
     QFileDialog dialog(m_window, m_editor.session.text(titleText), folder());
     dialog.setOption(QFileDialog::HideNameFilterDetails);
@@ -128,7 +121,7 @@ std::optional<QString> ProjectCommands::fileToOpen(int titleText, const QStringL
     return dialog.selectedFiles().front();
 }
 
-std::optional<QString> ProjectCommands::fileToSave(const std::string& extension, int titleText,
+std::optional<QString> ProjectCommands::fileToSave(const std::string& extension, Text titleText,
                                                    const QStringList& filters)
 {
     QFileDialog dialog(m_window, m_editor.session.text(titleText), folder());
@@ -145,11 +138,25 @@ std::optional<QString> ProjectCommands::fileToSave(const std::string& extension,
     const QString whole = QString::fromStdString(withExtension(chosen.toStdString(), extension));
     // The dialog has asked about the name as it was typed only.
     if (whole != chosen && QFileInfo::exists(whole) &&
-        Question(m_window, m_editor.session.text(1030).arg(whole),
+        Question(m_window, m_editor.session.text(Text::ReplaceFile).arg(whole),
                  QMessageBox::Yes | QMessageBox::No)
                 .exec() != QMessageBox::Yes)
         return std::nullopt;
     return whole;
+}
+
+/// Writes a file and tells what went wrong, or what of the old one could not be kept.
+bool ProjectCommands::write(const QString& target, const std::string& bytes, Text failed)
+{
+    const Session& session = m_editor.session;
+    const Result<Saved> saved = written(target, bytes);
+    if (!saved) {
+        showMessage(m_window, session.text(failed), kProgramTitle, session.text(saved.error()));
+        return false;
+    }
+    for (const Message& note : saved->notes)
+        showMessage(m_window, session.text(note));
+    return true;
 }
 
 bool ProjectCommands::SaveFile(bool saveAs)
@@ -158,21 +165,19 @@ bool ProjectCommands::SaveFile(bool saveAs)
         return true;
     const Session& session = m_editor.session;
     if (!m_editor.setupValid()) {
-        showMessage(m_window, session.text(206));
+        showMessage(m_window, session.text(Text::SetupInvalidToSave));
         return false;
     }
     QString target = localPath(m_editor.ProjectFile);
     if (saveAs) {
-        const auto chosen = fileToSave(".lad", 205, filters(1026, "*.lad"));
+        const auto chosen =
+            fileToSave(".lad", Text::SaveTitle, filters(Text::ProjectFiles, "*.lad"));
         if (!chosen)
             return false;
         target = *chosen;
     }
-    const Result<Done> saved = written(target, projectBytes(session.state));
-    if (!saved) {
-        showFailure(m_window, session.text(207), kProgramTitle, saved.error());
+    if (!write(target, projectBytes(session.state), Text::SaveFailed))
         return false;
-    }
     m_editor.ProjectFile = target.toStdString();
     m_editor.setModified(false);
     recentFiles.AddToRecentFiles(m_editor.ProjectFile);
@@ -185,17 +190,20 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
     Session& session = m_editor.session;
     QString name = localPath(fileName);
     if (useDialog) {
-        const auto chosen = fileToOpen(208, filters(1026, "*.lad"));
+        const auto chosen = fileToOpen(Text::LoadTitle, filters(Text::ProjectFiles, "*.lad"));
         if (!chosen)
             return;
         name = *chosen;
     }
     if (!QFileInfo::exists(name)) {
-        showMessage(m_window, session.text(209) + name + session.text(210), session.text(211));
+        showMessage(m_window,
+                    session.text(Text::FileMissing1) + name + session.text(Text::FileMissing2),
+                    session.text(Text::LoadFailed));
         return;
     }
     if (const Result<int> loaded = loadProject(session.state, name.toStdString()); !loaded) {
-        showFailure(m_window, session.text(202), session.text(211), loaded.error());
+        showMessage(m_window, session.text(Text::FileInvalid), session.text(Text::LoadFailed),
+                    session.text(loaded.error()));
         return;
     }
     m_editor.ProjectFile = name.toStdString();
@@ -203,27 +211,28 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
     m_editor.setModified(false);
     recentFiles.AddToRecentFiles(m_editor.ProjectFile);
     emit recentFilesChanged();
-    emit statusChanged(0, {});
+    emit statusChanged(Text::None, {});
 }
 
 void ProjectCommands::LoadData()
 {
     Session& session = m_editor.session;
-    const auto chosen = fileToOpen(201, filters(1027, "*.xhn"));
+    const auto chosen = fileToOpen(Text::LoadDataTitle, filters(Text::SpeakerDataFiles, "*.xhn"));
     if (!chosen)
         return;
     const std::string file = chosen->toStdString();
     const Directivity before = session.state.speakerData.directivity;
-    const Result<std::string> imported = importSpeakerData(session.state, file);
+    const Result<std::optional<Error>> imported = importSpeakerData(session.state, file);
     if (imported) {
-        if (!imported->empty())
-            showMessage(m_window, qtText(*imported));
-        emit statusChanged(1014, *chosen);
+        if (*imported)
+            showMessage(m_window, session.text(**imported));
+        emit statusChanged(Text::DataImported, *chosen);
         return;
     }
     if (session.state.speakerData.directivity != before)
-        emit statusChanged(1015, *chosen);
-    showFailure(m_window, session.text(1031), kProgramTitle, imported.error());
+        emit statusChanged(Text::DataPartlyImported, *chosen);
+    showMessage(m_window, session.text(Text::LoadDataFailed), kProgramTitle,
+                session.text(imported.error()));
 }
 
 void ProjectCommands::Help()
@@ -231,7 +240,7 @@ void ProjectCommands::Help()
     const QString file = QDir(QString::fromStdString(m_editor.session.programFolder.string()))
                              .filePath("ORVA-help.pdf");
     if (!QFileInfo::exists(file)) {
-        showMessage(m_window, m_editor.session.text(200));
+        showMessage(m_window, m_editor.session.text(Text::HelpMissing));
         return;
     }
     openFile(file);
@@ -239,28 +248,28 @@ void ProjectCommands::Help()
 
 void ProjectCommands::openFile(const QString& file)
 {
-    openOutside(file, this,
-                [this, file] { showMessage(m_window, m_editor.session.text(1016).arg(file)); });
+    openOutside(file, this, [this, file] {
+        showMessage(m_window, m_editor.session.text(Text::NotOpened).arg(file));
+    });
 }
 
 void ProjectCommands::SaveRTFFile(double aspect)
 {
     const Session& session = m_editor.session;
     if (!m_editor.setupValid()) { // the sheet would be that of the last valid one
-        showMessage(m_window, session.text(206));
+        showMessage(m_window, session.text(Text::SetupInvalidToSave));
         return;
     }
-    const auto chosen = fileToSave(".rtf", 204, filters(1028, "*.rtf"));
+    const auto chosen = fileToSave(".rtf", Text::SaveReportTitle, filters(Text::RtfFiles, "*.rtf"));
     if (!chosen)
         return;
     const Result<std::string> report =
         rtfReportOf(session.state, session.drawingOptions(), aspect, QLocale::system());
-    const Result<Done> saved = report ? written(*chosen, *report) : Result<Done>(report.error());
-    if (!saved) {
-        showFailure(m_window, session.text(221), kProgramTitle, saved.error());
-        return;
-    }
-    openFile(*chosen);
+    if (!report)
+        showMessage(m_window, session.text(Text::ReportFailed), kProgramTitle,
+                    session.text(report.error()));
+    else if (write(*chosen, *report, Text::ReportFailed))
+        openFile(*chosen);
 }
 
 } // namespace orva::ui

@@ -32,8 +32,8 @@ public:
 
 signals:
     void recentFilesChanged();
-    /// What the status line says from now on: a text with that argument; 0: nothing.
-    void statusChanged(int textId, const QString& argument);
+    /// What the status line says from now on: a text with that argument; None: nothing.
+    void statusChanged(Text text, const QString& argument);
 
 private:
     enum class Answer { Saved, Discard, Cancel };
@@ -43,12 +43,13 @@ private:
 
     bool SaveFile(bool saveAs);
     void LoadFile(bool useDialog, const std::string& fileName);
-    QStringList filters(int ownKind, const char* ownPattern) const;
+    QStringList filters(Text ownKind, const char* ownPattern) const;
     QString folder() const;
-    std::optional<QString> fileToOpen(int titleText, const QStringList& filters);
+    std::optional<QString> fileToOpen(Text titleText, const QStringList& filters);
     /// The name ends in the extension.
-    std::optional<QString> fileToSave(const std::string& extension, int titleText,
+    std::optional<QString> fileToSave(const std::string& extension, Text titleText,
                                       const QStringList& filters);
+    bool write(const QString& target, const std::string& bytes, Text failed);
     void openFile(const QString& file);
 
     Editor& m_editor;

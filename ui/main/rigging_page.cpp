@@ -2,6 +2,7 @@
 
 #include "drawing/array_drawing.h"
 #include "lang/number_text.h"
+#include "model/contradictions.h"
 #include "widgets/controls.h"
 
 #include <QFontDatabase>
@@ -77,14 +78,13 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
 void RiggingPage::showTexts()
 {
     const Session& session = m_editor.session;
-    rigText_txt->setAccessibleName(session.text(8));
+    rigText_txt->setAccessibleName(session.text(Text::RiggingPage));
     fitSheet();
-    lblLastValid->setText(session.text(1034));
-    lstPins->setAccessibleName(session.text(22));
-    Rigging_pbx->setAccessibleName(session.text(1005));
-    Rigging_pbx->setToolTip(session.text(1012));
-    RigHScroll->setAccessibleName(session.text(1005));
-    RigVScroll->setAccessibleName(session.text(1005));
+    lstPins->setAccessibleName(session.text(Text::PinPoint));
+    Rigging_pbx->setAccessibleName(session.text(Text::RiggingDisplay));
+    Rigging_pbx->setToolTip(session.text(Text::ZoomHint));
+    RigHScroll->setAccessibleName(session.text(Text::RiggingDisplay));
+    RigVScroll->setAccessibleName(session.text(Text::RiggingDisplay));
 }
 
 void RiggingPage::display()
@@ -95,9 +95,22 @@ void RiggingPage::display()
     // The control's own line ends; what is copied out of it has the platform's.
     if (QString shown = sheet; rigText_txt->toPlainText() != shown.remove('\r'))
         rigText_txt->setPlainText(shown);
-    lblLastValid->setVisible(!m_editor.setupValid());
+    displayWarnings();
     displayPins();
     Rigging_pbx->redraw();
+}
+
+/// Why the sheet is not that of the setup on the page, or what in it is wrong.
+void RiggingPage::displayWarnings()
+{
+    QStringList warnings;
+    if (!m_editor.setupValid())
+        warnings += m_editor.session.text(Text::LastValidSetup);
+    for (const std::string& line :
+         contradictions(m_editor.array(), m_editor.session.state.gLanguageId))
+        warnings += qtText(line);
+    lblLastValid->setText(warnings.join("\n"));
+    lblLastValid->setVisible(!warnings.empty());
 }
 
 void RiggingPage::displayPins()
@@ -110,8 +123,8 @@ void RiggingPage::displayPins()
     const Session& session = m_editor.session;
     QStringList lines;
     for (std::int16_t pin = 0; pin < array.system().cradle.pinCount(); ++pin)
-        lines += session.text(181) + QString::number(pin + 1) + "   " +
-                 qtText(plainText(-array.GFAngleFromPin(pin), 1)) + session.text(13);
+        lines += session.text(Text::SheetPin) + QString::number(pin + 1) + "   " +
+                 qtText(plainText(-array.GFAngleFromPin(pin), 1)) + session.text(Text::Degrees);
     const QSignalBlocker quiet(lstPins);
     while (lstPins->count() > lines.size())
         delete lstPins->takeItem(0);
@@ -166,7 +179,7 @@ void RiggingPage::fitSheet()
 {
     const QFontMetrics metrics = rigText_txt->fontMetrics();
     rigText_txt->setTabStopDistance(
-        metrics.horizontalAdvance("  " + m_editor.session.text(236) + "32  "));
+        metrics.horizontalAdvance("  " + m_editor.session.text(Text::Box) + "32  "));
     rigText_txt->setMinimumWidth(metrics.averageCharWidth() * 52);
 }
 

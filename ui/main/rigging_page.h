@@ -23,6 +23,7 @@ protected:
 private:
     void showTexts();
     void display();
+    void displayWarnings();
     void displayPins();
     void fitSheet();
     void placeView();

@@ -181,7 +181,7 @@ QWidget* RoomPage::areasFrame()
             grid->addWidget(edit, row, column + 1);
             auto* unit = new QLabel(area.frame);
             if (entry == AreaEntry::Angle)
-                unit->setText(m_editor.session.text(13));
+                unit->setText(m_editor.session.text(Text::Degrees));
             else
                 m_units.push_back(unit);
             grid->addWidget(unit, row, column + 2);
@@ -211,27 +211,28 @@ QWidget* RoomPage::areasFrame()
 
 void RoomPage::showTexts()
 {
-    const auto text = [this](int id) { return m_editor.session.text(id); };
-    Project_fra->setTitle(text(2));
-    pname_lbl->setText(text(3));
-    aname_lbl->setText(text(4));
-    comnt_lbl->setText(text(5));
-    lblRoom->setText(text(93));
-    roomWid_lbl->setText(text(96));
-    roomHei_lbl->setText(text(92));
-    Label21->setText(text(94));
-    Label2->setText(text(95));
+    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    Project_fra->setTitle(text(Text::ProjectInfo));
+    pname_lbl->setText(text(Text::ProjectLabel));
+    aname_lbl->setText(text(Text::AuthorLabel));
+    comnt_lbl->setText(text(Text::CommentsLabel));
+    lblRoom->setText(text(Text::RoomLabel));
+    roomWid_lbl->setText(text(Text::LengthLabel));
+    roomHei_lbl->setText(text(Text::HeightLabel));
+    Label21->setText(text(Text::Foh));
+    Label2->setText(text(Text::ReferencePoint));
     for (std::size_t i = 0; i < m_axes.size(); ++i)
-        m_axes[i]->setText(text(i % 2 == 0 ? 65 : 64));
-    Label1->setText(text(76));
-    const int areas[] = {75, 74, 67};
-    const int entries[] = {68, 69, 70, 71, 72, 73};
+        m_axes[i]->setText(text(i % 2 == 0 ? Text::XLabel : Text::YLabel));
+    Label1->setText(text(Text::AudienceAreas));
+    const Text areas[] = {Text::Area1, Text::Area2, Text::Area3};
+    const Text entries[] = {Text::AreaX1, Text::AreaY1, Text::AreaX2,
+                            Text::AreaY2, Text::Angle,  Text::Length};
     for (std::size_t i = 0; i < m_areas.size(); ++i) {
         m_areas[i].frame->setTitle(text(areas[i]));
         for (std::size_t k = 0; k < kAreaEntries.size(); ++k)
             m_areas[i].labels[k]->setText(text(entries[k]));
     }
-    Room_pbx->setAccessibleName(text(6));
+    Room_pbx->setAccessibleName(text(Text::LocationPage));
 }
 
 void RoomPage::display()

@@ -250,29 +250,29 @@ QWidget* SetupPage::pointsFrame()
 
 void SetupPage::showTexts()
 {
-    const auto text = [this](int id) { return m_editor.session.text(id); };
-    m_countsText->setText(text(1023));
-    Stacked_chk->setText(text(24));
-    PinAngle_opt[0]->setText(text(22));
-    PinAngle_opt[1]->setText(text(21));
-    Label10->setText(text(21));
-    box1_lbl->setText(text(59));
-    lblAngleMeas->setText(text(13));
-    lblAngleMeas->setToolTip(text(23));
-    Label12->setText(text(57));
-    Label11->setText(text(58));
-    cmdAuto->setText(text(20));
-    PinNumber_cmb->setAccessibleName(text(22));
-    Label18->setText(text(63).simplified());
+    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    m_countsText->setText(text(Text::CountsDiffer));
+    Stacked_chk->setText(text(Text::GroundStacked));
+    PinAngle_opt[0]->setText(text(Text::PinPoint));
+    PinAngle_opt[1]->setText(text(Text::AngleLabel));
+    Label10->setText(text(Text::AngleLabel));
+    box1_lbl->setText(text(Text::FirstBox));
+    lblAngleMeas->setText(text(Text::Degrees));
+    lblAngleMeas->setToolTip(text(Text::AngleUnitHint));
+    Label12->setText(text(Text::PinLabel));
+    Label11->setText(text(Text::Remainder));
+    cmdAuto->setText(text(Text::Auto));
+    PinNumber_cmb->setAccessibleName(text(Text::PinPoint));
+    Label18->setText(text(Text::CradlePickPoint).simplified());
     for (int i = 0; i < 2; ++i)
-        m_cradleAxes[i]->setText(text(i == 0 ? 65 : 64));
-    Label15->setText(text(81));
-    optBassYesNo[0]->setText(text(79));
-    optBassYesNo[1]->setText(text(80));
-    bassX_lbl->setText(text(65));
-    bassY_lbl->setText(text(64));
-    ShowDelay_chk->setText(text(78));
-    Lock_chk->setText(text(1008));
+        m_cradleAxes[i]->setText(text(i == 0 ? Text::XLabel : Text::YLabel));
+    Label15->setText(text(Text::IncludeBassBox));
+    optBassYesNo[0]->setText(text(Text::Yes));
+    optBassYesNo[1]->setText(text(Text::No));
+    bassX_lbl->setText(text(Text::XLabel));
+    bassY_lbl->setText(text(Text::YLabel));
+    ShowDelay_chk->setText(text(Text::ShowAlignmentDelay));
+    Lock_chk->setText(text(Text::LockSetup));
     display();
 }
 
@@ -294,10 +294,12 @@ void SetupPage::displayCounts()
     const SetupForm& setup = m_editor.setup;
     const Session& session = m_editor.session;
     const bool compact = setup.isCompact();
-    lblNumSpk->setText(compact ? qtText(setup.modelName(BoxKind::Straight)) : session.text(62));
-    lblTotSub->setText(compact ? qtText(setup.modelName(BoxKind::Bass)) : session.text(247));
-    lblTotGer->setText(session.text(61));
-    lblTotSch->setText(session.text(60));
+    lblNumSpk->setText(compact ? qtText(setup.modelName(BoxKind::Straight))
+                               : session.text(Text::MidHighCount));
+    lblTotSub->setText(compact ? qtText(setup.modelName(BoxKind::Bass))
+                               : session.text(Text::BassCount));
+    lblTotGer->setText(session.text(Text::StraightCount));
+    lblTotSch->setText(session.text(Text::TrapezoidalCount));
     for (QWidget* control : {static_cast<QWidget*>(lblTotGer), static_cast<QWidget*>(lblTotSch),
                              static_cast<QWidget*>(cmbNumGer), static_cast<QWidget*>(cmbNumSch)})
         control->setVisible(!compact);
@@ -322,9 +324,9 @@ void SetupPage::displayMounting()
     const bool known = !array.fault();
     const std::int16_t pin = static_cast<std::int16_t>(setup.PinNumber_cmb.number() - 1);
     const bool exists = pin >= 0 && pin < array.system().cradle.pinCount();
-    PinAngle_lbl->setText(known && exists
-                              ? oneDecimal(array.GFAngleFromPin(pin)) + m_editor.session.text(13)
-                              : QString());
+    PinAngle_lbl->setText(known && exists ? oneDecimal(array.GFAngleFromPin(pin)) +
+                                                m_editor.session.text(Text::Degrees)
+                                          : QString());
     AnglePin_lbl->setText(known ? QString::number(array.GIPinPoint() + 1) : QString());
     RemAng_lbl->setText(known ? oneDecimal(array.GFPinPointRemainder()) : QString());
 

@@ -106,18 +106,18 @@ SubArrayFigures SubArrayPage::figures() const
 void SubArrayPage::showTexts()
 {
     const Session& session = m_editor.session;
-    lblSubArray->setText(session.text(15));
-    m_degrees->setText(session.text(13));
-    lblSubDist->setText(session.text(16));
-    lblSubVDist->setText(session.text(17));
-    lblSubDelay->setText(session.text(18));
+    lblSubArray->setText(session.text(Text::OpeningAngle));
+    m_degrees->setText(session.text(Text::Degrees));
+    lblSubDist->setText(session.text(Text::DistanceFromCentre));
+    lblSubVDist->setText(session.text(Text::VirtualDistance));
+    lblSubDelay->setText(session.text(Text::DelayNeeded));
     for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
         const QString number = " " + QString::number(i + 1);
-        SubArray_txt[i]->setAccessibleName(session.text(16) + number);
-        VirtDist_txt[i]->setAccessibleName(session.text(17) + number);
-        SubDelay_txt[i]->setAccessibleName(session.text(18) + number);
+        SubArray_txt[i]->setAccessibleName(session.text(Text::DistanceFromCentre) + number);
+        VirtDist_txt[i]->setAccessibleName(session.text(Text::VirtualDistance) + number);
+        SubDelay_txt[i]->setAccessibleName(session.text(Text::DelayNeeded) + number);
     }
-    picSubArray->setAccessibleName(session.text(9));
+    picSubArray->setAccessibleName(session.text(Text::SubArrayPage));
     display();
 }
 
@@ -127,7 +127,7 @@ void SubArrayPage::display()
     for (QLabel* unit : m_lengthUnits)
         unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
     for (QLabel* unit : m_timeUnits)
-        unit->setText(m_editor.session.text(12));
+        unit->setText(m_editor.session.text(Text::Milliseconds));
     const SubArrayFigures shown = figures();
     for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
         VirtDist_txt[i]->setText(

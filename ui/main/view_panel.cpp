@@ -175,10 +175,10 @@ void ViewPanel::prepareRoom()
     QStringList said;
     if (m_room.map)
         for (const auto& [id, level] :
-             {std::pair(239, m_room.map->max), std::pair(240, m_room.map->min)})
+             {std::pair(Text::MapMax, m_room.map->max), std::pair(Text::MapMin, m_room.map->min)})
             said += m_editor.session.text(id) + " " + qtText(fixedText(level, 1)) + "dB";
     else if (m_room.fohDb)
-        said += m_editor.session.text(94) + " " + qtText(fixedText(*m_room.fohDb, 1)) +
+        said += m_editor.session.text(Text::Foh) + " " + qtText(fixedText(*m_room.fohDb, 1)) +
                 (m_room.aWeighted ? " dB(A)" : " dB");
     Main_pbx->setAccessibleDescription(said.join(", "));
 }
@@ -218,9 +218,9 @@ void ViewPanel::prepareCurve()
     const std::vector<float>& levels = m_curve.curves.back().levels;
     const auto [least, largest] = std::minmax_element(levels.begin(), levels.end());
     AreaSpl_pbx->setAccessibleDescription(
-        m_editor.session.text(238) + QString::number(m_curve.area) + ", " +
-        m_editor.session.text(239) + " " + qtText(fixedText(*largest, 1)) + "dB, " +
-        m_editor.session.text(240) + " " + qtText(fixedText(*least, 1)) + "dB");
+        m_editor.session.text(Text::CurveTitle) + QString::number(m_curve.area) + ", " +
+        m_editor.session.text(Text::MapMax) + " " + qtText(fixedText(*largest, 1)) + "dB, " +
+        m_editor.session.text(Text::MapMin) + " " + qtText(fixedText(*least, 1)) + "dB");
 }
 
 void ViewPanel::markArea(QPointF position)
@@ -279,21 +279,21 @@ void ViewPanel::connectFitLine()
 
 void ViewPanel::showTexts()
 {
-    const auto text = [this](int id) { return m_editor.session.text(id); };
-    fraSPLControls->setTitle(text(83));
-    MapType_opt[0]->setText(text(85));
-    MapType_opt[1]->setText(text(87));
-    MapType_opt[2]->setText(text(86));
-    avg_lbl->setText(text(91));
-    cmbTerzOktave->setAccessibleName(text(1013));
-    chkAWeight->setText(text(88));
-    chkAiming->setText(text(84));
-    chkDrawLine->setText(text(10));
-    CalcAll_cmd->setText(text(90));
-    Optimize_cmd->setText(text(19));
-    AreaSpl_pbx->setToolTip(text(66));
-    AreaSpl_pbx->setAccessibleName(text(76));
-    Main_pbx->setAccessibleName(text(83));
+    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    fraSPLControls->setTitle(text(Text::SPLMapping));
+    MapType_opt[0]->setText(text(Text::Continuous));
+    MapType_opt[1]->setText(text(Text::Peak));
+    MapType_opt[2]->setText(text(Text::Detailed));
+    avg_lbl->setText(text(Text::Averaging));
+    cmbTerzOktave->setAccessibleName(text(Text::Band));
+    chkAWeight->setText(text(Text::AWeighted));
+    chkAiming->setText(text(Text::ShowAimingLines));
+    chkDrawLine->setText(text(Text::DrawFitLine));
+    CalcAll_cmd->setText(text(Text::CalculateAll));
+    Optimize_cmd->setText(text(Text::Optimize));
+    AreaSpl_pbx->setToolTip(text(Text::FitLineHint));
+    AreaSpl_pbx->setAccessibleName(text(Text::AudienceAreas));
+    Main_pbx->setAccessibleName(text(Text::SPLMapping));
     display();
 }
 
@@ -316,7 +316,8 @@ void ViewPanel::displayLevels()
     cmbTerzOktave->setEnabled(levels.bandEnabled);
     chkAWeight->setChecked(levels.aWeighted);
     CalcAll_cmd->setVisible(levels.offersBands());
-    CalcBand_cmd->setText(m_editor.session.text(levels.offersBands() ? 89 : 199));
+    CalcBand_cmd->setText(
+        m_editor.session.text(levels.offersBands() ? Text::CalculateBand : Text::Calculate));
 }
 
 } // namespace orva::ui

@@ -61,13 +61,13 @@ CalculatorWindow::CalculatorWindow(Session& session, QWidget* parent)
 
 void CalculatorWindow::showTexts()
 {
-    setWindowTitle(m_session.text(117));
-    const int ids[] = {120, 119, 118};
+    setWindowTitle(m_session.text(Text::Calculator));
+    const Text ids[] = {Text::Side1, Text::Side2, Text::Side3};
     for (int i = 0; i < 3; ++i)
         m_labels[i]->setText(m_session.text(ids[i]));
-    Label20->setText(m_session.text(72));
-    lblAngleMeas->setText(m_session.text(13));
-    Calc_pbx->setAccessibleName(m_session.text(117));
+    Label20->setText(m_session.text(Text::Angle));
+    lblAngleMeas->setText(m_session.text(Text::Degrees));
+    Calc_pbx->setAccessibleName(m_session.text(Text::Calculator));
     showUnits();
 }
 

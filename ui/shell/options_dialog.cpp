@@ -190,33 +190,33 @@ QLayout* OptionsDialog::buttons()
 
 void OptionsDialog::showTexts()
 {
-    const auto text = [this](int id) { return m_session.text(id); };
-    setWindowTitle(text(112));
-    Frame1->setTitle(text(137));
-    Meters_opt[0]->setText(text(139));
-    Meters_opt[1]->setText(text(138));
-    Frame2->setTitle(text(135));
-    Label1->setText(text(136));
-    AutoCor_opt[0]->setText(text(79));
-    AutoCor_opt[1]->setText(text(80));
-    fraTemp->setTitle(text(125));
-    txtTemp->setAccessibleName(text(125));
-    optTempUnit[0]->setText(text(127));
-    optTempUnit[1]->setText(text(126));
-    Frame3->setTitle(text(128));
-    Label2->setText(text(131));
-    pixelRes_chk->setText(text(130));
-    cmbLambda->setText(text(129));
-    fraGrid->setTitle(text(122));
-    const int grids[] = {124, 8, 123};
+    const auto text = [this](Text id) { return m_session.text(id); };
+    setWindowTitle(text(Text::GeneralOptions));
+    Frame1->setTitle(text(Text::UnitsFrame));
+    Meters_opt[0]->setText(text(Text::Meters));
+    Meters_opt[1]->setText(text(Text::Feet));
+    Frame2->setTitle(text(Text::WarningsFrame));
+    Label1->setText(text(Text::AutoCorrect));
+    AutoCor_opt[0]->setText(text(Text::Yes));
+    AutoCor_opt[1]->setText(text(Text::No));
+    fraTemp->setTitle(text(Text::Temperature));
+    txtTemp->setAccessibleName(text(Text::Temperature));
+    optTempUnit[0]->setText(text(Text::Celsius));
+    optTempUnit[1]->setText(text(Text::Fahrenheit));
+    Frame3->setTitle(text(Text::MapFrame));
+    Label2->setText(text(Text::MapResolution));
+    pixelRes_chk->setText(text(Text::PixelCells));
+    cmbLambda->setText(text(Text::Lambda8));
+    fraGrid->setTitle(text(Text::GridSize));
+    const Text grids[] = {Text::GridRoom, Text::RiggingPage, Text::GridArea};
     for (std::size_t i = 0; i < OptionsForm::kGrids; ++i)
         lblGrid[i]->setText(text(grids[i]));
-    Frame4->setTitle(text(268));
-    chkShowArrTyp->setText(text(269));
-    cmdDefault->setText(text(121));
-    Apply_cmb->setText(text(133));
-    Cancel_cmb->setText(text(132));
-    Done_cmb->setText(text(134));
+    Frame4->setTitle(text(Text::StartupFrame));
+    chkShowArrTyp->setText(text(Text::ShowSystemSelection));
+    cmdDefault->setText(text(Text::Defaults));
+    Apply_cmb->setText(text(Text::Apply));
+    Cancel_cmb->setText(text(Text::Cancel));
+    Done_cmb->setText(text(Text::OptionsOk));
     display();
 }
 
@@ -228,7 +228,8 @@ void OptionsDialog::display()
     showText(*txtTemp, qtText(m_form.temperature));
     pixelRes_chk->setChecked(m_form.pixel);
     SPLRes_txt->setEnabled(!m_form.pixel);
-    showText(*SPLRes_txt, m_form.pixel ? m_session.text(232) : qtText(m_form.resolution));
+    showText(*SPLRes_txt,
+             m_form.pixel ? m_session.text(Text::PixelShown) : qtText(m_form.resolution));
     for (std::size_t i = 0; i < OptionsForm::kGrids; ++i)
         showText(*txtGridSize[i], qtText(m_form.grids[i]));
     for (QLabel* unit : lblUnits)

@@ -38,11 +38,11 @@ ProgressDialog::ProgressDialog(Session& session, QWidget* mainWindow)
 
 void ProgressDialog::showTexts()
 {
-    setWindowTitle(m_session.text(175).trimmed());
-    Label1->setText(m_session.text(243));
-    Label2->setText(m_session.text(174));
-    Abort_cmb->setText(m_session.text(172));
-    pbarPercent->setAccessibleName(m_session.text(174));
+    setWindowTitle(m_session.text(Text::ProgressTitle).trimmed());
+    Label1->setText(m_session.text(Text::Calculating));
+    Label2->setText(m_session.text(Text::ProgressPercent));
+    Abort_cmb->setText(m_session.text(Text::Abort));
+    pbarPercent->setAccessibleName(m_session.text(Text::ProgressPercent));
 }
 
 void ProgressDialog::beginStage(const QString& caption, bool canAbort)

@@ -88,13 +88,13 @@ AboutDialog::AboutDialog(Session& session, QWidget* parent) : QDialog(parent), m
 
 void AboutDialog::showTexts()
 {
-    setWindowTitle(m_session.text(241) + kProgramTitle);
+    setWindowTitle(m_session.text(Text::AboutCaption) + kProgramTitle);
     lblTitle->setText(QString(kProgramTitle) + "\r\n" + ORVA_DESCRIPTION);
     lblVersion->setText("Version " ORVA_VERSION);
-    lblDescription->setText(m_session.text(143));
-    lblDisclaimer->setText(m_session.text(146));
-    cmdOK->setText(m_session.text(141));
-    cmdSysInfo->setText(m_session.text(142));
+    lblDescription->setText(m_session.text(Text::AboutDescription));
+    lblDisclaimer->setText(m_session.text(Text::AboutCredit));
+    cmdOK->setText(m_session.text(Text::Ok));
+    cmdSysInfo->setText(m_session.text(Text::SystemInfo));
 }
 
 void AboutDialog::StartSysInfo()
@@ -104,7 +104,7 @@ void AboutDialog::StartSysInfo()
         if (!program.isEmpty() && QProcess::startDetached(program, command.mid(1)))
             return;
     }
-    showMessage(this, "System Information Is Unavailable At This Time");
+    showMessage(this, m_session.text(Text::NoSystemInformation));
 }
 
 SystemDialog::SystemDialog(Session& session, QWidget* parent) : QDialog(parent), m_session(session)
@@ -139,11 +139,11 @@ SystemDialog::SystemDialog(Session& session, QWidget* parent) : QDialog(parent),
 
 void SystemDialog::showTexts()
 {
-    setWindowTitle(m_session.text(265));
-    optSystem[0]->setText(m_session.text(267));
-    optSystem[1]->setText(m_session.text(266));
-    chkShowOnStartup->setText(m_session.text(246));
-    OKButton->setText(m_session.text(141));
+    setWindowTitle(m_session.text(Text::SelectSystem));
+    optSystem[0]->setText(m_session.text(Text::StandardSystem));
+    optSystem[1]->setText(m_session.text(Text::CompactSystem));
+    chkShowOnStartup->setText(m_session.text(Text::ShowAtStart));
+    OKButton->setText(m_session.text(Text::Ok));
 }
 
 void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
@@ -195,10 +195,10 @@ LanguageDialog::LanguageDialog(Session& session, bool showOnStartup, QWidget* pa
 
 void LanguageDialog::showTexts()
 {
-    setWindowTitle(m_session.text(245));
-    LanguageList->setAccessibleName(m_session.text(245));
-    chkShowOnStartup->setText(m_session.text(246));
-    OKButton->setText(m_session.text(141));
+    setWindowTitle(m_session.text(Text::SelectLanguage));
+    LanguageList->setAccessibleName(m_session.text(Text::SelectLanguage));
+    chkShowOnStartup->setText(m_session.text(Text::ShowAtStart));
+    OKButton->setText(m_session.text(Text::Ok));
 }
 
 void LanguageDialog::choose()

@@ -15,7 +15,7 @@ namespace {
 /// Says what helps where loudspeaker data are missing or damaged.
 void showDataFault(const Session& session, const QString& text, const QString& found)
 {
-    showMessage(nullptr, text, kProgramTitle, found + session.text(1033));
+    showMessage(nullptr, text, kProgramTitle, found + session.text(Text::DataFileAdvice));
 }
 
 int run()
@@ -30,7 +30,7 @@ int run()
         splash.exec();
         StartData& loaded = splash.loaded();
         if (!loaded.load) {
-            showDataFault(session, qtText(loaded.load.error().text()), {});
+            showDataFault(session, session.text(loaded.load.error()), {});
             return 1;
         }
         const Language language = session.state.gLanguageId;
@@ -38,7 +38,8 @@ int run()
         session.state.gLanguageId = language;
         for (const auto& file : {loaded.load->standard, loaded.load->compact})
             if (file.error)
-                showDataFault(session, session.text(1031), qtText(file.error->text()) + "\n\n");
+                showDataFault(session, session.text(Text::LoadDataFailed),
+                              session.text(*file.error) + "\n\n");
     }
 
     MainWindow window(session);

@@ -50,7 +50,7 @@ SplashScreen::~SplashScreen() = default;
 void SplashScreen::showTexts()
 {
     setWindowTitle(kProgramTitle);
-    lblTitle->setText(kProgramTitle + m_session.text(233) + ORVA_VERSION);
+    lblTitle->setText(kProgramTitle + m_session.text(Text::SplashVersion) + ORVA_VERSION);
 }
 
 void SplashScreen::tick()

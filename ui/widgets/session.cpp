@@ -21,7 +21,7 @@ Session::Session(SettingsStore& settingsStore, std::filesystem::path folder)
 {
 }
 
-std::string_view Session::MlText(int id) const
+std::string_view Session::MlText(Text id) const
 {
     return MlGetString(state.gLanguageId, id);
 }

@@ -26,12 +26,17 @@ public:
     /// Folder of the executable, or where an installed program keeps its data.
     std::filesystem::path programFolder;
 
-    QString text(int id) const { return qtText(MlText(id)); }
+    QString text(Text id) const { return qtText(MlText(id)); }
+    QString text(const Message& message) const { return qtText(message.text(state.gLanguageId)); }
+    QString text(const Error& error) const { return qtText(error.text(state.gLanguageId)); }
     TextOptions textOptions() const;
     DrawingOptions drawingOptions() const;
 
     /// "Time left: 1:05".
-    QString timeLeft(double seconds) const { return text(1007) + minutesAndSeconds(seconds); }
+    QString timeLeft(double seconds) const
+    {
+        return text(Text::TimeLeft) + minutesAndSeconds(seconds);
+    }
 
     /// Makes a language current for the program, its windows and the platform's dialogs.
     void ChangeLanguage(std::int32_t languageId);
@@ -40,7 +45,7 @@ signals:
     void LanguageChanged();
 
 private:
-    std::string_view MlText(int id) const;
+    std::string_view MlText(Text id) const;
 };
 
 } // namespace orva::ui
