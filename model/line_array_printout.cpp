@@ -70,8 +70,8 @@ std::string LineArray::GSGetPrintout(const TextOptions& options) const
         if (const std::optional<BoxKind> kind = kindAt(position)) {
             const RiggingText& names = record.riggingText(*kind);
             sheet += text(Text::SheetBox) + std::to_string(position + 1) + '\t' +
-                     std::string(names.model) + std::string(MlGetString(options.language, names.kind)) +
-                     kLineEnd;
+                     std::string(names.model) +
+                     std::string(MlGetString(options.language, names.kind)) + kLineEnd;
         }
     }
     return sheet;

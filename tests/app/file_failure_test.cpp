@@ -65,7 +65,8 @@ TEST_F(FileFailures, AreNamedAndLeaveTheOldFileAndNoRests)
         const Result<Saved> saved = writeFile(a, "a new text", disk);
         ASSERT_FALSE(saved);
         EXPECT_EQ(saved.error().where, a);
-        EXPECT_NE(saved.error().what.text().find(named), std::string::npos) << saved.error().what.text();
+        EXPECT_NE(saved.error().what.text().find(named), std::string::npos)
+            << saved.error().what.text();
         EXPECT_EQ(in(a), "old a");
         EXPECT_EQ(names(), (std::vector<std::string>{"a.lad", "b.csv"}));
     }
@@ -77,7 +78,8 @@ TEST_F(FileFailures, AreNamedAndLeaveTheOldFileAndNoRests)
     EXPECT_EQ(in(a), "newer");
     EXPECT_EQ(names().size(), 2U);
     FailingDisk unread({{"read", 1, EIO}});
-    EXPECT_EQ(readFile(a, 10, unread).error().what.text(), "cannot be read: read: Input/output error");
+    EXPECT_EQ(readFile(a, 10, unread).error().what.text(),
+              "cannot be read: read: Input/output error");
 }
 
 TEST_F(FileFailures, OfTheSecondFileLeaveBothOld)
@@ -117,7 +119,8 @@ TEST_F(FileFailures, OfAttributesKeepTheOldFileBeside)
     ASSERT_EQ(saved->notes.size(), 1U);
     EXPECT_NE(saved->notes[0].text().find("the mode (fchmod: Operation not permitted)"),
               std::string::npos);
-    EXPECT_NE(saved->notes[0].text().find("a.lad.old2"), std::string::npos) << saved->notes[0].text();
+    EXPECT_NE(saved->notes[0].text().find("a.lad.old2"), std::string::npos)
+        << saved->notes[0].text();
     EXPECT_EQ(in(a) + in(folder / "a.lad.old") + in(folder / "a.lad.old2"), "newolder stillold a");
     EXPECT_EQ(names().size(), 4U);
 }

@@ -3,7 +3,7 @@ import shutil
 import sys
 import time
 
-from driven import AppExited, BUILD, entries, equal, folder, near, run, start, started, stored
+from driven import AppExited, BUILD, entries, equal, folder, managed, near, run, start, started, stored
 
 
 def leave(app):
@@ -187,6 +187,26 @@ def calculator():
     leave(app)
 
 
+def windows_lie_whole_on_the_screen():
+    """With their frames, under a window manager, on a small screen."""
+    app = managed()
+
+    def inside(name):
+        x, y, width, height = app.get(name, "frameGeometry")
+        return x >= 0 and y >= 0 and x + width <= 1280 and y + height <= 720
+    app.wait(lambda: app.get("frmMain", "frameGeometry") != app.get("frmMain", "geometry") and inside("frmMain"),
+             "the main window with its frame on the screen")
+    app.tab("Main_SSTab", 1)
+    app.click("Optimize_cmd")
+    app.wait_window("frmOptimize")
+    app.wait(lambda: inside("frmOptimize"), "the search dialog on the screen")
+    x, y, width, height = app.get("frmOptimize", "frameGeometry")
+    curve = app.info("AreaSpl_pbx")
+    left, top = curve["global"][:2]
+    assert y + height <= top + 1 or x >= left + app.get("AreaSpl_pbx", "width"), "the dialog covers the curve"
+    app.close()
+
+
 def font():
     app = started()
     before = app.find("cmdAuto")[0]["geometry"][3]
@@ -208,4 +228,4 @@ def font():
 
 if __name__ == "__main__":
     sys.exit(run([first_start_and_the_next, unknown_language_is_english, no_language_selected, data_files, options,
-                  language_at_run_time, calculator, font]))
+                  language_at_run_time, calculator, font, windows_lie_whole_on_the_screen]))

@@ -32,6 +32,18 @@ def started(language=0, system=0, size=(1280, 720), **options):
     return app
 
 
+def managed(screen="1280x720x24"):
+    """The program under a window manager, which puts frames round its windows."""
+    command = f"openbox & sleep 1; exec {BUILD / 'orva'}"
+    app = App(["sh", "-c", command], display="xvfb", screen=screen)
+    app.wait_window("LanguageSelect")
+    app.click("OKButton")
+    app.wait_window("frmNewCorS", timeout=30)
+    app.click("OKButton")
+    app.wait_window("frmMain")
+    return app
+
+
 def entries(app, name):
     """The texts of a list."""
     return [item["text"] for item in app.items(name)["items"]]

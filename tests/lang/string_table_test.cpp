@@ -126,8 +126,7 @@ TEST(Languages, UnknownIdentifiersAreEnglish)
 
 TEST(Message, BecomesWordsInTheLanguageAsked)
 {
-    const Message inside(Text::FileEndsInside,
-                         {Message(Text::BlockRoom), number(30), number(584)});
+    const Message inside(Text::FileEndsInside, {Message(Text::BlockRoom), number(30), number(584)});
     EXPECT_EQ(inside.text(), "the file ends inside the room block (30 bytes, 584 needed)");
     EXPECT_EQ(inside.text(Language::German),
               "die Datei endet in dem Block des Raums (30 Bytes, nötig sind 584)");

@@ -58,7 +58,8 @@ ListBox::ListBox(QWidget* parent) : QComboBox(parent)
 void ListBox::wheelEvent(QWheelEvent* event)
 {
     event->ignore();
-    for (QWidget* below = parentWidget(); below && !below->isWindow(); below = below->parentWidget())
+    for (QWidget* below = parentWidget(); below && !below->isWindow();
+         below = below->parentWidget())
         if (auto* area = qobject_cast<QAbstractScrollArea*>(below)) {
             QCoreApplication::sendEvent(area->verticalScrollBar(), event);
             return;
