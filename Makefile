@@ -8,7 +8,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench fuzz format check-format check-static speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench fuzz format check-format check-static check-changed speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -116,6 +116,10 @@ check-format: check-packages
 
 check-static: check-packages build/debug/build.ninja
 	git ls-files '*.cpp' | xargs -P $$(nproc) -n 4 clang-tidy --quiet -p build/debug
+
+# The same for what the last hours changed; check-static runs weekly.
+check-changed: check-packages build/debug/build.ninja
+	tests/changed_sources.sh | xargs -r -P $$(nproc) -n 2 clang-tidy --quiet -p build/debug
 
 # Makes the shipped loudspeaker data again.
 speaker-data: all

@@ -110,6 +110,46 @@ double quickFraction(std::mt19937& random)
                : static_cast<double>(foundAfter) / static_cast<double>(*candidates.NumConfigs());
 }
 
+/// What a search of an audience area with twelve compact boxes, all joints, does in a few
+/// seconds on two threads, beginning where every search begins, over the literal rate.
+double unfavourable(bool pinMode, Measure measure)
+{
+    constexpr double kSliceSeconds = 3;
+    ApplicationState state = newState(kCompactSystem);
+    LineArray& array = state.gLineArray;
+    array.GBSetNumSpeakers(12);
+    array.GBSetNumGerade(12);
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    for (std::size_t joint = 1; joint < angles.size(); ++joint)
+        angles[joint] = static_cast<std::int16_t>(joint / 2 % 7);
+    angles[0] = pinMode ? 6 : 14;
+    array.GBSetAngleOrPin(pinMode);
+    array = withAngles(array, angles);
+    const AreaSegment area = state.gRoom.GFAGetAudienceArea1();
+    const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
+    const auto task = withKernel(searchTask(state, 1, target, measure, kPoints, kAllBands));
+    const CandidateSet candidates(array, allJoints(array), false);
+    Search search(task, candidates, 0, *candidates.NumConfigs());
+    const auto begin = std::chrono::steady_clock::now();
+    const auto stop = [&] {
+        return std::chrono::steady_clock::now() - begin >
+               std::chrono::duration<double>(kSliceSeconds);
+    };
+    while (!stop())
+        search.advance(2, stop);
+    const double fast =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count() /
+        static_cast<double>(search.tested());
+    Evaluator literal(task);
+    constexpr std::uint64_t kLiteral = 60;
+    const double slow = seconds([&] {
+                            for (std::uint64_t i = 0; i < kLiteral; ++i)
+                                literal.measure(candidates.anglesOf(i * 30'011));
+                        }) /
+                        kLiteral;
+    return slow / fast;
+}
+
 } // namespace
 
 int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmark may end so
@@ -124,6 +164,10 @@ int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmar
     report("search-angle-2t", ratio(false, Measure::SmoothArea), "x literal");
     report("search-pin-line-2t", ratio(true, Measure::FitToLine), "x literal");
     report("search-angle-line-2t", ratio(false, Measure::FitToLine), "x literal");
+    report("search-12-smooth", unfavourable(false, Measure::SmoothArea), "x literal");
+    report("search-12-line", unfavourable(false, Measure::FitToLine), "x literal");
+    report("search-12-pin-smooth", unfavourable(true, Measure::SmoothArea), "x literal");
+    report("search-12-pin-line", unfavourable(true, Measure::FitToLine), "x literal");
     std::mt19937 random(1);
     std::vector<double> fractions;
     fractions.reserve(20);

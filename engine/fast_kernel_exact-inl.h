@@ -81,6 +81,9 @@ inline void exactPowers(const DirectivityTable& directivity, const RadialTable& 
     const hn::RebindToSigned<Floats> di;
     alignas(64) float re[kMostExactBands][kBlock] = {};
     alignas(64) float im[kMostExactBands][kBlock] = {};
+    // Whole vectors of any machine; a group of a search fills only some.
+    constexpr std::size_t kWidest = 16;
+    const std::size_t used = (block.count + kWidest - 1) / kWidest * kWidest;
     Bearings bearings;
     alignas(64) float inStep[kBlock];
     alignas(64) std::int32_t step[kBlock];
@@ -88,8 +91,8 @@ inline void exactPowers(const DirectivityTable& directivity, const RadialTable& 
     alignas(64) float turns[kBlock];
 
     for (const KernelSource& source : sources) {
-        bearingsOf(source, block, kBlock, bearings);
-        for (std::size_t i = 0; i < kBlock; i += hn::Lanes(dd)) {
+        bearingsOf(source, block, used, bearings);
+        for (std::size_t i = 0; i < used; i += hn::Lanes(dd)) {
             const auto s = hn::Load(dd, bearings.step + i);
             const auto first = hn::Min(hn::Floor(s), hn::Set(dd, kAngleSteps - 1.0));
             hn::Store(hn::DemoteTo(dfd, hn::Sub(s, first)), dfd, inStep + i);
@@ -100,13 +103,13 @@ inline void exactPowers(const DirectivityTable& directivity, const RadialTable& 
             const auto band = static_cast<std::size_t>(b);
             const auto at = static_cast<std::size_t>(b - bands.from);
             const auto perMetre = hn::Set(dd, radial.turnsPerMetre[band]);
-            for (std::size_t i = 0; i < kBlock; i += hn::Lanes(dd)) {
+            for (std::size_t i = 0; i < used; i += hn::Lanes(dd)) {
                 const auto all = hn::Mul(hn::Load(dd, bearings.distance + i), perMetre);
                 hn::Store(hn::DemoteTo(dfd, hn::Sub(all, hn::Round(all))), dfd, turns + i);
             }
             const DirectivityTable::Steps& table = directivity.steps[band];
             const auto gainPerMetre = hn::Set(d, radial.gainPerMetre[band]);
-            for (std::size_t i = 0; i < kBlock; i += hn::Lanes(d)) {
+            for (std::size_t i = 0; i < used; i += hn::Lanes(d)) {
                 const auto index = hn::Load(di, step + i);
                 const auto t = hn::Load(d, inStep + i);
                 const auto r = hn::Load(d, distance + i);
@@ -125,7 +128,7 @@ inline void exactPowers(const DirectivityTable& directivity, const RadialTable& 
         }
     }
     for (int at = 0; at < bands.count(); ++at)
-        for (std::size_t i = 0; i < kBlock; i += hn::Lanes(d)) {
+        for (std::size_t i = 0; i < used; i += hn::Lanes(d)) {
             const auto x = hn::Load(d, re[at] + i);
             const auto y = hn::Load(d, im[at] + i);
             hn::Store(hn::MulAdd(x, x, hn::Mul(y, y)), d,

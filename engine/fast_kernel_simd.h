@@ -5,7 +5,7 @@
 namespace orva {
 
 /// Receivers that are calculated together.
-constexpr std::size_t kBlock = 16;
+constexpr std::size_t kBlock = 32;
 /// Sources of one call; more go to the literal kernel.
 constexpr std::size_t kMostSources = 32;
 /// Spans of bands up to this many are calculated band by band, without tables of amplitudes.

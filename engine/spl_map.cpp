@@ -69,6 +69,10 @@ std::optional<MapGrid> PrepareMapGrid(const Room& room, float cellW, float cellH
                    .top = static_cast<double>(height) - refY};
 }
 
+namespace {
+constexpr std::size_t kMostSpare = 8;
+} // namespace
+
 bool CalcRawSPL(const LevelKernel& kernel, const LineArray& array, const MapGrid& grid,
                 BandSpan bands, int threads, const Progress& progress, RawSplCache& cache)
 {
@@ -80,7 +84,10 @@ bool CalcRawSPL(const LevelKernel& kernel, const LineArray& array, const MapGrid
     for (int b = bands.from; b <= bands.to; ++b) {
         if (cache.BandDone[static_cast<std::size_t>(b)])
             continue;
-        cache.RawSpl[static_cast<std::size_t>(b)].resize(grid.cells());
+        std::vector<float>& plane = cache.RawSpl[static_cast<std::size_t>(b)];
+        if (plane.capacity() > kMostSpare * grid.cells())
+            plane = {}; // of a far larger map
+        plane.resize(grid.cells());
         if (!missing.empty() && missing.back().to == b - 1)
             missing.back().to = b;
         else

@@ -11,6 +11,7 @@
 #include <numeric>
 #include <random>
 #include <tuple>
+#include <utility>
 
 namespace orva {
 
@@ -136,6 +137,13 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
     std::vector<Contender> known = m_contenders;
     known.insert(known.end(), contenders.begin(), contenders.end());
     double limit = limitOf(known);
+    // Told in handfuls: threads that count together wait for each other.
+    constexpr std::uint64_t kHandful = 32;
+    std::uint64_t tested = 0;
+    const auto count = [&] {
+        if (++tested == kHandful)
+            m_testedSoFar += std::exchange(tested, 0);
+    };
     for (; chunk.next < chunk.end && !stop(); ++chunk.next) {
         const std::uint64_t number = m_block.numberAt(chunk.next);
         if (number < m_block.begin || number >= m_block.end)
@@ -143,7 +151,7 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
         const LineArray::Positions angles = m_candidates.anglesOf(number);
         const auto bounds = evaluator.measureUpTo(angles, limit);
         if (!bounds) {
-            ++m_testedSoFar;
+            count();
             continue;
         }
         Contender contender{{angles, 0, number}, *bounds, false};
@@ -155,7 +163,7 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
                 break;
             contender = exactly({angles, *measure, number});
         }
-        ++m_testedSoFar;
+        count();
         m_lastMeasure = std::midpoint(contender.bounds.low, contender.bounds.high);
         contenders.push_back(contender);
         known.push_back(contender);
@@ -164,6 +172,7 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
         if (contenders.size() > 2 * kMostUndecidedInChunk)
             dropBeaten(contenders);
     }
+    m_testedSoFar += tested;
     dropBeaten(contenders);
 }
 

@@ -157,7 +157,7 @@ def language_at_run_time():
     app.wait_window("frmAbout")
     equal(app.text("lblVersion"), "Version 1.0.0")
     app.click("cmdSysInfo")
-    equal(app.message()["text"], "System Information Is Unavailable At This Time")
+    equal(app.message()["text"], "Systeminformationen sind derzeit nicht verfügbar")
     app.answer("Ok")
     app.click("cmdOK")
     leave(app)

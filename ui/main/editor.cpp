@@ -24,7 +24,7 @@ void Editor::setModified(bool modified)
 
 void Editor::clearMap()
 {
-    map = {};
+    map.clear();
     if (m_lockedForMap)
         locked = m_lockedForMap = false;
 }

@@ -96,6 +96,14 @@ public:
         RawSplCache cache;
         std::optional<SummedMap> shown;
         LevelChoice shownChoice{}; ///< of what is shown
+
+        /// Nothing of it holds any more.
+        void clear()
+        {
+            Valid = false;
+            cache.clear();
+            shown.reset();
+        }
     };
     Map map;
     /// Locks the setup while a map of it is calculated and shown.

@@ -85,7 +85,7 @@ bool MapCalculator::prepareGrid()
     }
     const std::optional<MapGrid> grid =
         PrepareMapGrid(room, static_cast<float>(cellW), static_cast<float>(cellH));
-    m_editor.map = {};
+    m_editor.map.clear();
     if (!grid)
         return false;
     m_editor.map.grid = *grid;
@@ -192,7 +192,7 @@ void MapCalculator::calculate(bool all, bool redraw)
     if (dialog.Aborted && former) {
         const bool sameGrid = map.grid == formerGrid;
         if (!sameGrid)
-            map = {};
+            map.clear();
         map.Valid = sameGrid;
         map.grid = formerGrid;
         map.shown = std::move(former);
