@@ -139,6 +139,7 @@ std::vector<double> Evaluator::distances(const LineArray::Positions& angles)
 
 void Evaluator::calculateGroup(std::size_t group)
 {
+    ++m_groupsCalculated;
     const std::size_t first = group * kGroup;
     const std::size_t count = std::min(kGroup, m_receivers.size() - first);
     constexpr std::size_t kWhole = 16; // a whole vector on any machine

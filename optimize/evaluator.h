@@ -58,6 +58,8 @@ public:
     /// levels tell. What boxes add to the levels is kept from call to call as long as they and
     /// those above them stay where they are.
     std::optional<Bounds> measureUpTo(const LineArray::Positions& angles, double limit);
+    /// Groups of levels that measureUpTo() has calculated so far: what it spares is its use.
+    std::uint64_t groupsCalculated() const { return m_groupsCalculated; }
 
 private:
     static constexpr std::size_t kGroup = PointOrder::kGroup;
@@ -98,6 +100,7 @@ private:
     BandRows m_sums;                     ///< [(group * boxes + box) * kGroup + point] rows
     alignas(64) std::array<float, BandRow::kFloats> m_rowFactors{}; ///< of both parts of each band
 
+    std::uint64_t m_groupsCalculated = 0;
     std::vector<double> m_distances;    ///< of each level from the wanted one, dB
     std::vector<double> m_errorSquares; ///< bound on the square of each level's error, dB^2
 };

@@ -267,6 +267,30 @@ TEST(Search, PartsAndPausesChangeNothing)
     EXPECT_FALSE(mergeParts(parts)) << "a gap";
 }
 
+TEST(Search, LevelsThatTellNothingMoreAreSpared)
+{
+    Random random(14);
+    for (const Measure measure : {Measure::SmoothArea, Measure::FitToLine}) {
+        const Scene scene = randomScene(random, measure, false, {0, 21});
+        auto task = std::make_shared<SearchTask>(*scene.task);
+        task->points = 200;
+        const CandidateSet candidates(task->array, scene.range, false);
+        const std::uint64_t count = *candidates.NumConfigs();
+        const Ranking best = searchedRanking(task, candidates, 0, count, 1);
+        Evaluator evaluator(task);
+        constexpr std::uint64_t kGroups = 200 / PointOrder::kGroup;
+        const auto groups = [&](double limit) {
+            const std::uint64_t before = evaluator.groupsCalculated();
+            for (std::uint64_t number = 0; number < count; ++number)
+                evaluator.measureUpTo(candidates.anglesOf(number), limit);
+            return evaluator.groupsCalculated() - before;
+        };
+        EXPECT_EQ(groups(kNoMeasure), kGroups * count);
+        EXPECT_LT(groups(best.best().front().rms / 4), kGroups * count * 8 / 10);
+        EXPECT_LE(groups(0), 2 * count) << "the first levels tell";
+    }
+}
+
 TEST(Search, StopsInTheMiddleOfALiteralMeasurement)
 {
     Random random(12);

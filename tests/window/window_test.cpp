@@ -413,6 +413,65 @@ TEST(Placing, ADialogLiesWholeOnTheScreenBesideTheCurve)
     }
 }
 
+TEST_F(Window, CalculationsWaitForAValidSetup)
+{
+    session.state.settings.AutoCorrect = false;
+    click("MapType_opt(2)");
+    choose("cmbNumBass", "3");
+    for (const char* name : {"CalcAll_cmd", "CalcBand_cmd", "Optimize_cmd"})
+        EXPECT_FALSE(control(name)->isEnabled()) << name;
+    EXPECT_TRUE(red("cmbNumBass"));
+    choose("cmbNumBass", "0");
+    for (const char* name : {"CalcAll_cmd", "CalcBand_cmd", "Optimize_cmd"})
+        EXPECT_TRUE(control(name)->isEnabled()) << name;
+}
+
+TEST_F(Window, SubArrayEntriesFollowUnitAndAngle)
+{
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(3);
+    enter("SubArray_txt(0)", "-10");
+    enter("OpenAng_txt", "90");
+    EXPECT_EQ(control<QLineEdit>("VirtDist_txt(0)")->text(), "10");
+    QTimer::singleShot(0, window.get(), [] {
+        QWidget* options = QApplication::activeModalWidget();
+        options->findChild<QAbstractButton*>("Meters_opt(1)")->click();
+        options->findChild<QAbstractButton*>("Done_cmb")->click();
+    });
+    window->findChild<QAction*>("mnuGenOptions")->trigger();
+    EXPECT_EQ(control<QLineEdit>("SubArray_txt(0)")->text(), "-32.81") << "two decimals";
+    EXPECT_EQ(control<QLineEdit>("VirtDist_txt(0)")->text(), "32.81");
+}
+
+TEST_F(Window, TheFirstQuestionChoosesTheSystem)
+{
+    session.state.settings.ShowNewQuery = true;
+    QTimer::singleShot(0, window.get(), [] {
+        QWidget* question = QApplication::activeModalWidget();
+        ASSERT_EQ(question->objectName(), "frmNewCorS");
+        question->findChild<QAbstractButton*>("optSystem(1)")->click();
+        question->findChild<QAbstractButton*>("chkShowOnStartup")->click();
+        question->findChild<QAbstractButton*>("OKButton")->click();
+    });
+    window->begin();
+    EXPECT_FALSE(control("cmbNumGer")->isVisible());
+    EXPECT_EQ(control<QLabel>("lblNumSpk")->text(), "VM 306 C");
+    EXPECT_FALSE(session.state.settings.ShowNewQuery);
+}
+
+TEST_F(Window, TheSheetSaysWhatContradictsItself)
+{
+    EXPECT_FALSE(control("lblLastValid")->isVisibleTo(control("rigText_txt")->parentWidget()));
+    session.state.gLineArray.GBSetNumGerade(3);
+    const QTemporaryDir folder;
+    const std::string file = folder.filePath("odd.lad").toStdString();
+    ASSERT_TRUE(saveProject(session.state, file));
+    window->findChild<ProjectCommands*>()->OpenRecent(file);
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(2);
+    EXPECT_TRUE(control("lblLastValid")->isVisible());
+    EXPECT_TRUE(
+        control<QLabel>("lblLastValid")->text().startsWith("The project counts 3 straight"));
+}
+
 /// Drives the search dialog while it is open.
 class SearchWindow : public Window {
 protected:

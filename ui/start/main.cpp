@@ -40,6 +40,8 @@ int run()
             if (file.error)
                 showDataFault(session, session.text(Text::LoadDataFailed),
                               session.text(*file.error) + "\n\n");
+            else if (file.note)
+                showDataFault(session, session.text(*file.note), {});
     }
 
     MainWindow window(session);
