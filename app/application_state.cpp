@@ -3,7 +3,6 @@
 #include "engine/fast_kernel.h"
 #include "engine/literal_kernel.h"
 #include "engine/speaker_data_text.h"
-#include "model/project_file.h"
 
 namespace orva {
 
@@ -31,25 +30,32 @@ SpeakerDataLoad loadOf(const SpeakerDataReading& reading, const std::filesystem:
     return load;
 }
 
-void makeCurrent(ApplicationState& state, Project project)
-{
-    SelectSystem(state, project.array.GIGetArrayType());
-    state.gRoom = std::move(project.room);
-    state.gLineArray = project.array;
-    state.subArray = project.subArray;
-}
-
 } // namespace
 
-std::unique_ptr<LevelKernel> ApplicationState::levelKernel()
+std::shared_ptr<const LevelKernel> ApplicationState::levelKernel()
 {
-    if (!directivityTable)
-        directivityTable = DirectivityTable::make(speakerData.directivity);
-    if (!radialTable)
-        radialTable = RadialTable::make(air);
-    return std::make_unique<FastKernel>(
-        directivityTable, radialTable,
-        std::make_unique<LiteralKernel>(speakerData.directivity, air));
+    if (m_kernel)
+        return m_kernel;
+    if (!m_directivityTable)
+        m_directivityTable = DirectivityTable::make(speakerData.directivity);
+    if (!m_radialTable)
+        m_radialTable = RadialTable::make(air);
+    m_kernel =
+        std::make_shared<FastKernel>(m_directivityTable, m_radialTable,
+                                     std::make_unique<LiteralKernel>(speakerData.directivity, air));
+    return m_kernel;
+}
+
+void ApplicationState::directivityChanged()
+{
+    m_directivityTable.reset();
+    m_kernel.reset();
+}
+
+void ApplicationState::airChanged()
+{
+    m_radialTable.reset();
+    m_kernel.reset();
 }
 
 Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesystem::path& folder)
@@ -67,20 +73,20 @@ Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesy
 
     state.systemData = {standard->directivity, compact->directivity};
     state.speakerData.directivity = compact->directivity;
-    state.directivityTable.reset();
+    state.directivityChanged();
     return SystemDataLoad{loadOf(*standard, standardFile), loadOf(*compact, compactFile)};
 }
 
 void SelectSystem(ApplicationState& state, std::int16_t system)
 {
     state.speakerData = SelectSpeakerData(state.systemData, system);
-    state.directivityTable.reset();
+    state.directivityChanged();
 }
 
 void UpdateSpeedOfSound(ApplicationState& state, float temperatureC)
 {
     state.air = airAt(temperatureC);
-    state.radialTable.reset();
+    state.airChanged();
 }
 
 void MlSetLanguage(ApplicationState& state, std::int32_t languageId)
@@ -88,31 +94,28 @@ void MlSetLanguage(ApplicationState& state, std::int32_t languageId)
     state.gLanguageId = languageOf(languageId);
 }
 
-void SetNewProject(ApplicationState& state, std::int16_t system)
+void makeCurrent(Workspace& workspace, Project project)
 {
-    makeCurrent(state, newProject(system));
+    SelectSystem(workspace, project.array.GIGetArrayType());
+    workspace.project = std::move(project);
 }
 
-Result<int> loadProject(ApplicationState& state, const std::filesystem::path& file)
+Result<LoadedProject> loadProject(const std::filesystem::path& file)
 {
     const Result<std::string> bytes = readFile(file, kProjectFileBytes);
     if (!bytes)
         return bytes.error();
-    Result<LoadedProject> loaded = readProject(asBytes(*bytes), file.string());
-    if (!loaded)
-        return loaded.error();
-    makeCurrent(state, std::move(loaded->project));
-    return loaded->version;
+    return readProject(asBytes(*bytes), file.string());
 }
 
-std::string projectBytes(const ApplicationState& state)
+std::string projectBytes(const Project& project)
 {
-    return std::string(asText(writeProject({state.gRoom, state.gLineArray, state.subArray})));
+    return std::string(asText(writeProject(project)));
 }
 
-Result<Saved> saveProject(const ApplicationState& state, const std::filesystem::path& file)
+Result<Saved> saveProject(const Project& project, const std::filesystem::path& file)
 {
-    return writeFile(file, projectBytes(state));
+    return writeFile(file, projectBytes(project));
 }
 
 Result<std::optional<Error>> importSpeakerData(ApplicationState& state,
@@ -122,7 +125,7 @@ Result<std::optional<Error>> importSpeakerData(ApplicationState& state,
     if (!reading)
         return reading.error();
     state.speakerData.directivity = reading->directivity;
-    state.directivityTable.reset();
+    state.directivityChanged();
     const SpeakerDataLoad load = loadOf(*reading, file);
     if (load.error)
         return *load.error;

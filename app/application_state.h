@@ -7,7 +7,7 @@
 #include "engine/level_kernel.h"
 #include "engine/speaker_data.h"
 #include "lang/language.h"
-#include "model/project.h"
+#include "model/project_file.h"
 #include "model/result.h"
 
 #include <filesystem>
@@ -16,22 +16,30 @@
 
 namespace orva {
 
-/// What is current in a running program; one object, handed down by reference.
+/// What outlives a project in a running program; one object, handed down by reference.
 struct ApplicationState {
-    Room gRoom;
-    LineArray gLineArray;
-    SubArray subArray;
     SystemData systemData;
     SpeakerData speakerData;
     Settings settings;
     Air air = airAt(Settings{}.Temperature);
     Language gLanguageId = Language::English;
 
-    /// A kernel for the current directivity and air; its tables are made when first asked for.
-    std::unique_ptr<LevelKernel> levelKernel();
+    /// The kernel for the current directivity and air; it and its tables are made when first asked
+    /// for and stay until either changes.
+    std::shared_ptr<const LevelKernel> levelKernel();
+    /// Other loudspeaker data, or another air, are current.
+    void directivityChanged();
+    void airChanged();
 
-    std::shared_ptr<const DirectivityTable> directivityTable; ///< of `speakerData`, once made
-    std::shared_ptr<const RadialTable> radialTable;           ///< of `air`, once made
+private:
+    std::shared_ptr<const DirectivityTable> m_directivityTable;
+    std::shared_ptr<const RadialTable> m_radialTable;
+    std::shared_ptr<const LevelKernel> m_kernel;
+};
+
+/// A project with what it is predicted with, for programs without a window.
+struct Workspace : ApplicationState {
+    Project project;
 };
 
 /// What became of a speaker data file that could be read.
@@ -59,18 +67,17 @@ void UpdateSpeedOfSound(ApplicationState& state, float temperatureC);
 /// Makes a language current; English for an identifier that is not supported.
 void MlSetLanguage(ApplicationState& state, std::int32_t languageId);
 
-/// Makes a new project of the system current.
-void SetNewProject(ApplicationState& state, std::int16_t system);
+/// A project makes its system's loudspeaker data current.
+void makeCurrent(Workspace& workspace, Project project);
 
-/// Reads a project and makes it current. On an error nothing is changed. Returns the file's format
-/// version.
-Result<int> loadProject(ApplicationState& state, const std::filesystem::path& file);
+/// Reads a project.
+Result<LoadedProject> loadProject(const std::filesystem::path& file);
 
-/// The current project as its file.
-std::string projectBytes(const ApplicationState& state);
+/// A project as its file.
+std::string projectBytes(const Project& project);
 
-/// Writes the current project.
-Result<Saved> saveProject(const ApplicationState& state, const std::filesystem::path& file);
+/// Writes a project.
+Result<Saved> saveProject(const Project& project, const std::filesystem::path& file);
 
 /// Replaces the current directivity by what a speaker data file holds, until the next
 /// SelectSystem(). An error when the file cannot be read (nothing changed) or is not one of all

@@ -1,6 +1,6 @@
 #include "app/options_form.h"
 
-#include "app/room_form.h"
+#include "document/room_form.h"
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
 

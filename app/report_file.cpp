@@ -36,10 +36,10 @@ std::string created(const QLocale& locale)
 
 } // namespace
 
-Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOptions& options,
+Result<std::string> rtfReportOf(const LineArray& array, const DrawingOptions& options,
                                 double aspect, const QLocale& dates)
 {
-    if (const std::optional<Message> fault = state.gLineArray.fault())
+    if (const std::optional<Message> fault = array.fault())
         return Error{*fault, ""};
     aspect = std::max(aspect, kNarrowestAspect);
     const double width = std::min(kPictureHeight * aspect, kPictureWidth);
@@ -49,11 +49,10 @@ Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOpti
         pixels(width), pixels(height),
         [&](DrawingSurface& surface) {
             surface.setTextHeight(kTextHeight);
-            DrawRiggingView(surface, state.gLineArray, options);
+            DrawRiggingView(surface, array, options);
         },
         kPixelsPerLine);
-    const auto sections =
-        reportSections(state.gLineArray, ORVA_VERSION, created(dates), png, options.text);
+    const auto sections = reportSections(array, ORVA_VERSION, created(dates), png, options.text);
     return rtfReport(sections);
 }
 

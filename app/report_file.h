@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/application_state.h"
 #include "drawing/drawing_options.h"
+#include "model/line_array.h"
 
 #include <QLocale>
 
@@ -10,7 +10,7 @@ namespace orva {
 /// The report of the current project as an RTF document, dated now or by SOURCE_DATE_EPOCH in the
 /// short forms of `dates`, with the rigging view as a picture of `aspect` (width over height), 1.25
 /// at least. An error where the array cannot be calculated.
-Result<std::string> rtfReportOf(const ApplicationState& state, const DrawingOptions& options,
+Result<std::string> rtfReportOf(const LineArray& array, const DrawingOptions& options,
                                 double aspect, const QLocale& dates);
 
 } // namespace orva

@@ -5,12 +5,13 @@
 
 namespace orva {
 
-SearchTask searchTask(const ApplicationState& state, int area, const FitLineTarget& target,
-                      Measure measure, int points, const LevelChoice& choice)
+SearchTask searchTask(const ApplicationState& state, const Project& project, int area,
+                      const FitLineTarget& target, Measure measure, int points,
+                      const LevelChoice& choice)
 {
     SearchTask task;
-    task.array = state.gLineArray;
-    task.area = *state.gRoom.GFAGetAudienceAreaSelect(area);
+    task.array = project.array;
+    task.area = *project.room.GFAGetAudienceAreaSelect(area);
     task.target = target;
     task.measure = measure;
     task.points = points;

@@ -90,10 +90,10 @@ public:
     {
         if (!LoadSystemData(m_state, ORVA_SOURCE_DIR "/data"))
             std::abort();
-        SetNewProject(m_state, kStandardSystem);
+        makeCurrent(m_state, newProject(kStandardSystem));
         m_fast = m_state.levelKernel();
         m_literal = std::make_unique<LiteralKernel>(m_state.speakerData.directivity, m_state.air);
-        m_grid = *PrepareMapGrid(m_state.gRoom, 0.1F, 0.1F);
+        m_grid = *PrepareMapGrid(m_state.project.room, 0.1F, 0.1F);
     }
 
     std::vector<Row> run()
@@ -111,12 +111,12 @@ public:
     }
 
 private:
-    double boxes() const { return m_state.gLineArray.boxCount(); }
+    double boxes() const { return m_state.project.array.boxCount(); }
 
     void fastMap(int threads)
     {
         m_cache.BandDone.fill(false); // the memory stays, as it does in the window
-        CalcRawSPL(*m_fast, m_state.gLineArray, m_grid, kAllBands.bands, threads, {}, m_cache);
+        CalcRawSPL(*m_fast, m_state.project.array, m_grid, kAllBands.bands, threads, {}, m_cache);
     }
 
     /// Four rows of the map, others each time.
@@ -127,7 +127,7 @@ private:
         grid.rows = 4;
         m_row = (m_row + 4) % m_grid.rows;
         RawSplCache cache;
-        CalcRawSPL(*m_literal, m_state.gLineArray, grid, kAllBands.bands, 1, {}, cache);
+        CalcRawSPL(*m_literal, m_state.project.array, grid, kAllBands.bands, 1, {}, cache);
     }
 
     std::vector<float> mapLevels(const LevelKernel& kernel, const LineArray& array)
@@ -147,15 +147,15 @@ private:
                 m_grid.CellCentre(static_cast<int>(i) % columns, static_cast<int>(i) / columns);
             incoherent[i] = incoherentLevel(cell, kAllBands);
         }
-        return errorsOf(mapLevels(*m_literal, m_state.gLineArray),
-                        mapLevels(*m_fast, m_state.gLineArray), incoherent);
+        return errorsOf(mapLevels(*m_literal, m_state.project.array),
+                        mapLevels(*m_fast, m_state.project.array), incoherent);
     }
 
     float incoherentLevel(Point receiver, const LevelChoice& choice)
     {
         const std::vector<float> factors = bandFactors(m_state.speakerData.BandLevel, choice);
         double power = 0;
-        for (const Source& source : radiatingSources(m_state.gLineArray)) {
+        for (const Source& source : radiatingSources(m_state.project.array)) {
             std::vector<float> one(factors.size());
             std::vector<float*> planes;
             planes.reserve(one.size());
@@ -171,9 +171,9 @@ private:
 
     Row line(const char* name, const LevelChoice& choice)
     {
-        const AreaSegment area = m_state.gRoom.GFAGetAudienceArea1();
+        const AreaSegment area = m_state.project.room.GFAGetAudienceArea1();
         const auto levels = [this, area, choice](const LevelKernel& kernel, int points) {
-            auto all = LineSPL(kernel, m_state.speakerData.BandLevel, m_state.gLineArray, area,
+            auto all = LineSPL(kernel, m_state.speakerData.BandLevel, m_state.project.array, area,
                                choice, points);
             all.resize(static_cast<std::size_t>(points));
             return all;
@@ -198,7 +198,7 @@ private:
 
     Row resum()
     {
-        CalcRawSPL(*m_fast, m_state.gLineArray, m_grid, kAllBands.bands, 2, {}, m_cache = {});
+        CalcRawSPL(*m_fast, m_state.project.array, m_grid, kAllBands.bands, 2, {}, m_cache = {});
         const double terms = 22.0 * 300 * 80;
         std::vector<std::vector<float>> raw(kBands); // levels in dB, as the formula has them
         for (std::size_t b = 0; b < kBands; ++b)
@@ -237,25 +237,25 @@ private:
     /// A map picture of 1920 x 1080 cells, one a pixel, against the raw levels of all its bands.
     Row drawing()
     {
-        ApplicationState state;
-        SetNewProject(state, kStandardSystem);
-        if (!state.gRoom.GBSetRoomDims(FloatPair{32, 18}))
+        Workspace state;
+        makeCurrent(state, newProject(kStandardSystem));
+        if (!state.project.room.GBSetRoomDims(FloatPair{32, 18}))
             std::abort();
-        const MapGrid grid = *PrepareMapGrid(state.gRoom, 18.0F / 1080, 18.0F / 1080);
+        const MapGrid grid = *PrepareMapGrid(state.project.room, 18.0F / 1080, 18.0F / 1080);
         RawSplCache cache;
         std::vector<double> raw;
         std::vector<double> draw;
         // One surface that is painted again and again, as a window does it.
         pngPicture(1920, 1080, [&](DrawingSurface& surface) {
-            GRoomSetup(surface, state.gRoom);
+            GRoomSetup(surface, state.project.room);
             for (int slice = 0; slice < 7; ++slice) {
                 cache.BandDone.fill(false);
                 raw.push_back(secondsOf([&] {
-                    CalcRawSPL(*m_fast, state.gLineArray, grid, kAllBands.bands, 1, {}, cache);
+                    CalcRawSPL(*m_fast, state.project.array, grid, kAllBands.bands, 1, {}, cache);
                 }));
                 const SummedMap map =
                     *CalcSummedSPL(cache, m_state.speakerData.BandLevel, grid, kAllBands, 1, {});
-                draw.push_back(secondsOf([&] { RenderSPLMap(surface, state.gRoom, grid, map); }));
+                draw.push_back(secondsOf([&] { RenderSPLMap(surface, state.project.room, grid, map); }));
             }
         });
         return {"draw-map",
@@ -265,8 +265,8 @@ private:
                 "% of raw"};
     }
 
-    ApplicationState m_state;
-    std::unique_ptr<LevelKernel> m_fast;
+    Workspace m_state;
+    std::shared_ptr<const LevelKernel> m_fast;
     std::unique_ptr<LevelKernel> m_literal;
     MapGrid m_grid;
     RawSplCache m_cache;

@@ -32,29 +32,29 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-ApplicationState newState(std::int16_t system)
+Workspace newState(std::int16_t system)
 {
-    ApplicationState state;
+    Workspace state;
     if (!LoadSystemData(state, ORVA_SOURCE_DIR "/data"))
         std::abort();
-    SetNewProject(state, system);
+    makeCurrent(state, newProject(system));
     return state;
 }
 
 /// Configurations a second over the literal search's, medians of slices in turn.
 double ratio(bool pinMode, Measure measure)
 {
-    ApplicationState state = newState(kStandardSystem);
+    Workspace state = newState(kStandardSystem);
     if (!pinMode) {
-        LineArray::Positions angles = state.gLineArray.GIAGetAllAngle();
+        LineArray::Positions angles = state.project.array.GIAGetAllAngle();
         angles[0] = 14;
-        state.gLineArray.GBSetAngleOrPin(false);
-        state.gLineArray = withAngles(state.gLineArray, angles);
+        state.project.array.GBSetAngleOrPin(false);
+        state.project.array = withAngles(state.project.array, angles);
     }
-    const AreaSegment area = state.gRoom.GFAGetAudienceArea1();
+    const AreaSegment area = state.project.room.GFAGetAudienceArea1();
     const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
-    const auto task = withKernel(searchTask(state, 1, target, measure, kPoints, kAllBands));
-    const CandidateSet candidates(state.gLineArray, allJoints(state.gLineArray), false);
+    const auto task = withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
+    const CandidateSet candidates(state.project.array, allJoints(state.project.array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     Evaluator literal(task);
     double fastSeconds = 0;
@@ -77,24 +77,24 @@ double ratio(bool pinMode, Measure measure)
 /// Fraction of the exhaustive search's count until the quick search stands at its best.
 double quickFraction(std::mt19937& random)
 {
-    ApplicationState state = newState(kCompactSystem);
+    Workspace state = newState(kCompactSystem);
     const auto uniform = [&](double low, double high) {
         return static_cast<float>(std::uniform_real_distribution<>(low, high)(random));
     };
-    LineArray::Positions angles = state.gLineArray.GIAGetAllAngle();
+    LineArray::Positions angles = state.project.array.GIAGetAllAngle();
     angles[0] = static_cast<std::int16_t>(random() % 14);
     for (std::size_t joint = 1; joint < 8; ++joint)
         angles[joint] = static_cast<std::int16_t>(random() % 7);
-    state.gLineArray = withAngles(state.gLineArray, angles);
+    state.project.array = withAngles(state.project.array, angles);
     const float rise = uniform(0, 15);
     const float length = uniform(10, 30);
-    if (!state.gRoom.GBSetAudienceArea1(
+    if (!state.project.room.GBSetAudienceArea1(
             AreaSegment{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
     const auto task =
-        withKernel(searchTask(state, 1, FitLineTarget::wholeArea(state.gRoom.GFAGetAudienceArea1()),
+        withKernel(searchTask(state, state.project, 1, FitLineTarget::wholeArea(state.project.room.GFAGetAudienceArea1()),
                               Measure::SmoothArea, kPoints, kAllBands));
-    const CandidateSet candidates(state.gLineArray, {1, 6}, false); // 7^6 = 117,649
+    const CandidateSet candidates(state.project.array, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
     Search search(task, candidates, 0, *candidates.NumConfigs());
     while (!search.advance(2, never)) {
@@ -115,8 +115,8 @@ double quickFraction(std::mt19937& random)
 double unfavourable(bool pinMode, Measure measure)
 {
     constexpr double kSliceSeconds = 3;
-    ApplicationState state = newState(kCompactSystem);
-    LineArray& array = state.gLineArray;
+    Workspace state = newState(kCompactSystem);
+    LineArray& array = state.project.array;
     array.GBSetNumSpeakers(12);
     array.GBSetNumGerade(12);
     LineArray::Positions angles = array.GIAGetAllAngle();
@@ -125,9 +125,9 @@ double unfavourable(bool pinMode, Measure measure)
     angles[0] = pinMode ? 6 : 14;
     array.GBSetAngleOrPin(pinMode);
     array = withAngles(array, angles);
-    const AreaSegment area = state.gRoom.GFAGetAudienceArea1();
+    const AreaSegment area = state.project.room.GFAGetAudienceArea1();
     const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
-    const auto task = withKernel(searchTask(state, 1, target, measure, kPoints, kAllBands));
+    const auto task = withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
     const CandidateSet candidates(array, allJoints(array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     const auto begin = std::chrono::steady_clock::now();

@@ -21,18 +21,18 @@ Result<Done> aim(const AimOptions& options, const Console& console)
     Result<OpenProject> state = openForCalculation(options.file);
     if (!state)
         return state.error();
-    const std::optional<double> angle = autoAim(state->gRoom, state->gLineArray);
+    const std::optional<double> angle = autoAim(state->project.room, state->project.array);
     if (!angle) {
         return Error{std::string(MlGetString(options.common.text().language, Text::NoAreaToAimAt)),
                      options.file};
     }
-    state->gLineArray = aimedArray(state->gLineArray, *angle);
+    state->project.array = aimedArray(state->project.array, *angle);
     PendingFiles files;
     if (!options.outFile.empty())
-        if (auto added = files.add(options.outFile, projectBytes(*state)); !added)
+        if (auto added = files.add(options.outFile, projectBytes(state->project)); !added)
             return added;
     Json result = {{"angle", jsonNumber(static_cast<float>(*angle))},
-                   {"pin", state->gLineArray.GIPinPoint()}};
+                   {"pin", state->project.array.GIPinPoint()}};
     addWarnings(result, state->contradictions);
     return deliver(console, jsonText(result), files, state->warnings);
 }
@@ -47,11 +47,11 @@ Json jsonOf(const std::array<double, 10>& figures)
 
 Result<Done> printSubArray(const ProjectOptions& options, const Console& console)
 {
-    ApplicationState state;
-    if (const auto version = loadProject(state, options.file); !version)
-        return version.error();
-    UpdateSpeedOfSound(state, options.common.temperatureC);
-    const SubArrayFigures figures = subArrayFigures(state.subArray, state.air.SpeedOfSound);
+    const Result<LoadedProject> loaded = loadProject(options.file);
+    if (!loaded)
+        return loaded.error();
+    const Air air = airAt(options.common.temperatureC);
+    const SubArrayFigures figures = subArrayFigures(loaded->project.subArray, air.SpeedOfSound);
     PendingFiles files;
     const Json result = {{"virtualDistance", jsonOf(figures.virtualDistance)},
                          {"delay", jsonOf(figures.delay)}};

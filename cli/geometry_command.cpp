@@ -26,7 +26,7 @@ Result<Done> printGeometry(const ProjectOptions& options, const Console& console
     const Result<OpenProject> state = openForCalculation(options.file);
     if (!state)
         return state.error();
-    LineArray array = state->gLineArray;
+    LineArray array = state->project.array;
     const FloatPair centerOfMass = array.GFACalcCOM();
     const SystemRecord& system = array.system();
 

@@ -25,18 +25,18 @@ Result<Done> printLevels(const Options& options, const Console& console)
     if (!state)
         return state.error();
     const LevelChoice choice = options.prediction.choice();
-    const std::unique_ptr<LevelKernel> kernel = state->levelKernel();
+    const std::shared_ptr<const LevelKernel> kernel = state->levelKernel();
     const auto levelsAlong = [&](const AreaSegment& line, int points) {
-        return LineSPL(*kernel, state->speakerData.BandLevel, state->gLineArray, line, choice,
+        return LineSPL(*kernel, state->speakerData.BandLevel, state->project.array, line, choice,
                        points, options.common.threads);
     };
 
-    if (options.pictureArea > state->gRoom.GIGetNumAreas())
+    if (options.pictureArea > state->project.room.GIGetNumAreas())
         return Error{"there is no audience area " + std::to_string(options.pictureArea),
                      options.file};
     PendingFiles files;
     const auto draw = [&](DrawingSurface& surface) {
-        const AreaSegment area = *state->gRoom.GFAGetAudienceAreaSelect(options.pictureArea);
+        const AreaSegment area = *state->project.room.GFAGetAudienceAreaSelect(options.pictureArea);
         const int points = curvePoints(surface.pixelWidth());
         std::vector<float> levels = levelsAlong(area, points);
         levels.resize(static_cast<std::size_t>(points));
@@ -47,9 +47,9 @@ Result<Done> printLevels(const Options& options, const Console& console)
         return drawn;
 
     Json areas = Json::array();
-    for (int number = 1; number <= state->gRoom.GIGetNumAreas(); ++number) {
+    for (int number = 1; number <= state->project.room.GIGetNumAreas(); ++number) {
         const std::vector<float> levels =
-            levelsAlong(*state->gRoom.GFAGetAudienceAreaSelect(number), options.points);
+            levelsAlong(*state->project.room.GFAGetAudienceAreaSelect(number), options.points);
         const std::span<const float> all(levels);
         const auto points = static_cast<std::size_t>(options.points);
         areas.push_back({{"area", number},
@@ -61,7 +61,7 @@ Result<Done> printLevels(const Options& options, const Console& console)
                    {"toBand", choice.bands.to},
                    {"levelField", static_cast<int>(choice.field)},
                    {"aWeighted", choice.aWeighted},
-                   {"foh", jsonNumber(levelsAlong(fohLine(state->gRoom), 1).front())},
+                   {"foh", jsonNumber(levelsAlong(fohLine(state->project.room), 1).front())},
                    {"areas", areas}};
     addWarnings(result, state->contradictions);
     return deliver(console, jsonText(result), files, state->warnings);

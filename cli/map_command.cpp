@@ -52,18 +52,19 @@ Result<Done> calculateMap(const Options& options, const Console& console)
     Result<OpenProject> state = openForPrediction(options.file, options.common, console);
     if (!state)
         return state.error();
-    const std::optional<MapGrid> grid = PrepareMapGrid(state->gRoom, options.cellM, options.cellM);
+    const std::optional<MapGrid> grid =
+        PrepareMapGrid(state->project.room, options.cellM, options.cellM);
     if (!grid)
         return Error{"the map would have more than 20 million cells; choose larger ones",
                      options.file};
 
     const LevelChoice choice = options.prediction.choice();
-    const std::unique_ptr<LevelKernel> kernel = state->levelKernel();
+    const std::shared_ptr<const LevelKernel> kernel = state->levelKernel();
     RawSplCache cache;
     std::optional<SummedMap> map;
     const float rawSeconds =
         timed(options, console, "Calculating raw SPL", [&](const Progress& progress) {
-            CalcRawSPL(*kernel, state->gLineArray, *grid, choice.bands, options.common.threads,
+            CalcRawSPL(*kernel, state->project.array, *grid, choice.bands, options.common.threads,
                        progress, cache);
         });
     const float sumSeconds =
@@ -84,15 +85,15 @@ Result<Done> calculateMap(const Options& options, const Console& console)
             content.map = &*map;
             content.aimingLines = false;
             int number = 0;
-            for (const int points :
-                 profilePointsOf(state->gRoom, surface.pixelWidth(), surface.pixelHeight())) {
-                content.profiles.push_back(
-                    LineSPL(*kernel, state->speakerData.BandLevel, state->gLineArray,
-                            *state->gRoom.GFAGetAudienceAreaSelect(++number), choice, points));
+            for (const int points : profilePointsOf(state->project.room, surface.pixelWidth(),
+                                                    surface.pixelHeight())) {
+                content.profiles.push_back(LineSPL(
+                    *kernel, state->speakerData.BandLevel, state->project.array,
+                    *state->project.room.GFAGetAudienceAreaSelect(++number), choice, points));
                 content.profiles.back().resize(static_cast<std::size_t>(points));
             }
-            DrawRoomView(surface, state->gRoom, state->gLineArray, content, state->air.SpeedOfSound,
-                         options.common.drawing());
+            DrawRoomView(surface, state->project.room, state->project.array, content,
+                         state->air.SpeedOfSound, options.common.drawing());
         };
         drawn = addPicture(options.picture, draw, files);
     });

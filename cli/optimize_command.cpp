@@ -53,15 +53,15 @@ PreciseJson jsonOf(const std::vector<Ranked>& best)
 }
 
 /// The set that the options ask for; none when the file's array has no box that aims there.
-Result<CandidateSet> candidatesOf(const Options& options, const ApplicationState& state)
+Result<CandidateSet> candidatesOf(const Options& options, const Workspace& state)
 {
     const std::optional<JointRange> aiming =
-        GetAreaSpeakers(state.gRoom, state.gLineArray, options.area);
+        GetAreaSpeakers(state.project.room, state.project.array, options.area);
     if (!aiming)
         return Error{std::string(MlGetString(options.common.text().language, Text::NoBoxAims)),
                      options.file};
-    CandidateSet candidates(state.gLineArray,
-                            options.allSpeakers ? allJoints(state.gLineArray) : *aiming,
+    CandidateSet candidates(state.project.array,
+                            options.allSpeakers ? allJoints(state.project.array) : *aiming,
                             options.neighbours);
     if (!candidates.NumConfigs())
         return Error{"there are more configurations than 64 bits can count; narrow the set",
@@ -118,14 +118,14 @@ Result<Done> optimize(const Options& options, const Console& console)
     Result<OpenProject> state = openForPrediction(options.file, options.common, console);
     if (!state)
         return state.error();
-    if (options.area > state->gRoom.GIGetNumAreas())
+    if (options.area > state->project.room.GIGetNumAreas())
         return Error{"there is no audience area " + std::to_string(options.area), options.file};
     const Result<CandidateSet> candidates = candidatesOf(options, *state);
     if (!candidates)
         return candidates.error();
     const auto task = withKernel(
-        searchTask(*state, options.area,
-                   targetOf(options, *state->gRoom.GFAGetAudienceAreaSelect(options.area)),
+        searchTask(*state, state->project, options.area,
+                   targetOf(options, *state->project.room.GFAGetAudienceAreaSelect(options.area)),
                    options.measure == "line" ? Measure::FitToLine : Measure::SmoothArea,
                    options.points, options.prediction.choice()));
 
@@ -140,15 +140,15 @@ Result<Done> optimize(const Options& options, const Console& console)
     const std::chrono::duration<double> seconds = Clock::now() - start;
     result["range"] = {candidates->range().first, candidates->range().last};
     result["best"] = jsonOf(best);
-    result["original"] = {{"angles", state->gLineArray.GIAGetAllAngle()}};
+    result["original"] = {{"angles", state->project.array.GIAGetAllAngle()}};
     result["configurationsPerSecond"] =
         result["tested"].get<double>() / std::max(seconds.count(), 1e-9);
     addWarnings(result, state->contradictions);
 
     PendingFiles files;
     if (!options.outFile.empty()) {
-        state->gLineArray = withAngles(state->gLineArray, best.front().angles);
-        if (auto added = files.add(options.outFile, projectBytes(*state)); !added)
+        state->project.array = withAngles(state->project.array, best.front().angles);
+        if (auto added = files.add(options.outFile, projectBytes(state->project)); !added)
             return added;
     }
     return deliver(console, jsonText(result), files, state->warnings);

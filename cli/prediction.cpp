@@ -6,9 +6,9 @@ namespace orva {
 
 namespace {
 
-std::optional<Error> notCalculable(const ApplicationState& state, const std::string& projectFile)
+std::optional<Error> notCalculable(const Workspace& state, const std::string& projectFile)
 {
-    if (const std::optional<Message> fault = state.gLineArray.fault())
+    if (const std::optional<Message> fault = state.project.array.fault())
         return Error{*fault, projectFile};
     return std::nullopt;
 }
@@ -18,11 +18,13 @@ std::optional<Error> notCalculable(const ApplicationState& state, const std::str
 Result<OpenProject> openForCalculation(const std::string& projectFile)
 {
     OpenProject project;
-    if (const auto version = loadProject(project, projectFile); !version)
-        return version.error();
+    Result<LoadedProject> loaded = loadProject(projectFile);
+    if (!loaded)
+        return loaded.error();
+    makeCurrent(project, std::move(loaded->project));
     if (const std::optional<Error> error = notCalculable(project, projectFile))
         return *error;
-    project.contradictions = contradictions(project.gLineArray, Language::English);
+    project.contradictions = contradictions(project.project.array, Language::English);
     for (const std::string& line : project.contradictions)
         project.warnings.push_back(Error{line, projectFile}.text());
     return project;
@@ -37,7 +39,7 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
     const Result<SystemDataLoad> load = LoadSystemData(*project, options.dataFolderOf(console));
     if (!load)
         return load.error();
-    const std::int16_t system = project->gLineArray.GIGetArrayType();
+    const std::int16_t system = project->project.array.GIGetArrayType();
     const SpeakerDataLoad& data = system == kStandardSystem ? load->standard : load->compact;
     if (data.error)
         return *data.error;

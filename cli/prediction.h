@@ -6,7 +6,7 @@
 namespace orva {
 
 /// A state with a project, and what there is to be said about what was read.
-struct OpenProject : ApplicationState {
+struct OpenProject : Workspace {
     std::vector<std::string> contradictions; ///< of the array, for the result
     std::vector<std::string> warnings;       ///< all, with the files they are about
 };

@@ -18,10 +18,10 @@ Result<Done> writeNew(const NewOptions& options, const Console& console)
 {
     if (auto apart = checkOutputs(console, options.common, {options.file}, {}); !apart)
         return apart;
-    ApplicationState state;
-    SetNewProject(state, options.system == "compact" ? kCompactSystem : kStandardSystem);
+    const Project project =
+        newProject(options.system == "compact" ? kCompactSystem : kStandardSystem);
     PendingFiles files;
-    if (auto added = files.add(options.file, projectBytes(state)); !added)
+    if (auto added = files.add(options.file, projectBytes(project)); !added)
         return added;
     return deliver(console, "", files);
 }
@@ -64,16 +64,16 @@ Json jsonOf(const Room& room)
 
 Result<Done> show(const ProjectOptions& options, const Console& console)
 {
-    ApplicationState state;
-    const Result<int> version = loadProject(state, options.file);
-    if (!version)
-        return version.error();
-    const Json subArray = {{"positions", jsonNumbers(state.subArray.SubPos)},
-                           {"openingAngle", jsonNumber(state.subArray.openingAngleDeg)}};
+    const Result<LoadedProject> loaded = loadProject(options.file);
+    if (!loaded)
+        return loaded.error();
+    const Project& project = loaded->project;
+    const Json subArray = {{"positions", jsonNumbers(project.subArray.SubPos)},
+                           {"openingAngle", jsonNumber(project.subArray.openingAngleDeg)}};
     PendingFiles files;
-    const Json result = {{"version", *version},
-                         {"array", jsonOf(state.gLineArray)},
-                         {"room", jsonOf(state.gRoom)},
+    const Json result = {{"version", loaded->version},
+                         {"array", jsonOf(project.array)},
+                         {"room", jsonOf(project.room)},
                          {"subArray", subArray}};
     return deliver(console, jsonText(result), files);
 }

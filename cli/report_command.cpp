@@ -23,7 +23,7 @@ Result<Done> writeReport(const Options& options, const Console& console)
     const bool german = options.common.text().language == Language::German;
     const QLocale dates(german ? QLocale::German : QLocale::English);
     const Result<std::string> report =
-        rtfReportOf(*state, options.common.drawing(), kAspect, dates);
+        rtfReportOf(state->project.array, options.common.drawing(), kAspect, dates);
     if (!report)
         return report.error();
     PendingFiles files;

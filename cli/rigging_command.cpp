@@ -21,11 +21,11 @@ Result<Done> printRigging(const RiggingOptions& options, const Console& console)
         return state.error();
     PendingFiles files;
     const auto draw = [&](DrawingSurface& surface) {
-        DrawRiggingView(surface, state->gLineArray, options.common.drawing());
+        DrawRiggingView(surface, state->project.array, options.common.drawing());
     };
     if (auto drawn = addPicture(options.picture, draw, files); !drawn)
         return drawn;
-    std::string sheet = state->gLineArray.GSGetPrintout(options.common.text());
+    std::string sheet = state->project.array.GSGetPrintout(options.common.text());
     std::erase(sheet, '\r'); // the line ends of a terminal
     return deliver(console, sheet, files, state->warnings);
 }

@@ -67,9 +67,9 @@ bool setVenue(Room& room, const Venue& venue)
            room.GBSetAuthorName(venue.author) && room.GBSetComment(venue.comment);
 }
 
-bool write(const ApplicationState& state, const std::filesystem::path& file)
+bool write(const Project& project, const std::filesystem::path& file)
 {
-    const Result<Saved> written = saveProject(state, file);
+    const Result<Saved> written = saveProject(project, file);
     if (!written)
         std::cerr << "make_examples: " << written.error().text() << '\n';
     return static_cast<bool>(written);
@@ -77,13 +77,12 @@ bool write(const ApplicationState& state, const std::filesystem::path& file)
 
 bool writeTheatre(const std::filesystem::path& file)
 {
-    ApplicationState state;
-    SetNewProject(state, kStandardSystem);
-    state.gLineArray.GBSetCradleCoord({1.5F, 11.3F});
-    state.gLineArray.GBSetBassBoxCoord({1.5F, 0});
-    setBoxes(state.gLineArray, {0, 0, 0, 0, 0, 1, 0, 1, 1, 1, 1, 1},
+    Project project = newProject(kStandardSystem);
+    project.array.GBSetCradleCoord({1.5F, 11.3F});
+    project.array.GBSetBassBoxCoord({1.5F, 0});
+    setBoxes(project.array, {0, 0, 0, 0, 0, 1, 0, 1, 1, 1, 1, 1},
              {0, 0, 0, 0, 1, 2, 2, 4, 5, 6, 6}, 4);
-    return setVenue(state.gRoom,
+    return setVenue(project.room,
                     {.dims = {34, 13},
                      .foh = {22, 3.1F},
                      .area1 = area(6, 1.2, 16, 1.2),
@@ -93,17 +92,16 @@ bool writeTheatre(const std::filesystem::path& file)
                      .author = "ORVA",
                      .comment = "Sample project: stalls, rising rear stalls and balcony; "
                                 "twelve boxes of the standard system over the portal."}) &&
-           write(state, file);
+           write(project, file);
 }
 
 bool writeClub(const std::filesystem::path& file)
 {
-    ApplicationState state;
-    SetNewProject(state, kCompactSystem);
-    state.gLineArray.GBSetCradleCoord({0.5F, 4.6F});
-    state.gLineArray.GBSetBassBoxCoord({0.5F, 0});
-    setBoxes(state.gLineArray, {0, 0, 0, 0, 0, 0}, {1, 2, 4, 6, 6}, 4);
-    return setVenue(state.gRoom,
+    Project project = newProject(kCompactSystem);
+    project.array.GBSetCradleCoord({0.5F, 4.6F});
+    project.array.GBSetBassBoxCoord({0.5F, 0});
+    setBoxes(project.array, {0, 0, 0, 0, 0, 0}, {1, 2, 4, 6, 6}, 4);
+    return setVenue(project.room,
                     {.dims = {22, 6},
                      .foh = {14, 2.1F},
                      .area1 = area(2.5, 1.7, 12, 1.7),
@@ -113,7 +111,7 @@ bool writeClub(const std::filesystem::path& file)
                      .author = "ORVA",
                      .comment = "Sample project: dance floor, raised rear and gallery; "
                                 "six boxes of the compact system."}) &&
-           write(state, file);
+           write(project, file);
 }
 
 } // namespace

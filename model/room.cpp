@@ -95,6 +95,13 @@ bool Room::GBSetComment(std::string_view comment)
     return takeText(comment, Comment);
 }
 
+void Room::takeTexts(const Room& other)
+{
+    ProjectName = other.ProjectName;
+    AuthorName = other.AuthorName;
+    Comment = other.Comment;
+}
+
 std::optional<AreaSegment> Room::GFAGetAudienceAreaSelect(int number) const
 {
     if (number < 1 || number > kAreas)

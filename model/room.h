@@ -56,6 +56,8 @@ public:
     bool GBSetProjectName(std::string_view name);
     bool GBSetAuthorName(std::string_view name);
     bool GBSetComment(std::string_view comment);
+    /// Takes the three texts of another room.
+    void takeTexts(const Room& other);
 
     /// Area 1 to 3; none for any other number.
     std::optional<AreaSegment> GFAGetAudienceAreaSelect(int number) const;

@@ -89,22 +89,22 @@ TEST_F(Files, StayAsTheyWereWhenWritingFails)
     EXPECT_FALSE(readFile(folder, 10));
 }
 
-TEST_F(Files, AFailedLoadLeavesTheCurrentProject)
+TEST_F(Files, AProjectMakesItsSystemsDataCurrent)
 {
-    ApplicationState state;
-    SetNewProject(state, kStandardSystem);
-    ASSERT_TRUE(saveProject(state, folder / "sound.lad"));
+    Workspace state;
+    makeCurrent(state, newProject(kStandardSystem));
+    ASSERT_TRUE(saveProject(state.project, folder / "sound.lad"));
     std::string bytes = *readFile(folder / "sound.lad", kProjectFileBytes);
     bytes[582] = 0; // a boolean behind the room block
     ASSERT_TRUE(writeFile(folder / "corrupt.lad", bytes));
+    EXPECT_FALSE(loadProject(folder / "corrupt.lad"));
 
-    SetNewProject(state, kCompactSystem);
-    const LineArray array = state.gLineArray;
-    EXPECT_FALSE(loadProject(state, folder / "corrupt.lad"));
-    EXPECT_EQ(state.gLineArray, array);
+    makeCurrent(state, newProject(kCompactSystem));
     EXPECT_EQ(state.speakerData.BandLevel[0].Continuous, 96.3);
-    ASSERT_TRUE(loadProject(state, folder / "sound.lad"));
-    EXPECT_EQ(state.gLineArray, newProject(kStandardSystem).array);
+    const Result<LoadedProject> loaded = loadProject(folder / "sound.lad");
+    ASSERT_TRUE(loaded);
+    makeCurrent(state, loaded->project);
+    EXPECT_EQ(state.project.array, newProject(kStandardSystem).array);
     EXPECT_EQ(state.speakerData.BandLevel[0].Continuous, 108);
 }
 

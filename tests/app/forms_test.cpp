@@ -3,8 +3,8 @@
 #include "app/memory_settings.h"
 #include "app/options_form.h"
 #include "app/recent_files.h"
-#include "app/room_form.h"
-#include "app/search_form.h"
+#include "document/room_form.h"
+#include "document/search_form.h"
 #include "model/project.h"
 
 #include <cmath>

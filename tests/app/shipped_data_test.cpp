@@ -103,11 +103,12 @@ TEST(ShippedData, AStraightArrayLosesThreeDecibelsNearAndSixFarAway)
 TEST(Examples, LoadAndAllowTheirSplayAngles)
 {
     for (const char* name : {"theatre", "club"}) {
-        ApplicationState state;
-        ASSERT_TRUE(loadProject(state, fs::path(ORVA_SOURCE_DIR "/examples") / name += ".lad"));
-        const LineArray& array = state.gLineArray;
+        const Result<LoadedProject> loaded =
+            loadProject(fs::path(ORVA_SOURCE_DIR "/examples") / name += ".lad");
+        ASSERT_TRUE(loaded);
+        const LineArray& array = loaded->project.array;
         EXPECT_FALSE(array.fault());
-        EXPECT_EQ(state.gRoom.GIGetNumAreas(), 3);
+        EXPECT_EQ(loaded->project.room.GIGetNumAreas(), 3);
         EXPECT_EQ(array.GIGetNumGerade() + array.GIGetNumSchräg(), array.boxCount());
         const auto bounds = array.IAGetAngleBounds();
         for (std::size_t joint = 0; joint < bounds.size(); ++joint) {

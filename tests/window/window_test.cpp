@@ -65,6 +65,8 @@ protected:
     {
         QTest::mouseClick(control<QAbstractButton>(name), Qt::LeftButton);
     }
+    const LineArray& array() const { return window->editor().array(); }
+    const Room& room() const { return window->editor().room(); }
     bool red(const char* name) { return control(name)->property("invalid").toBool(); }
     QString said(const char* name)
     {
@@ -108,7 +110,7 @@ TEST_F(Window, TypedNumbersAreTakenAtOnceAndRewrittenWhenLeft)
     cradle->setFocus();
     cradle->selectAll();
     QTest::keyClicks(cradle, "6,50");
-    EXPECT_FLOAT_EQ(session.state.gLineArray.GFAGetCradleCoord()[1], 6.5F);
+    EXPECT_FLOAT_EQ(array().GFAGetCradleCoord()[1], 6.5F);
     EXPECT_EQ(cradle->text(), "6,50") << "nothing moves under the caret";
     QTest::keyClick(cradle, Qt::Key_Return);
     EXPECT_EQ(cradle->text(), "6.5");
@@ -158,19 +160,20 @@ TEST_F(Window, ADamagedFileChangesNothing)
     const QTemporaryDir folder;
     const std::string good = folder.filePath("good.lad").toStdString();
     const std::string bad = folder.filePath("bad.lad").toStdString();
-    session.state.gLineArray.GBSetCradleCoord({3, 4});
-    ASSERT_TRUE(saveProject(session.state, good));
+    Project project = window->editor().document().state().project;
+    project.array.GBSetCradleCoord({3, 4});
+    ASSERT_TRUE(saveProject(project, good));
     QFile damaged(QString::fromStdString(bad));
     ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
-    damaged.write(QByteArray::fromStdString(projectBytes(session.state)).left(500));
+    damaged.write(QByteArray::fromStdString(projectBytes(project)).left(500));
     damaged.close();
 
     ProjectCommands& commands = *window->findChild<ProjectCommands*>();
-    session.state.gLineArray.GBSetCradleCoord({1, 2});
+    const DocumentState before = window->editor().document().state();
     answer(QMessageBox::Ok);
     commands.OpenRecent(bad);
     EXPECT_EQ(asked, "The file is either corrupt or invalid.");
-    EXPECT_EQ(session.state.gLineArray.GFAGetCradleCoord(), (FloatPair{1, 2}));
+    EXPECT_EQ(window->editor().document().state(), before);
     commands.OpenRecent(good);
     EXPECT_EQ(control<QLineEdit>("Cradle_txt(0)")->text(), "3");
     EXPECT_TRUE(window->windowTitle().contains("good.lad"));
@@ -227,7 +230,7 @@ TEST_F(Window, EscIsNoAnswerToTheSaveQuestion)
 TEST_F(Window, WhatIsNoCompleteNumberRestoresWhatWasThere)
 {
     auto* edit = control<QLineEdit>("Cradle_txt(0)");
-    const auto cradleX = [&] { return session.state.gLineArray.GFAGetCradleCoord()[0]; };
+    const auto cradleX = [&] { return array().GFAGetCradleCoord()[0]; };
     enter("Cradle_txt(0)", "2.5");
     const std::tuple<const char*, float, const char*> cases[] = {
         // typed, taken while it is typed, shown after leaving
@@ -255,13 +258,13 @@ TEST_F(Window, WhatIsNoCompleteNumberRestoresWhatWasThere)
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
     enter("RoomWidth_txt", "0");
     EXPECT_EQ(control<QLineEdit>("RoomWidth_txt")->text(), "30") << "refused by the room";
-    const AreaSegment before = session.state.gRoom.GFAGetAudienceArea3();
+    const AreaSegment before = room().GFAGetAudienceArea3();
     auto* length = control<QLineEdit>("txtLength(2)");
     length->setFocus();
     length->selectAll();
     QTest::keyClicks(length, "7.3");
     QTest::keyClick(length, Qt::Key_Escape);
-    EXPECT_EQ(session.state.gRoom.GFAGetAudienceArea3(), before) << "to the last bit";
+    EXPECT_EQ(room().GFAGetAudienceArea3(), before) << "to the last bit";
 }
 
 TEST_F(Window, WhatHangsOnNoInvalidEntryTakesEffect)
@@ -271,12 +274,12 @@ TEST_F(Window, WhatHangsOnNoInvalidEntryTakesEffect)
     ASSERT_TRUE(control("Warning_fra")->isVisible());
     click("PinAngle_opt(1)");
     enter("box1Angle_txt", "-3");
-    EXPECT_FLOAT_EQ(session.state.gLineArray.GFFirstAngle(), 3);
+    EXPECT_FLOAT_EQ(array().GFFirstAngle(), 3);
     choose("cmbAngle(6)", "3°");
-    EXPECT_EQ(session.state.gLineArray.GIAGetAllAngle()[7], 2) << "between two other boxes";
-    EXPECT_EQ(session.state.gLineArray.GIAGetAllType()[2], 0) << "the last valid one";
+    EXPECT_EQ(array().GIAGetAllAngle()[7], 2) << "between two other boxes";
+    EXPECT_EQ(array().GIAGetAllType()[2], 0) << "the last valid one";
     control<QAbstractButton>("Stacked_chk")->click();
-    EXPECT_FALSE(session.state.gLineArray.GBGetMounting());
+    EXPECT_FALSE(array().GBGetMounting());
 
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(2);
     EXPECT_TRUE(control("lblLastValid")->isVisible());
@@ -352,6 +355,8 @@ TEST_F(Window, AMapOfALockedSetupFollowsTheView)
 
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
     enter("FOHX_txt", "15");
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+    QTest::qWait(20);
     EXPECT_FALSE(hasMap() || locked()) << "only the map had locked it";
 }
 
@@ -461,10 +466,11 @@ TEST_F(Window, TheFirstQuestionChoosesTheSystem)
 TEST_F(Window, TheSheetSaysWhatContradictsItself)
 {
     EXPECT_FALSE(control("lblLastValid")->isVisibleTo(control("rigText_txt")->parentWidget()));
-    session.state.gLineArray.GBSetNumGerade(3);
+    Project project = window->editor().document().state().project;
+    project.array.GBSetNumGerade(3);
     const QTemporaryDir folder;
     const std::string file = folder.filePath("odd.lad").toStdString();
-    ASSERT_TRUE(saveProject(session.state, file));
+    ASSERT_TRUE(saveProject(project, file));
     window->findChild<ProjectCommands*>()->OpenRecent(file);
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(2);
     EXPECT_TRUE(control("lblLastValid")->isVisible());

@@ -26,8 +26,10 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
         grid->addWidget(cmbType[at], 2 * i, 1, 2, 1);
         cmbType[at]->installEventFilter(this);
         connect(cmbType[at], &QComboBox::activated, this, [this, i](int index) {
-            if (index != m_editor.setup.cmbType[static_cast<std::size_t>(i)].selected)
-                m_editor.editSetup([&](SetupForm& setup) { setup.chooseType(i, index); });
+            if (index != m_editor.setup().cmbType[static_cast<std::size_t>(i)].selected)
+                m_editor.editSetup({Text::StepBoxType, i + 1}, [&](SetupForm& setup) {
+                    setup.chooseType(i, index, m_editor.autoCorrect());
+                });
         });
         if (i == SetupForm::kJoints)
             break;
@@ -35,8 +37,10 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
         grid->addWidget(cmbAngle[at], 2 * i + 1, 2, 2, 1);
         cmbAngle[at]->installEventFilter(this);
         connect(cmbAngle[at], &QComboBox::activated, this, [this, i](int index) {
-            if (index != m_editor.setup.cmbAngle[static_cast<std::size_t>(i)].selected)
-                m_editor.editSetup([&](SetupForm& setup) { setup.chooseAngle(i, index); });
+            if (index != m_editor.setup().cmbAngle[static_cast<std::size_t>(i)].selected)
+                m_editor.editSetup({Text::StepSplay, i + 1}, [&](SetupForm& setup) {
+                    setup.chooseAngle(i, index, m_editor.autoCorrect());
+                });
         });
     }
     grid->setRowStretch(2 * SetupForm::kPositions, 1);
@@ -83,7 +87,7 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     layout->addWidget(VScroll1, 1, 1);
     layout->addWidget(spkDown_cmd, 2, 1);
     layout->setRowStretch(1, 1);
-    connect(&editor.session, &Session::LanguageChanged, this, &ArrayColumn::showTexts);
+    connect(&editor.session(), &Session::LanguageChanged, this, &ArrayColumn::showTexts);
     showTexts();
 }
 
@@ -94,7 +98,7 @@ int ArrayColumn::rowHeight() const
 
 void ArrayColumn::showTexts()
 {
-    const Session& session = m_editor.session;
+    const Session& session = m_editor.session();
     for (std::size_t i = 0; i < cmbType.size(); ++i) {
         const QString box = session.text(Text::Box) + QString::number(i + 1);
         cmbType[i]->setAccessibleName(box);
@@ -108,8 +112,8 @@ void ArrayColumn::showTexts()
 
 void ArrayColumn::display()
 {
-    const SetupForm& setup = m_editor.setup;
-    const bool enabled = !m_editor.locked;
+    const SetupForm& setup = m_editor.setup();
+    const bool enabled = !m_editor.view().locked;
     for (std::size_t i = 0; i < cmbType.size(); ++i) {
         const bool used = static_cast<int>(i) < setup.total();
         m_numbers[i]->setVisible(used);

@@ -7,218 +7,219 @@
 
 namespace orva::ui {
 
-Editor::Editor(Session& shared) : session(shared), levels(shared.state.gLanguageId)
+Editor::Editor(Session& session) : m_session(session), m_view(session.state.gLanguageId)
 {
-    connect(&session, &Session::LanguageChanged, this, [this] {
-        levels.setLanguage(session.state.gLanguageId);
-        emit changed();
-        emit viewsChanged();
+    connect(&m_session, &Session::LanguageChanged, this, [this] {
+        m_view.levels.setLanguage(m_session.state.gLanguageId);
+        emit changed({{}, true, true});
     });
 }
 
-void Editor::setModified(bool modified)
+/// What is known of a state, once per edit.
+void Editor::derive()
 {
-    m_modified = modified;
+    m_outside = outOfRoom(room(), array());
+    m_arrayWhole = !array().fault();
+    m_view.follow(room().GIGetNumAreas());
+}
+
+void Editor::follow(const Changes& changes)
+{
+    if (!changes.any())
+        return;
+    if (changes.room || changes.array || changes.setup)
+        m_view.clearMap();
+    derive();
+    emit changed({changes, false, false});
     emit modifiedChanged();
 }
 
-void Editor::clearMap()
+bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)>& change,
+                  Gesture gesture)
 {
-    map.clear();
-    if (m_lockedForMap)
-        locked = m_lockedForMap = false;
+    bool taken = false;
+    follow(m_document.edit(
+        what, [&](DocumentState& state) { return taken = change(state); }, gesture));
+    return taken;
 }
 
-void Editor::lockForMap()
+void Editor::cancel(Gesture gesture)
 {
-    m_lockedForMap = m_lockedForMap || !locked;
-    locked = true;
-    emit changed();
+    follow(m_document.cancel(gesture));
 }
 
-void Editor::unlockWithoutMap()
+void Editor::editSetup(const StepName& what, const std::function<void(SetupForm&)>& change,
+                       Gesture gesture)
 {
-    if (map.shown || !m_lockedForMap)
-        return;
-    locked = m_lockedForMap = false;
-    emit changed();
-}
-
-Editor::Work Editor::work() const
-{
-    return {room(), array(), session.state.subArray, setup, m_modified};
-}
-
-void Editor::restore(const Work& before)
-{
-    if (before == work())
-        return;
-    session.state.gRoom = before.room;
-    session.state.gLineArray = before.array;
-    session.state.subArray = before.subArray;
-    setup = before.setup;
-    afterEdit();
-    setModified(before.modified);
-}
-
-void Editor::updateArray()
-{
-    LineArray& array = session.state.gLineArray;
-    setup.AutoCorrect = session.state.settings.AutoCorrect;
-    setup.correct();
-    if (!setupValid()) {
-        setup.updateIndependent(array);
-    } else if (!setup.UpdateLineArray(array)) {
-        showMessage(QApplication::activeWindow(), session.text(Text::UpdateFailed),
-                    session.text(Text::ErrorTitle));
-        setup.RefreshFromClass(array);
-        return;
-    }
-    // An angle brings its closest pin with it.
-    if (!setup.pinMode && !setup.stacked && !array.fault())
-        setup.PinNumber_cmb.select(std::to_string(array.GIPinPoint() + 1));
-}
-
-void Editor::afterEdit()
-{
-    clearMap();
-    if (SelectedArea > room().GIGetNumAreas())
-        SelectedArea = 1;
-    m_outside = outOfRoom(room(), array());
-    setModified(true);
-    emit changed();
-    emit viewsChanged();
-}
-
-void Editor::editSetup(const std::function<void(SetupForm&)>& edit)
-{
-    setup.AutoCorrect = session.state.settings.AutoCorrect;
-    edit(setup);
-    updateArray();
-    afterEdit();
+    const bool taken = edit(
+        what,
+        [&](DocumentState& state) {
+            change(state.setup);
+            return applySetup(state, autoCorrect());
+        },
+        gesture);
+    if (!taken)
+        showMessage(QApplication::activeWindow(), m_session.text(Text::UpdateFailed),
+                    m_session.text(Text::ErrorTitle));
 }
 
 void Editor::choosePin(int pin)
 {
-    setup.pinMode = true;
-    setup.PinNumber_cmb.select(std::to_string(pin + 1));
-    updateArray();
-    setup.box1Angle = roundedTo(-array().GFFirstAngle(), 1);
-    afterEdit();
+    edit({Text::StepPin, pin + 1},
+         [&](DocumentState& state) { return orva::choosePin(state, pin, autoCorrect()); }, {});
 }
 
-void Editor::editArray(const std::function<void(LineArray&)>& edit)
+bool Editor::editArray(const StepName& what, const std::function<bool(LineArray&)>& change,
+                       Gesture gesture)
 {
-    edit(session.state.gLineArray);
-    updateArray();
-    afterEdit();
+    return edit(
+        what,
+        [&](DocumentState& state) {
+            return change(state.project.array) && applySetup(state, autoCorrect());
+        },
+        gesture);
 }
 
-bool Editor::editRoom(const std::function<bool(Room&)>& edit)
+bool Editor::editRoom(const StepName& what, const std::function<bool(Room&)>& change,
+                      Gesture gesture)
 {
-    if (!edit(session.state.gRoom))
-        return false;
-    afterEdit();
-    return true;
+    return edit(
+        what, [&](DocumentState& state) { return change(state.project.room); }, gesture);
 }
 
-void Editor::acceptArray(const LineArray& array)
+void Editor::editSubArray(const StepName& what, const std::function<void(SubArray&)>& change,
+                          Gesture gesture)
 {
-    session.state.gLineArray = array;
-    setup.RefreshFromClass(array);
-    afterEdit();
+    edit(
+        what,
+        [&](DocumentState& state) {
+            change(state.project.subArray);
+            return true;
+        },
+        gesture);
 }
 
-bool Editor::editTexts(const std::function<bool(Room&)>& edit)
+void Editor::acceptArray(const LineArray& found)
 {
-    if (!edit(session.state.gRoom))
-        return false;
-    setModified(true);
-    return true;
-}
-
-void Editor::editSubArray(const std::function<void(SubArray&)>& edit)
-{
-    edit(session.state.subArray);
-    setModified(true);
-    emit changed();
+    edit({Text::StepSearch},
+         [&](DocumentState& state) {
+             state.project.array = found;
+             state.setup.RefreshFromClass(found);
+             return true;
+         },
+         {});
 }
 
 void Editor::selectArea(int number)
 {
-    SelectedArea = number;
+    m_view.SelectedArea = number;
     emit areaSelected();
 }
 
 void Editor::setLocked(bool lock)
 {
-    locked = lock;
-    m_lockedForMap = false;
-    emit changed();
+    m_view.setLocked(lock);
+    emit changed({{}, false, true});
+}
+
+void Editor::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose)
+{
+    choose(m_view.levels);
+}
+
+void Editor::setFitLine(const std::optional<FitLine>& line)
+{
+    m_view.fitLine = line;
+}
+
+void Editor::setBaseline(bool shown)
+{
+    m_view.baseline = shown;
 }
 
 void Editor::shortenSubArray()
 {
-    subArrayDecimals = 2;
-    emit changed();
+    m_view.subArrayDecimals = 2;
+    emit changed({{}, true, false});
 }
 
 void Editor::setShowDelay(bool show)
 {
-    session.state.settings.ShowDelay = show ? 1 : 0;
-    if (!locked)
-        clearMap();
-    emit viewsChanged();
+    m_session.state.settings.ShowDelay = show ? 1 : 0;
+    if (!m_view.locked)
+        m_view.clearMap();
+    redrawViews();
+}
+
+void Editor::redrawViews()
+{
+    emit changed({{}, false, true});
+}
+
+void Editor::lockForMap()
+{
+    m_view.lockForMap();
+    emit changed({{}, false, true});
+}
+
+void Editor::mapFinished()
+{
+    m_view.unlockWithoutMap();
+    redrawViews();
+}
+
+void Editor::replace(DocumentState state, const std::string& path)
+{
+    SelectSystem(m_session.state, state.project.array.GIGetArrayType());
+    m_document.open(std::move(state), path);
+    m_view.setLocked(false);
+    m_view.subArrayDecimals = 3;
+    m_view.clearMap();
+    derive();
+    emit projectReplaced();
+    emit changed({{}, true, true});
+    emit modifiedChanged();
 }
 
 void Editor::SetNewProject()
 {
-    fitLine.reset();
-    orva::SetNewProject(session.state,
-                        session.state.settings.NewCompact ? kCompactSystem : kStandardSystem);
-    levels.aWeighted = true;
-    levels.chooseMapType(LevelChoiceForm::Continuous);
-    ProjectFile.clear();
-    RefreshFromClass();
-    setup.UpdateSetupLists(-2);
-    setup.box1Angle = -1.4;
-    emit changed();
-    setModified(false);
+    m_view.fitLine.reset();
+    m_view.levels.aWeighted = true;
+    m_view.levels.chooseMapType(LevelChoiceForm::Continuous);
+    const bool compact = m_session.state.settings.NewCompact;
+    replace(newDocument(compact ? kCompactSystem : kStandardSystem, autoCorrect()), {});
 }
 
-void Editor::RefreshFromClass()
+void Editor::open(Project project, const std::string& path)
 {
-    locked = m_lockedForMap = false;
-    subArrayDecimals = 3;
-    if (SelectedArea > room().GIGetNumAreas())
-        SelectedArea = 1;
-    session.state.gLineArray.GFACalcCOM();
-    setup.RefreshFromClass(array());
-    m_outside = outOfRoom(room(), array());
-    emit projectReplaced();
-    followSettings();
+    replace(documentOf(std::move(project)), path);
+}
+
+void Editor::markSaved(const std::string& path)
+{
+    m_document.markSaved(path);
+    emit modifiedChanged();
 }
 
 void Editor::followSettings()
 {
-    setup.AutoCorrect = session.state.settings.AutoCorrect;
-    if (locked && map.shown)
-        map.Valid = false;
+    if (m_view.locked && m_view.map.shown)
+        m_view.map.Valid = false;
     else
-        clearMap();
-    emit changed();
-    emit viewsChanged();
+        m_view.clearMap();
+    emit changed({{}, true, true});
 }
 
 QStringList Editor::warnings() const
 {
-    const SetupForm::Invalid& invalid = setup.SetupInvalid;
-    const auto count = [this](BoxKind kind) {
-        return session.text(Text::WarningNumberOf) + qtText(setup.modelName(kind));
+    const SetupForm::Invalid& invalid = setup().SetupInvalid;
+    const auto text = [this](Text id) { return m_session.text(id); };
+    const auto count = [&](BoxKind kind) {
+        return text(Text::WarningNumberOf) + qtText(setup().modelName(kind));
     };
     QStringList lines;
     if (invalid.midHigh)
-        lines += setup.isCompact() ? count(BoxKind::Straight) : session.text(Text::WarningMidHigh);
+        lines += setup().isCompact() ? count(BoxKind::Straight) : text(Text::WarningMidHigh);
     if (invalid.straight)
         lines += count(BoxKind::Straight);
     if (invalid.trapezoidal)
@@ -226,38 +227,37 @@ QStringList Editor::warnings() const
     if (invalid.bass)
         lines += count(BoxKind::Bass);
     if (invalid.angles)
-        lines += session.text(Text::WarningAngles);
+        lines += text(Text::WarningAngles);
     if (!lines.empty())
-        lines.prepend(session.text(Text::WarningTitle));
-    if (setup.holdsUnknown())
-        lines += session.text(Text::HoldsUnknown);
+        lines.prepend(text(Text::WarningTitle));
+    if (setup().holdsUnknown())
+        lines += text(Text::HoldsUnknown);
     if (m_outside.any())
-        lines += session.text(Text::OutsideRoom);
+        lines += text(Text::OutsideRoom);
     return lines;
 }
 
 RoomViewContent Editor::roomViewContent(bool aimingLines) const
 {
     RoomViewContent content;
-    content.grid = &map.grid;
-    content.map = map.shown ? &*map.shown : nullptr;
-    content.aimingLines = !map.shown || aimingLines;
+    content.grid = &m_view.map.grid;
+    content.map = m_view.map.shown ? &*m_view.map.shown : nullptr;
+    content.aimingLines = !m_view.map.shown || aimingLines;
     content.bassBox = {array().GBGetBassBox(), array().GFAGetBassBoxCoord(),
-                       session.state.settings.ShowDelay == 1};
-    content.aWeighted = levels.aWeighted;
-    if (levels.mapType != LevelChoiceForm::Detailed)
+                       m_session.state.settings.ShowDelay == 1};
+    content.aWeighted = m_view.levels.aWeighted;
+    if (m_view.levels.mapType != LevelChoiceForm::Detailed)
         content.fohDb = levelsAlong(fohLine(room()), 1).front();
     return content;
 }
 
 std::vector<float> Editor::levelsAlong(const AreaSegment& line, int points) const
 {
-    if (array().fault())
+    if (!m_arrayWhole)
         return std::vector<float>(static_cast<std::size_t>(points) + 2,
                                   -std::numeric_limits<float>::infinity());
-    const std::unique_ptr<LevelKernel> kernel = session.state.levelKernel();
-    return LineSPL(*kernel, session.state.speakerData.BandLevel, array(), line, levels.choice(),
-                   points);
+    return LineSPL(*m_session.state.levelKernel(), m_session.state.speakerData.BandLevel, array(),
+                   line, m_view.levels.choice(), points);
 }
 
 } // namespace orva::ui

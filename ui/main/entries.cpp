@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 namespace orva::ui {
 
@@ -12,7 +13,7 @@ Entries::Entries(Editor& editor) : m_editor(editor)
     // What was typed belongs to the project that is gone.
     connect(&editor, &Editor::projectReplaced, this, [this] {
         for (Entry& entry : m_entries) {
-            entry.before.reset();
+            entry.typing = {};
             entry.taken = true;
             entry.edit->setModified(false);
         }
@@ -21,38 +22,38 @@ Entries::Entries(Editor& editor) : m_editor(editor)
 
 void Entries::add(QLineEdit* edit, const Take& take, const Show& show)
 {
-    Entry& entry = m_entries.emplace_back(Entry{edit, take, show, std::nullopt, true});
+    Entry& entry = m_entries.emplace_back(Entry{edit, take, show, {}, true});
     connect(edit, &QLineEdit::textEdited, this,
             [this, &entry](const QString& text) { type(entry, text); });
     connect(edit, &QLineEdit::editingFinished, this, [this, &entry] { leave(entry); });
     edit->installEventFilter(this);
 }
 
-void Entries::addLength(QLineEdit* edit, const std::function<bool(double)>& take,
+void Entries::addLength(QLineEdit* edit, const std::function<bool(double, Gesture)>& take,
                         const std::function<double()>& metres)
 {
     add(
         edit,
-        [this, take](const QString& text) {
+        [this, take](const QString& text, Gesture gesture) {
             const std::optional<double> shown =
                 typedLength(text.toStdString(), m_editor.inMetres());
-            return shown && take(metresOf(*shown, m_editor.inMetres()));
+            return shown && take(metresOf(*shown, m_editor.inMetres()), gesture);
         },
         [this, metres] { return qtText(shownLength(metres(), m_editor.inMetres())); });
 }
 
 void Entries::type(Entry& entry, const QString& text)
 {
-    if (!entry.before)
-        entry.before = m_editor.work();
-    entry.taken = entry.take(text);
+    if (entry.typing == Gesture{})
+        entry.typing = m_editor.newGesture();
+    entry.taken = entry.take(text, entry.typing);
 }
 
 void Entries::leave(Entry& entry)
 {
     if (!entry.taken)
         restore(entry);
-    entry.before.reset();
+    entry.typing = {};
     entry.edit->setModified(false);
     showText(*entry.edit, entry.show());
 }
@@ -61,9 +62,7 @@ void Entries::restore(Entry& entry)
 {
     entry.edit->setModified(false);
     entry.taken = true;
-    if (entry.before)
-        m_editor.restore(*entry.before);
-    entry.before.reset();
+    m_editor.cancel(std::exchange(entry.typing, {}));
     showText(*entry.edit, entry.show());
 }
 
@@ -73,7 +72,7 @@ bool Entries::eventFilter(QObject* watched, QEvent* event)
         return false;
     const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
                                     [&](const Entry& e) { return e.edit == watched; });
-    if (entry == m_entries.end() || !entry->before ||
+    if (entry == m_entries.end() || entry->typing == Gesture{} ||
         static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
         return false;
     event->accept(); // the key is the entry's own

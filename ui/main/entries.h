@@ -14,15 +14,15 @@ namespace orva::ui {
 /// there.
 class Entries final : public QObject {
 public:
-    /// Takes a text over; whether it could.
-    using Take = std::function<bool(const QString&)>;
+    /// Takes a text over, as part of the gesture; whether it could.
+    using Take = std::function<bool(const QString&, Gesture)>;
     using Show = std::function<QString()>;
 
     explicit Entries(Editor& editor);
 
     void add(QLineEdit* edit, const Take& take, const Show& show);
     /// A length in the unit of the user; `take` gets metres.
-    void addLength(QLineEdit* edit, const std::function<bool(double)>& take,
+    void addLength(QLineEdit* edit, const std::function<bool(double, Gesture)>& take,
                    const std::function<double()>& metres);
     void display() const;
 
@@ -34,8 +34,8 @@ private:
         QLineEdit* edit;
         Take take;
         Show show;
-        std::optional<Editor::Work> before; ///< since it is being typed
-        bool taken = true;                  ///< the text as it stands
+        Gesture typing;    ///< since it is being typed; else none
+        bool taken = true; ///< the text as it stands
     };
     void type(Entry& entry, const QString& text);
     void leave(Entry& entry);

@@ -199,10 +199,10 @@ void MainWindow::showStatus()
 void MainWindow::showTitle()
 {
     QString title = m_session.text(Text::ProgramTitle);
-    if (!m_editor.ProjectFile.empty())
-        title += " - " + QFileInfo(QString::fromStdString(m_editor.ProjectFile)).fileName();
+    if (!m_editor.document().path().empty())
+        title += " - " + QFileInfo(QString::fromStdString(m_editor.document().path())).fileName();
     setWindowTitle(title + "[*]");
-    setWindowModified(m_editor.Modified());
+    setWindowModified(m_editor.document().modified());
 }
 
 void MainWindow::showRecentFiles()
@@ -226,7 +226,7 @@ void MainWindow::autoAim()
         showMessage(this, m_session.text(Text::NoAreaToAimAt));
         return;
     }
-    m_editor.editSetup([&](SetupForm& setup) {
+    m_editor.editSetup({Text::StepAutoAim}, [&](SetupForm& setup) {
         setup.pinMode = false;
         setup.box1Angle = SetupForm::validAngle(*angle);
     });

@@ -22,6 +22,7 @@ public:
 
     /// Asks for the system where the user wants that, and makes the first project.
     void begin();
+    const Editor& editor() const { return m_editor; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;

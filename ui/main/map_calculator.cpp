@@ -70,12 +70,12 @@ MapCalculator::MapCalculator(Editor& editor, ViewPanel& views, QWidget* window)
 
 bool MapCalculator::prepareGrid()
 {
-    const Settings& settings = m_editor.session.state.settings;
+    const Settings& settings = m_editor.session().state.settings;
     const Room& room = m_editor.room();
-    const int width = std::max(1, m_views.Main_pbx->width());
-    const int height = std::max(1, m_views.Main_pbx->height());
+    const int width = std::max(1, m_views.roomView().width());
+    const int height = std::max(1, m_views.roomView().height());
     const Scale shown = roomViewScale(room, width, height);
-    const double ratio = m_views.Main_pbx->devicePixelRatioF();
+    const double ratio = m_views.roomView().devicePixelRatioF();
     double cellW = shown.width / (width * ratio);
     double cellH = shown.height / (height * ratio);
     if (settings.PixelRes == 0) {
@@ -85,24 +85,24 @@ bool MapCalculator::prepareGrid()
     }
     const std::optional<MapGrid> grid =
         PrepareMapGrid(room, static_cast<float>(cellW), static_cast<float>(cellH));
-    m_editor.map.clear();
+    m_editor.map().clear();
     if (!grid)
         return false;
-    m_editor.map.grid = *grid;
-    m_editor.map.Valid = true;
+    m_editor.map().grid = *grid;
+    m_editor.map().Valid = true;
     return true;
 }
 
 void MapCalculator::bringUpToDate()
 {
-    if (m_editor.map.shown && !m_editor.map.Valid)
+    if (m_editor.map().shown && !m_editor.map().Valid)
         CalcMapping(done({0, kBands - 1}), false);
 }
 
 bool MapCalculator::done(BandSpan bands) const
 {
     for (int band = bands.from; band <= bands.to; ++band)
-        if (!m_editor.map.cache.BandDone[static_cast<std::size_t>(band)])
+        if (!m_editor.map().cache.BandDone[static_cast<std::size_t>(band)])
             return false;
     return true;
 }
@@ -149,17 +149,16 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
         calculate(all, redraw);
     }
     m_busy = false;
-    m_editor.unlockWithoutMap();
-    m_editor.redrawViews();
-    m_views.Main_pbx->picture();
+    m_editor.mapFinished();
+    m_views.roomView().picture();
 }
 
 void MapCalculator::calculate(bool all, bool redraw)
 {
-    Editor::Map& map = m_editor.map;
-    const LevelChoice choice = m_editor.levels.choice();
+    ViewState::Map& map = m_editor.map();
+    const LevelChoice choice = m_editor.view().levels.choice();
     constexpr BandSpan kEvery{0, kBands - 1};
-    if (redraw && map.shown && m_editor.locked && !(map.Valid && done(choice.bands))) {
+    if (redraw && map.shown && m_editor.view().locked && !(map.Valid && done(choice.bands))) {
         redraw = false; // the setup is still the one of the map: it does not go, it follows
         all = done(kEvery);
     }
@@ -170,12 +169,12 @@ void MapCalculator::calculate(bool all, bool redraw)
         map.shownChoice == choice ? std::exchange(map.shown, std::nullopt) : std::nullopt;
     map.shown.reset();
     const bool prepared = map.Valid || prepareGrid();
-    ProgressDialog dialog(m_editor.session, m_window);
+    ProgressDialog dialog(m_editor.session(), m_window);
     const InputGuard guard(dialog);
 
     if (prepared && !redraw && !done(wanted)) {
-        const std::unique_ptr<LevelKernel> kernel = m_editor.session.state.levelKernel();
-        runStage(dialog, m_editor.session.text(Text::CalculatingRaw),
+        const std::shared_ptr<const LevelKernel> kernel = m_editor.session().state.levelKernel();
+        runStage(dialog, m_editor.session().text(Text::CalculatingRaw),
                  [&](const Progress& progress) {
                      return CalcRawSPL(*kernel, m_editor.array(), map.grid, wanted, coreCount(),
                                        progress, map.cache);
@@ -183,8 +182,8 @@ void MapCalculator::calculate(bool all, bool redraw)
     }
     if (prepared && !dialog.Aborted && done(choice.bands))
         runStage(
-            dialog, m_editor.session.text(Text::CalculatingSum), [&](const Progress& progress) {
-                map.shown = CalcSummedSPL(map.cache, m_editor.session.state.speakerData.BandLevel,
+            dialog, m_editor.session().text(Text::CalculatingSum), [&](const Progress& progress) {
+                map.shown = CalcSummedSPL(map.cache, m_editor.session().state.speakerData.BandLevel,
                                           map.grid, choice, coreCount(), progress);
                 return map.shown.has_value();
             });
@@ -200,7 +199,7 @@ void MapCalculator::calculate(bool all, bool redraw)
     } else if (dialog.Aborted) {
         map.shown.reset();
     } else if (map.shown) {
-        dialog.beginStage(m_editor.session.text(Text::RenderingMap), false);
+        dialog.beginStage(m_editor.session().text(Text::RenderingMap), false);
     }
 }
 

@@ -31,27 +31,27 @@ QString decibels(double rms, const char* unit = "dB")
 
 void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
 {
-    const AreaSegment area = *editor.room().GFAGetAudienceAreaSelect(editor.SelectedArea);
+    const AreaSegment area = *editor.room().GFAGetAudienceAreaSelect(editor.view().SelectedArea);
     const std::optional<JointRange> aiming =
-        GetAreaSpeakers(editor.room(), editor.array(), editor.SelectedArea);
-    const auto asked = editor.fitLine
-                           ? targetUnder(*editor.fitLine, area[5], views.shortestFitLineM())
+        GetAreaSpeakers(editor.room(), editor.array(), editor.view().SelectedArea);
+    const auto asked = editor.view().fitLine
+                           ? targetUnder(*editor.view().fitLine, area[5], views.shortestFitLineM())
                            : std::nullopt;
-    if (editor.fitLine && !asked) {
-        editor.fitLine.reset();
+    if (editor.view().fitLine && !asked) {
+        editor.setFitLine({});
         editor.redrawViews();
     }
     if (!aiming) {
-        showMessage(window, editor.session.text(Text::NoBoxAims));
+        showMessage(window, editor.session().text(Text::NoBoxAims));
         return;
     }
 
-    editor.baseline = !asked;
-    views.AreaSpl_pbx->redraw();
+    editor.setBaseline(!asked);
+    views.curveView().redraw();
     OptimizeDialog dialog(editor, views, *aiming, asked.value_or(FitLineTarget::wholeArea(area)),
                           window);
     dialog.exec();
-    editor.baseline = false;
+    editor.setBaseline(false);
     views.setCurves({});
     editor.redrawViews();
 }
@@ -63,7 +63,7 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
       m_views(views),
       AreaSpkRange(aiming),
       m_target(target),
-      m_area(*editor.room().GFAGetAudienceAreaSelect(editor.SelectedArea)),
+      m_area(*editor.room().GFAGetAudienceAreaSelect(editor.view().SelectedArea)),
       m_original(editor.array())
 {
     setObjectName("frmOptimize");
@@ -72,11 +72,11 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
     layout->addWidget(progressFrame());
     layout->addWidget(resultsFrame(), 1);
     connect(&m_poll, &QTimer::timeout, this, &OptimizeDialog::showProgress);
-    connect(&editor.session, &Session::LanguageChanged, this, &OptimizeDialog::showTexts);
+    connect(&editor.session(), &Session::LanguageChanged, this, &OptimizeDialog::showTexts);
     chooseCandidates();
     showTexts();
     adjustSize();
-    const QWidget& curve = *m_views.AreaSpl_pbx;
+    const QWidget& curve = m_views.curveView();
     move(placeBeside(frameGeometry().size() + frameMargins(*this),
                      QRect(curve.mapToGlobal(QPoint(0, 0)), curve.size()),
                      window->screen()->availableGeometry()));
@@ -194,7 +194,7 @@ QWidget* OptimizeDialog::resultsFrame()
         [this](DrawingSurface& surface) {
             if (chkShowSetup->isChecked() && m_form.selected() >= 0)
                 DrawRiggingView(surface, arrayOf(m_form.selected()),
-                                m_editor.session.drawingOptions());
+                                m_editor.session().drawingOptions());
             else
                 surface.clear();
         },
@@ -219,7 +219,7 @@ QWidget* OptimizeDialog::resultsFrame()
 
 void OptimizeDialog::showTexts()
 {
-    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    const auto text = [this](Text id) { return m_editor.session().text(id); };
     Frame2->setTitle(text(Text::SearchSettings));
     chkArea->setText(text(Text::AreaSpeakersOnly));
     chkNeighbor->setText(text(Text::NeighbouringAnglesOnly));
@@ -245,7 +245,7 @@ void OptimizeDialog::showTexts()
     cmdCommit->setText(text(Text::AcceptSelected));
     cmdCancel->setText(text(Text::Cancel));
     dbgpbx->setAccessibleName(text(Text::ShowSetup));
-    lblArea->setText(QString::number(m_editor.SelectedArea));
+    lblArea->setText(QString::number(m_editor.view().SelectedArea));
     showToTest();
     showFitLabels();
     showState();
@@ -253,8 +253,8 @@ void OptimizeDialog::showTexts()
 
 void OptimizeDialog::showState()
 {
-    setWindowTitle(m_editor.session.text(m_form.caption()));
-    cmdOptimize->setText(m_editor.session.text(m_form.buttonText()));
+    setWindowTitle(m_editor.session().text(m_form.caption()));
+    cmdOptimize->setText(m_editor.session().text(m_form.buttonText()));
     cmdOptimize->setEnabled(m_form.buttonEnabled());
     for (QWidget* option : {static_cast<QWidget*>(chkArea), static_cast<QWidget*>(chkNeighbor),
                             static_cast<QWidget*>(chkQuick), static_cast<QWidget*>(txtNumPts),
@@ -270,7 +270,7 @@ void OptimizeDialog::showToTest()
 {
     const auto count = m_candidates->NumConfigs();
     lblToTest->setText(count ? QString::number(*count)
-                             : m_editor.session.text(Text::TooManyToCount));
+                             : m_editor.session().text(Text::TooManyToCount));
 }
 
 void OptimizeDialog::showFitLabels()
@@ -284,7 +284,7 @@ void OptimizeDialog::showFitLabels()
     lblX2->setText(rounded((start + m_target.lengthM) * factor));
     lblDeltadB->setText(rounded(m_target.lengthM * m_target.slopeDbPerM / factor));
     for (QLabel* unit : lblUnits)
-        unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
+        unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
 }
 
 void OptimizeDialog::showProgress()
@@ -300,11 +300,7 @@ void OptimizeDialog::showProgress()
     lblConfigNum->setText(QString::number(searching ? next : std::max<std::uint64_t>(1, tested)));
     if (searching) {
         showCurrentRms();
-        if (!m_since.isValid())
-            m_since.start();
-        if (tested > m_testedBefore && m_since.elapsed() > 0)
-            m_perSecond = static_cast<double>(tested - m_testedBefore) * 1000 /
-                          static_cast<double>(m_since.elapsed());
+        measureRate();
     }
     if (m_form.state() == SearchForm::State::Finished)
         lblTimeLeft->setText(minutesAndSeconds(0));
@@ -312,6 +308,14 @@ void OptimizeDialog::showProgress()
         lblTimeLeft->setText(
             m_perSecond > 0 ? minutesAndSeconds((count - static_cast<double>(tested)) / m_perSecond)
                             : QString("_"));
+}
+
+void OptimizeDialog::measureRate()
+{
+    const std::uint64_t tested = m_tested;
+    if (tested > m_testedBefore && m_since.elapsed() > 0)
+        m_perSecond = static_cast<double>(tested - m_testedBefore) * 1000 /
+                      static_cast<double>(m_since.elapsed());
 }
 
 void OptimizeDialog::showCurrentRms()
@@ -348,14 +352,15 @@ void OptimizeDialog::runSearch()
 {
     PauseFlag = false;
     m_testedBefore = m_tested;
-    m_since.invalidate();
+    m_since.start();
     m_searching = false;
     const bool quick = chkQuick->isChecked() && !m_quick;
     std::optional<SearchTask> asked; // the first time
     if (!m_search)
-        asked = searchTask(m_editor.session.state, m_editor.SelectedArea, m_target,
+        asked = searchTask(m_editor.session().state, m_editor.document().state().project,
+                           m_editor.view().SelectedArea, m_target,
                            optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea,
-                           m_points, m_editor.levels.choice());
+                           m_points, m_editor.view().levels.choice());
     m_thread.reset(QThread::create([this, quick, asked] {
         const auto stop = [this] { return PauseFlag.load(); };
         if (asked)
@@ -390,6 +395,7 @@ void OptimizeDialog::searchStopped()
 {
     m_thread->wait();
     m_poll.stop();
+    measureRate();
     const bool finished = m_search->finished();
     m_form.stop(finished, m_search->tested() > 0);
     showCurrentRms();
@@ -410,8 +416,8 @@ void OptimizeDialog::stopSearch()
 
 void OptimizeDialog::listTopConfigs()
 {
-    const Session& session = m_editor.session;
-    const char* unit = m_editor.levels.aWeighted ? "dB(A)" : "dB";
+    const Session& session = m_editor.session();
+    const char* unit = m_editor.view().levels.aWeighted ? "dB(A)" : "dB";
     m_results = (m_search->finished() ? m_search->ranking() : m_search->bestSoFar()).best();
     const QSignalBlocker listing(cmbConfigs);
     cmbConfigs->clear();
@@ -458,16 +464,16 @@ void OptimizeDialog::calculateCurves(int points)
 {
     m_curves.clear();
     m_curvePoints = points;
-    const auto kernel = m_editor.session.state.levelKernel();
+    const auto kernel = m_editor.session().state.levelKernel();
     for (int k = 0; k < static_cast<int>(m_results.size()); ++k) {
-        setWindowTitle(m_editor.session.text(Text::CurvesProgress1) +
+        setWindowTitle(m_editor.session().text(Text::CurvesProgress1) +
                        QString::number((k + 1) * 100 / static_cast<int>(m_results.size())) +
-                       m_editor.session.text(Text::CurvesProgress2));
-        m_curves.push_back(LineSPL(*kernel, m_editor.session.state.speakerData.BandLevel,
-                                   arrayOf(k), m_area, m_editor.levels.choice(), points));
+                       m_editor.session().text(Text::CurvesProgress2));
+        m_curves.push_back(LineSPL(*kernel, m_editor.session().state.speakerData.BandLevel,
+                                   arrayOf(k), m_area, m_editor.view().levels.choice(), points));
         m_curves.back().resize(static_cast<std::size_t>(points));
     }
-    setWindowTitle(m_editor.session.text(m_form.caption()));
+    setWindowTitle(m_editor.session().text(m_form.caption()));
 }
 
 CurvePicture OptimizeDialog::curves(int points)
@@ -475,7 +481,11 @@ CurvePicture OptimizeDialog::curves(int points)
     if (m_curvePoints != points)
         calculateCurves(points);
     const Colour colours[] = {kRed, kGreen, kBlue, kBlack, 0x808080};
-    CurvePicture picture{m_editor.SelectedArea, m_area[5], {}, m_editor.fitLine, m_editor.baseline};
+    CurvePicture picture{m_editor.view().SelectedArea,
+                         m_area[5],
+                         {},
+                         m_editor.view().fitLine,
+                         m_editor.view().baseline};
     for (std::size_t k = 0; k < m_curves.size(); ++k)
         picture.curves.push_back({m_curves[k], colours[k], 1});
     // The selected one on top of the others.

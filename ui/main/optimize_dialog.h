@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/search_form.h"
 #include "app/search_setup.h"
+#include "document/search_form.h"
 #include "main/view_panel.h"
 #include "optimize/quick_search.h"
 
@@ -44,6 +44,7 @@ private:
     void showFitLabels();
     void showProgress();
     void showCurrentRms();
+    void measureRate();
 
     void chooseCandidates();
     void beginOrPause();
@@ -80,7 +81,7 @@ private:
     std::atomic<bool> m_searching = false; ///< exhaustively
 
     QTimer m_poll;
-    QElapsedTimer m_since;            ///< of the exhaustive search, begun or continued
+    QElapsedTimer m_since;            ///< of the search, begun or continued
     std::uint64_t m_testedBefore = 0; ///< at that time
     double m_perSecond = 0;           ///< configurations, as measured last
     std::vector<Ranked> m_results;    ///< three best; where it was asked for, the quick one

@@ -32,7 +32,7 @@ QString localPath(const std::string& path)
 ProjectCommands::ProjectCommands(Editor& editor, QWidget* window)
     : QObject(window), m_editor(editor), m_window(window)
 {
-    recentFiles.LoadRecentFiles(editor.session.store);
+    recentFiles.LoadRecentFiles(editor.session().store);
 }
 
 ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
@@ -40,7 +40,7 @@ ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
     QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
     if (mayCancel)
         buttons |= QMessageBox::Cancel;
-    switch (Question(m_window, m_editor.session.text(Text::SaveChanges), buttons).exec()) {
+    switch (Question(m_window, m_editor.session().text(Text::SaveChanges), buttons).exec()) {
     case QMessageBox::Yes:
         Save();
         return Answer::Saved;
@@ -53,21 +53,22 @@ ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
 
 void ProjectCommands::guarded(const std::function<void()>& command)
 {
-    if (!m_editor.Modified() || askToSave(true) == Answer::Discard)
+    if (!m_editor.document().modified() || askToSave(true) == Answer::Discard)
         command();
 }
 
 bool ProjectCommands::mayClose(bool mayCancel)
 {
-    if (!m_editor.Modified())
+    if (!m_editor.document().modified())
         return true;
     const Answer answer = askToSave(mayCancel);
-    return answer == Answer::Discard || (answer == Answer::Saved && !m_editor.Modified());
+    return answer == Answer::Discard ||
+           (answer == Answer::Saved && !m_editor.document().modified());
 }
 
 void ProjectCommands::New(bool compact)
 {
-    m_editor.session.state.settings.NewCompact = compact;
+    m_editor.session().state.settings.NewCompact = compact;
     guarded([this] {
         m_editor.SetNewProject();
         emit statusChanged(Text::None, {});
@@ -86,33 +87,32 @@ void ProjectCommands::OpenRecent(const std::string& path)
 
 void ProjectCommands::Save()
 {
-    SaveFile(m_editor.ProjectFile.empty());
+    if (m_editor.document().modified())
+        SaveFile(m_editor.document().path().empty());
 }
 
 void ProjectCommands::SaveAs()
 {
-    const bool modified = m_editor.Modified();
-    m_editor.setModified(true);
-    if (!SaveFile(true))
-        m_editor.setModified(modified);
+    SaveFile(true);
 }
 
 QStringList ProjectCommands::filters(Text ownKind, const char* ownPattern) const
 {
     // The dialog shows all but the last brackets, which hold the pattern.
-    return {m_editor.session.text(ownKind) + " (" + ownPattern + ")",
-            m_editor.session.text(Text::AllFiles) + " (*)"};
+    return {m_editor.session().text(ownKind) + " (" + ownPattern + ")",
+            m_editor.session().text(Text::AllFiles) + " (*)"};
 }
 
 QString ProjectCommands::folder() const
 {
-    return m_editor.ProjectFile.empty() ? QString()
-                                        : QFileInfo(localPath(m_editor.ProjectFile)).absolutePath();
+    return m_editor.document().path().empty()
+               ? QString()
+               : QFileInfo(localPath(m_editor.document().path())).absolutePath();
 }
 
 std::optional<QString> ProjectCommands::fileToOpen(Text titleText, const QStringList& filters)
 {
-    QFileDialog dialog(m_window, m_editor.session.text(titleText), folder());
+    QFileDialog dialog(m_window, m_editor.session().text(titleText), folder());
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilters(filters);
@@ -124,7 +124,7 @@ std::optional<QString> ProjectCommands::fileToOpen(Text titleText, const QString
 std::optional<QString> ProjectCommands::fileToSave(const std::string& extension, Text titleText,
                                                    const QStringList& filters)
 {
-    QFileDialog dialog(m_window, m_editor.session.text(titleText), folder());
+    QFileDialog dialog(m_window, m_editor.session().text(titleText), folder());
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -138,7 +138,7 @@ std::optional<QString> ProjectCommands::fileToSave(const std::string& extension,
     const QString whole = QString::fromStdString(withExtension(chosen.toStdString(), extension));
     // The dialog has asked about the name as it was typed only.
     if (whole != chosen && QFileInfo::exists(whole) &&
-        Question(m_window, m_editor.session.text(Text::ReplaceFile).arg(whole),
+        Question(m_window, m_editor.session().text(Text::ReplaceFile).arg(whole),
                  QMessageBox::Yes | QMessageBox::No)
                 .exec() != QMessageBox::Yes)
         return std::nullopt;
@@ -148,7 +148,7 @@ std::optional<QString> ProjectCommands::fileToSave(const std::string& extension,
 /// Writes a file and tells what went wrong, or what of the old one could not be kept.
 bool ProjectCommands::write(const QString& target, const std::string& bytes, Text failed)
 {
-    const Session& session = m_editor.session;
+    const Session& session = m_editor.session();
     const Result<Saved> saved = written(target, bytes);
     if (!saved) {
         showMessage(m_window, session.text(failed), kProgramTitle, session.text(saved.error()));
@@ -161,14 +161,12 @@ bool ProjectCommands::write(const QString& target, const std::string& bytes, Tex
 
 bool ProjectCommands::SaveFile(bool saveAs)
 {
-    if (!m_editor.Modified())
-        return true;
-    const Session& session = m_editor.session;
+    const Session& session = m_editor.session();
     if (!m_editor.setupValid()) {
         showMessage(m_window, session.text(Text::SetupInvalidToSave));
         return false;
     }
-    QString target = localPath(m_editor.ProjectFile);
+    QString target = localPath(m_editor.document().path());
     if (saveAs) {
         const auto chosen =
             fileToSave(".lad", Text::SaveTitle, filters(Text::ProjectFiles, "*.lad"));
@@ -176,18 +174,17 @@ bool ProjectCommands::SaveFile(bool saveAs)
             return false;
         target = *chosen;
     }
-    if (!write(target, projectBytes(session.state), Text::SaveFailed))
+    if (!write(target, projectBytes(m_editor.document().state().project), Text::SaveFailed))
         return false;
-    m_editor.ProjectFile = target.toStdString();
-    m_editor.setModified(false);
-    recentFiles.AddToRecentFiles(m_editor.ProjectFile);
+    m_editor.markSaved(target.toStdString());
+    recentFiles.AddToRecentFiles(m_editor.document().path());
     emit recentFilesChanged();
     return true;
 }
 
 void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
 {
-    Session& session = m_editor.session;
+    Session& session = m_editor.session();
     QString name = localPath(fileName);
     if (useDialog) {
         const auto chosen = fileToOpen(Text::LoadTitle, filters(Text::ProjectFiles, "*.lad"));
@@ -201,22 +198,21 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
                     session.text(Text::LoadFailed));
         return;
     }
-    if (const Result<int> loaded = loadProject(session.state, name.toStdString()); !loaded) {
+    Result<LoadedProject> loaded = loadProject(name.toStdString());
+    if (!loaded) {
         showMessage(m_window, session.text(Text::FileInvalid), session.text(Text::LoadFailed),
                     session.text(loaded.error()));
         return;
     }
-    m_editor.ProjectFile = name.toStdString();
-    m_editor.RefreshFromClass();
-    m_editor.setModified(false);
-    recentFiles.AddToRecentFiles(m_editor.ProjectFile);
+    m_editor.open(std::move(loaded->project), name.toStdString());
+    recentFiles.AddToRecentFiles(m_editor.document().path());
     emit recentFilesChanged();
     emit statusChanged(Text::None, {});
 }
 
 void ProjectCommands::LoadData()
 {
-    Session& session = m_editor.session;
+    Session& session = m_editor.session();
     const auto chosen = fileToOpen(Text::LoadDataTitle, filters(Text::SpeakerDataFiles, "*.xhn"));
     if (!chosen)
         return;
@@ -237,10 +233,10 @@ void ProjectCommands::LoadData()
 
 void ProjectCommands::Help()
 {
-    const QString file = QDir(QString::fromStdString(m_editor.session.programFolder.string()))
+    const QString file = QDir(QString::fromStdString(m_editor.session().programFolder.string()))
                              .filePath("ORVA-help.pdf");
     if (!QFileInfo::exists(file)) {
-        showMessage(m_window, m_editor.session.text(Text::HelpMissing));
+        showMessage(m_window, m_editor.session().text(Text::HelpMissing));
         return;
     }
     openFile(file);
@@ -249,13 +245,13 @@ void ProjectCommands::Help()
 void ProjectCommands::openFile(const QString& file)
 {
     openOutside(file, this, [this, file] {
-        showMessage(m_window, m_editor.session.text(Text::NotOpened).arg(file));
+        showMessage(m_window, m_editor.session().text(Text::NotOpened).arg(file));
     });
 }
 
 void ProjectCommands::SaveRTFFile(double aspect)
 {
-    const Session& session = m_editor.session;
+    const Session& session = m_editor.session();
     if (!m_editor.setupValid()) { // the sheet would be that of the last valid one
         showMessage(m_window, session.text(Text::SetupInvalidToSave));
         return;
@@ -264,7 +260,7 @@ void ProjectCommands::SaveRTFFile(double aspect)
     if (!chosen)
         return;
     const Result<std::string> report =
-        rtfReportOf(session.state, session.drawingOptions(), aspect, QLocale::system());
+        rtfReportOf(m_editor.array(), session.drawingOptions(), aspect, QLocale::system());
     if (!report)
         showMessage(m_window, session.text(Text::ReportFailed), kProgramTitle,
                     session.text(report.error()));

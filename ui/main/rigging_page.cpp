@@ -20,7 +20,7 @@ constexpr double kLargestZoom = 8;
 
 } // namespace
 
-RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : Page(editor, parent)
 {
     rigText_txt = named<QPlainTextEdit>("rigText_txt", this);
     rigText_txt->setReadOnly(true);
@@ -29,7 +29,7 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     lstPins = named<QListWidget>("lstPins", this);
     connect(lstPins, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         const int pin = lstPins->row(item);
-        if (!m_editor.locked)
+        if (!m_editor.view().locked)
             m_editor.choosePin(pin);
     });
 
@@ -38,10 +38,10 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     Rigging_pbx = new DrawingWidget(
         "Rigging_pbx",
         [this](DrawingSurface& surface) {
-            if (m_editor.array().fault())
+            if (!m_editor.arrayWhole())
                 surface.clear();
             else
-                DrawRiggingView(surface, m_editor.array(), m_editor.session.drawingOptions());
+                DrawRiggingView(surface, m_editor.array(), m_editor.session().drawingOptions());
         },
         RigPbx_fra);
     Rigging_pbx->installEventFilter(this);
@@ -69,15 +69,14 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(0, 1);
 
-    connect(&editor, &Editor::changed, this, &RiggingPage::display);
-    connect(&editor.session, &Session::LanguageChanged, this, &RiggingPage::showTexts);
+    connect(&editor.session(), &Session::LanguageChanged, this, &RiggingPage::showTexts);
     showTexts();
     display();
 }
 
 void RiggingPage::showTexts()
 {
-    const Session& session = m_editor.session;
+    const Session& session = m_editor.session();
     rigText_txt->setAccessibleName(session.text(Text::RiggingPage));
     fitSheet();
     lstPins->setAccessibleName(session.text(Text::PinPoint));
@@ -90,8 +89,9 @@ void RiggingPage::showTexts()
 void RiggingPage::display()
 {
     const LineArray& array = m_editor.array();
-    const QString sheet =
-        array.fault() ? QString() : qtText(array.GSGetPrintout(m_editor.session.textOptions()));
+    const QString sheet = !m_editor.arrayWhole()
+                              ? QString()
+                              : qtText(array.GSGetPrintout(m_editor.session().textOptions()));
     // The control's own line ends; what is copied out of it has the platform's.
     if (QString shown = sheet; rigText_txt->toPlainText() != shown.remove('\r'))
         rigText_txt->setPlainText(shown);
@@ -105,9 +105,9 @@ void RiggingPage::displayWarnings()
 {
     QStringList warnings;
     if (!m_editor.setupValid())
-        warnings += m_editor.session.text(Text::LastValidSetup);
+        warnings += m_editor.session().text(Text::LastValidSetup);
     for (const std::string& line :
-         contradictions(m_editor.array(), m_editor.session.state.gLanguageId))
+         contradictions(m_editor.array(), m_editor.session().state.gLanguageId))
         warnings += qtText(line);
     lblLastValid->setText(warnings.join("\n"));
     lblLastValid->setVisible(!warnings.empty());
@@ -116,11 +116,11 @@ void RiggingPage::displayWarnings()
 void RiggingPage::displayPins()
 {
     const LineArray& array = m_editor.array();
-    const bool pins = array.GBGetMounting() && !array.fault();
+    const bool pins = array.GBGetMounting() && m_editor.arrayWhole();
     lstPins->setVisible(pins);
     if (!pins)
         return;
-    const Session& session = m_editor.session;
+    const Session& session = m_editor.session();
     QStringList lines;
     for (std::int16_t pin = 0; pin < array.system().cradle.pinCount(); ++pin)
         lines += session.text(Text::SheetPin) + QString::number(pin + 1) + "   " +
@@ -179,7 +179,7 @@ void RiggingPage::fitSheet()
 {
     const QFontMetrics metrics = rigText_txt->fontMetrics();
     rigText_txt->setTabStopDistance(
-        metrics.horizontalAdvance("  " + m_editor.session.text(Text::Box) + "32  "));
+        metrics.horizontalAdvance("  " + m_editor.session().text(Text::Box) + "32  "));
     rigText_txt->setMinimumWidth(metrics.averageCharWidth() * 52);
 }
 

@@ -19,8 +19,7 @@ QString trimmed(const std::string& padded)
 
 } // namespace
 
-RoomPage::RoomPage(Editor& editor, QWidget* parent)
-    : QWidget(parent), m_editor(editor), m_entries(editor)
+RoomPage::RoomPage(Editor& editor, QWidget* parent) : Page(editor, parent), m_entries(editor)
 {
     auto* layout = new QHBoxLayout(this);
     auto* column = new QWidget;
@@ -35,14 +34,12 @@ RoomPage::RoomPage(Editor& editor, QWidget* parent)
     Room_pbx = new DrawingWidget(
         "Room_pbx",
         [this](DrawingSurface& surface) {
-            GDrawRoomBasic(surface, m_editor.room(), m_editor.session.drawingOptions(), true);
+            GDrawRoomBasic(surface, m_editor.room(), m_editor.session().drawingOptions(), true);
         },
         this);
     layout->addWidget(Room_pbx, 1);
 
-    connect(&editor, &Editor::changed, this, &RoomPage::display);
-    connect(&editor, &Editor::viewsChanged, Room_pbx, &DrawingWidget::redraw);
-    connect(&editor.session, &Session::LanguageChanged, this, &RoomPage::showTexts);
+    connect(&editor.session(), &Session::LanguageChanged, this, &RoomPage::showTexts);
     showTexts();
     display();
 }
@@ -75,24 +72,29 @@ void RoomPage::addTextEntry(QLineEdit* edit, int maxLength, std::string (Room::*
     edit->setMaxLength(maxLength);
     m_entries.add(
         edit,
-        [this, set](const QString& text) {
-            return m_editor.editTexts([&](Room& room) { return (room.*set)(text.toStdString()); });
+        [this, set](const QString& text, Gesture gesture) {
+            return m_editor.editRoom(
+                {Text::StepProjectText},
+                [&](Room& room) { return (room.*set)(text.toStdString()); }, gesture);
         },
         [this, get] { return trimmed((m_editor.room().*get)()); });
 }
 
-void RoomPage::addPairEntry(QLineEdit* edit, int element, FloatPair (Room::*get)() const,
+void RoomPage::addPairEntry(QLineEdit* edit, Text step, int element, FloatPair (Room::*get)() const,
                             bool (Room::*set)(std::span<const float>))
 {
     const auto at = static_cast<std::size_t>(element);
     m_entries.addLength(
         edit,
-        [this, at, get, set](double metres) {
-            return m_editor.editRoom([&](Room& room) {
-                FloatPair pair = (room.*get)();
-                pair[at] = static_cast<float>(metres);
-                return (room.*set)(pair);
-            });
+        [this, step, at, get, set](double metres, Gesture gesture) {
+            return m_editor.editRoom(
+                {step},
+                [&](Room& room) {
+                    FloatPair pair = (room.*get)();
+                    pair[at] = static_cast<float>(metres);
+                    return (room.*set)(pair);
+                },
+                gesture);
         },
         [this, at, get] { return static_cast<double>((m_editor.room().*get)()[at]); });
 }
@@ -133,12 +135,13 @@ QWidget* RoomPage::roomFrame()
     position("Label2", Label2, "refX_txt", refX_txt, "refY_txt", refY_txt, 1);
     position("Label21", Label21, "FOHX_txt", FOHX_txt, "FOHY_txt", FOHY_txt, 2);
     layout->setColumnStretch(0, 1);
-    addPairEntry(RoomWidth_txt, 0, &Room::GFAGetRoomDims, &Room::GBSetRoomDims);
-    addPairEntry(RoomHeight_txt, 1, &Room::GFAGetRoomDims, &Room::GBSetRoomDims);
-    addPairEntry(refX_txt, 0, &Room::GFAGetPointOfRef, &Room::GBSetPointOfRef);
-    addPairEntry(refY_txt, 1, &Room::GFAGetPointOfRef, &Room::GBSetPointOfRef);
-    addPairEntry(FOHX_txt, 0, &Room::GFAGetFOH, &Room::GBSetFOH);
-    addPairEntry(FOHY_txt, 1, &Room::GFAGetFOH, &Room::GBSetFOH);
+    addPairEntry(RoomWidth_txt, Text::StepRoomSize, 0, &Room::GFAGetRoomDims, &Room::GBSetRoomDims);
+    addPairEntry(RoomHeight_txt, Text::StepRoomSize, 1, &Room::GFAGetRoomDims,
+                 &Room::GBSetRoomDims);
+    addPairEntry(refX_txt, Text::StepReference, 0, &Room::GFAGetPointOfRef, &Room::GBSetPointOfRef);
+    addPairEntry(refY_txt, Text::StepReference, 1, &Room::GFAGetPointOfRef, &Room::GBSetPointOfRef);
+    addPairEntry(FOHX_txt, Text::StepFoh, 0, &Room::GFAGetFOH, &Room::GBSetFOH);
+    addPairEntry(FOHY_txt, Text::StepFoh, 1, &Room::GFAGetFOH, &Room::GBSetFOH);
     return frame;
 }
 
@@ -155,9 +158,8 @@ QWidget* RoomPage::areasFrame()
     layout->addWidget(numAreas_cmb, 0, 1, Qt::AlignLeft);
     layout->setColumnStretch(1, 1);
     connect(numAreas_cmb, &QComboBox::activated, this, [this](int index) {
-        m_editor.editRoom([&](Room& room) {
-            return room.GIGetNumAreas() != index + 1 &&
-                   room.GBSetNumAreas(static_cast<std::int16_t>(index + 1));
+        m_editor.editRoom({Text::StepAreaCount}, [&](Room& room) {
+            return room.GBSetNumAreas(static_cast<std::int16_t>(index + 1));
         });
     });
 
@@ -181,7 +183,7 @@ QWidget* RoomPage::areasFrame()
             grid->addWidget(edit, row, column + 1);
             auto* unit = new QLabel(area.frame);
             if (entry == AreaEntry::Angle)
-                unit->setText(m_editor.session.text(Text::Degrees));
+                unit->setText(m_editor.session().text(Text::Degrees));
             else
                 m_units.push_back(unit);
             grid->addWidget(unit, row, column + 2);
@@ -189,13 +191,16 @@ QWidget* RoomPage::areasFrame()
 
             m_entries.add(
                 edit,
-                [this, i, entry](const QString& text) {
-                    return m_editor.editRoom([&](Room& room) {
-                        const auto synced =
-                            SyncAreaEntries(*room.GFAGetAudienceAreaSelect(i + 1), entry,
-                                            text.toStdString(), m_editor.inMetres());
-                        return synced && setArea(room, i + 1, *synced);
-                    });
+                [this, i, entry](const QString& text, Gesture gesture) {
+                    return m_editor.editRoom(
+                        {Text::StepArea, i + 1},
+                        [&](Room& room) {
+                            const auto synced =
+                                SyncAreaEntries(*room.GFAGetAudienceAreaSelect(i + 1), entry,
+                                                text.toStdString(), m_editor.inMetres());
+                            return synced && setArea(room, i + 1, *synced);
+                        },
+                        gesture);
                 },
                 [this, i, k, entry] {
                     const double value = (*m_editor.room().GFAGetAudienceAreaSelect(i + 1))[k];
@@ -211,7 +216,7 @@ QWidget* RoomPage::areasFrame()
 
 void RoomPage::showTexts()
 {
-    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    const auto text = [this](Text id) { return m_editor.session().text(id); };
     Project_fra->setTitle(text(Text::ProjectInfo));
     pname_lbl->setText(text(Text::ProjectLabel));
     aname_lbl->setText(text(Text::AuthorLabel));
@@ -240,8 +245,9 @@ void RoomPage::display()
     const Room& room = m_editor.room();
     m_entries.display();
     for (QLabel* unit : m_units)
-        unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
+        unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
     numAreas_cmb->setCurrentIndex(room.GIGetNumAreas() - 1);
+    Room_pbx->redraw();
 
     const OutOfRoom& outside = m_editor.outside();
     markInvalid(*refX_txt, outside.reference[0]);

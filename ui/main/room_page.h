@@ -1,6 +1,7 @@
 #pragma once
 
 #include "main/entries.h"
+#include "main/page.h"
 #include "widgets/drawing_widget.h"
 
 #include <QComboBox>
@@ -12,10 +13,18 @@
 namespace orva::ui {
 
 /// The page of the venue: project texts, room, positions, audience areas, and the bare section.
-class RoomPage final : public QWidget {
+class RoomPage final : public Page {
     Q_OBJECT
 public:
     RoomPage(Editor& editor, QWidget* parent);
+
+protected:
+    bool concerns(const Shown& what) const override
+    {
+        const Changes& changes = what.changes; // the array may leave the room
+        return what.everything || changes.room || changes.texts || changes.array;
+    }
+    void display() override;
 
 private:
     QWidget* projectFrame();
@@ -23,12 +32,10 @@ private:
     QWidget* areasFrame();
     void addTextEntry(QLineEdit* edit, int maxLength, std::string (Room::*get)() const,
                       bool (Room::*set)(std::string_view));
-    void addPairEntry(QLineEdit* edit, int element, FloatPair (Room::*get)() const,
+    void addPairEntry(QLineEdit* edit, Text step, int element, FloatPair (Room::*get)() const,
                       bool (Room::*set)(std::span<const float>));
     void showTexts();
-    void display();
 
-    Editor& m_editor;
     Entries m_entries;
     QGroupBox* Project_fra;
     QLabel* pname_lbl;

@@ -38,8 +38,7 @@ std::pair<QFrame*, QLabel*> warningBox(const char* boxName, const char* textName
 
 } // namespace
 
-SetupPage::SetupPage(Editor& editor, QWidget* parent)
-    : QWidget(parent), m_editor(editor), m_entries(editor)
+SetupPage::SetupPage(Editor& editor, QWidget* parent) : Page(editor, parent), m_entries(editor)
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -58,9 +57,8 @@ SetupPage::SetupPage(Editor& editor, QWidget* parent)
     m_column = new ArrayColumn(editor, this);
     layout->addWidget(m_column);
 
-    connect(&editor, &Editor::changed, this, &SetupPage::display);
     connect(&editor, &Editor::projectReplaced, this, &SetupPage::showEndOfColumn);
-    connect(&editor.session, &Session::LanguageChanged, this, &SetupPage::showTexts);
+    connect(&editor.session(), &Session::LanguageChanged, this, &SetupPage::showTexts);
     showTexts();
     display();
 }
@@ -68,18 +66,19 @@ SetupPage::SetupPage(Editor& editor, QWidget* parent)
 /// A stack is looked at from its bottom, a flown array from its top.
 void SetupPage::showEndOfColumn()
 {
-    if (m_editor.setup.stacked)
+    if (m_editor.setup().stacked)
         m_column->scrollToBottom();
     else
         m_column->scrollToTop();
 }
 
-void SetupPage::addCount(QComboBox* box, ChoiceList SetupForm::*list,
-                         void (SetupForm::*choose)(int))
+void SetupPage::addCount(QComboBox* box, Text step, ChoiceList SetupForm::*list,
+                         void (SetupForm::*choose)(int, bool))
 {
-    connect(box, &QComboBox::activated, this, [this, list, choose](int index) {
-        if (index != (m_editor.setup.*list).selected)
-            m_editor.editSetup([&](SetupForm& setup) { (setup.*choose)(index); });
+    connect(box, &QComboBox::activated, this, [this, step, list, choose](int index) {
+        if (index != (m_editor.setup().*list).selected)
+            m_editor.editSetup(
+                {step}, [&](SetupForm& setup) { (setup.*choose)(index, m_editor.autoCorrect()); });
     });
 }
 
@@ -101,10 +100,10 @@ QWidget* SetupPage::countsFrame()
     line("lblTotSch", "cmbNumSch", lblTotSch, cmbNumSch);
     line("lblTotSub", "cmbNumBass", lblTotSub, cmbNumBass);
     layout->setColumnStretch(0, 1);
-    addCount(cmbNumSpk, &SetupForm::cmbNumSpk, &SetupForm::chooseNumSpk);
-    addCount(cmbNumGer, &SetupForm::cmbNumGer, &SetupForm::chooseNumGer);
-    addCount(cmbNumSch, &SetupForm::cmbNumSch, &SetupForm::chooseNumSch);
-    addCount(cmbNumBass, &SetupForm::cmbNumBass, &SetupForm::chooseNumBass);
+    addCount(cmbNumSpk, Text::StepMidHigh, &SetupForm::cmbNumSpk, &SetupForm::chooseNumSpk);
+    addCount(cmbNumGer, Text::StepStraight, &SetupForm::cmbNumGer, &SetupForm::chooseNumGer);
+    addCount(cmbNumSch, Text::StepTrapezoidal, &SetupForm::cmbNumSch, &SetupForm::chooseNumSch);
+    addCount(cmbNumBass, Text::StepBass, &SetupForm::cmbNumBass, &SetupForm::chooseNumBass);
     return frame;
 }
 
@@ -114,7 +113,8 @@ QWidget* SetupPage::mountingFrame()
     auto* layout = new QGridLayout(frame);
     Stacked_chk = named<QCheckBox>("Stacked_chk", frame);
     connect(Stacked_chk, &QCheckBox::clicked, this, [this](bool stacked) {
-        m_editor.editSetup([&](SetupForm& setup) { setup.stacked = stacked; });
+        m_editor.editSetup({Text::StepMounting},
+                           [&](SetupForm& setup) { setup.stacked = stacked; });
         showEndOfColumn();
     });
     auto* group = new QButtonGroup(this);
@@ -123,12 +123,13 @@ QWidget* SetupPage::mountingFrame()
         group->addButton(PinAngle_opt[i], i);
     }
     connect(group, &QButtonGroup::idClicked, this, [this](int id) {
-        if (m_editor.setup.pinMode != (id == 0))
-            m_editor.editSetup([&](SetupForm& setup) { setup.pinMode = id == 0; });
+        if (m_editor.setup().pinMode != (id == 0))
+            m_editor.editSetup({Text::StepPinMode},
+                               [&](SetupForm& setup) { setup.pinMode = id == 0; });
     });
     PinNumber_cmb = named<ListBox>("PinNumber_cmb", frame);
     connect(PinNumber_cmb, &QComboBox::activated, this, [this](int index) {
-        if (index != m_editor.setup.PinNumber_cmb.selected)
+        if (index != m_editor.setup().PinNumber_cmb.selected)
             m_editor.choosePin(PinNumber_cmb->itemText(index).toInt() - 1);
     });
     Label10 = named<QLabel>("Label10", frame);
@@ -139,14 +140,16 @@ QWidget* SetupPage::mountingFrame()
     lblAngleMeas = named<QLabel>("lblAngleMeas", frame);
     m_entries.add(
         box1Angle_txt,
-        [this](const QString& text) {
+        [this](const QString& text, Gesture gesture) {
             const std::optional<double> angle = typedAngle(text.toStdString());
             if (angle)
                 m_editor.editSetup(
-                    [&](SetupForm& setup) { setup.box1Angle = SetupForm::validAngle(*angle); });
+                    {Text::StepFirstAngle},
+                    [&](SetupForm& setup) { setup.box1Angle = SetupForm::validAngle(*angle); },
+                    gesture);
             return angle.has_value();
         },
-        [this] { return oneDecimal(m_editor.setup.box1Angle); });
+        [this] { return oneDecimal(m_editor.setup().box1Angle); });
     Label12 = named<QLabel>("Label12", frame);
     AnglePin_lbl = named<QLabel>("AnglePin_lbl", frame);
     Label11 = named<QLabel>("Label11", frame);
@@ -177,18 +180,20 @@ QWidget* SetupPage::mountingFrame()
     return frame;
 }
 
-void SetupPage::addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineArray::*get)() const,
-                         bool (LineArray::*set)(FloatPair))
+void SetupPage::addPoint(QLineEdit* edit, Text step, std::size_t element,
+                         FloatPair (LineArray::*get)() const, bool (LineArray::*set)(FloatPair))
 {
     m_entries.addLength(
         edit,
-        [this, element, get, set](double metres) {
-            m_editor.editArray([&](LineArray& array) {
-                FloatPair point = (array.*get)();
-                point[element] = static_cast<float>(metres);
-                (array.*set)(point);
-            });
-            return true;
+        [this, step, element, get, set](double metres, Gesture gesture) {
+            return m_editor.editArray(
+                {step},
+                [&](LineArray& array) {
+                    FloatPair point = (array.*get)();
+                    point[element] = static_cast<float>(metres);
+                    return (array.*set)(point);
+                },
+                gesture);
         },
         [this, element, get] { return static_cast<double>((m_editor.array().*get)()[element]); });
 }
@@ -219,8 +224,8 @@ QWidget* SetupPage::pointsFrame()
     for (int i = 0; i < 2; ++i) {
         m_cradleAxes[i] = new QLabel(frame);
         Cradle_txt[i] = entry("Cradle_txt", i, 1, 3 * i, m_cradleAxes[i]);
-        addPoint(Cradle_txt[i], static_cast<std::size_t>(i), &LineArray::GFAGetCradleCoord,
-                 &LineArray::GBSetCradleCoord);
+        addPoint(Cradle_txt[i], Text::StepCradle, static_cast<std::size_t>(i),
+                 &LineArray::GFAGetCradleCoord, &LineArray::GBSetCradleCoord);
     }
     for (int i = 0; i < 2; ++i) {
         optBassYesNo[i] = named<QRadioButton>(elementName("optBassYesNo", i), frame);
@@ -231,12 +236,13 @@ QWidget* SetupPage::pointsFrame()
     layout->addLayout(yesNo, 3, 0, 1, 6);
     for (int i = 0; i < 2; ++i) {
         BassBox_txt[i] = entry("BassBox_txt", i, 4, 3 * i, bassAxes[i]);
-        addPoint(BassBox_txt[i], static_cast<std::size_t>(i), &LineArray::GFAGetBassBoxCoord,
-                 &LineArray::GBSetBassBoxCoord);
+        addPoint(BassBox_txt[i], Text::StepBassBox, static_cast<std::size_t>(i),
+                 &LineArray::GFAGetBassBoxCoord, &LineArray::GBSetBassBoxCoord);
     }
     connect(group, &QButtonGroup::idClicked, this, [this](int id) {
         if (m_editor.array().GBGetBassBox() != (id == 0))
-            m_editor.editArray([&](LineArray& array) { array.GBSetBassBox(id == 0); });
+            m_editor.editArray({Text::StepBassBox},
+                               [&](LineArray& array) { return array.GBSetBassBox(id == 0); });
     });
     ShowDelay_chk = named<QCheckBox>("ShowDelay_chk", frame);
     connect(ShowDelay_chk, &QCheckBox::clicked, &m_editor, &Editor::setShowDelay);
@@ -250,7 +256,7 @@ QWidget* SetupPage::pointsFrame()
 
 void SetupPage::showTexts()
 {
-    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    const auto text = [this](Text id) { return m_editor.session().text(id); };
     m_countsText->setText(text(Text::CountsDiffer));
     Stacked_chk->setText(text(Text::GroundStacked));
     PinAngle_opt[0]->setText(text(Text::PinPoint));
@@ -286,13 +292,14 @@ void SetupPage::display()
     const QStringList warnings = m_editor.warnings();
     Warning_lbl->setText(warnings.join("\n"));
     Warning_fra->setVisible(!warnings.empty());
-    m_countsBox->setVisible(!m_editor.setup.SetupInvalid.any() && m_editor.setup.countsDiffer());
+    m_countsBox->setVisible(!m_editor.setup().SetupInvalid.any() &&
+                            m_editor.setup().countsDiffer());
 }
 
 void SetupPage::displayCounts()
 {
-    const SetupForm& setup = m_editor.setup;
-    const Session& session = m_editor.session;
+    const SetupForm& setup = m_editor.setup();
+    const Session& session = m_editor.session();
     const bool compact = setup.isCompact();
     lblNumSpk->setText(compact ? qtText(setup.modelName(BoxKind::Straight))
                                : session.text(Text::MidHighCount));
@@ -308,12 +315,12 @@ void SetupPage::displayCounts()
     showList(*cmbNumSch, setup.cmbNumSch);
     showList(*cmbNumBass, setup.cmbNumBass);
     for (QComboBox* box : {cmbNumSpk, cmbNumGer, cmbNumSch, cmbNumBass})
-        box->setEnabled(!m_editor.locked);
+        box->setEnabled(!m_editor.view().locked);
 }
 
 void SetupPage::displayMounting()
 {
-    const SetupForm& setup = m_editor.setup;
+    const SetupForm& setup = m_editor.setup();
     const LineArray& array = m_editor.array();
     const bool pinShown = setup.pinMode && !setup.stacked;
     Stacked_chk->setChecked(setup.stacked);
@@ -321,11 +328,11 @@ void SetupPage::displayMounting()
     showList(*PinNumber_cmb, setup.PinNumber_cmb);
 
     // Pin angles mean nothing for an array that is not whole.
-    const bool known = !array.fault();
+    const bool known = m_editor.arrayWhole();
     const std::int16_t pin = static_cast<std::int16_t>(setup.PinNumber_cmb.number() - 1);
     const bool exists = pin >= 0 && pin < array.system().cradle.pinCount();
     PinAngle_lbl->setText(known && exists ? oneDecimal(array.GFAngleFromPin(pin)) +
-                                                m_editor.session.text(Text::Degrees)
+                                                m_editor.session().text(Text::Degrees)
                                           : QString());
     AnglePin_lbl->setText(known ? QString::number(array.GIPinPoint() + 1) : QString());
     RemAng_lbl->setText(known ? oneDecimal(array.GFPinPointRemainder()) : QString());
@@ -339,7 +346,7 @@ void SetupPage::displayMounting()
     for (QWidget* control : {Label12, AnglePin_lbl, Label11, RemAng_lbl})
         control->setVisible(!pinShown && !setup.stacked);
 
-    const bool enabled = !m_editor.locked;
+    const bool enabled = !m_editor.view().locked;
     Stacked_chk->setEnabled(enabled);
     for (QRadioButton* option : PinAngle_opt)
         option->setEnabled(enabled && !setup.stacked);
@@ -350,11 +357,11 @@ void SetupPage::displayMounting()
 
 void SetupPage::displayPoints()
 {
-    const bool enabled = !m_editor.locked;
+    const bool enabled = !m_editor.view().locked;
     const bool bass = m_editor.array().GBGetBassBox();
     const OutOfRoom& outside = m_editor.outside();
     for (QLabel* unit : m_units)
-        unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
+        unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
     for (std::size_t i = 0; i < 2; ++i) {
         Cradle_txt[i]->setEnabled(enabled);
         markInvalid(*Cradle_txt[i], outside.cradle[i]);
@@ -366,8 +373,8 @@ void SetupPage::displayPoints()
     bassY_lbl->setEnabled(bass);
     optBassYesNo[bass ? 0 : 1]->setChecked(true);
     ShowDelay_chk->setEnabled(bass);
-    ShowDelay_chk->setChecked(m_editor.session.state.settings.ShowDelay == 1);
-    Lock_chk->setChecked(m_editor.locked);
+    ShowDelay_chk->setChecked(m_editor.session().state.settings.ShowDelay == 1);
+    Lock_chk->setChecked(m_editor.view().locked);
 }
 
 } // namespace orva::ui

@@ -2,6 +2,7 @@
 
 #include "main/array_column.h"
 #include "main/entries.h"
+#include "main/page.h"
 
 #include <QCheckBox>
 #include <QFrame>
@@ -13,7 +14,7 @@ namespace orva::ui {
 
 /// The controls of the array: counts, boxes, mounting, first box, cradle, bass box, lock, and the
 /// warning box.
-class SetupPage final : public QWidget {
+class SetupPage final : public Page {
     Q_OBJECT
 public:
     SetupPage(Editor& editor, QWidget* parent);
@@ -21,21 +22,28 @@ public:
 signals:
     void autoAimAsked();
 
+protected:
+    bool concerns(const Shown& what) const override
+    {
+        const Changes& changes = what.changes;
+        return what.everything || what.view || changes.setup || changes.array || changes.room;
+    }
+    void display() override;
+
 private:
     QWidget* countsFrame();
     QWidget* mountingFrame();
     QWidget* pointsFrame();
-    void addCount(QComboBox* box, ChoiceList SetupForm::*list, void (SetupForm::*choose)(int));
-    void addPoint(QLineEdit* edit, std::size_t element, FloatPair (LineArray::*get)() const,
-                  bool (LineArray::*set)(FloatPair));
+    void addCount(QComboBox* box, Text step, ChoiceList SetupForm::*list,
+                  void (SetupForm::*choose)(int, bool));
+    void addPoint(QLineEdit* edit, Text step, std::size_t element,
+                  FloatPair (LineArray::*get)() const, bool (LineArray::*set)(FloatPair));
     void showEndOfColumn();
     void showTexts();
-    void display();
     void displayCounts();
     void displayMounting();
     void displayPoints();
 
-    Editor& m_editor;
     Entries m_entries;
     ArrayColumn* m_column;
 

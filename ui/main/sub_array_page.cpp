@@ -11,7 +11,7 @@
 namespace orva::ui {
 
 SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
-    : QWidget(parent), m_editor(editor), m_entries(editor)
+    : Page(editor, parent), m_entries(editor)
 {
     fraSubArray = named<QGroupBox>("fraSubArray", this);
     auto* grid = new QGridLayout(fraSubArray);
@@ -24,15 +24,18 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
     grid->addWidget(m_degrees, 0, 3);
     m_entries.add(
         OpenAng_txt,
-        [this](const QString& text) {
+        [this](const QString& text, Gesture gesture) {
             const std::optional<double> angle = typedAngle(text.toStdString());
             if (angle)
-                m_editor.editSubArray([&](SubArray& subArray) {
-                    subArray.openingAngleDeg = static_cast<float>(openingAngle(*angle));
-                });
+                m_editor.editSubArray(
+                    {Text::StepOpeningAngle},
+                    [&](SubArray& subArray) {
+                        subArray.openingAngleDeg = static_cast<float>(openingAngle(*angle));
+                    },
+                    gesture);
             return angle.has_value();
         },
-        [this] { return qtText(plainText(m_editor.session.state.subArray.openingAngleDeg, 2)); });
+        [this] { return qtText(plainText(m_editor.subArray().openingAngleDeg, 2)); });
     lblSubDist = named<QLabel>("lblSubDist", fraSubArray);
     lblSubVDist = named<QLabel>("lblSubVDist", fraSubArray);
     lblSubDelay = named<QLabel>("lblSubDelay", fraSubArray);
@@ -63,19 +66,21 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
         }
         m_entries.add(
             SubArray_txt[at],
-            [this, at](const QString& text) {
+            [this, at](const QString& text, Gesture gesture) {
                 const auto shown = typedLength(text.toStdString(), m_editor.inMetres());
                 if (shown)
-                    m_editor.editSubArray([&](SubArray& subArray) {
-                        subArray.SubPos[at] =
-                            static_cast<float>(metresOf(*shown, m_editor.inMetres()));
-                    });
+                    m_editor.editSubArray(
+                        {Text::StepSubPosition, static_cast<int>(at) + 1},
+                        [&](SubArray& subArray) {
+                            subArray.SubPos[at] =
+                                static_cast<float>(metresOf(*shown, m_editor.inMetres()));
+                        },
+                        gesture);
                 return shown.has_value();
             },
             [this, at] {
-                return qtText(
-                    plainText(m_editor.session.state.subArray.SubPos[at] * m_editor.lengthFactor(),
-                              m_editor.subArrayDecimals));
+                return qtText(plainText(m_editor.subArray().SubPos[at] * m_editor.lengthFactor(),
+                                        m_editor.view().subArrayDecimals));
             });
     }
     grid->setRowStretch(12, 1);
@@ -83,29 +88,28 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
     picSubArray = new DrawingWidget(
         "picSubArray",
         [this](DrawingSurface& surface) {
-            const SubArray& subArray = m_editor.session.state.subArray;
+            const SubArray& subArray = m_editor.subArray();
             DrawSubArray(surface, subArray,
-                         subArrayFigures(subArray, m_editor.session.state.air.SpeedOfSound));
+                         subArrayFigures(subArray, m_editor.session().state.air.SpeedOfSound));
         },
         this);
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(fraSubArray);
     layout->addWidget(picSubArray, 1);
 
-    connect(&editor, &Editor::changed, this, &SubArrayPage::display);
-    connect(&editor.session, &Session::LanguageChanged, this, &SubArrayPage::showTexts);
+    connect(&editor.session(), &Session::LanguageChanged, this, &SubArrayPage::showTexts);
     showTexts();
 }
 
 SubArrayFigures SubArrayPage::figures() const
 {
-    return subArrayFigures(m_editor.session.state.subArray, m_editor.session.state.air.SpeedOfSound,
+    return subArrayFigures(m_editor.subArray(), m_editor.session().state.air.SpeedOfSound,
                            m_editor.lengthFactor());
 }
 
 void SubArrayPage::showTexts()
 {
-    const Session& session = m_editor.session;
+    const Session& session = m_editor.session();
     lblSubArray->setText(session.text(Text::OpeningAngle));
     m_degrees->setText(session.text(Text::Degrees));
     lblSubDist->setText(session.text(Text::DistanceFromCentre));
@@ -125,9 +129,9 @@ void SubArrayPage::display()
 {
     m_entries.display();
     for (QLabel* unit : m_lengthUnits)
-        unit->setText(qtText(lengthUnit(m_editor.session.textOptions())));
+        unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
     for (QLabel* unit : m_timeUnits)
-        unit->setText(m_editor.session.text(Text::Milliseconds));
+        unit->setText(m_editor.session().text(Text::Milliseconds));
     const SubArrayFigures shown = figures();
     for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
         VirtDist_txt[i]->setText(

@@ -2,6 +2,7 @@
 
 #include "engine/sub_array_figures.h"
 #include "main/entries.h"
+#include "main/page.h"
 #include "widgets/drawing_widget.h"
 
 #include <QGroupBox>
@@ -11,17 +12,22 @@ namespace orva::ui {
 
 /// The row of ground-stacked bass boxes: where they stand, how wide it opens, and the delays that
 /// make it act like an arc.
-class SubArrayPage final : public QWidget {
+class SubArrayPage final : public Page {
     Q_OBJECT
 public:
     SubArrayPage(Editor& editor, QWidget* parent);
 
+protected:
+    bool concerns(const Shown& what) const override
+    {
+        return what.everything || what.changes.subArray;
+    }
+    void display() override;
+
 private:
     void showTexts();
-    void display();
     SubArrayFigures figures() const;
 
-    Editor& m_editor;
     Entries m_entries;
     QGroupBox* fraSubArray;
     QLabel* lblSubArray;

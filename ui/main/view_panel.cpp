@@ -19,14 +19,14 @@ constexpr Colour kMarker = 0x996600;
 
 } // namespace
 
-ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
 {
     Main_pbx = new DrawingWidget(
         "Main_pbx",
         [this](DrawingSurface& surface) {
             DrawRoomView(surface, m_editor.room(), m_editor.array(), m_room,
-                         m_editor.session.state.air.SpeedOfSound,
-                         m_editor.session.drawingOptions());
+                         m_editor.session().state.air.SpeedOfSound,
+                         m_editor.session().drawingOptions());
         },
         this);
     Main_pbx->setPrepare([this] { prepareRoom(); });
@@ -49,12 +49,12 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : QWidget(parent), m_edito
                 if (button == Qt::LeftButton)
                     selectArea(position);
             });
-    connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map.Valid = false; });
+    connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map().Valid = false; });
 
     AreaSpl_pbx = new DrawingWidget(
         "AreaSpl_pbx",
         [this](DrawingSurface& surface) {
-            DrawCurves(surface, m_curve, m_editor.session.drawingOptions());
+            DrawCurves(surface, m_curve, m_editor.session().drawingOptions());
         },
         this);
     AreaSpl_pbx->setPrepare([this] { prepareCurve(); });
@@ -75,14 +75,8 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : QWidget(parent), m_edito
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
 
-    connect(&editor, &Editor::changed, this, &ViewPanel::display);
     connect(&editor, &Editor::areaSelected, AreaSpl_pbx, &DrawingWidget::redraw);
-    connect(&editor, &Editor::viewsChanged, this, [this] {
-        display();
-        Main_pbx->redraw();
-        AreaSpl_pbx->redraw();
-    });
-    connect(&editor.session, &Session::LanguageChanged, this, &ViewPanel::showTexts);
+    connect(&editor.session(), &Session::LanguageChanged, this, &ViewPanel::showTexts);
     for (int number = 1; number <= Room::kAreas; ++number) {
         auto* shortcut = new QShortcut(QKeySequence(QString("Ctrl+%1").arg(number)), this);
         connect(shortcut, &QShortcut::activated, this, [this, number] {
@@ -130,7 +124,7 @@ QWidget* ViewPanel::controlsFrame()
     chkDrawLine = named<QCheckBox>("chkDrawLine", fraSPLControls);
     connect(chkDrawLine, &QCheckBox::clicked, this, [this](bool checked) {
         if (!checked)
-            m_editor.fitLine.reset();
+            m_editor.setFitLine({});
         AreaSpl_pbx->redraw();
     });
     Optimize_cmd = named<QPushButton>("Optimize_cmd", fraSPLControls);
@@ -154,7 +148,7 @@ QWidget* ViewPanel::controlsFrame()
 
 void ViewPanel::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose)
 {
-    choose(m_editor.levels);
+    m_editor.chooseLevels(choose);
     displayLevels();
     emit levelChoiceChanged();
 }
@@ -176,9 +170,9 @@ void ViewPanel::prepareRoom()
     if (m_room.map)
         for (const auto& [id, level] :
              {std::pair(Text::MapMax, m_room.map->max), std::pair(Text::MapMin, m_room.map->min)})
-            said += m_editor.session.text(id) + " " + qtText(fixedText(level, 1)) + "dB";
+            said += m_editor.session().text(id) + " " + qtText(fixedText(level, 1)) + "dB";
     else if (m_room.fohDb)
-        said += m_editor.session.text(Text::Foh) + " " + qtText(fixedText(*m_room.fohDb, 1)) +
+        said += m_editor.session().text(Text::Foh) + " " + qtText(fixedText(*m_room.fohDb, 1)) +
                 (m_room.aWeighted ? " dB(A)" : " dB");
     Main_pbx->setAccessibleDescription(said.join(", "));
 }
@@ -197,17 +191,22 @@ int ViewPanel::curvePoints() const
 double ViewPanel::shortestFitLineM() const
 {
     constexpr double kShortestPixels = 2;
-    const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(m_editor.SelectedArea);
+    const AreaSegment area =
+        *m_editor.room().GFAGetAudienceAreaSelect(m_editor.view().SelectedArea);
     return kShortestPixels / curveEnd(AreaSpl_pbx->width()) * area[5];
 }
 
 CurvePicture ViewPanel::areaCurve(int points) const
 {
-    const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(m_editor.SelectedArea);
+    const AreaSegment area =
+        *m_editor.room().GFAGetAudienceAreaSelect(m_editor.view().SelectedArea);
     std::vector<float> levels = m_editor.levelsAlong(area, points);
     levels.resize(static_cast<std::size_t>(points));
-    return {
-        m_editor.SelectedArea, area[5], {{std::move(levels)}}, m_editor.fitLine, m_editor.baseline};
+    return {m_editor.view().SelectedArea,
+            area[5],
+            {{std::move(levels)}},
+            m_editor.view().fitLine,
+            m_editor.view().baseline};
 }
 
 void ViewPanel::prepareCurve()
@@ -218,9 +217,9 @@ void ViewPanel::prepareCurve()
     const std::vector<float>& levels = m_curve.curves.back().levels;
     const auto [least, largest] = std::minmax_element(levels.begin(), levels.end());
     AreaSpl_pbx->setAccessibleDescription(
-        m_editor.session.text(Text::CurveTitle) + QString::number(m_curve.area) + ", " +
-        m_editor.session.text(Text::MapMax) + " " + qtText(fixedText(*largest, 1)) + "dB, " +
-        m_editor.session.text(Text::MapMin) + " " + qtText(fixedText(*least, 1)) + "dB");
+        m_editor.session().text(Text::CurveTitle) + QString::number(m_curve.area) + ", " +
+        m_editor.session().text(Text::MapMax) + " " + qtText(fixedText(*largest, 1)) + "dB, " +
+        m_editor.session().text(Text::MapMin) + " " + qtText(fixedText(*least, 1)) + "dB");
 }
 
 void ViewPanel::markArea(QPointF position)
@@ -251,27 +250,27 @@ void ViewPanel::connectFitLine()
     connect(AreaSpl_pbx, &DrawingWidget::pressed, this,
             [this, drawing, place](QPointF position, Qt::MouseButton button) {
                 if (button == Qt::RightButton)
-                    m_editor.fitLine.reset();
+                    m_editor.setFitLine({});
                 else if (button == Qt::LeftButton && drawing())
-                    m_editor.fitLine = FitLine{place(position), place(position)};
+                    m_editor.setFitLine(FitLine{place(position), place(position)});
                 AreaSpl_pbx->redraw();
             });
     connect(AreaSpl_pbx, &DrawingWidget::moved, this,
             [this, drawing, place](QPointF position, Qt::MouseButtons buttons) {
-                if (!buttons.testFlag(Qt::LeftButton) || !drawing() || !m_editor.fitLine)
+                if (!buttons.testFlag(Qt::LeftButton) || !drawing() || !m_editor.view().fitLine)
                     return;
-                m_editor.fitLine->second = place(position);
+                m_editor.setFitLine(FitLine{m_editor.view().fitLine->first, place(position)});
                 AreaSpl_pbx->redraw();
             });
     connect(AreaSpl_pbx, &DrawingWidget::released, this,
             [this, drawing, place](QPointF position, Qt::MouseButton button) {
                 if (button == Qt::RightButton)
-                    m_editor.fitLine.reset();
-                if (button == Qt::LeftButton && drawing() && m_editor.fitLine) {
-                    FitLine& line = *m_editor.fitLine;
-                    line.second = place(position);
+                    m_editor.setFitLine({});
+                if (button == Qt::LeftButton && drawing() && m_editor.view().fitLine) {
+                    FitLine line{m_editor.view().fitLine->first, place(position)};
                     if (line.second.alongM < line.first.alongM)
                         std::swap(line.first, line.second);
+                    m_editor.setFitLine(line);
                 }
                 AreaSpl_pbx->redraw();
             });
@@ -279,7 +278,7 @@ void ViewPanel::connectFitLine()
 
 void ViewPanel::showTexts()
 {
-    const auto text = [this](Text id) { return m_editor.session.text(id); };
+    const auto text = [this](Text id) { return m_editor.session().text(id); };
     fraSPLControls->setTitle(text(Text::SPLMapping));
     MapType_opt[0]->setText(text(Text::Continuous));
     MapType_opt[1]->setText(text(Text::Peak));
@@ -299,8 +298,10 @@ void ViewPanel::showTexts()
 
 void ViewPanel::display()
 {
+    Main_pbx->redraw();
+    AreaSpl_pbx->redraw();
     displayLevels();
-    chkAiming->setEnabled(m_editor.map.shown.has_value());
+    chkAiming->setEnabled(m_editor.view().map.shown.has_value());
     CalcAll_cmd->setEnabled(m_editor.calculable());
     CalcBand_cmd->setEnabled(m_editor.calculable());
     Optimize_cmd->setEnabled(m_editor.calculable());
@@ -308,7 +309,7 @@ void ViewPanel::display()
 
 void ViewPanel::displayLevels()
 {
-    const LevelChoiceForm& levels = m_editor.levels;
+    const LevelChoiceForm& levels = m_editor.view().levels;
     MapType_opt[levels.mapType]->setChecked(true);
     showList(*Average_cmb, levels.Average_cmb);
     Average_cmb->setEnabled(levels.averagingEnabled);
@@ -317,7 +318,7 @@ void ViewPanel::displayLevels()
     chkAWeight->setChecked(levels.aWeighted);
     CalcAll_cmd->setVisible(levels.offersBands());
     CalcBand_cmd->setText(
-        m_editor.session.text(levels.offersBands() ? Text::CalculateBand : Text::Calculate));
+        m_editor.session().text(levels.offersBands() ? Text::CalculateBand : Text::Calculate));
 }
 
 } // namespace orva::ui

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "main/editor.h"
+#include "main/page.h"
 #include "widgets/drawing_widget.h"
 
 #include <QCheckBox>
@@ -14,13 +14,14 @@ namespace orva::ui {
 
 /// The room view with the array and its levels, the curve of the selected area, and what they
 /// show: map type, averaging, band, weighting.
-class ViewPanel final : public QWidget {
+class ViewPanel final : public Page {
     Q_OBJECT
 public:
     ViewPanel(Editor& editor, QWidget* parent);
 
-    DrawingWidget* Main_pbx;
-    DrawingWidget* AreaSpl_pbx;
+    /// The room view, and the curve of the selected area.
+    DrawingWidget& roomView() const { return *Main_pbx; }
+    DrawingWidget& curveView() const { return *AreaSpl_pbx; }
 
     bool aimingLines() const { return chkAiming->isChecked(); }
     /// What else the curve picture shows; none: the curve of the selected area.
@@ -38,6 +39,14 @@ signals:
     void levelChoiceChanged();
     void optimizeAsked();
 
+protected:
+    bool concerns(const Shown& what) const override
+    {
+        const Changes& changes = what.changes;
+        return what.everything || what.view || changes.room || changes.array || changes.setup;
+    }
+    void display() override;
+
 private:
     QWidget* controlsFrame();
     void prepareRoom();
@@ -47,16 +56,16 @@ private:
     void selectArea(QPointF position);
     void connectFitLine();
     void showTexts();
-    void display();
     void displayLevels();
     void chooseLevels(const std::function<void(LevelChoiceForm&)>& choose);
 
-    Editor& m_editor;
     std::optional<int> m_areaUnderMouse;
     CurveSource m_otherCurves;
     RoomViewContent m_room; ///< as it is shown
     CurvePicture m_curve;
 
+    DrawingWidget* Main_pbx;
+    DrawingWidget* AreaSpl_pbx;
     QGroupBox* fraSPLControls;
     QRadioButton* MapType_opt[3];
     QLabel* avg_lbl;

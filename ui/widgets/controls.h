@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/choice_list.h"
+#include "document/choice_list.h"
 
 #include <QComboBox>
 #include <QLabel>

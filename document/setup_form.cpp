@@ -1,4 +1,4 @@
-#include "app/setup_form.h"
+#include "document/setup_form.h"
 
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
@@ -58,6 +58,21 @@ ChoiceList countList(int first, int last, int count)
 std::string_view SetupForm::modelName(BoxKind kind) const
 {
     return system().riggingText(kind).model;
+}
+
+SetupForm::Rest SetupForm::rest() const
+{
+    return {stacked, pinMode, box1Angle, SetupInvalid, m_system, m_total};
+}
+
+void SetupForm::setRest(const Rest& rest)
+{
+    stacked = rest.stacked;
+    pinMode = rest.pinMode;
+    box1Angle = rest.box1Angle;
+    SetupInvalid = rest.SetupInvalid;
+    m_system = rest.system;
+    m_total = rest.total;
 }
 
 int SetupForm::total() const
@@ -143,38 +158,38 @@ void SetupForm::RefreshFromClass(const LineArray& array)
     updateAngleMark();
 }
 
-void SetupForm::chooseType(int position, int index)
+void SetupForm::chooseType(int position, int index, bool autoCorrect)
 {
     if (index < 0 || index >= static_cast<int>(type(position).items.size()))
         return;
     type(position) = typeList(type(position).items[static_cast<std::size_t>(index)]);
-    UpdateSetupLists(position);
+    UpdateSetupLists(position, autoCorrect);
 }
 
-void SetupForm::chooseAngle(int joint, int index)
+void SetupForm::chooseAngle(int joint, int index, bool autoCorrect)
 {
     if (index < 0 || index >= static_cast<int>(angle(joint).items.size()))
         return;
     angle(joint).selected = index;
-    UpdateSetupLists(joint + 1);
+    UpdateSetupLists(joint + 1, autoCorrect);
 }
 
-void SetupForm::chooseNumGer(int index)
+void SetupForm::chooseNumGer(int index, bool autoCorrect)
 {
     cmbNumGer.selected = index;
-    UpdateSetupLists(-1);
+    UpdateSetupLists(-1, autoCorrect);
 }
 
-void SetupForm::chooseNumSch(int index)
+void SetupForm::chooseNumSch(int index, bool autoCorrect)
 {
     cmbNumSch.selected = index;
-    UpdateSetupLists(-1);
+    UpdateSetupLists(-1, autoCorrect);
 }
 
-void SetupForm::chooseNumSpk(int index)
+void SetupForm::chooseNumSpk(int index, bool autoCorrect)
 {
     cmbNumSpk.selected = index;
-    if (AutoCorrect) {
+    if (autoCorrect) {
         const int wanted = std::min<int>(cmbNumSpk.number(), kPositions - cmbNumBass.number());
         cmbNumSpk = countList(1, system().mostMidHigh, wanted);
         int midHigh = m_total - placed(BoxKind::Bass, m_total);
@@ -190,13 +205,13 @@ void SetupForm::chooseNumSpk(int index)
     }
     if (isCompact())
         cmbNumGer = countList(0, kPositions, cmbNumSpk.number());
-    UpdateSetupLists(-2);
+    UpdateSetupLists(-2, autoCorrect);
 }
 
-void SetupForm::chooseNumBass(int index)
+void SetupForm::chooseNumBass(int index, bool autoCorrect)
 {
     cmbNumBass.selected = index;
-    if (AutoCorrect) {
+    if (autoCorrect) {
         const int midHigh = m_total - placed(BoxKind::Bass, m_total);
         const int wanted = std::min<int>(cmbNumBass.number(), kPositions - midHigh);
         int positions = m_total;
@@ -206,7 +221,7 @@ void SetupForm::chooseNumBass(int index)
             insertBass(positions++);
         cmbNumBass.select(std::to_string(wanted));
     }
-    UpdateSetupLists(-2);
+    UpdateSetupLists(-2, autoCorrect);
 }
 
 /// The last mid/high box goes; each box below it moves up with the joint above it.
@@ -260,9 +275,7 @@ void SetupForm::selectOnly(int joint, std::int16_t index)
 
 void SetupForm::correct()
 {
-    if (!AutoCorrect)
-        return;
-    UpdateSetupLists(-2);
+    UpdateSetupLists(-2, true);
     if (!PinNumber_cmb.invalid)
         return;
     // The nearest pin that the frame has.
@@ -272,14 +285,14 @@ void SetupForm::correct()
     PinNumber_cmb.selected = below ? 0 : last - 1;
 }
 
-void SetupForm::UpdateSetupLists(int changed)
+void SetupForm::UpdateSetupLists(int changed, bool autoCorrect)
 {
     for (int joint = 0; joint + 1 < total(); ++joint) {
         const int below = joint + 1;
-        if (changed == -2 || AutoCorrect || std::abs(changed - below) <= 1)
-            updateAngleList(joint, AutoCorrect);
+        if (changed == -2 || autoCorrect || std::abs(changed - below) <= 1)
+            updateAngleList(joint, autoCorrect);
     }
-    if (AutoCorrect)
+    if (autoCorrect)
         correctCounts();
     else
         reportCounts();
@@ -378,7 +391,7 @@ void SetupForm::correctCounts()
     cmbNumBass = countList(0, system().mostBass, bass);
     if (midHigh == 0) {
         m_total = positions;
-        chooseNumSpk(0);
+        chooseNumSpk(0, true);
         return;
     }
     cmbNumSpk = countList(1, system().mostMidHigh, midHigh);

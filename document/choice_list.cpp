@@ -1,4 +1,4 @@
-#include "app/choice_list.h"
+#include "document/choice_list.h"
 
 #include "lang/decimal_text.h"
 

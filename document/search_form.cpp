@@ -1,4 +1,4 @@
-#include "app/search_form.h"
+#include "document/search_form.h"
 
 #include "lang/decimal_text.h"
 

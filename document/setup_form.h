@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/choice_list.h"
+#include "document/choice_list.h"
 #include "model/line_array.h"
 
 #include <array>
@@ -43,26 +43,24 @@ public:
     };
     Invalid SetupInvalid;
 
-    bool AutoCorrect = true;
-
     /// Fills every list from the array, marks what is wrong and corrects nothing.
     void RefreshFromClass(const LineArray& array);
 
     /// What the user chose, by its number in the list; the lists that depend on it follow.
-    void chooseType(int position, int index);
-    void chooseAngle(int joint, int index);
-    void chooseNumGer(int index);
-    void chooseNumSch(int index);
-    void chooseNumSpk(int index);
-    void chooseNumBass(int index);
+    /// With `autoCorrect` they are corrected where need be, without it marked.
+    void chooseType(int position, int index, bool autoCorrect);
+    void chooseAngle(int joint, int index, bool autoCorrect);
+    void chooseNumGer(int index, bool autoCorrect);
+    void chooseNumSch(int index, bool autoCorrect);
+    void chooseNumSpk(int index, bool autoCorrect);
+    void chooseNumBass(int index, bool autoCorrect);
 
-    /// With AutoCorrect, mends every entry that is invalid, wherever it came from; only a box of
-    /// unknown kind stays. Without it changes nothing.
+    /// Mends every entry that is invalid, wherever it came from; only a box of unknown kind stays.
     void correct();
 
     /// Derives angle and count lists again after a change at position `changed` (an angle: joint
     /// + 1), of a straight or trapezoidal count (-1), or of a mid/high or bass count (-2).
-    void UpdateSetupLists(int changed);
+    void UpdateSetupLists(int changed, bool autoCorrect);
 
     /// Writes the lists into the array and calculates its geometry. False when the array did not
     /// take a value; what could be taken has been.
@@ -78,6 +76,32 @@ public:
     /// Whether the numbers of straight and trapezoidal boxes, from which the centre of gravity has
     /// its total weight, are not those of the column.
     bool countsDiffer() const;
+
+    /// Calls `visit` with every list, always in the same order.
+    template<typename Form, typename Visit>
+    static void eachList(Form& form, Visit visit)
+    {
+        for (auto* list : {&form.cmbNumSpk, &form.cmbNumBass, &form.cmbNumGer, &form.cmbNumSch,
+                           &form.PinNumber_cmb})
+            visit(*list);
+        for (auto& list : form.cmbType)
+            visit(list);
+        for (auto& list : form.cmbAngle)
+            visit(list);
+    }
+    static constexpr std::size_t kLists = 5 + kPositions + kJoints;
+
+    /// All but the lists.
+    struct Rest {
+        bool stacked;
+        bool pinMode;
+        double box1Angle;
+        Invalid SetupInvalid;
+        std::int16_t system;
+        int total;
+    };
+    Rest rest() const;
+    void setRest(const Rest& rest);
 
     /// Positions in use.
     int total() const;

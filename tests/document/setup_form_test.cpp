@@ -1,4 +1,4 @@
-#include "app/setup_form.h"
+#include "document/setup_form.h"
 #include "model/project.h"
 
 #include <algorithm>
@@ -11,22 +11,38 @@
 namespace orva {
 namespace {
 
-SetupForm formOf(const LineArray& array, bool autoCorrect)
+/// A form with the option that its edits follow.
+struct Form : SetupForm {
+    bool autoCorrect = true;
+
+    void chooseType(int position, int index)
+    {
+        SetupForm::chooseType(position, index, autoCorrect);
+    }
+    void chooseAngle(int joint, int index) { SetupForm::chooseAngle(joint, index, autoCorrect); }
+    void chooseNumGer(int index) { SetupForm::chooseNumGer(index, autoCorrect); }
+    void chooseNumSch(int index) { SetupForm::chooseNumSch(index, autoCorrect); }
+    void chooseNumSpk(int index) { SetupForm::chooseNumSpk(index, autoCorrect); }
+    void chooseNumBass(int index) { SetupForm::chooseNumBass(index, autoCorrect); }
+    void UpdateSetupLists(int changed) { SetupForm::UpdateSetupLists(changed, autoCorrect); }
+};
+
+Form formOf(const LineArray& array, bool autoCorrect)
 {
-    SetupForm form;
-    form.AutoCorrect = autoCorrect;
+    Form form;
+    form.autoCorrect = autoCorrect;
     form.RefreshFromClass(array);
     return form;
 }
 
-SetupForm newForm(std::int16_t system, bool autoCorrect)
+Form newForm(std::int16_t system, bool autoCorrect)
 {
     return formOf(newProject(system).array, autoCorrect);
 }
 
 /// The boxes in use as letters (S, T, F or C, B), a digit after each for the joint below: the angle
 /// in steps of 1.5 degrees.
-std::string shape(const SetupForm& form)
+std::string shape(const Form& form)
 {
     std::string text;
     for (int i = 0; i < form.total(); ++i) {
@@ -43,7 +59,7 @@ std::string shape(const SetupForm& form)
     return text;
 }
 
-std::string flags(const SetupForm& form)
+std::string flags(const Form& form)
 {
     const SetupForm::Invalid& invalid = form.SetupInvalid;
     std::string text;
@@ -62,7 +78,7 @@ struct EditCase {
     const char* what;
     std::int16_t system;
     bool autoCorrect;
-    std::function<void(SetupForm&)> edit;
+    std::function<void(Form&)> edit;
     const char* shape;
     const char* counts; ///< mid/high, straight, trapezoidal, bass
     const char* flags;
@@ -71,14 +87,14 @@ struct EditCase {
 TEST(SetupForm, EditsTravelThroughTheLists)
 {
     const auto type = [](int position, int index) {
-        return [=](SetupForm& form) { form.chooseType(position, index); };
+        return [=](Form& form) { form.chooseType(position, index); };
     };
     const auto midHigh = [](int count) {
-        return [=](SetupForm& form) { form.chooseNumSpk(count - 1); };
+        return [=](Form& form) { form.chooseNumSpk(count - 1); };
     };
-    const auto bass = [](int count) { return [=](SetupForm& form) { form.chooseNumBass(count); }; };
+    const auto bass = [](int count) { return [=](Form& form) { form.chooseNumBass(count); }; };
     const EditCase cases[] = {
-        {"nothing", 0, true, [](SetupForm& form) { form.UpdateSetupLists(-2); }, kNewStandard,
+        {"nothing", 0, true, [](Form& form) { form.UpdateSetupLists(-2); }, kNewStandard,
          "12 6 6 0", ""},
         {"a type on top, still allowed", 0, true, type(0, 1), "T0S0S1T1S1T2S2T2S3T4T5T", "12 5 7 0",
          ""},
@@ -87,7 +103,7 @@ TEST(SetupForm, EditsTravelThroughTheLists)
         {"a large angle snaps to the last", 0, true, type(10, 0), "S0S0S1T1S1T2S2T2S3T3S3T",
          "12 7 5 0", ""},
         {"a type to bass", 0, true, type(0, 2), "F0S0S1T1S1T2S2T2S3T4T5T", "11 5 6 1", ""},
-        {"counts of kinds follow the types", 0, true, [](SetupForm& form) { form.chooseNumGer(3); },
+        {"counts of kinds follow the types", 0, true, [](Form& form) { form.chooseNumGer(3); },
          kNewStandard, "12 6 6 0", ""},
         {"two more", 0, true, midHigh(14), "S0S0S1T1S1T2S2T2S3T4T5T3T3S", "14 7 7 0", ""},
         {"fewer", 0, true, midHigh(2), "S0S", "2 2 0 0", ""},
@@ -95,61 +111,61 @@ TEST(SetupForm, EditsTravelThroughTheLists)
         {"bass enters at position 0", 0, true, bass(2), "F0F0S0S0S1T1S1T2S2T2S3T4T5T", "12 6 6 2",
          ""},
         {"bass leaves from position 0", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseNumBass(3);
              form.chooseNumBass(1);
          },
          "F0S0S0S1T1S1T2S2T2S3T4T5T", "12 6 6 1", ""},
         {"fewer mid/high, bass stays", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseType(11, 2);
              form.chooseNumSpk(9);
          },
          "S0S0S1T1S1T2S2T2S3T4F", "10 6 4 1", ""},
         {"32 boxes at most", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseNumSpk(23);
              form.chooseNumBass(20);
          },
          nullptr, "24 12 12 8", ""},
         {"32 boxes at most, mid/high", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseNumBass(20);
              form.chooseNumSpk(23);
          },
          nullptr, "12 6 6 20", ""},
         {"no mid/high left: one comes", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseNumSpk(0);
              form.chooseType(0, 2);
          },
          "F0S", "1 1 0 1", ""},
         {"bass above a trapezoidal box, at its first angle", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseType(0, 1);
              form.chooseNumBass(2);
          },
          "F0F3T0S0S1T1S1T2S2T2S3T4T5T", "12 5 7 2", ""},
         {"bass leaves from between: the joint there begins again", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseType(3, 2);
              form.chooseNumBass(0);
          },
          "S0S0S0S1T2S2T2S3T4T5T", "11 6 5 0", ""},
         {"bass leaves from the end", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseType(11, 2);
              form.chooseNumBass(0);
          },
          "S0S0S1T1S1T2S2T2S3T4T", "11 6 5 0", ""},
         {"the last joint follows its lower box", 0, true, type(11, 0), "S0S0S1T1S1T2S2T2S3T4T3S",
          "12 7 5 0", ""},
-        {"the last joint's own angle", 0, true, [](SetupForm& form) { form.chooseAngle(10, 3); },
+        {"the last joint's own angle", 0, true, [](Form& form) { form.chooseAngle(10, 3); },
          "S0S0S1T1S1T2S2T2S3T4T6T", "12 6 6 0", ""},
         {"trapezoidal counts follow the types too", 0, true,
-         [](SetupForm& form) { form.chooseNumSch(3); }, kNewStandard, "12 6 6 0", ""},
+         [](Form& form) { form.chooseNumSch(3); }, kNewStandard, "12 6 6 0", ""},
         {"choices that no list has", 0, true,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseType(0, 3);
              form.chooseType(0, -1);
              form.chooseAngle(10, 4);
@@ -163,13 +179,13 @@ TEST(SetupForm, EditsTravelThroughTheLists)
         {"off: an angle stays, red", 0, false, type(2, 1), "S0S0T1!T1S1T2S2T2S3T4T5T", "12 6 6 0",
          "a"},
         {"off: and is plain again", 0, false,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseType(2, 1);
              form.chooseType(2, 0);
          },
          kNewStandard, "12 6 6 0", ""},
         {"off: an allowed angle for the red one", 0, false,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseType(2, 1);
              form.chooseAngle(2, 0);
          },
@@ -178,19 +194,19 @@ TEST(SetupForm, EditsTravelThroughTheLists)
          "12 6 6 0", "mb"},
         {"off: a count above mid/high", 0, false, midHigh(4), "S0S0S1T", "4 6 6 0", "st"},
         {"off: trapezoidal alone above mid/high", 0, false,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseNumGer(2);
              form.chooseNumSpk(3);
          },
          "S0S0S1T", "4 2 6 0", "t"},
         {"off: straight alone above mid/high", 0, false,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseNumSch(4);
              form.chooseNumSpk(4);
          },
          "S0S0S1T1S", "5 6 4 0", "s"},
         {"off: and within again", 0, false,
-         [](SetupForm& form) {
+         [](Form& form) {
              form.chooseNumSpk(3);
              form.chooseNumGer(4);
              form.chooseNumSch(0);
@@ -203,7 +219,7 @@ TEST(SetupForm, EditsTravelThroughTheLists)
     };
     for (const EditCase& test : cases) {
         SCOPED_TRACE(test.what);
-        SetupForm form = newForm(test.system, test.autoCorrect);
+        Form form = newForm(test.system, test.autoCorrect);
         EXPECT_EQ(shape(form), test.system == 0 ? kNewStandard : kNewCompact);
         test.edit(form);
         if (test.shape) {
@@ -224,7 +240,7 @@ TEST(SetupForm, EveryTypeAtEveryJointKeepsTheArrayValid)
     for (const std::int16_t system : {kStandardSystem, kCompactSystem})
         for (int position = 0; position < 12; ++position)
             for (int index = 0; index < 3; ++index) {
-                SetupForm form = newForm(system, true);
+                Form form = newForm(system, true);
                 form.chooseNumSpk(11);
                 form.chooseNumBass(2);
                 form.chooseType(position, index);
@@ -260,14 +276,14 @@ TEST(SetupForm, TheArrayComesBackAsItWas)
 
     for (const bool autoCorrect : {true, false})
         for (const LineArray& array : {newProject(0).array, newProject(1).array, odd, angled}) {
-            const SetupForm form = formOf(array, autoCorrect);
+            const Form form = formOf(array, autoCorrect);
             LineArray again = array;
             EXPECT_TRUE(form.UpdateLineArray(again));
             EXPECT_EQ(again, array);
             EXPECT_FALSE(form.SetupInvalid.any());
             EXPECT_EQ(form.holdsUnknown(), array == odd);
         }
-    const SetupForm form = formOf(odd, true);
+    const Form form = formOf(odd, true);
     EXPECT_TRUE(form.cmbType[3].invalid);
     EXPECT_TRUE(form.cmbAngle[4].invalid);
     EXPECT_TRUE(form.PinNumber_cmb.invalid);
@@ -305,7 +321,7 @@ TEST(SetupForm, AForbiddenSplayAngleFromAFileIsShownRedUntilAnEdit)
     for (const Case& test : cases) {
         SCOPED_TRACE(test.what);
         const LineArray array = withAngle(kStandardSystem, test.position, test.angle);
-        SetupForm form = formOf(array, test.autoCorrect);
+        Form form = formOf(array, test.autoCorrect);
         EXPECT_EQ(shape(form).substr(0, std::string(test.read).size()), test.read);
         EXPECT_EQ(flags(form), test.flags);
         LineArray again = array;
@@ -318,7 +334,7 @@ TEST(SetupForm, AForbiddenSplayAngleFromAFileIsShownRedUntilAnEdit)
     // A small one goes to the first of the list, a large one to the last.
     const std::pair<std::int16_t, std::int16_t> corrected[] = {{0, 3}, {2, 3}};
     for (const auto& [angle, kept] : corrected) {
-        SetupForm form = formOf(withAngle(kStandardSystem, 11, angle), true); // T on T: 3 to 6
+        Form form = formOf(withAngle(kStandardSystem, 11, angle), true); // T on T: 3 to 6
         EXPECT_EQ(flags(form), "a");
         form.chooseType(11, 1);
         LineArray array = newProject(kStandardSystem).array;
@@ -358,12 +374,12 @@ TEST(SetupForm, ListsEndWhereTheSystemDoesAndKeepWhatAFileBrought)
         {1, 3, &SetupForm::cmbNumBass, &LineArray::GIGetNumBass, 6, 20}};
     for (const auto& [system, place, list, get, last, most] : lists) {
         SCOPED_TRACE(std::to_string(system) + ' ' + std::to_string(place));
-        SetupForm fresh = newForm(system, true);
+        Form fresh = newForm(system, true);
         fresh.UpdateSetupLists(-2);
         EXPECT_EQ((fresh.*list).items.back(), std::to_string(last));
         for (const int count : {last + 0, last + 1, 28}) {
             const LineArray array = fromFile(system, place, static_cast<std::int16_t>(count));
-            const SetupForm form = formOf(array, true);
+            const Form form = formOf(array, true);
             EXPECT_EQ((form.*list).number(), count);
             // what says how many boxes there are is right as long as the list has it
             EXPECT_EQ((form.*list).invalid, place != 2 || count > last);
@@ -377,12 +393,12 @@ TEST(SetupForm, ListsEndWhereTheSystemDoesAndKeepWhatAFileBrought)
     }
     EXPECT_EQ(newForm(kStandardSystem, true).PinNumber_cmb.items.size(), 11U);
     EXPECT_EQ(newForm(kCompactSystem, true).PinNumber_cmb.items.size(), 14U);
-    SetupForm compact = newForm(kCompactSystem, false);
+    Form compact = newForm(kCompactSystem, false);
     compact.chooseNumSpk(10);
     EXPECT_EQ(compact.cmbNumGer.items.size(), 33U); // 0 to 32
     EXPECT_EQ(compact.cmbNumGer.number(), 11);
 
-    SetupForm form = newForm(kStandardSystem, false);
+    Form form = newForm(kStandardSystem, false);
     form.chooseNumSpk(3); // four boxes: trapezoidal 0 to 4, and the 6 that was
     EXPECT_EQ(form.cmbNumSch.items, (std::vector<std::string>{"0", "1", "2", "3", "4", "6"}));
     EXPECT_TRUE(form.cmbNumSch.invalid && form.cmbNumGer.invalid);
@@ -393,7 +409,7 @@ TEST(SetupForm, ListsEndWhereTheSystemDoesAndKeepWhatAFileBrought)
 
 TEST(SetupForm, TheLastJointOfTheLongestArray)
 {
-    SetupForm form = newForm(kStandardSystem, true);
+    Form form = newForm(kStandardSystem, true);
     form.chooseNumSpk(23);
     form.chooseNumBass(8);
     ASSERT_EQ(form.total(), 32);
@@ -435,7 +451,7 @@ TEST(SetupForm, PinAndAngleOfTheFirstBox)
         array.GBSetMounting(test.flown);
         array.GBSetAngleOrPin(test.pin);
         array.GFACalcCOM();
-        const SetupForm form = formOf(array, true);
+        const Form form = formOf(array, true);
         EXPECT_EQ(form.stacked, !test.flown);
         EXPECT_EQ(form.pinMode, test.pin);
         EXPECT_NEAR(form.box1Angle, test.shown, 1e-6);
@@ -461,7 +477,7 @@ TEST(SetupForm, SaysWhenTheNumbersAreNotThoseOfTheColumn)
         for (const bool autoCorrect : {true, false})
             EXPECT_FALSE(newForm(system, autoCorrect).countsDiffer()) << system;
     for (const bool autoCorrect : {true, false}) {
-        SetupForm form = newForm(kStandardSystem, autoCorrect);
+        Form form = newForm(kStandardSystem, autoCorrect);
         form.chooseType(0, 1); // one straight box less, one trapezoidal more
         EXPECT_EQ(form.countsDiffer(), !autoCorrect);
     }
@@ -483,13 +499,13 @@ TEST(SetupForm, AnyEditCorrectsAllThatAFileBrought)
     angles[0] = 40;  // no pin
     array.GBSetAllAngle(angles);
     array.GBSetNumGerade(2); // not those of the column
-    const SetupForm loaded = formOf(array, true);
+    const Form loaded = formOf(array, true);
     EXPECT_TRUE(loaded.PinNumber_cmb.invalid);
     EXPECT_TRUE(loaded.cmbAngle[9].invalid);
     EXPECT_TRUE(loaded.cmbAngle[10].invalid) << "loading corrects nothing";
     EXPECT_TRUE(loaded.holdsUnknown());
     for (const bool byJoint : {true, false}) {
-        SetupForm form = loaded;
+        Form form = loaded;
         if (byJoint)
             form.chooseAngle(0, 1);
         form.correct();
@@ -498,16 +514,12 @@ TEST(SetupForm, AnyEditCorrectsAllThatAFileBrought)
         EXPECT_EQ(form.PinNumber_cmb.text(), "11") << "the nearest one";
         EXPECT_FALSE(form.holdsUnknown() || form.SetupInvalid.any() || form.countsDiffer());
     }
-    SetupForm kept = formOf(array, false);
-    const SetupForm before = kept;
-    kept.correct();
-    EXPECT_EQ(kept, before) << "without auto-correction";
 }
 
 TEST(SetupForm, OfAnInvalidSetupTheRestReachesTheArray)
 {
     LineArray array = newProject(kStandardSystem).array;
-    SetupForm form = formOf(array, false);
+    Form form = formOf(array, false);
     form.chooseType(2, 1); // a trapezoidal box: the joint below is no longer allowed
     ASSERT_TRUE(form.SetupInvalid.any());
     form.chooseAngle(8, 1);

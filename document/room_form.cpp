@@ -1,4 +1,4 @@
-#include "app/room_form.h"
+#include "document/room_form.h"
 
 #include "lang/number_text.h"
 #include "lang/typed_number.h"

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/level_choice_form.h"
+#include "drawing/curve_drawing.h"
+#include "engine/spl_map.h"
+
+#include <optional>
+
+namespace orva {
+
+/// What is looked at, as against what is edited: no step of the history, nothing of the file.
+struct ViewState {
+    explicit ViewState(Language language) : levels(language) {}
+
+    LevelChoiceForm levels;
+    int SelectedArea = 1;
+    std::optional<FitLine> fitLine;
+    bool baseline = false; ///< a level line stands in for a fit line that was not drawn
+    bool locked = false;
+    int subArrayDecimals = 3;
+
+    /// What the map is: the grid, what has been calculated on it, what is shown.
+    struct Map {
+        bool Valid = false; ///< the grid fits room view and settings
+        MapGrid grid;
+        RawSplCache cache;
+        std::optional<SummedMap> shown;
+        LevelChoice shownChoice{}; ///< of what is shown
+
+        /// Nothing of it holds any more.
+        void clear()
+        {
+            Valid = false;
+            cache.clear();
+            shown.reset();
+        }
+    };
+    Map map;
+    bool lockedForMap = false; ///< only the map has set the lock
+
+    /// The user's own lock, or its end.
+    void setLocked(bool lock);
+    /// Locks the setup while a map of it is calculated and shown.
+    void lockForMap();
+    /// The map no longer holds; ends a lock that only it had set.
+    void clearMap();
+    /// Ends such a lock where no map is shown; whether it did.
+    bool unlockWithoutMap();
+    /// Another state of the document: an area that is gone is not selected.
+    void follow(int areas);
+};
+
+} // namespace orva

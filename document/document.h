@@ -1,0 +1,66 @@
+#pragma once
+
+#include "document/history.h"
+
+#include <functional>
+
+namespace orva {
+
+/// What differs between two states, found by comparing.
+struct Changes {
+    bool room = false; ///< its texts aside
+    bool texts = false;
+    bool array = false;
+    bool subArray = false;
+    bool setup = false; ///< lists and entries of the setup
+
+    bool any() const { return room || texts || array || subArray || setup; }
+};
+Changes changesBetween(const DocumentState& before, const DocumentState& after);
+
+/// What is edited: one value, its file, its history. There is one way to change it.
+class Document {
+public:
+    Document();
+
+    const DocumentState& state() const { return m_state; }
+    const Room& gRoom() const { return m_state.project.room; }
+    const LineArray& gLineArray() const { return m_state.project.array; }
+
+    /// Runs `change` on a copy. If it says yes and something differs, the copy becomes current and
+    /// a step named `what`; a step of the same `gesture` is taken further instead of adding another
+    /// one. Returns what differs.
+    Changes edit(const StepName& what, const std::function<bool(DocumentState&)>& change,
+                 Gesture gesture = {});
+    /// A gesture that no step has yet.
+    Gesture newGesture() { return {++m_lastGesture}; }
+    /// Takes the step of a gesture back, if it is the last one, as if it had not been.
+    Changes cancel(Gesture gesture);
+
+    Changes undo();
+    Changes redo();
+    /// The step that undo() or redo() would take; none where there is none.
+    std::optional<StepName> undoName() const { return m_history.undoName(); }
+    std::optional<StepName> redoName() const { return m_history.redoName(); }
+
+    /// Another project, with a history of its own; unchanged.
+    void open(DocumentState state, std::string path);
+    /// The state was written to that file.
+    void markSaved(std::string path);
+    /// Whether the state is not the one that was opened or saved last.
+    bool modified() const { return m_modified; }
+    /// Its file; empty for none.
+    const std::string& path() const { return m_path; }
+
+private:
+    Changes become(DocumentState state);
+
+    DocumentState m_state;
+    DocumentState m_clean;
+    bool m_modified = false;
+    std::string m_path;
+    History m_history;
+    std::uint64_t m_lastGesture = 0;
+};
+
+} // namespace orva

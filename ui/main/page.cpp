@@ -1,0 +1,24 @@
+#include "main/page.h"
+
+namespace orva::ui {
+
+Page::Page(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
+{
+    connect(&editor, &Editor::changed, this, [this](const Shown& what) {
+        if (!concerns(what))
+            return;
+        m_stale = !isVisible() && !what.everything;
+        if (!m_stale)
+            display();
+    });
+}
+
+void Page::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (m_stale)
+        display();
+    m_stale = false;
+}
+
+} // namespace orva::ui
