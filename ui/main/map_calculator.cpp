@@ -1,12 +1,12 @@
 #include "main/map_calculator.h"
 
+#include "app/task.h"
 #include "drawing/room_drawing.h"
 #include "engine/parallel.h"
 #include "widgets/controls.h"
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QThread>
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
@@ -113,25 +113,24 @@ bool MapCalculator::runStage(ProgressDialog& dialog, const QString& caption,
     dialog.beginStage(caption, true);
     std::atomic<int> percent = 0;
     bool whole = false;
-    const std::unique_ptr<QThread> thread(QThread::create([&] {
-        whole = stage([&](int done, int total) {
-            percent = rowPercent(done, total);
-            return !dialog.Aborted;
-        });
-    }));
-    thread->start();
-    // Most stages end here, and no click is lost meanwhile.
-    if (thread->wait(kShowAfterMs))
-        return whole;
     QEventLoop loop;
-    connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    Task task;
+    task.start(
+        [&](const Task::Stop&) {
+            whole = stage([&](int done, int total) {
+                percent = rowPercent(done, total);
+                return !dialog.Aborted;
+            });
+        },
+        [&loop] { loop.quit(); });
+    // Most stages end here, and no click is lost meanwhile.
+    if (task.wait(kShowAfterMs))
+        return whole;
     QTimer poll;
     connect(&poll, &QTimer::timeout, &dialog, [&] { dialog.showPercent(percent); });
     poll.start(kPollMs);
     dialog.show();
-    if (!thread->isFinished())
-        loop.exec();
-    thread->wait();
+    loop.exec();
     return whole;
 }
 

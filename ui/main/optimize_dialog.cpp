@@ -1,7 +1,6 @@
 #include "main/optimize_dialog.h"
 
 #include "drawing/array_drawing.h"
-#include "engine/parallel.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 #include "widgets/controls.h"
@@ -18,7 +17,6 @@ namespace orva::ui {
 namespace {
 
 constexpr int kPollMs = 50;
-constexpr int kOriginal = 3; ///< place of the setup as it was among the results
 constexpr Colour kGreen = 0x00C000;
 
 /// "_" for none.
@@ -61,10 +59,10 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
     : QDialog(window),
       m_editor(editor),
       m_views(views),
-      AreaSpkRange(aiming),
-      m_target(target),
       m_area(*editor.room().GFAGetAudienceAreaSelect(editor.view().SelectedArea)),
-      m_original(editor.array())
+      m_run(editor.session().state, editor.document().state().project, editor.view().SelectedArea,
+            aiming, target, editor.view().levels.choice()),
+      m_task(this)
 {
     setObjectName("frmOptimize");
     auto* layout = new QHBoxLayout(this);
@@ -80,11 +78,6 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
     move(placeBeside(frameGeometry().size() + frameMargins(*this),
                      QRect(curve.mapToGlobal(QPoint(0, 0)), curve.size()),
                      window->screen()->availableGeometry()));
-}
-
-OptimizeDialog::~OptimizeDialog()
-{
-    stopSearch();
 }
 
 QWidget* OptimizeDialog::settingsFrame()
@@ -192,8 +185,8 @@ QWidget* OptimizeDialog::resultsFrame()
     dbgpbx = new DrawingWidget(
         "dbgpbx",
         [this](DrawingSurface& surface) {
-            if (chkShowSetup->isChecked() && m_form.selected() >= 0)
-                DrawRiggingView(surface, arrayOf(m_form.selected()),
+            if (chkShowSetup->isChecked() && m_run.form().selected() >= 0)
+                DrawRiggingView(surface, m_run.arrayOf(m_run.form().selected()),
                                 m_editor.session().drawingOptions());
             else
                 surface.clear();
@@ -253,22 +246,22 @@ void OptimizeDialog::showTexts()
 
 void OptimizeDialog::showState()
 {
-    setWindowTitle(m_editor.session().text(m_form.caption()));
-    cmdOptimize->setText(m_editor.session().text(m_form.buttonText()));
-    cmdOptimize->setEnabled(m_form.buttonEnabled());
+    setWindowTitle(m_editor.session().text(m_run.form().caption()));
+    cmdOptimize->setText(m_editor.session().text(m_run.form().buttonText()));
+    cmdOptimize->setEnabled(m_run.form().buttonEnabled());
     for (QWidget* option : {static_cast<QWidget*>(chkArea), static_cast<QWidget*>(chkNeighbor),
                             static_cast<QWidget*>(chkQuick), static_cast<QWidget*>(txtNumPts),
                             static_cast<QWidget*>(fraMeasure)})
-        option->setEnabled(m_form.optionsEnabled());
-    cmbConfigs->setEnabled(m_form.resultsShown());
-    cmdCancel->setEnabled(m_form.cancelEnabled());
-    cmdCommit->setEnabled(m_form.acceptEnabled());
+        option->setEnabled(m_run.form().optionsEnabled());
+    cmbConfigs->setEnabled(m_run.form().resultsShown());
+    cmdCancel->setEnabled(m_run.form().cancelEnabled());
+    cmdCommit->setEnabled(m_run.form().acceptEnabled());
     showProgress();
 }
 
 void OptimizeDialog::showToTest()
 {
-    const auto count = m_candidates->NumConfigs();
+    const auto count = m_run.count();
     lblToTest->setText(count ? QString::number(*count)
                              : m_editor.session().text(Text::TooManyToCount));
 }
@@ -279,127 +272,54 @@ void OptimizeDialog::showFitLabels()
     const auto rounded = [](double value) { return qtText(plainText(value, 2)); };
     // Where the target begins is said along the floor, how long it is along the area.
     const double radians = static_cast<double>(m_area[4]) * kRadiansPerDegree;
-    const double start = m_target.startM * std::cos(radians);
+    const double start = m_run.target().startM * std::cos(radians);
     lblX1->setText(rounded(start * factor));
-    lblX2->setText(rounded((start + m_target.lengthM) * factor));
-    lblDeltadB->setText(rounded(m_target.lengthM * m_target.slopeDbPerM / factor));
+    lblX2->setText(rounded((start + m_run.target().lengthM) * factor));
+    lblDeltadB->setText(rounded(m_run.target().lengthM * m_run.target().slopeDbPerM / factor));
     for (QLabel* unit : lblUnits)
         unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
 }
 
 void OptimizeDialog::showProgress()
 {
-    const std::uint64_t tested = m_tested;
-    const double count = static_cast<double>(m_candidates->NumConfigs().value_or(1));
-    const double share = static_cast<double>(tested) / count;
-    lblTested->setText(QString::number(tested));
-    lblComp->setText(qtText(plainText(100 * share, 1)) + "%");
-    lblBestRMS->setText(tested > 0 ? decibels(m_best) : QString("_"));
-    const bool searching = m_form.state() == SearchForm::State::Running && m_searching;
-    const std::uint64_t next = std::min(tested + 1, m_candidates->NumConfigs().value_or(1));
-    lblConfigNum->setText(QString::number(searching ? next : std::max<std::uint64_t>(1, tested)));
-    if (searching) {
-        showCurrentRms();
-        measureRate();
-    }
-    if (m_form.state() == SearchForm::State::Finished)
-        lblTimeLeft->setText(minutesAndSeconds(0));
-    else
-        lblTimeLeft->setText(
-            m_perSecond > 0 ? minutesAndSeconds((count - static_cast<double>(tested)) / m_perSecond)
-                            : QString("_"));
-}
-
-void OptimizeDialog::measureRate()
-{
-    const std::uint64_t tested = m_tested;
-    if (tested > m_testedBefore && m_since.elapsed() > 0)
-        m_perSecond = static_cast<double>(tested - m_testedBefore) * 1000 /
-                      static_cast<double>(m_since.elapsed());
-}
-
-void OptimizeDialog::showCurrentRms()
-{
-    const double rms = m_search->lastMeasure();
-    lblCurrentRMS->setText(std::isnan(rms) ? QString() : decibels(rms));
+    const SearchRun::Progress now = m_run.progress();
+    const auto measured = [](double rms) { return rms < kNoMeasure ? decibels(rms) : QString(); };
+    lblTested->setText(QString::number(now.tested));
+    lblComp->setText(qtText(plainText(100 * now.share, 1)) + "%");
+    lblConfigNum->setText(QString::number(now.number));
+    lblBestRMS->setText(decibels(now.bestRms));
+    lblCurrentRMS->setText(measured(now.lastRms));
+    lblTimeLeft->setText(now.secondsLeft ? minutesAndSeconds(*now.secondsLeft) : QString("_"));
 }
 
 void OptimizeDialog::chooseCandidates()
 {
-    m_candidates = std::make_unique<CandidateSet>(
-        m_original, chkArea->isChecked() ? AreaSpkRange : allJoints(m_original),
-        chkNeighbor->isChecked());
-    m_form.setCountable(m_candidates->NumConfigs().has_value());
+    m_run.chooseCandidates(chkArea->isChecked(), chkNeighbor->isChecked());
     showToTest();
     showState();
 }
 
 void OptimizeDialog::beginOrPause()
 {
-    if (m_form.state() == SearchForm::State::Running) {
-        PauseFlag = true;
+    if (m_run.form().state() == SearchForm::State::Running) {
+        m_task.stop();
         return;
     }
-    m_form.begin();
     cmbConfigs->clear();
     m_views.setCurves({});
-    runSearch();
-    showState();
-}
-
-/// Runs beside the window until it is paused or finished.
-void OptimizeDialog::runSearch()
-{
-    PauseFlag = false;
-    m_testedBefore = m_tested;
-    m_since.start();
-    m_searching = false;
-    const bool quick = chkQuick->isChecked() && !m_quick;
-    std::optional<SearchTask> asked; // the first time
-    if (!m_search)
-        asked = searchTask(m_editor.session().state, m_editor.document().state().project,
-                           m_editor.view().SelectedArea, m_target,
-                           optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea,
-                           m_points, m_editor.view().levels.choice());
-    m_thread.reset(QThread::create([this, quick, asked] {
-        const auto stop = [this] { return PauseFlag.load(); };
-        if (asked)
-            m_search = std::make_unique<Search>(withKernel(*asked), *m_candidates, 0,
-                                                *m_candidates->NumConfigs());
-        if (quick && !searchQuickly(stop))
-            return;
-        m_searching = true;
-        for (bool finished = false; !stop() && !finished;) {
-            finished = m_search->advance(coreCount(), stop);
-            const Ranking best = m_search->bestSoFar();
-            m_best = best.best().empty() ? kNoMeasure : best.best().front().rms;
-            m_tested = m_search->tested();
-        }
-    }));
-    connect(m_thread.get(), &QThread::finished, this, &OptimizeDialog::searchStopped);
+    m_run.begin(optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea, m_points,
+                chkQuick->isChecked());
     m_poll.start(kPollMs);
-    m_thread->start();
-}
-
-/// In the thread: goes on with the quick search; whether it has ended.
-bool OptimizeDialog::searchQuickly(const std::function<bool()>& stop)
-{
-    if (!m_quickSearch)
-        m_quickSearch = std::make_unique<QuickSearch>(m_search->task(), m_search->candidates());
-    if (m_quickSearch->advance(stop))
-        m_quick = m_quickSearch->result(stop);
-    return m_quick.has_value();
+    m_task.start([this](const Task::Stop& stop) { m_run.work(stop); }, [this] { searchStopped(); });
+    showState();
 }
 
 void OptimizeDialog::searchStopped()
 {
-    m_thread->wait();
     m_poll.stop();
-    measureRate();
-    const bool finished = m_search->finished();
-    m_form.stop(finished, m_search->tested() > 0);
-    showCurrentRms();
+    m_run.ended();
     listTopConfigs();
+    const bool finished = m_run.form().state() == SearchForm::State::Finished;
     if (finished)
         chkShowSetup->setChecked(true);
     showState();
@@ -407,53 +327,46 @@ void OptimizeDialog::searchStopped()
         cmbConfigs->setCurrentIndex(0);
 }
 
-void OptimizeDialog::stopSearch()
+/// "2: RMS: 0.47dB(A)".
+QString OptimizeDialog::lineOf(const SearchRun::Result& result, int number) const
 {
-    PauseFlag = true;
-    if (m_thread)
-        m_thread->wait();
+    const Session& session = m_editor.session();
+    const char* unit = m_editor.view().levels.aWeighted ? "dB(A)" : "dB";
+    const QString place = QString::number(number);
+    const QString measure = session.text(Text::Rms) + " " + decibels(result.rms, unit);
+    switch (result.kind) {
+    case SearchRun::Result::Kind::Original:
+        return place + session.text(Text::OriginalSetup);
+    case SearchRun::Result::Kind::Quick:
+        return place + ": " + session.text(Text::QuickSearch) + ": " + measure;
+    case SearchRun::Result::Kind::Best:
+        break;
+    }
+    return place + ": " + measure;
 }
 
 void OptimizeDialog::listTopConfigs()
 {
-    const Session& session = m_editor.session();
-    const char* unit = m_editor.view().levels.aWeighted ? "dB(A)" : "dB";
-    m_results = (m_search->finished() ? m_search->ranking() : m_search->bestSoFar()).best();
     const QSignalBlocker listing(cmbConfigs);
     cmbConfigs->clear();
-    if (m_results.empty())
-        return;
-    for (std::size_t k = 0; k < m_results.size(); ++k)
-        cmbConfigs->addItem(QString::number(k + 1) + ": " + session.text(Text::Rms) + " " +
-                            decibels(m_results[k].rms, unit));
-    cmbConfigs->addItem("4" + session.text(Text::OriginalSetup));
-    m_results.resize(kOriginal);
-    m_results.push_back({m_original.GIAGetAllAngle(), 0, 0});
-    if (m_quick && !m_quick->ranking.best().empty()) {
-        const Ranked& best = m_quick->ranking.best().front();
-        const bool proved =
-            m_quick->proved || (m_search->finished() && best.rms <= m_results[0].rms);
-        cmbConfigs->addItem("5: " + session.text(Text::QuickSearch) + ": " +
-                            session.text(Text::Rms) + " " + decibels(best.rms, unit));
+    for (const SearchRun::Result& result : m_run.results())
+        cmbConfigs->addItem(lineOf(result, cmbConfigs->count() + 1));
+    if (const auto& quick = m_run.quick()) {
+        const Session& session = m_editor.session();
+        const char* unit = m_editor.view().levels.aWeighted ? "dB(A)" : "dB";
         lblQuick->setText(session.text(Text::QuickResult)
-                              .arg(decibels(best.rms, unit))
-                              .arg(m_quick->evaluations) +
-                          ", " + session.text(proved ? Text::Proved : Text::NotProved));
-        m_results.push_back(best);
+                              .arg(decibels(quick->rms, unit))
+                              .arg(quick->evaluations) +
+                          ", " + session.text(quick->proved ? Text::Proved : Text::NotProved));
     }
     cmbConfigs->setCurrentIndex(-1);
     m_curvePoints = 0; // calculated anew for these
 }
 
-LineArray OptimizeDialog::arrayOf(int row) const
-{
-    return withAngles(m_original, m_results.at(static_cast<std::size_t>(row)).angles);
-}
-
 void OptimizeDialog::selectConfig(int row)
 {
-    m_form.select(row);
-    cmdCommit->setEnabled(m_form.acceptEnabled());
+    m_run.select(row);
+    cmdCommit->setEnabled(m_run.form().acceptEnabled());
     dbgpbx->redraw();
     if (row >= 0)
         m_views.setCurves([this](int points) { return curves(points); });
@@ -465,15 +378,16 @@ void OptimizeDialog::calculateCurves(int points)
     m_curves.clear();
     m_curvePoints = points;
     const auto kernel = m_editor.session().state.levelKernel();
-    for (int k = 0; k < static_cast<int>(m_results.size()); ++k) {
+    for (int k = 0; k < static_cast<int>(m_run.results().size()); ++k) {
         setWindowTitle(m_editor.session().text(Text::CurvesProgress1) +
-                       QString::number((k + 1) * 100 / static_cast<int>(m_results.size())) +
+                       QString::number((k + 1) * 100 / static_cast<int>(m_run.results().size())) +
                        m_editor.session().text(Text::CurvesProgress2));
         m_curves.push_back(LineSPL(*kernel, m_editor.session().state.speakerData.BandLevel,
-                                   arrayOf(k), m_area, m_editor.view().levels.choice(), points));
+                                   m_run.arrayOf(k), m_area, m_editor.view().levels.choice(),
+                                   points));
         m_curves.back().resize(static_cast<std::size_t>(points));
     }
-    setWindowTitle(m_editor.session().text(m_form.caption()));
+    setWindowTitle(m_editor.session().text(m_run.form().caption()));
 }
 
 CurvePicture OptimizeDialog::curves(int points)
@@ -489,7 +403,7 @@ CurvePicture OptimizeDialog::curves(int points)
     for (std::size_t k = 0; k < m_curves.size(); ++k)
         picture.curves.push_back({m_curves[k], colours[k], 1});
     // The selected one on top of the others.
-    const auto selected = picture.curves.begin() + m_form.selected();
+    const auto selected = picture.curves.begin() + m_run.form().selected();
     selected->width = 2;
     std::rotate(selected, selected + 1, picture.curves.end());
     return picture;
@@ -497,25 +411,25 @@ CurvePicture OptimizeDialog::curves(int points)
 
 void OptimizeDialog::commitConfig()
 {
-    const int row = m_form.selected();
-    if (row != kOriginal)
-        m_editor.acceptArray(arrayOf(row));
+    const int row = m_run.form().selected();
+    if (m_run.results()[static_cast<std::size_t>(row)].kind != SearchRun::Result::Kind::Original)
+        m_editor.acceptArray(m_run.arrayOf(row));
     accept();
 }
 
 void OptimizeDialog::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() != Qt::Key_Escape || m_form.state() != SearchForm::State::Running) {
+    if (event->key() != Qt::Key_Escape || m_run.form().state() != SearchForm::State::Running) {
         QDialog::keyPressEvent(event);
         return;
     }
-    PauseFlag = true; // as the button does; what was found stays
+    m_task.stop(); // as the button does; what was found stays
     event->accept();
 }
 
 void OptimizeDialog::reject()
 {
-    stopSearch();
+    m_task.stop();
     QDialog::reject();
 }
 

@@ -1,17 +1,12 @@
 #pragma once
 
-#include "app/search_setup.h"
-#include "document/search_form.h"
+#include "app/search_run.h"
+#include "app/task.h"
 #include "main/view_panel.h"
-#include "optimize/quick_search.h"
 
 #include <QDialog>
-#include <QElapsedTimer>
 #include <QLineEdit>
-#include <QThread>
 #include <QTimer>
-#include <atomic>
-#include <memory>
 
 namespace orva::ui {
 
@@ -21,8 +16,6 @@ class OptimizeDialog final : public QDialog {
 public:
     /// Opens it for the selected area and the fit line; says so where no box aims at the area.
     static void launch(Editor& editor, ViewPanel& views, QWidget* window);
-
-    ~OptimizeDialog() override;
 
     /// The frame's button, Cancel and, while nothing is calculated, Esc: closes without a result.
     void reject() override;
@@ -43,48 +36,24 @@ private:
     void showToTest();
     void showFitLabels();
     void showProgress();
-    void showCurrentRms();
-    void measureRate();
 
     void chooseCandidates();
     void beginOrPause();
-    void runSearch();
-    bool searchQuickly(const std::function<bool()>& stop);
     void searchStopped();
-    void stopSearch();
+    QString lineOf(const SearchRun::Result& result, int number) const;
     void listTopConfigs();
     void selectConfig(int row);
-    LineArray arrayOf(int row) const;
     void calculateCurves(int points);
     CurvePicture curves(int points);
     void commitConfig();
 
     Editor& m_editor;
     ViewPanel& m_views;
-    const JointRange AreaSpkRange;
-    const FitLineTarget m_target;
     const AreaSegment m_area;
-    const LineArray m_original;
-    SearchForm m_form;
     int m_points = 200;
-    std::unique_ptr<CandidateSet> m_candidates;
-
-    // Belong to the thread while it runs.
-    std::unique_ptr<Search> m_search;
-    std::unique_ptr<QuickSearch> m_quickSearch;
-    std::optional<QuickResult> m_quick;
-    std::unique_ptr<QThread> m_thread;
-    // Shared with it.
-    std::atomic<bool> PauseFlag = false;
-    std::atomic<std::uint64_t> m_tested = 0;
-    std::atomic<double> m_best;
-    std::atomic<bool> m_searching = false; ///< exhaustively
-
+    SearchRun m_run;
+    Task m_task; ///< ends before the run that it works on
     QTimer m_poll;
-    QElapsedTimer m_since;            ///< of the search, begun or continued
-    std::uint64_t m_testedBefore = 0; ///< at that time
-    double m_perSecond = 0;           ///< configurations, as measured last
-    std::vector<Ranked> m_results;    ///< three best; where it was asked for, the quick one
     std::vector<std::vector<float>> m_curves;
     int m_curvePoints = 0;
 

@@ -4,7 +4,6 @@
 #include "widgets/controls.h"
 
 #include <QGridLayout>
-#include <QThread>
 #include <QVBoxLayout>
 
 namespace orva::ui {
@@ -66,19 +65,18 @@ void SplashScreen::tick()
 void SplashScreen::load()
 {
     SplashTimer->stop();
-    m_loader.reset(QThread::create([this] {
-        m_loaded->state.settings = LoadSettings(m_session.store);
-        UpdateSpeedOfSound(m_loaded->state, m_loaded->state.settings.Temperature);
-        m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder / "bin");
-    }));
-    connect(m_loader.get(), &QThread::finished, this, [this] {
-        m_loader->wait();
-        if (m_loaded->load)
-            SplashTimer->start(kTickMs);
-        else
-            accept();
-    });
-    m_loader->start();
+    m_loader.start(
+        [this](const Task::Stop&) {
+            m_loaded->state.settings = LoadSettings(m_session.store);
+            UpdateSpeedOfSound(m_loaded->state, m_loaded->state.settings.Temperature);
+            m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder / "bin");
+        },
+        [this] {
+            if (m_loaded->load)
+                SplashTimer->start(kTickMs);
+            else
+                accept();
+        });
 }
 
 } // namespace orva::ui

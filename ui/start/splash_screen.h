@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/task.h"
 #include "widgets/session.h"
 
 #include <QDialog>
@@ -39,7 +40,7 @@ private:
     QTimer* SplashTimer;
     int m_ticks = 0;
     std::unique_ptr<StartData> m_loaded;
-    std::unique_ptr<QThread> m_loader;
+    Task m_loader;
 };
 
 } // namespace orva::ui

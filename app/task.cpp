@@ -1,0 +1,38 @@
+#include "app/task.h"
+
+namespace orva {
+
+Task::~Task()
+{
+    end();
+}
+
+void Task::end()
+{
+    if (!m_thread)
+        return;
+    m_thread->disconnect(this);
+    m_stop = true;
+    m_thread->wait();
+    m_thread.reset();
+}
+
+void Task::start(std::function<void(const Stop&)> work, std::function<void()> done)
+{
+    end();
+    m_stop = false;
+    m_thread.reset(QThread::create(
+        [this, work = std::move(work)] { work([this] { return m_stop.load(); }); }));
+    connect(m_thread.get(), &QThread::finished, this, [this, done = std::move(done)] {
+        m_thread->wait();
+        done();
+    });
+    m_thread->start();
+}
+
+bool Task::wait(int ms)
+{
+    return !m_thread || m_thread->wait(static_cast<unsigned long>(ms));
+}
+
+} // namespace orva

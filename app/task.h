@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <QThread>
+#include <atomic>
+#include <functional>
+#include <memory>
+
+namespace orva {
+
+/// Work that takes longer than a window may wait: a function over values that runs beside it, asks
+/// from time to time whether to stop, and whose end is told on the thread of this object. Ends with
+/// it: what runs is stopped and waited for.
+class Task final : public QObject {
+public:
+    using Stop = std::function<bool()>;
+
+    explicit Task(QObject* parent = nullptr) : QObject(parent) {}
+    ~Task() override;
+
+    /// Runs `work`; then, once this thread's event loop comes to it, `done`. What ran before is
+    /// stopped and waited for, and its end is not told.
+    void start(std::function<void(const Stop& stop)> work, std::function<void()> done);
+    /// Asks the work to stop.
+    void stop() { m_stop = true; }
+    bool stopping() const { return m_stop; }
+    /// Waits for its end; false when it did not come in time.
+    bool wait(int ms);
+    bool running() const { return m_thread && m_thread->isRunning(); }
+
+private:
+    void end();
+
+    std::unique_ptr<QThread> m_thread;
+    std::atomic<bool> m_stop = false;
+};
+
+} // namespace orva
