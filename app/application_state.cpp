@@ -60,21 +60,23 @@ void ApplicationState::airChanged()
 
 Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesystem::path& folder)
 {
-    const std::filesystem::path standardFile = folder / "system.dat";
-    const std::filesystem::path compactFile = folder / "systemsm.dat";
-    const Result<SpeakerDataReading> standard =
-        readSpeakerData(standardFile, state.speakerData.directivity);
-    if (!standard)
-        return standard.error();
-    // Read over the same tables: what the second file lacks stays as the first one has it.
-    const Result<SpeakerDataReading> compact = readSpeakerData(compactFile, standard->directivity);
-    if (!compact)
-        return compact.error();
-
-    state.systemData = {standard->directivity, compact->directivity};
-    state.speakerData.directivity = compact->directivity;
+    SystemData read;
+    SystemDataLoad loads;
+    // Over the same tables: what a file lacks stays as the one before has it.
+    Directivity tables = state.speakerData.directivity;
+    for (const SystemRecord* system : allSystems()) {
+        const std::filesystem::path file = folder / system->dataFile;
+        const Result<SpeakerDataReading> reading = readSpeakerData(file, tables);
+        if (!reading)
+            return reading.error();
+        tables = reading->directivity;
+        read.push_back(tables);
+        loads.push_back(loadOf(*reading, file));
+    }
+    state.systemData = std::move(read);
+    state.speakerData.directivity = tables;
     state.directivityChanged();
-    return SystemDataLoad{loadOf(*standard, standardFile), loadOf(*compact, compactFile)};
+    return loads;
 }
 
 void SelectSystem(ApplicationState& state, std::int16_t system)

@@ -48,13 +48,12 @@ struct SpeakerDataLoad {
     std::optional<Error> note;  ///< where it holds all bands but not all values
 };
 
-/// What became of the two files of LoadSystemData.
-struct SystemDataLoad {
-    SpeakerDataLoad standard;
-    SpeakerDataLoad compact;
-};
-/// Reads system.dat and systemsm.dat from `folder`. On an error (a file that is missing, unreadable
-/// or far too large) nothing is changed. A file of other content is taken as far as it goes.
+/// What became of each system's file, at the place of its number.
+using SystemDataLoad = std::vector<SpeakerDataLoad>;
+
+/// Reads the loudspeaker data of every system from `folder`. On an error (a file that is missing,
+/// unreadable or far too large) nothing is changed. A file of other content is taken as far as it
+/// goes.
 Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesystem::path& folder);
 
 /// Makes a system's loudspeaker data current (0 standard, any other value compact), which ends an

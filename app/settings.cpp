@@ -1,5 +1,7 @@
 #include "app/settings.h"
 
+#include "model/systems.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -76,7 +78,6 @@ void forEachField(Record& settings, const Field& field)
     field("GridUnit_Rigging", settings.GridUnit_Rigging, kAboveZero, kLargest);
     field("GridUnit_Area", settings.GridUnit_Area, kAboveZero, kLargest);
     field("ShowNewQuery", settings.ShowNewQuery);
-    field("NewCompact", settings.NewCompact);
 }
 
 } // namespace
@@ -85,12 +86,17 @@ Settings LoadSettings(const SettingsStore& store)
 {
     Settings settings;
     forEachField(settings, ReadField{store});
+    bool compact = false;
+    ReadField{store}("NewCompact", compact);
+    settings.newSystem = compact ? kCompactSystem : kStandardSystem;
     return settings;
 }
 
 void SaveSettings(const Settings& settings, SettingsStore& store)
 {
     forEachField(settings, WriteField{store});
+    const bool compact = settings.newSystem == kCompactSystem;
+    WriteField{store}("NewCompact", compact);
 }
 
 } // namespace orva

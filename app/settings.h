@@ -24,7 +24,7 @@ struct Settings {
     float GridUnit_Rigging = 0.5F;
     float GridUnit_Area = 1;
     bool ShowNewQuery = true;
-    bool NewCompact = false;
+    std::int16_t newSystem = 0; ///< of the next new project; stored as "NewCompact"
 
     friend bool operator==(const Settings&, const Settings&) = default;
 };

@@ -40,7 +40,8 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
     if (!load)
         return load.error();
     const std::int16_t system = project->project.array.GIGetArrayType();
-    const SpeakerDataLoad& data = system == kStandardSystem ? load->standard : load->compact;
+    const SpeakerDataLoad& data =
+        load->at(static_cast<std::size_t>(isSystem(system) ? system : kCompactSystem));
     if (data.error)
         return *data.error;
     if (data.note)

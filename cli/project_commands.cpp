@@ -14,12 +14,21 @@ struct NewOptions {
     std::string system = "standard";
 };
 
+std::vector<std::string> systemNames()
+{
+    std::vector<std::string> names;
+    for (const SystemRecord* system : allSystems())
+        names.emplace_back(system->name);
+    return names;
+}
+
 Result<Done> writeNew(const NewOptions& options, const Console& console)
 {
     if (auto apart = checkOutputs(console, options.common, {options.file}, {}); !apart)
         return apart;
-    const Project project =
-        newProject(options.system == "compact" ? kCompactSystem : kStandardSystem);
+    const std::vector<std::string> names = systemNames();
+    const auto named = std::find(names.begin(), names.end(), options.system);
+    const Project project = newProject(static_cast<std::int16_t>(named - names.begin()));
     PendingFiles files;
     if (auto added = files.add(options.file, projectBytes(project)); !added)
         return added;
@@ -90,7 +99,7 @@ void addNewCommand(CLI::App& program, Work& work)
         ->check(fileName())
         ->type_name("");
     command->add_option("--system", options->system, "which loudspeaker system")
-        ->check(CLI::IsMember({"standard", "compact"}))
+        ->check(CLI::IsMember(systemNames()))
         ->type_name("SYSTEM")
         ->capture_default_str();
     addCommonOptions(*command, options->common);

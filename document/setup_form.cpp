@@ -197,13 +197,13 @@ void SetupForm::chooseNumSpk(int index, bool autoCorrect)
         for (; midHigh > wanted; --midHigh)
             removeMidHigh(positions--);
         for (; midHigh < wanted && positions < kPositions; ++midHigh) {
-            const bool straight = isCompact() || positions % 2 == 1;
+            const bool straight = !countsKinds() || positions % 2 == 1;
             type(positions) = typeList(
                 std::string(modelName(straight ? BoxKind::Straight : BoxKind::Trapezoidal)));
             ++positions;
         }
     }
-    if (isCompact())
+    if (!countsKinds())
         cmbNumGer = countList(0, kPositions, cmbNumSpk.number());
     UpdateSetupLists(-2, autoCorrect);
 }
@@ -362,7 +362,7 @@ void SetupForm::reportCounts()
     cmbNumSpk.invalid |= SetupInvalid.midHigh;
     cmbNumBass = countList(0, system().mostBass, cmbNumBass.number());
     cmbNumBass.invalid |= SetupInvalid.bass;
-    if (isCompact())
+    if (!countsKinds())
         return;
     const auto report = [&](ChoiceList& list, bool& invalid) {
         invalid = list.number() > cmbNumSpk.number();

@@ -105,7 +105,8 @@ public:
 
     /// Positions in use.
     int total() const;
-    bool isCompact() const { return m_system != kStandardSystem; }
+    /// Straight and trapezoidal boxes are counted apart.
+    bool countsKinds() const { return system().countsKinds; }
     /// The model name of the kind of box in this system.
     std::string_view modelName(BoxKind kind) const;
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 namespace orva {
 
@@ -66,13 +67,10 @@ struct SpeakerData {
     PerBand<BandReference> BandLevel{};
 };
 
-/// The directivity of both systems as read at start-up; zero before that.
-struct SystemData {
-    Directivity standard;
-    Directivity compact;
-};
+/// The directivity of each system as read at start-up, at the place of its number.
+using SystemData = std::vector<Directivity>;
 
-/// The data of a system (0 standard, any other value compact), without any import.
+/// The data of a system, without any import; silent tables before they were read.
 SpeakerData SelectSpeakerData(const SystemData& data, std::int16_t system);
 
 } // namespace orva

@@ -38,7 +38,7 @@ std::vector<std::string> contradictions(const LineArray& array, Language languag
         lines.push_back(Message(text, std::move(parts)).text(language));
     };
     const std::int16_t system = array.GIGetArrayType();
-    if (system != kStandardSystem && system != kCompactSystem)
+    if (!isSystem(system))
         say(Text::UnknownSystem, {number(system)});
     const std::tuple<Text, int, BoxKind> counts[] = {
         {Text::StraightContradiction, array.GIGetNumGerade(), BoxKind::Straight},

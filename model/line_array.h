@@ -3,7 +3,7 @@
 #include "lang/text_options.h"
 #include "model/byte_stream.h"
 #include "model/result.h"
-#include "model/system_record.h"
+#include "model/systems.h"
 
 #include <array>
 #include <cstdint>

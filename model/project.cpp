@@ -1,51 +1,27 @@
 #include "model/project.h"
 
-#include <algorithm>
 #include <cassert>
-#include <initializer_list>
 
 namespace orva {
 
 namespace {
 
-/// The list's entries first, `rest` at the remaining positions.
-LineArray::Positions positions(std::initializer_list<std::int16_t> first, std::int16_t rest)
-{
-    LineArray::Positions list;
-    list.fill(rest);
-    std::copy(first.begin(), first.end(), list.begin());
-    return list;
-}
-
 LineArray newLineArray(std::int16_t arrayType)
 {
     LineArray array;
     array.GBSetArrayType(arrayType);
-    LineArray::Positions types{};
-    LineArray::Positions angles{};
-    if (arrayType == kStandardSystem) {
-        types = positions({0, 0, 0, 1, 0, 1, 0, 1, 0, 1, 1, 1}, 0);
-        for (std::size_t i = 12; i < types.size(); ++i)
-            types[i] = static_cast<std::int16_t>(i % 2);
-        angles = positions({4, 0, 0, 1, 1, 1, 2, 2, 2, 3, 4, 5}, 3);
-        array.GBSetNumGerade(6);
-        array.GBSetNumSchräg(6);
-        array.GBSetNumSpeakers(12);
-    } else {
-        types = positions({}, array.system().TypeCodeGerade);
-        angles = positions({5, 0, 1, 2, 3, 3, 5, 6}, 3);
-        array.GBSetNumGerade(8);
-        array.GBSetNumSchräg(0);
-        array.GBSetNumSpeakers(8);
-    }
+    const NewArray& first = array.system().newArray;
+    array.GBSetNumGerade(first.straight);
+    array.GBSetNumSchräg(first.trapezoidal);
+    array.GBSetNumSpeakers(static_cast<std::int16_t>(first.straight + first.trapezoidal));
     array.GBSetCradleCoord({1.0F, 7.5F});
     array.GBSetBassBoxCoord({1.0F, 0.0F});
     array.GBSetBassBox(true);
     array.GBSetMounting(true);
     array.GBSetNumBass(0);
     array.GBSetAngleOrPin(true);
-    array.GBSetAllAngle(angles);
-    array.GBSetAllType(types);
+    array.GBSetAllAngle(first.angles);
+    array.GBSetAllType(first.types);
     array.GFACalcCOM();
     return array;
 }

@@ -17,8 +17,8 @@ constexpr std::size_t kHeaderBytes = 30;
 constexpr std::size_t kSubArrayBytes = 44;
 constexpr std::int16_t kWrittenVersion = 2;
 
-/// A compact array without any mid/high box where the counts place one gets one on top.
-void repairCompact(LineArray& array)
+/// An array without any mid/high box where the counts place one gets one on top.
+void giveMidHigh(LineArray& array)
 {
     LineArray::Positions types = array.GIAGetAllType();
     const int last =
@@ -43,8 +43,8 @@ Result<LineArray> readArray(ByteReader& in, int version)
     LineArray array;
     if (auto read = array.GBReadFromFile(in); !read)
         return read.error();
-    if (array.GIGetArrayType() == kCompactSystem)
-        repairCompact(array);
+    if (array.system().needsMidHigh)
+        giveMidHigh(array);
     array.GFACalcCOM();
     return array;
 }

@@ -1,10 +1,21 @@
-#include "model/system_record.h"
+#include "model/systems.h"
 
+#include <algorithm>
 #include <bit>
+#include <initializer_list>
 
 namespace orva {
 
 namespace {
+
+/// The list's entries first, `rest` at the remaining positions.
+std::array<std::int16_t, 32> positions(std::initializer_list<std::int16_t> first, std::int16_t rest)
+{
+    std::array<std::int16_t, 32> list;
+    list.fill(rest);
+    std::copy(first.begin(), first.end(), list.begin());
+    return list;
+}
 
 CradleGeometry cradle(std::array<FloatPair, 4> outline, int pins, double pitch, double firstPin,
                       float pinY)
@@ -21,6 +32,22 @@ SystemRecord makeStandard()
 {
     const float rear = std::bit_cast<float>(0xBF74F80EU); // -0.95691
     return {
+        .name = "standard",
+        .dataFile = "system.dat",
+        .suffix = "S",
+        .newCommand = Text::MenuNewStandard,
+        .title = Text::StandardSystem,
+        .countsKinds = true,
+        .midHighLabel = Text::MidHighCount,
+        .bassLabel = Text::BassCount,
+        .needsMidHigh = false,
+        .continuousDb = {108.0,  108.0,  108.0,  107.91, 108.25, 108.21, 106.61, 106.59,
+                         105.02, 104.71, 104.19, 105.04, 105.42, 104.39, 102.95, 104.66,
+                         105.6,  106.14, 107.67, 108.02, 104.86, 99.98},
+        .newArray = {positions({0, 0, 0, 1, 0, 1, 0, 1, 0, 1, 1, 1, 0, 1, 0, 1,
+                                0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0, 1},
+                               0),
+                     positions({4, 0, 0, 1, 1, 1, 2, 2, 2, 3, 4, 5}, 3), 6, 6},
         .mostMidHigh = kMostMidHigh,
         .mostBass = kMostBass,
         .boxes = {.topFront = {0, 0},
@@ -76,6 +103,19 @@ SystemRecord makeCompact()
                               .centerOfGravity = {-0.119F, 0.147F},
                               .source = {-0.119F, 0.147F}};
     return {
+        .name = "compact",
+        .dataFile = "systemsm.dat",
+        .suffix = "C",
+        .newCommand = Text::MenuNewCompact,
+        .title = Text::CompactSystem,
+        .countsKinds = false,
+        .midHighLabel = Text::None,
+        .bassLabel = Text::None,
+        .needsMidHigh = true,
+        .continuousDb = {96.3,   96.3,   96.3,   101.1,  101.8,  101.8, 100.55, 99.69,
+                         102.34, 102.79, 105.25, 107.61, 103.99, 101.8, 102.41, 102.04,
+                         102.22, 102.97, 103.4,  103.28, 100.2,  94.8},
+        .newArray = {positions({}, 0), positions({5, 0, 1, 2, 3, 3, 5, 6}, 3), 8, 0},
         .mostMidHigh = 16,
         .mostBass = 6,
         .boxes = {.topFront = {0, 0},
@@ -146,11 +186,27 @@ const RiggingText& SystemRecord::riggingText(BoxKind kind) const
                                           : bassText;
 }
 
+const SystemRecord& standardSystem()
+{
+    static const SystemRecord record = makeStandard();
+    return record;
+}
+
+const SystemRecord& compactSystem()
+{
+    static const SystemRecord record = makeCompact();
+    return record;
+}
+
+bool isSystem(std::int16_t arrayType)
+{
+    return arrayType >= 0 && static_cast<std::size_t>(arrayType) < allSystems().size();
+}
+
 const SystemRecord& systemRecord(std::int16_t arrayType)
 {
-    static const SystemRecord standard = makeStandard();
-    static const SystemRecord compact = makeCompact();
-    return arrayType == kStandardSystem ? standard : compact;
+    const auto number = static_cast<std::size_t>(isSystem(arrayType) ? arrayType : kCompactSystem);
+    return *allSystems()[number];
 }
 
 } // namespace orva

@@ -61,8 +61,31 @@ struct RiggingText {
 constexpr std::int16_t kMostMidHigh = 24;
 constexpr std::int16_t kMostBass = 20;
 
-/// Everything in which the geometry and the rigging of the two systems differ; immutable.
+/// The array of a new project: its codes and angles, top box first, and how many boxes of each kind
+/// they are.
+struct NewArray {
+    std::array<std::int16_t, 32> types;
+    std::array<std::int16_t, 32> angles;
+    std::int16_t straight;
+    std::int16_t trapezoidal;
+};
+
+/// Everything in which systems differ; immutable.
 struct SystemRecord {
+    std::string_view name;     ///< for scripts: "standard"
+    std::string_view dataFile; ///< of its loudspeaker data: "system.dat"
+    std::string_view suffix;   ///< of the names of its menu command: "S"
+    Text newCommand;           ///< the menu's text for a new project
+    Text title;                ///< what it is called where systems are chosen
+    /// Straight and trapezoidal boxes are counted apart: there are both.
+    bool countsKinds;
+    Text midHighLabel; ///< of the count; None: the box's product name
+    Text bassLabel;
+    /// A project without any mid/high box gets one when it is read.
+    bool needsMidHigh;
+    /// Level of one box on its axis at 1 m, dB, per third-octave band from 100 Hz.
+    std::array<double, 22> continuousDb;
+    NewArray newArray;
     std::int16_t mostMidHigh; ///< mid/high boxes that a user may choose
     std::int16_t mostBass;    ///< the same for bass boxes
     BoxGeometry boxes;
@@ -100,10 +123,7 @@ struct SystemRecord {
                                            std::optional<BoxKind> b) const;
 };
 
-constexpr std::int16_t kStandardSystem = 0;
-constexpr std::int16_t kCompactSystem = 1;
-
-/// The standard system for 0, the compact system for any other value.
-const SystemRecord& systemRecord(std::int16_t arrayType);
+const SystemRecord& standardSystem();
+const SystemRecord& compactSystem();
 
 } // namespace orva

@@ -114,17 +114,17 @@ TEST_F(Files, AnImportLastsUntilTheNextSystem)
     ASSERT_FALSE(LoadSystemData(state, folder)); // nothing there
     const auto load = LoadSystemData(state, ORVA_SOURCE_DIR "/data");
     ASSERT_TRUE(load);
-    EXPECT_FALSE(load->standard.error || load->compact.error);
-    EXPECT_FALSE(load->standard.note || load->compact.note);
-    EXPECT_EQ(state.speakerData.directivity, state.systemData.compact);
+    EXPECT_FALSE(load->at(0).error || load->at(1).error);
+    EXPECT_FALSE(load->at(0).note || load->at(1).note);
+    EXPECT_EQ(state.speakerData.directivity, state.systemData[kCompactSystem]);
     SelectSystem(state, kStandardSystem);
     ASSERT_TRUE(importSpeakerData(state, ORVA_SOURCE_DIR "/data/systemsm.dat"));
-    EXPECT_EQ(state.speakerData.directivity, state.systemData.compact);
+    EXPECT_EQ(state.speakerData.directivity, state.systemData[kCompactSystem]);
     EXPECT_EQ(state.speakerData.BandLevel[0].Continuous, 108);
     std::ofstream(folder / "half.xhn") << "no data";
     EXPECT_FALSE(importSpeakerData(state, folder / "half.xhn"));
     SelectSystem(state, kStandardSystem);
-    EXPECT_EQ(state.speakerData.directivity, state.systemData.standard);
+    EXPECT_EQ(state.speakerData.directivity, state.systemData[kStandardSystem]);
 }
 
 } // namespace

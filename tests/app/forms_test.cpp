@@ -152,7 +152,7 @@ TEST(OptionsForm, EveryEntryIsStoredAloneAndReset)
         SCOPED_TRACE(test.what);
         Settings stored;
         stored.ShowDelay = 0; // neither is an entry of the dialog
-        stored.NewCompact = true;
+        stored.newSystem = kCompactSystem;
         Settings expected = stored;
         test.expect(expected);
         OptionsForm form(stored);

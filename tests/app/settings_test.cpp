@@ -66,7 +66,7 @@ TEST(Settings, UnreadableValuesAreDefaults)
         {"Units_Meters", neither, first<&Settings::Units_Meters>},
         {"Celsius_Fahren", neither, first<&Settings::Celsius_Fahren>},
         {"ShowNewQuery", neither, first<&Settings::ShowNewQuery>},
-        {"NewCompact", neither, first<&Settings::NewCompact>},
+        {"NewCompact", neither, first<&Settings::newSystem>},
         {"ShowDelay", noDigit, first<&Settings::ShowDelay>},
         {"PixelRes", noDigit, first<&Settings::PixelRes>},
         {"SPLResolution", numberless, first<&Settings::SPLResolution>},

@@ -204,9 +204,9 @@ TEST(SpeakerData, LookupsInterpolateRoundTheCircle)
 
 TEST(SpeakerData, SelectingASystemRestoresItsTablesAndLevels)
 {
-    SystemData data;
-    data.standard.DirMagnitude[0][0] = 1;
-    data.compact.DirMagnitude[0][0] = 2;
+    SystemData data(2);
+    data[0].DirMagnitude[0][0] = 1;
+    data[1].DirMagnitude[0][0] = 2;
     const std::tuple<std::int16_t, float, double> cases[] = {
         {0, 1, 108.0}, {1, 2, 96.3}, {-1, 2, 96.3}};
     for (const auto& [system, magnitude, lowest] : cases) {

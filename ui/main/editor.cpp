@@ -186,8 +186,7 @@ void Editor::SetNewProject()
     m_view.fitLine.reset();
     m_view.levels.aWeighted = true;
     m_view.levels.chooseMapType(LevelChoiceForm::Continuous);
-    const bool compact = m_session.state.settings.NewCompact;
-    replace(newDocument(compact ? kCompactSystem : kStandardSystem, autoCorrect()), {});
+    replace(newDocument(m_session.state.settings.newSystem, autoCorrect()), {});
 }
 
 void Editor::open(Project project, const std::string& path)
@@ -219,7 +218,7 @@ QStringList Editor::warnings() const
     };
     QStringList lines;
     if (invalid.midHigh)
-        lines += setup().isCompact() ? count(BoxKind::Straight) : text(Text::WarningMidHigh);
+        lines += setup().countsKinds() ? text(Text::WarningMidHigh) : count(BoxKind::Straight);
     if (invalid.straight)
         lines += count(BoxKind::Straight);
     if (invalid.trapezoidal)

@@ -107,7 +107,7 @@ void MainWindow::begin()
     m_editor.SetNewProject();
 }
 
-QAction* MainWindow::command(QMenu* menu, const char* name, Text text,
+QAction* MainWindow::command(QMenu* menu, const QString& name, Text text,
                              const std::function<void()>& run, const QKeySequence& keys)
 {
     QAction* action = menu->addAction(QString());
@@ -134,12 +134,15 @@ void MainWindow::makeMenus()
     };
     QMenu* file = submenu(nullptr, "mnuFile", Text::MenuFile);
     QMenu* newMenu = submenu(file, "mnuNew", Text::MenuNew);
-    command(
-        newMenu, "mnuNewS", Text::MenuNewStandard, [this] { m_commands->New(false); },
-        QKeySequence("Ctrl+N"));
-    command(
-        newMenu, "mnuNewC", Text::MenuNewCompact, [this] { m_commands->New(true); },
-        QKeySequence("Ctrl+Shift+N"));
+    const QKeySequence newKeys[] = {QKeySequence("Ctrl+N"), QKeySequence("Ctrl+Shift+N")};
+    for (std::int16_t number = 0; isSystem(number); ++number) {
+        const SystemRecord& system = systemRecord(number);
+        const auto at = static_cast<std::size_t>(number);
+        command(
+            newMenu, "mnuNew" + QString::fromUtf8(system.suffix.data()), system.newCommand,
+            [this, number] { m_commands->New(number); },
+            at < std::size(newKeys) ? newKeys[at] : QKeySequence());
+    }
     command(
         file, "mnuOpen", Text::MenuOpen, [this] { m_commands->Open(); }, QKeySequence("Ctrl+O"));
     command(

@@ -32,7 +32,7 @@ private:
     enum Page { RoomTab, SetupTab, RiggingTab, SubArrayTab };
 
     void makeMenus();
-    QAction* command(QMenu* menu, const char* name, Text text, const std::function<void()>& run,
+    QAction* command(QMenu* menu, const QString& name, Text text, const std::function<void()>& run,
                      const QKeySequence& keys = {});
     QMenu* submenu(QMenu* parent, const char* name, Text text);
     void showTexts();

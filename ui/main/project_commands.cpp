@@ -66,9 +66,9 @@ bool ProjectCommands::mayClose(bool mayCancel)
            (answer == Answer::Saved && !m_editor.document().modified());
 }
 
-void ProjectCommands::New(bool compact)
+void ProjectCommands::New(std::int16_t system)
 {
-    m_editor.session().state.settings.NewCompact = compact;
+    m_editor.session().state.settings.newSystem = system;
     guarded([this] {
         m_editor.SetNewProject();
         emit statusChanged(Text::None, {});

@@ -15,7 +15,7 @@ public:
 
     RecentFiles recentFiles;
 
-    void New(bool compact);
+    void New(std::int16_t system);
     void Open();
     void OpenRecent(const std::string& path);
     void Save();

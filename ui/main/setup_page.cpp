@@ -300,16 +300,17 @@ void SetupPage::displayCounts()
 {
     const SetupForm& setup = m_editor.setup();
     const Session& session = m_editor.session();
-    const bool compact = setup.isCompact();
-    lblNumSpk->setText(compact ? qtText(setup.modelName(BoxKind::Straight))
-                               : session.text(Text::MidHighCount));
-    lblTotSub->setText(compact ? qtText(setup.modelName(BoxKind::Bass))
-                               : session.text(Text::BassCount));
+    const SystemRecord& system = m_editor.array().system();
+    const auto label = [&](Text own, BoxKind kind) {
+        return own == Text::None ? qtText(setup.modelName(kind)) : session.text(own);
+    };
+    lblNumSpk->setText(label(system.midHighLabel, BoxKind::Straight));
+    lblTotSub->setText(label(system.bassLabel, BoxKind::Bass));
     lblTotGer->setText(session.text(Text::StraightCount));
     lblTotSch->setText(session.text(Text::TrapezoidalCount));
     for (QWidget* control : {static_cast<QWidget*>(lblTotGer), static_cast<QWidget*>(lblTotSch),
                              static_cast<QWidget*>(cmbNumGer), static_cast<QWidget*>(cmbNumSch)})
-        control->setVisible(!compact);
+        control->setVisible(setup.countsKinds());
     showList(*cmbNumSpk, setup.cmbNumSpk);
     showList(*cmbNumGer, setup.cmbNumGer);
     showList(*cmbNumSch, setup.cmbNumSch);

@@ -1,6 +1,7 @@
 #include "shell/small_dialogs.h"
 
 #include "lang/decimal_text.h"
+#include "model/systems.h"
 #include "shell/pictures.h"
 #include "widgets/controls.h"
 
@@ -113,9 +114,10 @@ SystemDialog::SystemDialog(Session& session, QWidget* parent) : QDialog(parent),
     auto* layout = centred(this);
     auto* fraSel = named<QGroupBox>("fraSel", this);
     auto* choices = new QVBoxLayout(fraSel);
-    for (int i = 0; i < 2; ++i) {
-        optSystem[i] = named<QRadioButton>(elementName("optSystem", i), fraSel);
-        choices->addWidget(optSystem[i]);
+    for (std::size_t i = 0; i < allSystems().size(); ++i) {
+        optSystem.push_back(
+            named<QRadioButton>(elementName("optSystem", static_cast<int>(i)), fraSel));
+        choices->addWidget(optSystem.back());
     }
     chkShowOnStartup = named<QCheckBox>("chkShowOnStartup", this);
     OKButton = named<QPushButton>("OKButton", this);
@@ -126,10 +128,12 @@ SystemDialog::SystemDialog(Session& session, QWidget* parent) : QDialog(parent),
     layout->addWidget(OKButton, 0, Qt::AlignRight);
 
     const Settings& settings = session.state.settings;
-    optSystem[settings.NewCompact ? 1 : 0]->setChecked(true);
+    optSystem.at(static_cast<std::size_t>(settings.newSystem))->setChecked(true);
     chkShowOnStartup->setChecked(settings.ShowNewQuery);
     connect(OKButton, &QPushButton::clicked, this, [this] {
-        m_session.state.settings.NewCompact = optSystem[1]->isChecked();
+        for (std::size_t i = 0; i < optSystem.size(); ++i)
+            if (optSystem[i]->isChecked())
+                m_session.state.settings.newSystem = static_cast<std::int16_t>(i);
         m_session.state.settings.ShowNewQuery = chkShowOnStartup->isChecked();
         accept();
     });
@@ -140,8 +144,8 @@ SystemDialog::SystemDialog(Session& session, QWidget* parent) : QDialog(parent),
 void SystemDialog::showTexts()
 {
     setWindowTitle(m_session.text(Text::SelectSystem));
-    optSystem[0]->setText(m_session.text(Text::StandardSystem));
-    optSystem[1]->setText(m_session.text(Text::CompactSystem));
+    for (std::size_t i = 0; i < optSystem.size(); ++i)
+        optSystem[i]->setText(m_session.text(allSystems()[i]->title));
     chkShowOnStartup->setText(m_session.text(Text::ShowAtStart));
     OKButton->setText(m_session.text(Text::Ok));
 }

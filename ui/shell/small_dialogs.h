@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <vector>
 
 namespace orva::ui {
 
@@ -40,7 +41,7 @@ private:
     void showTexts();
 
     Session& m_session;
-    QRadioButton* optSystem[2];
+    std::vector<QRadioButton*> optSystem; ///< in the order of the systems
     QCheckBox* chkShowOnStartup;
     QPushButton* OKButton;
 };

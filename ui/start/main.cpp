@@ -36,7 +36,7 @@ int run()
         const Language language = session.state.gLanguageId;
         session.state = std::move(loaded.state);
         session.state.gLanguageId = language;
-        for (const auto& file : {loaded.load->standard, loaded.load->compact})
+        for (const SpeakerDataLoad& file : *loaded.load)
             if (file.error)
                 showDataFault(session, session.text(Text::LoadDataFailed),
                               session.text(*file.error) + "\n\n");
