@@ -43,6 +43,25 @@ float timed(const Options& options, const Console& console, const char* label, S
     return std::chrono::duration<float>(Clock::now() - start).count();
 }
 
+/// The room view with the map and the profiles of the areas, as the window draws it.
+void drawMap(DrawingSurface& surface, Workspace& state, const MapGrid& grid, const SummedMap& map,
+             const LevelChoice& choice, const DrawingOptions& options)
+{
+    RoomViewContent content;
+    content.grid = &grid;
+    content.map = &map;
+    content.aimingLines = false;
+    const Room& room = state.project.room;
+    int number = 0;
+    for (const int points : profilePointsOf(room, surface.pixelWidth(), surface.pixelHeight())) {
+        content.profiles.push_back(
+            LineSPL(*state.levelKernel(), state.speakerData.BandLevel, state.project.array,
+                    *room.GFAGetAudienceAreaSelect(++number), choice, points));
+        content.profiles.back().resize(static_cast<std::size_t>(points));
+    }
+    DrawRoomView(surface, room, state.project.array, content, state.air.SpeedOfSound, options);
+}
+
 Result<Done> calculateMap(const Options& options, const Console& console)
 {
     if (auto apart = checkOutputs(console, options.common, {options.csvFile, options.picture.file},
@@ -80,20 +99,7 @@ Result<Done> calculateMap(const Options& options, const Console& console)
     Result<Done> drawn = Done{};
     const float drawSeconds = timed(options, console, "Drawing", [&](const Progress&) {
         const auto draw = [&](DrawingSurface& surface) {
-            RoomViewContent content;
-            content.grid = &*grid;
-            content.map = &*map;
-            content.aimingLines = false;
-            int number = 0;
-            for (const int points : profilePointsOf(state->project.room, surface.pixelWidth(),
-                                                    surface.pixelHeight())) {
-                content.profiles.push_back(LineSPL(
-                    *kernel, state->speakerData.BandLevel, state->project.array,
-                    *state->project.room.GFAGetAudienceAreaSelect(++number), choice, points));
-                content.profiles.back().resize(static_cast<std::size_t>(points));
-            }
-            DrawRoomView(surface, state->project.room, state->project.array, content,
-                         state->air.SpeedOfSound, options.common.drawing());
+            drawMap(surface, *state, *grid, *map, choice, options.common.drawing());
         };
         drawn = addPicture(options.picture, draw, files);
     });

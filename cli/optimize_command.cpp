@@ -190,16 +190,9 @@ Result<Done> merge(const std::vector<std::string>& names, const Console& console
     return deliver(console, jsonText(merged), files);
 }
 
-} // namespace
-
-void addOptimizeCommand(CLI::App& program, Work& work)
+/// What is searched, and how.
+void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options)
 {
-    CLI::App* command = program.add_subcommand(
-        "optimize", "search the splay angles that cover an audience area most evenly");
-    const auto options = std::make_shared<Options>();
-    command->add_option("project", options->file, "the project")
-        ->check(fileName())
-        ->type_name("PROJECT.lad");
     command->add_option("--area", options->area, "audience area")
         ->check(numberBetween(1, std::numeric_limits<int>::max()))
         ->type_name("N");
@@ -242,6 +235,19 @@ void addOptimizeCommand(CLI::App& program, Work& work)
             "join the results of parts of one search; parts whose tasks differ are refused")
         ->check(fileName())
         ->type_name("FILE...");
+}
+
+} // namespace
+
+void addOptimizeCommand(CLI::App& program, Work& work)
+{
+    CLI::App* command = program.add_subcommand(
+        "optimize", "search the splay angles that cover an audience area most evenly");
+    const auto options = std::make_shared<Options>();
+    command->add_option("project", options->file, "the project")
+        ->check(fileName())
+        ->type_name("PROJECT.lad");
+    addSearchOptions(command, options);
     addPredictionOptions(*command, options->prediction);
     addCommonOptions(*command, options->common);
     command->callback([options, &work] {

@@ -28,6 +28,31 @@ CradleGeometry cradle(std::array<FloatPair, 4> outline, int pins, double pitch, 
     return result;
 }
 
+BoxGeometry standardBoxes()
+{
+    return {.topFront = {0, 0},
+            .straight = {.hinge = {0, 0.26F},
+                         .bottomRear = {-0.5975F, 0.26F},
+                         .topRear = {-0.5975F, 0},
+                         .weightKg = 30.2F,
+                         .centerOfGravity = {-0.25F, 0.13F},
+                         .source = {-0.25F, 0.13F}},
+            .trapezoidal = {.hinge = {0, 0.26F},
+                            .bottomRear = {-0.59656F, 0.21312F},
+                            .topRear = {-0.59565F, 0.0468793F},
+                            .weightKg = 29.7F,
+                            .centerOfGravity = {-0.24F, 0.13F},
+                            .source = {-0.24F, 0.13F}},
+            .bass = {.hinge = {0, 0.485355F},
+                     .bottomRear = {-0.58453F, 0.46002F},
+                     .topRear = {-0.58453F, 0.02395F},
+                     .weightKg = 41.0F,
+                     .centerOfGravity = {-0.197F, 0.24268F},
+                     .source = {-0.25F, 0.235F}},
+            .marks = {{{-0.11F, 0.06F}, {-0.11F, 0.2F}, {-0.153F, 0.13F}}},
+            .drawing = {5.358161F, 0.9250245F, 0.072F}};
+}
+
 SystemRecord makeStandard()
 {
     const float rear = std::bit_cast<float>(0xBF74F80EU); // -0.95691
@@ -50,27 +75,7 @@ SystemRecord makeStandard()
                      positions({4, 0, 0, 1, 1, 1, 2, 2, 2, 3, 4, 5}, 3), 6, 6},
         .mostMidHigh = kMostMidHigh,
         .mostBass = kMostBass,
-        .boxes = {.topFront = {0, 0},
-                  .straight = {.hinge = {0, 0.26F},
-                               .bottomRear = {-0.5975F, 0.26F},
-                               .topRear = {-0.5975F, 0},
-                               .weightKg = 30.2F,
-                               .centerOfGravity = {-0.25F, 0.13F},
-                               .source = {-0.25F, 0.13F}},
-                  .trapezoidal = {.hinge = {0, 0.26F},
-                                  .bottomRear = {-0.59656F, 0.21312F},
-                                  .topRear = {-0.59565F, 0.0468793F},
-                                  .weightKg = 29.7F,
-                                  .centerOfGravity = {-0.24F, 0.13F},
-                                  .source = {-0.24F, 0.13F}},
-                  .bass = {.hinge = {0, 0.485355F},
-                           .bottomRear = {-0.58453F, 0.46002F},
-                           .topRear = {-0.58453F, 0.02395F},
-                           .weightKg = 41.0F,
-                           .centerOfGravity = {-0.197F, 0.24268F},
-                           .source = {-0.25F, 0.235F}},
-                  .marks = {{{-0.11F, 0.06F}, {-0.11F, 0.2F}, {-0.153F, 0.13F}}},
-                  .drawing = {5.358161F, 0.9250245F, 0.072F}},
+        .boxes = standardBoxes(),
         .cradle =
             cradle({{{0.04309F, -0.103F}, {0.04309F, -0.023F}, {rear, -0.023F}, {rear, -0.103F}}},
                    11, -0.08, -0.06882, -0.083F),

@@ -11,6 +11,21 @@ namespace orva::ui {
 
 ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
 {
+    makeLists();
+    makeScroller();
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_area, 0, 0, 3, 1);
+    layout->addWidget(spkUp_cmd, 0, 1);
+    layout->addWidget(VScroll1, 1, 1);
+    layout->addWidget(spkDown_cmd, 2, 1);
+    layout->setRowStretch(1, 1);
+    connect(&editor.session(), &Session::LanguageChanged, this, &ArrayColumn::showTexts);
+    showTexts();
+}
+
+void ArrayColumn::makeLists()
+{
     m_boxes = new QWidget;
     auto* grid = new QGridLayout(m_boxes);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -48,7 +63,10 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
         setTabOrder(cmbType[i], cmbAngle[i]);
         setTabOrder(cmbAngle[i], cmbType[i + 1]);
     }
+}
 
+void ArrayColumn::makeScroller()
+{
     m_area = new QScrollArea(this);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);
@@ -79,16 +97,6 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     });
     connect(m_area->verticalScrollBar(), &QScrollBar::rangeChanged, this,
             &ArrayColumn::updateScrollRange);
-
-    auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_area, 0, 0, 3, 1);
-    layout->addWidget(spkUp_cmd, 0, 1);
-    layout->addWidget(VScroll1, 1, 1);
-    layout->addWidget(spkDown_cmd, 2, 1);
-    layout->setRowStretch(1, 1);
-    connect(&editor.session(), &Session::LanguageChanged, this, &ArrayColumn::showTexts);
-    showTexts();
 }
 
 int ArrayColumn::rowHeight() const

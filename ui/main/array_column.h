@@ -28,6 +28,8 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void makeLists();
+    void makeScroller();
     int rowHeight() const;
     void updateWidth();
     void updateScrollRange();

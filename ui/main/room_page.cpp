@@ -163,55 +163,59 @@ QWidget* RoomPage::areasFrame()
         });
     });
 
+    for (int i = 0; i < Room::kAreas; ++i) {
+        addArea(i, frame);
+        layout->addWidget(m_areas[static_cast<std::size_t>(i)].frame, i + 1, 0, 1, 2);
+    }
+    return frame;
+}
+
+void RoomPage::addArea(int i, QWidget* frame)
+{
     const char* const names[] = {"txtXone", "txtYone",  "txtXtwo",
                                  "txtYtwo", "txtAngle", "txtLength"};
     const char* const labels[] = {"lblXone", "lblYone", "lblXtwo", "lblYtwo", "lblAAng", "lblLen"};
-    for (int i = 0; i < Room::kAreas; ++i) {
-        Area& area = m_areas[static_cast<std::size_t>(i)];
-        area.frame = named<QGroupBox>(elementName("fraArea", i), frame);
-        auto* grid = new QGridLayout(area.frame);
-        for (std::size_t k = 0; k < kAreaEntries.size(); ++k) {
-            const AreaEntry entry = kAreaEntries[k];
-            QLineEdit* edit = named<NumberEdit>(elementName(names[k], i), area.frame);
-            QLabel* label = named<QLabel>(elementName(labels[k], i), area.frame);
-            label->setBuddy(edit);
-            area.edits[k] = edit;
-            area.labels[k] = label;
-            const int row = static_cast<int>(k) / 2;
-            const int column = static_cast<int>(k) % 2 * 3;
-            grid->addWidget(label, row, column);
-            grid->addWidget(edit, row, column + 1);
-            auto* unit = new QLabel(area.frame);
-            if (entry == AreaEntry::Angle)
-                unit->setText(m_editor.session().text(Text::Degrees));
-            else
-                m_units.push_back(unit);
-            grid->addWidget(unit, row, column + 2);
-            grid->setColumnStretch(column, 1);
+    Area& area = m_areas[static_cast<std::size_t>(i)];
+    area.frame = named<QGroupBox>(elementName("fraArea", i), frame);
+    auto* grid = new QGridLayout(area.frame);
+    for (std::size_t k = 0; k < kAreaEntries.size(); ++k) {
+        const AreaEntry entry = kAreaEntries[k];
+        QLineEdit* edit = named<NumberEdit>(elementName(names[k], i), area.frame);
+        QLabel* label = named<QLabel>(elementName(labels[k], i), area.frame);
+        label->setBuddy(edit);
+        area.edits[k] = edit;
+        area.labels[k] = label;
+        const int row = static_cast<int>(k) / 2;
+        const int column = static_cast<int>(k) % 2 * 3;
+        grid->addWidget(label, row, column);
+        grid->addWidget(edit, row, column + 1);
+        auto* unit = new QLabel(area.frame);
+        if (entry == AreaEntry::Angle)
+            unit->setText(m_editor.session().text(Text::Degrees));
+        else
+            m_units.push_back(unit);
+        grid->addWidget(unit, row, column + 2);
+        grid->setColumnStretch(column, 1);
 
-            m_entries.add(
-                edit,
-                [this, i, entry](const QString& text, Gesture gesture) {
-                    return m_editor.editRoom(
-                        {Text::StepArea, i + 1},
-                        [&](Room& room) {
-                            const auto synced =
-                                SyncAreaEntries(*room.GFAGetAudienceAreaSelect(i + 1), entry,
-                                                text.toStdString(), m_editor.inMetres());
-                            return synced && setArea(room, i + 1, *synced);
-                        },
-                        gesture);
-                },
-                [this, i, k, entry] {
-                    const double value = (*m_editor.room().GFAGetAudienceAreaSelect(i + 1))[k];
-                    return qtText(entry == AreaEntry::Angle
-                                      ? plainText(value, 3)
-                                      : shownLength(value, m_editor.inMetres()));
-                });
-        }
-        layout->addWidget(area.frame, i + 1, 0, 1, 2);
+        m_entries.add(
+            edit,
+            [this, i, entry](const QString& text, Gesture gesture) {
+                return m_editor.editRoom(
+                    {Text::StepArea, i + 1},
+                    [&](Room& room) {
+                        const auto synced =
+                            SyncAreaEntries(*room.GFAGetAudienceAreaSelect(i + 1), entry,
+                                            text.toStdString(), m_editor.inMetres());
+                        return synced && setArea(room, i + 1, *synced);
+                    },
+                    gesture);
+            },
+            [this, i, k, entry] {
+                const double value = (*m_editor.room().GFAGetAudienceAreaSelect(i + 1))[k];
+                return qtText(entry == AreaEntry::Angle ? plainText(value, 3)
+                                                        : shownLength(value, m_editor.inMetres()));
+            });
     }
-    return frame;
 }
 
 void RoomPage::showTexts()

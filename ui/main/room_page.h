@@ -30,6 +30,7 @@ private:
     QWidget* projectFrame();
     QWidget* roomFrame();
     QWidget* areasFrame();
+    void addArea(int i, QWidget* frame);
     void addTextEntry(QLineEdit* edit, int maxLength, std::string (Room::*get)() const,
                       bool (Room::*set)(std::string_view));
     void addPairEntry(QLineEdit* edit, Text step, int element, FloatPair (Room::*get)() const,

@@ -158,26 +158,31 @@ QWidget* SetupPage::mountingFrame()
     cmdAuto->setAutoDefault(false);
     connect(cmdAuto, &QPushButton::clicked, this, &SetupPage::autoAimAsked);
 
+    layOutMounting(*layout);
+    return frame;
+}
+
+void SetupPage::layOutMounting(QGridLayout& layout)
+{
     setTabOrder(PinAngle_opt[0], PinNumber_cmb);
     setTabOrder(PinNumber_cmb, PinAngle_opt[1]);
     setTabOrder(PinAngle_opt[1], cmdAuto);
     setTabOrder(cmdAuto, box1Angle_txt);
-    layout->addWidget(Stacked_chk, 0, 0, 1, 4);
-    layout->addWidget(PinAngle_opt[0], 1, 0);
-    layout->addWidget(PinNumber_cmb, 1, 1);
-    layout->addWidget(Label10, 1, 2);
-    layout->addWidget(PinAngle_lbl, 1, 3);
-    layout->addWidget(PinAngle_opt[1], 2, 0);
-    layout->addWidget(cmdAuto, 2, 2, 1, 2);
-    layout->addWidget(box1_lbl, 3, 0);
-    layout->addWidget(box1Angle_txt, 3, 1);
-    layout->addWidget(lblAngleMeas, 3, 2);
-    layout->addWidget(Label12, 4, 0);
-    layout->addWidget(AnglePin_lbl, 4, 1);
-    layout->addWidget(Label11, 4, 2);
-    layout->addWidget(RemAng_lbl, 4, 3);
-    layout->setColumnStretch(0, 1);
-    return frame;
+    layout.addWidget(Stacked_chk, 0, 0, 1, 4);
+    layout.addWidget(PinAngle_opt[0], 1, 0);
+    layout.addWidget(PinNumber_cmb, 1, 1);
+    layout.addWidget(Label10, 1, 2);
+    layout.addWidget(PinAngle_lbl, 1, 3);
+    layout.addWidget(PinAngle_opt[1], 2, 0);
+    layout.addWidget(cmdAuto, 2, 2, 1, 2);
+    layout.addWidget(box1_lbl, 3, 0);
+    layout.addWidget(box1Angle_txt, 3, 1);
+    layout.addWidget(lblAngleMeas, 3, 2);
+    layout.addWidget(Label12, 4, 0);
+    layout.addWidget(AnglePin_lbl, 4, 1);
+    layout.addWidget(Label11, 4, 2);
+    layout.addWidget(RemAng_lbl, 4, 3);
+    layout.setColumnStretch(0, 1);
 }
 
 void SetupPage::addPoint(QLineEdit* edit, Text step, std::size_t element,

@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QFrame>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
@@ -33,6 +34,7 @@ protected:
 private:
     QWidget* countsFrame();
     QWidget* mountingFrame();
+    void layOutMounting(QGridLayout& layout);
     QWidget* pointsFrame();
     void addCount(QComboBox* box, Text step, ChoiceList SetupForm::*list,
                   void (SetupForm::*choose)(int, bool));

@@ -13,6 +13,26 @@ namespace orva::ui {
 SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
     : Page(editor, parent), m_entries(editor)
 {
+    makeFrame();
+    picSubArray = new DrawingWidget(
+        "picSubArray",
+        [this](DrawingSurface& surface) {
+            const SubArray& subArray = m_editor.subArray();
+            DrawSubArray(surface, subArray,
+                         subArrayFigures(subArray, m_editor.session().state.air.SpeedOfSound));
+        },
+        this);
+    auto* layout = new QHBoxLayout(this);
+    layout->addWidget(fraSubArray);
+    layout->addWidget(picSubArray, 1);
+
+    connect(&editor.session(), &Session::LanguageChanged, this, &SubArrayPage::showTexts);
+    showTexts();
+}
+
+/// Opening angle, and a row of figures for each box.
+void SubArrayPage::makeFrame()
+{
     fraSubArray = named<QGroupBox>("fraSubArray", this);
     auto* grid = new QGridLayout(fraSubArray);
     lblSubArray = named<QLabel>("lblSubArray", fraSubArray);
@@ -45,60 +65,49 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
         grid->addWidget(heads[column], 1, 1 + 2 * column, 1, 2, Qt::AlignBottom);
     }
 
-    for (int i = 0; i < 10; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        SubArray_txt[at] = named<NumberEdit>(elementName("SubArray_txt", i), fraSubArray);
-        VirtDist_txt[at] = named<NumberEdit>(elementName("VirtDist_txt", i), fraSubArray);
-        SubDelay_txt[at] = named<NumberEdit>(elementName("SubDelay_txt", i), fraSubArray);
-        auto* number = new QLabel(QString::number(i + 1), fraSubArray);
-        number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        grid->addWidget(number, 2 + i, 0);
-        QLineEdit* const edits[] = {SubArray_txt[at], VirtDist_txt[at], SubDelay_txt[at]};
-        for (int column = 0; column < 3; ++column) {
-            auto* unit = new QLabel(fraSubArray);
-            (column < 2 ? m_lengthUnits : m_timeUnits).push_back(unit);
-            grid->addWidget(edits[column], 2 + i, 1 + 2 * column);
-            grid->addWidget(unit, 2 + i, 2 + 2 * column);
-            if (column == 0)
-                continue;
-            edits[column]->setReadOnly(true);
-            edits[column]->setFocusPolicy(Qt::ClickFocus);
-        }
-        m_entries.add(
-            SubArray_txt[at],
-            [this, at](const QString& text, Gesture gesture) {
-                const auto shown = typedLength(text.toStdString(), m_editor.inMetres());
-                if (shown)
-                    m_editor.editSubArray(
-                        {Text::StepSubPosition, static_cast<int>(at) + 1},
-                        [&](SubArray& subArray) {
-                            subArray.SubPos[at] =
-                                static_cast<float>(metresOf(*shown, m_editor.inMetres()));
-                        },
-                        gesture);
-                return shown.has_value();
-            },
-            [this, at] {
-                return qtText(plainText(m_editor.subArray().SubPos[at] * m_editor.lengthFactor(),
-                                        m_editor.view().subArrayDecimals));
-            });
-    }
+    for (int i = 0; i < static_cast<int>(SubArray_txt.size()); ++i)
+        makeRow(i, *grid);
     grid->setRowStretch(12, 1);
+}
 
-    picSubArray = new DrawingWidget(
-        "picSubArray",
-        [this](DrawingSurface& surface) {
-            const SubArray& subArray = m_editor.subArray();
-            DrawSubArray(surface, subArray,
-                         subArrayFigures(subArray, m_editor.session().state.air.SpeedOfSound));
+void SubArrayPage::makeRow(int i, QGridLayout& grid)
+{
+    const auto at = static_cast<std::size_t>(i);
+    SubArray_txt[at] = named<NumberEdit>(elementName("SubArray_txt", i), fraSubArray);
+    VirtDist_txt[at] = named<NumberEdit>(elementName("VirtDist_txt", i), fraSubArray);
+    SubDelay_txt[at] = named<NumberEdit>(elementName("SubDelay_txt", i), fraSubArray);
+    auto* number = new QLabel(QString::number(i + 1), fraSubArray);
+    number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid.addWidget(number, 2 + i, 0);
+    QLineEdit* const edits[] = {SubArray_txt[at], VirtDist_txt[at], SubDelay_txt[at]};
+    for (int column = 0; column < 3; ++column) {
+        auto* unit = new QLabel(fraSubArray);
+        (column < 2 ? m_lengthUnits : m_timeUnits).push_back(unit);
+        grid.addWidget(edits[column], 2 + i, 1 + 2 * column);
+        grid.addWidget(unit, 2 + i, 2 + 2 * column);
+        if (column == 0)
+            continue;
+        edits[column]->setReadOnly(true);
+        edits[column]->setFocusPolicy(Qt::ClickFocus);
+    }
+    m_entries.add(
+        SubArray_txt[at],
+        [this, at](const QString& text, Gesture gesture) {
+            const auto shown = typedLength(text.toStdString(), m_editor.inMetres());
+            if (shown)
+                m_editor.editSubArray(
+                    {Text::StepSubPosition, static_cast<int>(at) + 1},
+                    [&](SubArray& subArray) {
+                        subArray.SubPos[at] =
+                            static_cast<float>(metresOf(*shown, m_editor.inMetres()));
+                    },
+                    gesture);
+            return shown.has_value();
         },
-        this);
-    auto* layout = new QHBoxLayout(this);
-    layout->addWidget(fraSubArray);
-    layout->addWidget(picSubArray, 1);
-
-    connect(&editor.session(), &Session::LanguageChanged, this, &SubArrayPage::showTexts);
-    showTexts();
+        [this, at] {
+            return qtText(plainText(m_editor.subArray().SubPos[at] * m_editor.lengthFactor(),
+                                    m_editor.view().subArrayDecimals));
+        });
 }
 
 SubArrayFigures SubArrayPage::figures() const

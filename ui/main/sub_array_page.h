@@ -5,6 +5,7 @@
 #include "main/page.h"
 #include "widgets/drawing_widget.h"
 
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 
@@ -25,6 +26,8 @@ protected:
     void display() override;
 
 private:
+    void makeFrame();
+    void makeRow(int i, QGridLayout& grid);
     void showTexts();
     SubArrayFigures figures() const;
 

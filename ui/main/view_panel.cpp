@@ -21,36 +21,7 @@ constexpr Colour kMarker = 0x996600;
 
 ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
 {
-    Main_pbx = new DrawingWidget(
-        "Main_pbx",
-        [this](DrawingSurface& surface) {
-            DrawRoomView(surface, m_editor.room(), m_editor.array(), m_room,
-                         m_editor.session().state.air.SpeedOfSound,
-                         m_editor.session().drawingOptions());
-        },
-        this);
-    Main_pbx->setPrepare([this] { prepareRoom(); });
-    Main_pbx->setOverlay([this](DrawingSurface& surface) {
-        if (!m_areaUnderMouse)
-            return;
-        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(*m_areaUnderMouse);
-        const auto [left, right] = std::minmax<double>({area[0], area[2]});
-        const auto [low, high] = std::minmax<double>({area[1], area[3]});
-        surface.rectangle({left - kMarkerMarginM, -high - kMarkerMarginM},
-                          {right + kMarkerMarginM, -low + kMarkerMarginM}, kMarker);
-    });
-    connect(Main_pbx, &DrawingWidget::moved, this, &ViewPanel::markArea);
-    connect(Main_pbx, &DrawingWidget::left, this, [this] {
-        m_areaUnderMouse.reset();
-        Main_pbx->update();
-    });
-    connect(Main_pbx, &DrawingWidget::pressed, this,
-            [this](QPointF position, Qt::MouseButton button) {
-                if (button == Qt::LeftButton)
-                    selectArea(position);
-            });
-    connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map().Valid = false; });
-
+    makeRoomView();
     AreaSpl_pbx = new DrawingWidget(
         "AreaSpl_pbx",
         [this](DrawingSurface& surface) {
@@ -85,6 +56,39 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
         });
     }
     showTexts();
+}
+
+void ViewPanel::makeRoomView()
+{
+    Main_pbx = new DrawingWidget(
+        "Main_pbx",
+        [this](DrawingSurface& surface) {
+            DrawRoomView(surface, m_editor.room(), m_editor.array(), m_room,
+                         m_editor.session().state.air.SpeedOfSound,
+                         m_editor.session().drawingOptions());
+        },
+        this);
+    Main_pbx->setPrepare([this] { prepareRoom(); });
+    Main_pbx->setOverlay([this](DrawingSurface& surface) {
+        if (!m_areaUnderMouse)
+            return;
+        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(*m_areaUnderMouse);
+        const auto [left, right] = std::minmax<double>({area[0], area[2]});
+        const auto [low, high] = std::minmax<double>({area[1], area[3]});
+        surface.rectangle({left - kMarkerMarginM, -high - kMarkerMarginM},
+                          {right + kMarkerMarginM, -low + kMarkerMarginM}, kMarker);
+    });
+    connect(Main_pbx, &DrawingWidget::moved, this, &ViewPanel::markArea);
+    connect(Main_pbx, &DrawingWidget::left, this, [this] {
+        m_areaUnderMouse.reset();
+        Main_pbx->update();
+    });
+    connect(Main_pbx, &DrawingWidget::pressed, this,
+            [this](QPointF position, Qt::MouseButton button) {
+                if (button == Qt::LeftButton)
+                    selectArea(position);
+            });
+    connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map().Valid = false; });
 }
 
 QWidget* ViewPanel::controlsFrame()

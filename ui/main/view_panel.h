@@ -48,6 +48,7 @@ protected:
     void display() override;
 
 private:
+    void makeRoomView();
     QWidget* controlsFrame();
     void prepareRoom();
     void prepareCurve();
