@@ -316,7 +316,9 @@ TEST_F(Window, ListsFollowTheFont)
         QFont font = before;
         font.setPointSize(points);
         QApplication::setFont(font);
-        QTest::qWait(50);
+        auto* first = control<QComboBox>("cmbType(0)");
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return first->width() >= first->sizeHint().width(); }, 20000));
         for (const char* name : {"cmbType(0)", "cmbAngle(0)", "cmbAngle(5)", "cmbNumSpk"}) {
             auto* list = control<QComboBox>(name);
             EXPECT_GE(list->width(), list->sizeHint().width()) << name << ' ' << points;

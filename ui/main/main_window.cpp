@@ -98,7 +98,11 @@ void MainWindow::fitFrame()
     m_placedSize = size();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    // Entries that lose the focus now still ask the editor.
+    delete takeCentralWidget();
+}
 
 void MainWindow::begin()
 {
