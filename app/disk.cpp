@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -95,12 +94,14 @@ Message reasonOf(int error)
         {EISDIR, Text::ReasonFolder},         {ENOTDIR, Text::ReasonNoFolder},
         {ENAMETOOLONG, Text::ReasonLongName}, {EFBIG, Text::ReasonLargeFile},
         {EMFILE, Text::ReasonOpenFiles},      {EBUSY, Text::ReasonBusy},
-        {EEXIST, Text::ReasonExists}};
+        {EEXIST, Text::ReasonExists},         {ENOTSUP, Text::ReasonNotSupported},
+        {EINVAL, Text::ReasonInvalid},        {ENOMEM, Text::ReasonMemory},
+        {EXDEV, Text::ReasonOtherDevice},     {ESTALE, Text::ReasonStale},
+        {ETXTBSY, Text::ReasonRuns},          {ENXIO, Text::ReasonNoDevice}};
     for (const auto& [known, text] : kReasons)
         if (known == error)
             return Message(text);
-    const char* reason = strerrordesc_np(error); // in English whatever the locale
-    return reason ? Message(reason) : Message(Text::SystemError, {number(error)});
+    return Message(Text::SystemError, {number(error)});
 }
 
 Message failedCall(const std::string& call, int error)

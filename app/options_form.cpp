@@ -3,9 +3,11 @@
 #include "document/room_form.h"
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
+#include "lang/typed_number.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace orva {
@@ -14,16 +16,19 @@ namespace {
 
 constexpr double kColdest = -20;
 constexpr double kHottest = 50;
-constexpr double kLargestLength = 1e6; ///< whatever is typed, it fits the store and any drawing
+
+/// What may stand behind a temperature, and whether it means Celsius; the chosen one where open.
+constexpr std::pair<std::string_view, std::optional<bool>> kTemperatureUnits[] = {
+    {"", {}}, {"°", {}}, {"°C", true}, {"C", true}, {"°F", false}, {"F", false}};
 
 double fahrenheit(double celsius)
 {
     return celsius * 1.8 + 32;
 }
 
-double positive(const std::string& text)
+double celsiusOf(double degrees, bool celsius)
 {
-    return std::min(std::abs(ParseDecimalText(text)), kLargestLength);
+    return celsius ? degrees : (degrees - 32) / 1.8;
 }
 
 std::string lengthText(double length)
@@ -52,7 +57,9 @@ OptionsForm::OptionsForm(const Settings& stored)
       resolution(lengthText(stored.SPLResolution)),
       grids{lengthText(stored.GridUnit_Room), lengthText(stored.GridUnit_Rigging),
             lengthText(stored.GridUnit_Area)},
-      m_keptResolution(resolution)
+      m_keptTemperature(temperature),
+      m_keptResolution(resolution),
+      m_keptGrids(grids)
 {
 }
 
@@ -60,21 +67,22 @@ void OptionsForm::chooseMetres(bool chosen)
 {
     if (chosen == metres)
         return;
-    metres = chosen;
     const double factor = chosen ? kMetresPerFoot : kFeetShownPerMetre;
-    for (std::string* text : {&resolution, &m_keptResolution})
-        *text = plainText(positive(*text) * factor, 3);
-    for (std::string& grid : grids)
-        grid = plainText(positive(grid) * factor, 2);
+    const double shown = length(resolution, m_keptResolution);
+    m_keptResolution = plainText(ParseDecimalText(m_keptResolution) * factor, 3);
+    resolution = plainText(shown * factor, 3);
+    for (std::size_t i = 0; i < kGrids; ++i)
+        m_keptGrids[i] = grids[i] = plainText(length(grids[i], m_keptGrids[i]) * factor, 2);
+    metres = chosen; // the entries were typed in the other unit
 }
 
 void OptionsForm::chooseCelsius(bool chosen)
 {
     if (chosen == celsius)
         return;
-    const double degrees = ParseDecimalText(temperature);
+    const double degrees = celsiusTyped();
     celsius = chosen;
-    temperature = temperatureText(chosen ? (degrees - 32) / 1.8 : fahrenheit(degrees));
+    m_keptTemperature = temperature = temperatureText(chosen ? degrees : fahrenheit(degrees));
 }
 
 void OptionsForm::choosePixel(bool chosen)
@@ -84,8 +92,8 @@ void OptionsForm::choosePixel(bool chosen)
     pixel = chosen;
     if (!chosen)
         resolution = m_keptResolution;
-    else if (positive(resolution) > 0)
-        m_keptResolution = resolution;
+    else if (const double typed = length(resolution, m_keptResolution); typed > 0)
+        m_keptResolution = lengthText(typed);
 }
 
 void OptionsForm::chooseLambda8(float speedOfSound)
@@ -109,29 +117,39 @@ void OptionsForm::chooseDefaults()
 
 double OptionsForm::celsiusTyped() const
 {
-    const double degrees = ParseDecimalText(temperature);
-    return std::clamp(celsius ? degrees : (degrees - 32) / 1.8, kColdest, kHottest);
+    const std::optional<TypedNumber> typed = typedNumber(temperature);
+    const std::string_view unit = typed ? typed->unit : "?";
+    for (const auto& [known, inCelsius] : kTemperatureUnits)
+        if (unit == known)
+            return celsiusOf(typed->value, inCelsius.value_or(celsius));
+    return celsiusOf(ParseDecimalText(m_keptTemperature), celsius);
+}
+
+double OptionsForm::length(const std::string& text, const std::string& kept) const
+{
+    return std::abs(typedLength(text, metres).value_or(ParseDecimalText(kept)));
 }
 
 void OptionsForm::validateTemperature()
 {
-    temperature = temperatureText(celsius ? celsiusTyped() : fahrenheit(celsiusTyped()));
+    const double degrees = std::clamp(celsiusTyped(), kColdest, kHottest);
+    m_keptTemperature = temperature = temperatureText(celsius ? degrees : fahrenheit(degrees));
 }
 
 void OptionsForm::validateResolution()
 {
     if (pixel)
         return;
-    if (positive(resolution) > 0)
-        m_keptResolution = resolution = lengthText(std::max(positive(resolution), 1e-6));
+    if (const double typed = length(resolution, m_keptResolution); typed > 0)
+        m_keptResolution = resolution = lengthText(std::max(typed, 1e-6));
     else
         choosePixel(true);
 }
 
 void OptionsForm::validateGrid(std::size_t index)
 {
-    const double size = positive(grids[index]);
-    grids[index] = size > 0 ? lengthText(std::max(size, 1e-6)) : "1";
+    const double size = length(grids[index], m_keptGrids[index]);
+    m_keptGrids[index] = grids[index] = size > 0 ? lengthText(std::max(size, 1e-6)) : "1";
 }
 
 Settings OptionsForm::applied(const Settings& stored) const
@@ -142,10 +160,12 @@ Settings OptionsForm::applied(const Settings& stored) const
     for (std::size_t i = 0; i < kGrids; ++i)
         valid.validateGrid(i);
 
-    const auto number = [](const std::string& text) { return static_cast<float>(positive(text)); };
+    const auto number = [](const std::string& text) {
+        return static_cast<float>(ParseDecimalText(text));
+    };
     Settings settings = stored;
     settings.Celsius_Fahren = valid.celsius;
-    settings.Temperature = static_cast<float>(valid.celsiusTyped());
+    settings.Temperature = static_cast<float>(std::clamp(valid.celsiusTyped(), kColdest, kHottest));
     settings.Units_Meters = valid.metres;
     settings.AutoCorrect = valid.autoCorrect;
     if (!valid.pixel)
@@ -160,15 +180,13 @@ Settings OptionsForm::applied(const Settings& stored) const
 
 bool OptionsForm::differsFrom(const Settings& stored) const
 {
-    const double degrees = ParseDecimalText(temperature);
     const bool sameTexts =
         // as shown: degrees Fahrenheit rarely come back to the same °C
-        std::abs(degrees - (celsius ? stored.Temperature : fahrenheit(stored.Temperature))) <
-            1e-3 &&
-        (pixel || says(positive(resolution), stored.SPLResolution)) &&
-        says(positive(grids[0]), stored.GridUnit_Room) &&
-        says(positive(grids[1]), stored.GridUnit_Rigging) &&
-        says(positive(grids[2]), stored.GridUnit_Area);
+        std::abs(celsiusTyped() - static_cast<double>(stored.Temperature)) < 5e-4 &&
+        (pixel || says(length(resolution, m_keptResolution), stored.SPLResolution)) &&
+        says(length(grids[0], m_keptGrids[0]), stored.GridUnit_Room) &&
+        says(length(grids[1], m_keptGrids[1]), stored.GridUnit_Rigging) &&
+        says(length(grids[2], m_keptGrids[2]), stored.GridUnit_Area);
     return !sameTexts || metres != stored.Units_Meters || autoCorrect != stored.AutoCorrect ||
            celsius != stored.Celsius_Fahren || pixel != (stored.PixelRes == 1) ||
            showNewQuery != stored.ShowNewQuery;

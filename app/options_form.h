@@ -7,7 +7,8 @@
 
 namespace orva {
 
-/// The entries of the options dialog, as shown. Nothing is stored before applied().
+/// The entries of the options dialog, as shown. Nothing is stored before applied(). A text that is
+/// no complete number stands for what was there before.
 class OptionsForm {
 public:
     static constexpr std::size_t kGrids = 3; ///< room, rigging, area
@@ -46,8 +47,12 @@ public:
 
 private:
     double celsiusTyped() const;
+    /// A length typed, or the one kept, in the unit shown.
+    double length(const std::string& text, const std::string& kept) const;
 
+    std::string m_keptTemperature;
     std::string m_keptResolution;
+    std::array<std::string, kGrids> m_keptGrids;
 };
 
 } // namespace orva

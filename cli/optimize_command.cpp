@@ -37,6 +37,20 @@ struct Options {
     std::vector<std::string> merge;
 };
 
+std::vector<std::string> measureNames()
+{
+    std::vector<std::string> names;
+    for (const MeasureRecord& record : allMeasures())
+        names.emplace_back(record.name);
+    return names;
+}
+
+Measure measureNamed(const std::string& name)
+{
+    const std::vector<std::string> names = measureNames();
+    return static_cast<Measure>(std::find(names.begin(), names.end(), name) - names.begin());
+}
+
 PreciseJson jsonOf(const Ranked& entry)
 {
     return {{"angles", entry.angles},
@@ -126,8 +140,7 @@ Result<Done> optimize(const Options& options, const Console& console)
     const auto task = withKernel(
         searchTask(*state, state->project, options.area,
                    targetOf(options, *state->project.room.GFAGetAudienceAreaSelect(options.area)),
-                   options.measure == "line" ? Measure::FitToLine : Measure::SmoothArea,
-                   options.points, options.prediction.choice()));
+                   measureNamed(options.measure), options.points, options.prediction.choice()));
 
     const Clock::time_point start = Clock::now();
     PreciseJson result = {{"task", searchFingerprint(*task, *candidates, options.area)},
@@ -197,7 +210,7 @@ void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options
         ->check(numberBetween(1, std::numeric_limits<int>::max()))
         ->type_name("N");
     command->add_option("--measure", options->measure, "what is even: smooth or along a line")
-        ->check(CLI::IsMember({"smooth", "line"}))
+        ->check(CLI::IsMember(measureNames()))
         ->type_name("")
         ->capture_default_str();
     command->add_option("--points", options->points, "points along the area")

@@ -1,6 +1,6 @@
 #include "document/search_form.h"
 
-#include "lang/decimal_text.h"
+#include "lang/typed_number.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,11 +58,9 @@ int typedPoints(std::string_view text, int before)
 {
     constexpr double kFewest = 2;
     constexpr double kMost = 10000;
-    const std::size_t number = text.find_first_not_of(" +-.,");
-    if (number == std::string_view::npos || text[number] < '0' || text[number] > '9')
-        return before;
-    return static_cast<int>(
-        std::clamp(std::trunc(std::abs(ParseDecimalText(text))), kFewest, kMost));
+    const std::optional<double> typed = typedFigure(text);
+    return typed ? static_cast<int>(std::clamp(std::trunc(std::abs(*typed)), kFewest, kMost))
+                 : before;
 }
 
 } // namespace orva

@@ -34,11 +34,11 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
                      std::shared_ptr<const PointOrder> order)
     : m_task(std::move(task)),
       m_order(std::move(order)),
+      m_measure(recordOf(m_task->measure)),
+      m_wanted(m_measure.wanted(m_task->target, m_task->points)),
       m_literal(m_task->speakerData.directivity, m_task->air),
       m_array(m_task->array),
       m_segment(measuredSegment(m_task->area, m_task->target)),
-      m_reference(fitReference(m_task->target, m_task->points)),
-      m_step(m_task->target.lengthM / (m_task->points - 1) * m_task->target.slopeDbPerM),
       m_factors(bandFactors(m_task->speakerData.BandLevel, m_task->choice)),
       m_loudest(loudestPower(m_task->speakerData, m_task->choice, m_factors))
 {
@@ -50,11 +50,6 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
     m_receivers.reserve(count);
     for (const std::size_t point : m_order->points)
         m_receivers.push_back(line[point]);
-    m_wanted.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        m_wanted.push_back(m_task->measure == Measure::FitToLine
-                               ? static_cast<double>(m_reference[i])
-                               : static_cast<double>(i) * m_step);
     m_bandPowers.resize(m_factors.size() * kGroup);
     for (std::size_t b = 0; b < m_factors.size(); ++b) {
         const std::size_t band = static_cast<std::size_t>(m_task->choice.bands.from) + b;
@@ -97,8 +92,7 @@ void Evaluator::prepareSums()
 
 double Evaluator::measureOf(const std::vector<float>& levels) const
 {
-    const double rms = m_task->measure == Measure::FitToLine ? RmsToFitLine(levels, m_reference)
-                                                             : RmsSmooth(levels, m_step);
+    const double rms = m_measure.of(levels, m_wanted);
     return std::isfinite(rms) ? rms : kNoMeasure;
 }
 
@@ -226,27 +220,12 @@ double Evaluator::errorSquare(const Point& receiver, float power) const
                                         : std::numeric_limits<double>::infinity();
 }
 
-/// What the errors of the known levels can come to in the sum of squares of sumOfSquares().
-double Evaluator::sumOfErrors(const std::vector<std::size_t>& known) const
-{
-    double sum = 0;
-    if (m_task->measure == Measure::FitToLine)
-        for (const std::size_t point : known)
-            sum += m_errorSquares[point];
-    else // (a + b)^2 is at most 2 a^2 + 2 b^2
-        for (std::size_t i = 0; i + 1 < known.size(); ++i)
-            sum += 2 * (m_errorSquares[known[i]] + m_errorSquares[known[i + 1]]) /
-                   static_cast<double>(known[i + 1] - known[i]);
-    return sum;
-}
-
 std::optional<Evaluator::Bounds> Evaluator::measureUpTo(const LineArray::Positions& angles,
                                                         double limit)
 {
     place(angles);
     prepareSums();
-    const double terms =
-        m_task->measure == Measure::FitToLine ? m_task->points : m_task->points - 1;
+    const double terms = m_measure.terms(m_task->points);
     const double furthest = limit * std::sqrt(terms);
     double length = 0;
     double error = 0;
@@ -255,8 +234,8 @@ std::optional<Evaluator::Bounds> Evaluator::measureUpTo(const LineArray::Positio
         for (; done < stage.end; done += kGroup)
             calculateGroup(done / kGroup);
         // The roots are lengths of vectors: an error of length e moves the other by e at most.
-        length = std::sqrt(sumOfSquares(m_task->measure, m_distances, stage.known));
-        error = std::sqrt(sumOfErrors(stage.known));
+        length = std::sqrt(m_measure.sum(m_distances, stage.known));
+        error = std::sqrt(m_measure.errors(m_errorSquares, stage.known));
         if (length - error > furthest)
             return std::nullopt;
     }

@@ -72,16 +72,14 @@ private:
     void sumPowers(std::size_t group, std::span<float> powers);
     void sumRunningPowers(std::size_t group, std::span<float> powers);
     double errorSquare(const Point& receiver, float power) const;
-    double sumOfErrors(const std::vector<std::size_t>& known) const;
 
     std::shared_ptr<const SearchTask> m_task;
     std::shared_ptr<const PointOrder> m_order;
+    const MeasureRecord& m_measure;
+    std::vector<double> m_wanted; ///< level at each point
     LiteralKernel m_literal;
     LineArray m_array;
     AreaSegment m_segment;
-    std::vector<float> m_reference;
-    std::vector<double> m_wanted;
-    double m_step = 0; ///< wanted from point to point
     std::array<Point, 2> m_ends{};
     std::vector<Point> m_receivers; ///< in the order of calculation
     std::vector<float> m_factors;

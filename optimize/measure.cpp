@@ -23,18 +23,18 @@ AreaSegment measuredSegment(const AreaSegment& area, const FitLineTarget& target
     return {start[0], start[1], end[0], end[1], area[4], static_cast<float>(length)};
 }
 
-std::vector<float> fitReference(const FitLineTarget& target, int points)
+std::vector<double> fitReference(const FitLineTarget& target, int points)
 {
     assert(points >= 2);
     const double step = target.lengthM / (points - 1);
-    std::vector<float> reference(static_cast<std::size_t>(points));
+    std::vector<double> reference(static_cast<std::size_t>(points));
     for (std::size_t i = 0; i < reference.size(); ++i)
         reference[i] =
             static_cast<float>(static_cast<double>(i) * step * target.slopeDbPerM + target.levelDb);
     return reference;
 }
 
-double RmsToFitLine(std::span<const float> levels, std::span<const float> reference)
+double RmsToFitLine(std::span<const float> levels, std::span<const double> reference)
 {
     assert(levels.size() == reference.size());
     double sum = 0;
@@ -54,6 +54,104 @@ double RmsSmooth(std::span<const float> levels, double step)
         sum += distance * distance;
     }
     return std::sqrt(sum / static_cast<double>(levels.size() - 1));
+}
+
+namespace {
+
+using Places = std::vector<std::size_t>;
+
+// Fit to line: each term is the distance of a level from the wanted one.
+
+double lineSum(const std::vector<double>& distances, const Places& known)
+{
+    double sum = 0;
+    for (const std::size_t point : known)
+        sum += distances[point] * distances[point];
+    return sum;
+}
+
+double lineErrors(const std::vector<double>& squares, const Places& known)
+{
+    double sum = 0;
+    for (const std::size_t point : known)
+        sum += squares[point];
+    return sum;
+}
+
+double lineGrowth(const std::vector<double>& distances, const Places&, Places::const_iterator,
+                  std::size_t point)
+{
+    return distances[point] * distances[point];
+}
+
+// Smooth area: each term is the change from point to point. Over a gap of n steps it counts as if
+// it were spread evenly, which is the least that its steps can come to.
+
+double gap(const std::vector<double>& distances, std::size_t from, std::size_t to)
+{
+    const double change = distances[to] - distances[from];
+    return change * change / static_cast<double>(to - from);
+}
+
+std::vector<double> smoothWanted(const FitLineTarget& target, int points)
+{
+    const double step = target.lengthM / (points - 1) * target.slopeDbPerM;
+    std::vector<double> wanted(static_cast<std::size_t>(points));
+    for (std::size_t i = 0; i < wanted.size(); ++i)
+        wanted[i] = static_cast<double>(i) * step;
+    return wanted;
+}
+
+double smoothMeasure(std::span<const float> levels, std::span<const double> wanted)
+{
+    return RmsSmooth(levels, wanted[1]);
+}
+
+double smoothSum(const std::vector<double>& distances, const Places& known)
+{
+    double sum = 0;
+    for (std::size_t i = 0; i + 1 < known.size(); ++i)
+        sum += gap(distances, known[i], known[i + 1]);
+    return sum;
+}
+
+double smoothErrors(const std::vector<double>& squares, const Places& known)
+{
+    double sum = 0;
+    for (std::size_t i = 0; i + 1 < known.size(); ++i) // (a + b)^2 is at most 2 a^2 + 2 b^2
+        sum += 2 * (squares[known[i]] + squares[known[i + 1]]) /
+               static_cast<double>(known[i + 1] - known[i]);
+    return sum;
+}
+
+double smoothGrowth(const std::vector<double>& distances, const Places& known,
+                    Places::const_iterator right, std::size_t point)
+{
+    double sum = 0;
+    if (right != known.begin())
+        sum += gap(distances, *(right - 1), point);
+    if (right != known.end())
+        sum += gap(distances, point, *right);
+    if (right != known.begin() && right != known.end())
+        sum -= gap(distances, *(right - 1), *right);
+    return sum;
+}
+
+} // namespace
+
+std::span<const MeasureRecord> allMeasures()
+{
+    static constexpr MeasureRecord kAll[] = {
+        {"line", Text::FitToLine, fitReference, RmsToFitLine, [](int points) { return points; },
+         lineSum, lineErrors, lineGrowth},
+        {"smooth", Text::SmoothArea, smoothWanted, smoothMeasure,
+         [](int points) { return points - 1; }, smoothSum, smoothErrors, smoothGrowth}};
+    return kAll;
+}
+
+const MeasureRecord& recordOf(Measure measure)
+{
+    return allMeasures()[static_cast<std::size_t>(measure)];
 }
 
 } // namespace orva

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "lang/text_ids.h"
 #include "model/room.h"
 
 #include <limits>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace orva {
-
-/// What the levels along an area are measured against.
-enum class Measure { FitToLine, SmoothArea };
 
 /// Stands for the measure of levels of which one is minus infinity: worse than any other.
 constexpr double kNoMeasure = std::numeric_limits<double>::max();
@@ -28,11 +27,39 @@ struct FitLineTarget {
 /// The part of the area that the target covers, 0.001 m long at least.
 AreaSegment measuredSegment(const AreaSegment& area, const FitLineTarget& target);
 
+/// What the levels along an area are measured against; each a record of allMeasures().
+enum class Measure { FitToLine, SmoothArea };
+
+/// Everything in which measures differ. A measure is the root of the mean of squares of terms in
+/// the distances of the levels from the wanted ones, dB; a sum over some of the levels, `known`
+/// (places, ascending), is never larger than that over more of them.
+struct MeasureRecord {
+    std::string_view name; ///< for scripts: "smooth"
+    Text title;
+    /// Wanted levels at so many points (at least 2); what is the same for all may be left out.
+    std::vector<double> (*wanted)(const FitLineTarget& target, int points);
+    /// The measure of levels at all points, as the formulas have it.
+    double (*of)(std::span<const float> levels, std::span<const double> wanted);
+    /// Terms in the mean at so many points.
+    int (*terms)(int points);
+    /// Sum of squares over the known levels.
+    double (*sum)(const std::vector<double>& distances, const std::vector<std::size_t>& known);
+    /// What errors of the levels (squares, dB^2) can come to in it.
+    double (*errors)(const std::vector<double>& squares, const std::vector<std::size_t>& known);
+    /// What it grows by when `point` becomes known, which belongs before `right`.
+    double (*growth)(const std::vector<double>& distances, const std::vector<std::size_t>& known,
+                     std::vector<std::size_t>::const_iterator right, std::size_t point);
+};
+
+/// At the place of its number; the order in which a user sees them.
+std::span<const MeasureRecord> allMeasures();
+const MeasureRecord& recordOf(Measure measure);
+
 /// Wanted levels at `points` (at least 2) receivers, the last at the target's end.
-std::vector<float> fitReference(const FitLineTarget& target, int points);
+std::vector<double> fitReference(const FitLineTarget& target, int points);
 
 /// Root of the mean squared distance in dB of the levels from a reference of the same length.
-double RmsToFitLine(std::span<const float> levels, std::span<const float> reference);
+double RmsToFitLine(std::span<const float> levels, std::span<const double> reference);
 
 /// Root of the mean squared difference in dB of each step between neighbouring levels (2 or more)
 /// from the wanted step.

@@ -46,43 +46,7 @@ PointOrder completed(std::vector<std::size_t> points, std::size_t count)
     return order;
 }
 
-double gap(const std::vector<double>& distances, std::size_t from, std::size_t to)
-{
-    const double change = distances[to] - distances[from];
-    return change * change / static_cast<double>(to - from);
-}
-
-/// What the sum of squares grows by when `point` becomes known, which belongs before `right`.
-double growth(Measure measure, const std::vector<double>& distances,
-              const std::vector<std::size_t>& known, std::vector<std::size_t>::const_iterator right,
-              std::size_t point)
-{
-    if (measure == Measure::FitToLine)
-        return distances[point] * distances[point];
-    double sum = 0;
-    if (right != known.begin())
-        sum += gap(distances, *(right - 1), point);
-    if (right != known.end())
-        sum += gap(distances, point, *right);
-    if (right != known.begin() && right != known.end())
-        sum -= gap(distances, *(right - 1), *right);
-    return sum;
-}
-
 } // namespace
-
-double sumOfSquares(Measure measure, const std::vector<double>& distances,
-                    const std::vector<std::size_t>& known)
-{
-    double sum = 0;
-    if (measure == Measure::FitToLine)
-        for (const std::size_t point : known)
-            sum += distances[point] * distances[point];
-    else
-        for (std::size_t i = 0; i + 1 < known.size(); ++i)
-            sum += gap(distances, known[i], known[i + 1]);
-    return sum;
-}
 
 PointOrder PointOrder::coarseToFine(std::size_t points)
 {
@@ -93,12 +57,13 @@ PointOrder PointOrder::coarseToFine(std::size_t points)
 PointOrder PointOrder::learned(Measure measure, const std::vector<std::vector<double>>& samples)
 {
     assert(samples.size() >= 3);
+    const MeasureRecord& record = recordOf(measure);
     const std::size_t count = samples.front().size();
     const std::vector<std::size_t> all = coarseToFine(count).stages.back().known;
     std::vector<double> totals;
     totals.reserve(samples.size());
     for (const std::vector<double>& sample : samples) {
-        const double total = sumOfSquares(measure, sample, all);
+        const double total = record.sum(sample, all);
         totals.push_back(std::isnan(total) ? std::numeric_limits<double>::infinity() : total);
     }
     std::nth_element(totals.begin(), totals.begin() + 2, totals.end());
@@ -117,8 +82,7 @@ PointOrder PointOrder::learned(Measure measure, const std::vector<std::vector<do
                 continue;
             double told = 0;
             for (std::size_t s = 0; s < samples.size(); ++s)
-                told +=
-                    std::min(enough, sums[s] + growth(measure, samples[s], known, right, point));
+                told += std::min(enough, sums[s] + record.growth(samples[s], known, right, point));
             if (told > most) {
                 most = told;
                 best = point;
@@ -128,7 +92,7 @@ PointOrder PointOrder::learned(Measure measure, const std::vector<std::vector<do
             break;
         const auto right = std::lower_bound(known.cbegin(), known.cend(), best);
         for (std::size_t s = 0; s < samples.size(); ++s)
-            sums[s] += growth(measure, samples[s], known, right, best);
+            sums[s] += record.growth(samples[s], known, right, best);
         known.insert(right, best);
         order.push_back(best);
     }

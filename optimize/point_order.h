@@ -30,10 +30,4 @@ struct PointOrder {
     static PointOrder learned(Measure measure, const std::vector<std::vector<double>>& samples);
 };
 
-/// What is known of a measure's sum of squares once some levels are known: no sum over more of them
-/// is smaller. `known` are places in `distances`, ascending. Over a gap of n steps the change of
-/// level counts as if it were spread evenly, which is the least that its steps can come to.
-double sumOfSquares(Measure measure, const std::vector<double>& distances,
-                    const std::vector<std::size_t>& known);
-
 } // namespace orva

@@ -192,16 +192,15 @@ std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool(
     return std::make_shared<PointOrder>(PointOrder::learned(m_task->measure, samples));
 }
 
-/// Makes what the threads work with; false when stopped.
+/// Makes what the first thread works with; false when stopped.
 bool Search::prepare(const std::function<bool()>& stop)
 {
-    if (m_evaluators.empty()) {
-        m_order = learnedOrder(stop);
-        if (stop())
-            return false;
-    }
-    while (m_evaluators.size() < static_cast<std::size_t>(m_threads))
-        m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));
+    if (!m_evaluators.empty())
+        return true;
+    m_order = learnedOrder(stop);
+    if (stop())
+        return false;
+    m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));
     return true;
 }
 
@@ -251,6 +250,9 @@ void Search::testBlock(const std::function<bool()>& stop)
         Evaluator* evaluator = nullptr;
         {
             const std::lock_guard lock(mutex);
+            if (idle.empty()) // as many as run at once, however many threads are allowed
+                idle.push_back(
+                    m_evaluators.emplace_back(std::make_unique<Evaluator>(m_task, m_order)).get());
             evaluator = idle.back();
             idle.pop_back();
         }

@@ -118,7 +118,7 @@ private:
     Ranking m_ranking;
     bool m_decided = false;                    ///< the ranking is that of all that has been tested
     std::shared_ptr<const PointOrder> m_order; ///< null: the usual one
-    std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread
+    std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread that works
     std::atomic<double> m_lastMeasure = std::numeric_limits<double>::quiet_NaN();
 };
 

@@ -6,5 +6,11 @@ base=$(git rev-list -1 --before="$((last - 14400))" HEAD || true)
 if [ -z "$base" ]; then
     git ls-files '*.cpp'
 else
-    git diff --name-only --diff-filter=d "$base" -- '*.cpp'
+    {
+        git diff --name-only --diff-filter=d "$base" -- '*.cpp'
+        # a header is checked with one source that includes it
+        for header in $(git diff --name-only --diff-filter=d "$base" -- '*.h'); do
+            git grep -lF "#include \"${header#ui/}\"" -- '*.cpp' | head -n 1
+        done
+    } | sort -u
 fi

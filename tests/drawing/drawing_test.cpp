@@ -93,9 +93,10 @@ TEST(RoomDrawing, WallsAreasAndFohLieWhereTheyAre)
     GDrawRoomBasic(surface, project.room, {{}, 0.01F, 1, 1}, true);
     EXPECT_TRUE(surface.all("line", kGridGrey).empty());
     EXPECT_EQ(surface.texts().front(), "Y") << "no unit of a grid that is too fine to draw";
-    for (const auto& call : surface.calls)
-        if (call.text == "  <-Ref")
-            expectAt(call.points[0], 0, -0.01 * surface.scale().height);
+    const auto reference = std::find_if(surface.calls.begin(), surface.calls.end(),
+                                        [](const auto& call) { return call.text == "  <-Ref"; });
+    ASSERT_NE(reference, surface.calls.end());
+    expectAt(reference->points[0], 0, -0.01 * surface.scale().height);
 }
 
 TEST(ArrayDrawing, BoxesPinsAndSourcesLieAtTheirGeometry)

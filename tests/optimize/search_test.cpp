@@ -192,7 +192,7 @@ TEST(PointOrder, KnowsEveryPointOnceAndNeverClaimsTooMuch)
                 for (const PointOrder::Stage& stage : order.stages) {
                     EXPECT_EQ(stage.known.size(), stage.end);
                     EXPECT_TRUE(stage.end == count || stage.end % PointOrder::kGroup == 0);
-                    const double sum = sumOfSquares(measure, samples[0], stage.known);
+                    const double sum = recordOf(measure).sum(samples[0], stage.known);
                     EXPECT_GE(sum, before * (1 - 1e-12));
                     before = sum;
                 }
@@ -395,7 +395,7 @@ TEST(Measures, ByHand)
     EXPECT_DOUBLE_EQ(RmsSmooth(levels, 0), std::sqrt((4.0 + 1 + 16) / 3));
     EXPECT_DOUBLE_EQ(RmsSmooth(levels, 1), std::sqrt((1.0 + 4 + 9) / 3));
     const FitLineTarget target = {2, 6, -0.5, 100};
-    EXPECT_EQ(fitReference(target, 4), (std::vector<float>{100, 99, 98, 97}));
+    EXPECT_EQ(fitReference(target, 4), (std::vector<double>{100, 99, 98, 97}));
     EXPECT_DOUBLE_EQ(RmsToFitLine(levels, fitReference(target, 4)),
                      std::sqrt((0.0 + 9 + 9 + 64) / 4));
     const AreaSegment segment = measuredSegment({1, 2, 0, 0, 90, 10}, target);

@@ -1,94 +1,18 @@
-#include "app/memory_settings.h"
-#include "main/main_window.h"
+#include "shell/calculator_window.h"
+#include "shell/options_dialog.h"
 #include "shell/small_dialogs.h"
-#include "widgets/controls.h"
+#include "window_fixture.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QComboBox>
 #include <QDialog>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <QWheelEvent>
-
-#include <gtest/gtest.h>
 
 namespace orva::ui {
 namespace {
-
-class Window : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        session.state.settings.ShowNewQuery = false;
-        ASSERT_TRUE(LoadSystemData(session.state, session.programFolder / "bin"));
-        window = std::make_unique<MainWindow>(session);
-        window->resize(1280, 720);
-        window->begin();
-        window->show();
-        control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
-        QTest::qWait(1);
-    }
-
-    template<typename Control = QWidget>
-    Control* control(const char* name)
-    {
-        auto* found = window->findChild<Control*>(name);
-        EXPECT_TRUE(found) << name;
-        return found;
-    }
-    void choose(const char* name, const char* text)
-    {
-        auto* box = control<QComboBox>(name);
-        const int index = box->findText(text);
-        ASSERT_GE(index, 0) << name << " has no " << text;
-        box->setFocus();
-        box->setCurrentIndex(index);
-        emit box->activated(index);
-    }
-    void enter(const char* name, const char* text)
-    {
-        auto* edit = control<QLineEdit>(name);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-        QTest::keyClick(edit, Qt::Key_Return);
-    }
-    void click(const char* name)
-    {
-        QTest::mouseClick(control<QAbstractButton>(name), Qt::LeftButton);
-    }
-    const LineArray& array() const { return window->editor().array(); }
-    const Room& room() const { return window->editor().room(); }
-    bool red(const char* name) { return control(name)->property("invalid").toBool(); }
-    QString said(const char* name)
-    {
-        control<DrawingWidget>(name)->picture();
-        return control(name)->accessibleDescription();
-    }
-    /// Answers the next message and keeps its text.
-    void answer(QMessageBox::StandardButton button)
-    {
-        QTimer::singleShot(0, window.get(), [this, button] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(box);
-            asked = box->text();
-            box->button(button)->click();
-        });
-    }
-
-    MemorySettings store;
-    Session session{store, ORVA_BINARY_DIR};
-    std::unique_ptr<MainWindow> window;
-    QString asked;
-};
 
 TEST_F(Window, InvalidEntriesAreRedAndStopCalculations)
 {
@@ -480,106 +404,58 @@ TEST_F(Window, TheSheetSaysWhatContradictsItself)
         control<QLabel>("lblLastValid")->text().startsWith("The project counts 3 straight"));
 }
 
-/// Drives the search dialog while it is open.
-class SearchWindow : public Window {
+/// A dialog or window of the menu, while it is open.
+class Entry : public Window {
 protected:
-    void search(const std::function<void(QDialog&)>& drive)
+    static void type(QLineEdit* edit, const char* text, Qt::Key last)
     {
-        QTimer::singleShot(0, window.get(), [this, drive] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(dialog && dialog->objectName() == "frmOptimize");
-            drive(*dialog);
-            if (dialog->isVisible())
-                dialog->findChild<QAbstractButton*>("cmdCancel")->click();
-        });
-        click("Optimize_cmd");
-    }
-    static QString text(const QDialog& dialog, const char* name)
-    {
-        return dialog.findChild<QLabel*>(name)->text();
-    }
-    static void waitFor(const std::function<bool()>& what)
-    {
-        EXPECT_TRUE(QTest::qWaitFor(what, 60000));
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+        QTest::keyClick(edit, last);
     }
 };
 
-TEST_F(SearchWindow, EscPausesAndThenCancels)
+TEST_F(Entry, OptionsRestoreWhatIsNoNumber)
 {
-    search([](QDialog& dialog) {
-        EXPECT_FALSE(dialog.findChild<QAbstractButton*>("cmdCommit")->isEnabled());
-        dialog.findChild<QAbstractButton*>("chkArea")->click();
-        auto* points = dialog.findChild<QLineEdit*>("txtNumPts");
-        points->setFocus();
-        points->selectAll();
-        QTest::keyClicks(points, "10000");
-        auto* begin = dialog.findChild<QAbstractButton*>("cmdOptimize");
-        begin->click();
-        waitFor([&] { return text(dialog, "lblTested").toULongLong() > 0; });
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        waitFor([&] { return begin->text() == "Continue Calc."; });
-        EXPECT_TRUE(dialog.isVisible());
-        const auto tested = text(dialog, "lblTested").toULongLong();
-        EXPECT_EQ(dialog.findChild<QComboBox*>("cmbConfigs")->count(), 4);
-        EXPECT_NE(text(dialog, "lblTimeLeft"), "_");
-        begin->click();
-        waitFor([&] { return text(dialog, "lblTested").toULongLong() > tested; });
-        EXPECT_GE(text(dialog, "lblTested").toULongLong(), tested) << "nothing is tested anew";
-        begin->click();
-        waitFor([&] { return begin->text() == "Continue Calc."; });
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        EXPECT_FALSE(dialog.isVisible());
-    });
-    EXPECT_FALSE(window->isWindowModified());
-}
-
-TEST_F(SearchWindow, ResultsAreShownAndTaken)
-{
-    search([this](QDialog& dialog) {
-        auto* curve = control<DrawingWidget>("AreaSpl_pbx");
-        const QImage opened = curve->picture().toImage();
-        bool baseline = false;
-        for (int x = 60; x < opened.width() && !baseline; ++x)
-            for (int y = opened.height() / 2; y < opened.height(); ++y)
-                baseline = baseline || opened.pixelColor(x, y) == QColor(Qt::red);
-        EXPECT_TRUE(baseline) << "drawn on opening";
-        dialog.findChild<QAbstractButton*>("chkNeighbor")->click();
-        dialog.findChild<QAbstractButton*>("cmdOptimize")->click();
-        waitFor([&] { return dialog.windowTitle().contains("Select desired configuration."); });
-        EXPECT_EQ(text(dialog, "lblTested"), text(dialog, "lblToTest"));
-        EXPECT_EQ(text(dialog, "lblComp"), "100%");
-        EXPECT_EQ(text(dialog, "lblTimeLeft"), "0:00");
-        EXPECT_TRUE(dialog.findChild<QAbstractButton*>("chkShowSetup")->isChecked());
-        dialog.findChild<QComboBox*>("cmbConfigs")->setCurrentIndex(1);
-        dialog.findChild<QAbstractButton*>("cmdCommit")->click();
-    });
-    EXPECT_TRUE(window->isWindowModified());
-}
-
-TEST_F(SearchWindow, TheFitLineStaysWhereItIsWhenTheWindowIsWidened)
-{
-    auto* curve = control<DrawingWidget>("AreaSpl_pbx");
-    click("chkDrawLine");
-    const auto drag = [&](QPoint from, QPoint to) {
-        QTest::mousePress(curve, Qt::LeftButton, {}, from);
-        QTest::mouseMove(curve, to);
-        QTest::mouseRelease(curve, Qt::LeftButton, {}, to);
-    };
-    drag({50 + 20, 60}, {50 + 60, 80});
-    QStringList targets;
-    for (const int width : {1280, 1600, 1280}) {
-        window->resize(width, 720);
-        QTest::qWait(30);
-        search([&](QDialog& dialog) {
-            targets += text(dialog, "lblX1") + " " + text(dialog, "lblX2") + " " +
-                       text(dialog, "lblDeltadB");
-        });
+    OptionsDialog dialog(session, window.get());
+    dialog.show();
+    for (const auto& [name, shown] : {std::pair{"txtTemp", "21"},
+                                      {"SPLRes_txt", "0.1"},
+                                      {"txtGridSize(0)", "5"},
+                                      {"txtGridSize(2)", "1"}}) {
+        SCOPED_TRACE(name);
+        auto* edit = dialog.findChild<QLineEdit*>(name);
+        ASSERT_TRUE(edit);
+        for (const char* typed : {"-", "word", "1.234,5"}) {
+            type(edit, typed, Qt::Key_Return);
+            EXPECT_EQ(edit->text(), shown) << typed;
+        }
+        type(edit, "7", Qt::Key_Escape);
+        EXPECT_TRUE(dialog.isVisible()) << "Esc belongs to the entry";
+        EXPECT_EQ(edit->text(), shown);
     }
-    EXPECT_EQ(targets[0], targets[1]);
-    EXPECT_EQ(targets[0], targets[2]);
-    EXPECT_NE(targets[0].section(' ', 1, 1), "15") << "not the whole area";
-    drag({70, 60}, {71, 60}); // less than two pixels
-    search([&](QDialog& dialog) { EXPECT_EQ(text(dialog, "lblX2"), "15"); });
+    EXPECT_FALSE(dialog.findChild<QAbstractButton*>("pixelRes_chk")->isChecked());
+    QTest::keyClick(dialog.findChild<QLineEdit*>("txtTemp"), Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(Entry, SidesOfTheTriangleAreWholeLengths)
+{
+    CalculatorWindow calculator(session, window.get());
+    calculator.show();
+    auto* side = calculator.findChild<QLineEdit*>("txtLength");
+    const QString angle = calculator.findChild<QLineEdit*>("txtAngle")->text();
+    for (const char* typed : {"-", "1.234,5", "word"}) {
+        type(side, typed, Qt::Key_Return);
+        EXPECT_EQ(side->text(), "14") << typed;
+    }
+    type(side, "9", Qt::Key_Escape);
+    EXPECT_EQ(side->text(), "14");
+    EXPECT_EQ(calculator.findChild<QLineEdit*>("txtAngle")->text(), angle);
+    type(side, "-10ft", Qt::Key_Return);
+    EXPECT_EQ(side->text(), "3.048");
+    EXPECT_NE(calculator.findChild<QLineEdit*>("txtAngle")->text(), angle);
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "drawing/array_drawing.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
-#include "widgets/controls.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
@@ -98,11 +97,13 @@ QWidget* OptimizeDialog::settingsFrame()
 
     fraMeasure = named<QGroupBox>("fraMeasure", Frame2);
     auto* measures = new QVBoxLayout(fraMeasure);
-    for (int i = 0; i < 2; ++i) {
-        optMeasure[i] = named<QRadioButton>(elementName("optMeasure", i), fraMeasure);
-        measures->addWidget(optMeasure[i]);
+    m_measures = new QButtonGroup(this);
+    for (int i = 0; i < static_cast<int>(allMeasures().size()); ++i) {
+        auto* option = named<QRadioButton>(elementName("optMeasure", i), fraMeasure);
+        measures->addWidget(option);
+        m_measures->addButton(option, i);
     }
-    optMeasure[1]->setChecked(true);
+    m_measures->button(static_cast<int>(Measure::SmoothArea))->setChecked(true);
     layout->addWidget(fraMeasure);
 
     auto* points = new QHBoxLayout;
@@ -116,6 +117,8 @@ QWidget* OptimizeDialog::settingsFrame()
         m_points = typedPoints(txtNumPts->text().toStdString(), m_points);
         txtNumPts->setText(QString::number(m_points));
     });
+    connect(txtNumPts, &NumberEdit::cancelled, this,
+            [this] { txtNumPts->setText(QString::number(m_points)); });
     txtNumPts->setText(QString::number(m_points));
 
     fraFitLine = named<QGroupBox>("fraFitLine", Frame2);
@@ -219,8 +222,9 @@ void OptimizeDialog::showTexts()
     chkQuick->setText(text(Text::QuickFirst));
     chkShowSetup->setText(text(Text::ShowSetup));
     fraMeasure->setTitle(text(Text::Measure));
-    optMeasure[0]->setText(text(Text::FitToLine));
-    optMeasure[1]->setText(text(Text::SmoothArea));
+    for (QAbstractButton* option : m_measures->buttons())
+        option->setText(
+            text(allMeasures()[static_cast<std::size_t>(m_measures->id(option))].title));
     Label2->setText(text(Text::NumberOfPoints));
     fraFitLine->setTitle(text(Text::FitLine));
     m_x1Label->setText(text(Text::FitX1));
@@ -307,8 +311,7 @@ void OptimizeDialog::beginOrPause()
     }
     cmbConfigs->clear();
     m_views.setCurves({});
-    m_run.begin(optMeasure[0]->isChecked() ? Measure::FitToLine : Measure::SmoothArea, m_points,
-                chkQuick->isChecked());
+    m_run.begin(static_cast<Measure>(m_measures->checkedId()), m_points, chkQuick->isChecked());
     m_poll.start(kPollMs);
     m_task.start([this](const Task::Stop& stop) { m_run.work(stop); }, [this] { searchStopped(); });
     showState();

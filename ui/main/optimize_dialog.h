@@ -3,7 +3,9 @@
 #include "app/search_run.h"
 #include "app/task.h"
 #include "main/view_panel.h"
+#include "widgets/controls.h"
 
+#include <QButtonGroup>
 #include <QDialog>
 #include <QLineEdit>
 #include <QTimer>
@@ -62,9 +64,9 @@ private:
     QCheckBox* chkNeighbor;
     QCheckBox* chkQuick;
     QGroupBox* fraMeasure;
-    QRadioButton* optMeasure[2];
+    QButtonGroup* m_measures; ///< ids are those of Measure
     QLabel* Label2;
-    QLineEdit* txtNumPts;
+    NumberEdit* txtNumPts;
     QGroupBox* fraFitLine;
     QLabel* m_x1Label;
     QLabel* m_x2Label;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "widgets/controls.h"
 #include "widgets/drawing_widget.h"
 #include "widgets/session.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QWidget>
 
 namespace orva::ui {
@@ -20,17 +20,18 @@ public:
 
 private:
     void showTexts();
-    /// Reads the sides, shows the angle and the drawing.
+    /// Shows the angle and the drawing.
     void SolveTriangle();
-    double side(int number) const;
+    void takeSide(int number);
 
     Session& m_session;
-    QLineEdit* m_sides[3]; ///< txtLength, txtXone, txtXtwo
+    NumberEdit* m_sides[3]; ///< txtLength, txtXone, txtXtwo
+    double m_lengths[3] = {14, 8, 8};
     QLabel* m_labels[3];
     QLabel* lblUnits[3];
     QLabel* Label20;
     QLabel* lblAngleMeas;
-    QLineEdit* txtAngle;
+    NumberEdit* txtAngle;
     DrawingWidget* Calc_pbx;
 };
 

@@ -49,6 +49,11 @@ QLineEdit* OptionsDialog::entry(const QString& name, std::string& text,
         validate();
         display();
     });
+    connect(edit, &NumberEdit::cancelled, this, [this, &text, validate] {
+        text.clear(); // no number: what was there comes back
+        validate();
+        display();
+    });
     return edit;
 }
 

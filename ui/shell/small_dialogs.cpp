@@ -90,8 +90,8 @@ AboutDialog::AboutDialog(Session& session, QWidget* parent) : QDialog(parent), m
 void AboutDialog::showTexts()
 {
     setWindowTitle(m_session.text(Text::AboutCaption) + kProgramTitle);
-    lblTitle->setText(QString(kProgramTitle) + "\r\n" + ORVA_DESCRIPTION);
-    lblVersion->setText("Version " ORVA_VERSION);
+    lblTitle->setText(QString(kProgramTitle) + "\r\n" + m_session.text(Text::AboutProgram));
+    lblVersion->setText(m_session.text(Text::AboutVersion) + ORVA_VERSION);
     lblDescription->setText(m_session.text(Text::AboutDescription));
     lblDisclaimer->setText(m_session.text(Text::AboutCredit));
     cmdOK->setText(m_session.text(Text::Ok));

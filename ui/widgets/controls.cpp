@@ -1,6 +1,7 @@
 #include "widgets/controls.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyle>
@@ -113,6 +114,19 @@ QSize NumberEdit::sizeHint() const
 {
     const QSize standard = QLineEdit::sizeHint();
     return {fontMetrics().horizontalAdvance("-00000.000"), standard.height()};
+}
+
+bool NumberEdit::event(QEvent* event)
+{
+    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!key || !isModified() || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
+        return QLineEdit::event(event);
+    event->accept();
+    if (event->type() == QEvent::KeyPress) {
+        emit cancelled();
+        selectAll();
+    }
+    return true;
 }
 
 ColumnArea::ColumnArea(QWidget* column, QWidget* parent) : QScrollArea(parent)

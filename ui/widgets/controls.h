@@ -45,10 +45,18 @@ protected:
 
 /// An entry for a number, as wide as numbers are.
 class NumberEdit final : public QLineEdit {
+    Q_OBJECT
 public:
     explicit NumberEdit(QWidget* parent = nullptr);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
+
+signals:
+    /// Esc was pressed on what has been typed; nobody else sees that key.
+    void cancelled();
+
+protected:
+    bool event(QEvent* event) override;
 };
 
 /// A column of controls, as wide as they need, that scrolls where it is too high.

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "app/memory_settings.h"
+#include "main/main_window.h"
+#include "widgets/controls.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace orva::ui {
+
+/// The main window with a new project, on its second page.
+class Window : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        session.state.settings.ShowNewQuery = false;
+        ASSERT_TRUE(LoadSystemData(session.state, session.programFolder / "bin"));
+        window = std::make_unique<MainWindow>(session);
+        window->resize(1280, 720);
+        window->begin();
+        window->show();
+        control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+        QTest::qWait(1);
+    }
+
+    template<typename Control = QWidget>
+    Control* control(const char* name)
+    {
+        auto* found = window->findChild<Control*>(name);
+        EXPECT_TRUE(found) << name;
+        return found;
+    }
+    void choose(const char* name, const char* text)
+    {
+        auto* box = control<QComboBox>(name);
+        const int index = box->findText(text);
+        ASSERT_GE(index, 0) << name << " has no " << text;
+        box->setFocus();
+        box->setCurrentIndex(index);
+        emit box->activated(index);
+    }
+    void enter(const char* name, const char* text)
+    {
+        auto* edit = control<QLineEdit>(name);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+    void click(const char* name)
+    {
+        QTest::mouseClick(control<QAbstractButton>(name), Qt::LeftButton);
+    }
+    const LineArray& array() const { return window->editor().array(); }
+    const Room& room() const { return window->editor().room(); }
+    bool red(const char* name) { return control(name)->property("invalid").toBool(); }
+    QString said(const char* name)
+    {
+        control<DrawingWidget>(name)->picture();
+        return control(name)->accessibleDescription();
+    }
+    /// Answers the next message and keeps its text.
+    void answer(QMessageBox::StandardButton button)
+    {
+        QTimer::singleShot(0, window.get(), [this, button] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(box);
+            asked = box->text();
+            box->button(button)->click();
+        });
+    }
+
+    MemorySettings store;
+    Session session{store, ORVA_BINARY_DIR};
+    std::unique_ptr<MainWindow> window;
+    QString asked;
+};
+
+} // namespace orva::ui
