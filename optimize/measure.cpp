@@ -59,6 +59,7 @@ double RmsSmooth(std::span<const float> levels, double step)
 namespace {
 
 using Places = std::vector<std::size_t>;
+using Samples = std::vector<std::vector<double>>;
 
 // Fit to line: each term is the distance of a level from the wanted one.
 
@@ -78,10 +79,11 @@ double lineErrors(const std::vector<double>& squares, const Places& known)
     return sum;
 }
 
-double lineGrowth(const std::vector<double>& distances, const Places&, Places::const_iterator,
-                  std::size_t point)
+void lineGrow(const Samples& samples, const Places&, Places::const_iterator, std::size_t point,
+              std::vector<double>& sums)
 {
-    return distances[point] * distances[point];
+    for (std::size_t s = 0; s < samples.size(); ++s)
+        sums[s] += samples[s][point] * samples[s][point];
 }
 
 // Smooth area: each term is the change from point to point. Over a gap of n steps it counts as if
@@ -137,15 +139,22 @@ double smoothGrowth(const std::vector<double>& distances, const Places& known,
     return sum;
 }
 
+void smoothGrow(const Samples& samples, const Places& known, Places::const_iterator right,
+                std::size_t point, std::vector<double>& sums)
+{
+    for (std::size_t s = 0; s < samples.size(); ++s)
+        sums[s] += smoothGrowth(samples[s], known, right, point);
+}
+
 } // namespace
 
 std::span<const MeasureRecord> allMeasures()
 {
     static constexpr MeasureRecord kAll[] = {
         {"line", Text::FitToLine, fitReference, RmsToFitLine, [](int points) { return points; },
-         lineSum, lineErrors, lineGrowth},
+         lineSum, lineErrors, lineGrow},
         {"smooth", Text::SmoothArea, smoothWanted, smoothMeasure,
-         [](int points) { return points - 1; }, smoothSum, smoothErrors, smoothGrowth}};
+         [](int points) { return points - 1; }, smoothSum, smoothErrors, smoothGrow}};
     return kAll;
 }
 

@@ -46,9 +46,12 @@ struct MeasureRecord {
     double (*sum)(const std::vector<double>& distances, const std::vector<std::size_t>& known);
     /// What errors of the levels (squares, dB^2) can come to in it.
     double (*errors)(const std::vector<double>& squares, const std::vector<std::size_t>& known);
-    /// What it grows by when `point` becomes known, which belongs before `right`.
-    double (*growth)(const std::vector<double>& distances, const std::vector<std::size_t>& known,
-                     std::vector<std::size_t>::const_iterator right, std::size_t point);
+    /// Adds to the sum of each sample (distances) what it grows by when `point` becomes known,
+    /// which belongs before `right`.
+    void (*grow)(const std::vector<std::vector<double>>& samples,
+                 const std::vector<std::size_t>& known,
+                 std::vector<std::size_t>::const_iterator right, std::size_t point,
+                 std::vector<double>& sums);
 };
 
 /// At the place of its number; the order in which a user sees them.

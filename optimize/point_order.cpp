@@ -73,6 +73,7 @@ PointOrder PointOrder::learned(Measure measure, const std::vector<std::vector<do
     std::vector<std::size_t> order;
     std::vector<std::size_t> known;
     std::vector<double> sums(samples.size(), 0.0);
+    std::vector<double> grown;
     while (order.size() < kMostLearned) {
         double most = -1;
         std::size_t best = count;
@@ -80,9 +81,11 @@ PointOrder PointOrder::learned(Measure measure, const std::vector<std::vector<do
             const auto right = std::lower_bound(known.cbegin(), known.cend(), point);
             if (right != known.cend() && *right == point)
                 continue;
+            grown = sums;
+            record.grow(samples, known, right, point, grown);
             double told = 0;
-            for (std::size_t s = 0; s < samples.size(); ++s)
-                told += std::min(enough, sums[s] + record.growth(samples[s], known, right, point));
+            for (const double sum : grown)
+                told += std::min(enough, sum);
             if (told > most) {
                 most = told;
                 best = point;
@@ -91,8 +94,7 @@ PointOrder PointOrder::learned(Measure measure, const std::vector<std::vector<do
         if (best == count)
             break;
         const auto right = std::lower_bound(known.cbegin(), known.cend(), best);
-        for (std::size_t s = 0; s < samples.size(); ++s)
-            sums[s] += record.growth(samples[s], known, right, best);
+        record.grow(samples, known, right, best, sums);
         known.insert(right, best);
         order.push_back(best);
     }
