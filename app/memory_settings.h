@@ -19,9 +19,10 @@ public:
         values[place(section, key)] = text;
     }
 
-    Result<Done> flush() override { return Done{}; }
+    Result<Done> flush() override { return fault ? Result<Done>(Error{*fault, {}}) : Done{}; }
 
     std::map<std::string, std::string> values; ///< by "section/key"
+    std::optional<Message> fault;              ///< why nothing can be stored
 
 private:
     static std::string place(std::string_view section, std::string_view key)

@@ -367,6 +367,27 @@ TEST(SmallDrawings, SubArrayAndTriangle)
     DrawTriangle(surface, 3 * std::sqrt(2.0), 3, 3, {});
     expectAt(surface.all("line", kBlue).at(0).points[1], 3, -3);
     EXPECT_NEAR(surface.all("arc", kBlack).at(0).points[1].x, 90, 1e-3);
+    for (const double side1 : {0.2, 8.0, 14.0, 15.999, 16.0}) { // an arc of up to 180°
+        SCOPED_TRACE(side1);
+        surface.calls.clear();
+        DrawTriangle(surface, side1, 8, 8, {});
+        const Scale& scale = surface.scale();
+        const auto inside = [&](Point from, Point to) {
+            EXPECT_GE(from.x, scale.left);
+            EXPECT_GE(from.y, scale.top);
+            EXPECT_LE(to.x, scale.left + scale.width);
+            EXPECT_LE(to.y, scale.top + scale.height);
+        };
+        const double radius = 0.15 * scale.width;
+        inside({8 - radius, -radius}, {8 + radius, 0});
+        const double pixel = scale.width / surface.pixelWidth();
+        for (const auto& call : surface.calls)
+            if (!call.text.empty() && call.text != "2") {
+                const Point size = surface.textSize(call.text);
+                inside(call.points[0],
+                       {call.points[0].x + size.x * pixel, call.points[0].y + size.y * pixel});
+            }
+    }
     DrawTriangle(surface, 20, 8, 8, {{Language::German, true}});
     EXPECT_EQ(surface.texts(), std::vector<std::string>{"Seite 1 > Seite 2 + Seite 3"});
     DrawTriangle(surface, 8, 0, 8, {});

@@ -74,7 +74,7 @@ protected:
         QTimer::singleShot(0, window.get(), [this, button] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_TRUE(box);
-            asked = box->text();
+            asked = (box->text() + "\n" + box->informativeText()).trimmed();
             box->button(button)->click();
         });
     }

@@ -79,6 +79,30 @@ TEST_F(Window, ClosingAsksForUnsavedChanges)
     EXPECT_EQ(store.values.at("Options/Units_Meters"), "True");
 }
 
+TEST_F(Window, OptionsThatCannotBeStoredAreTold)
+{
+    store.fault = Message("No space left on device");
+    answer(QMessageBox::Ok);
+    window->close();
+    EXPECT_EQ(asked, "The options could not be stored.\nNo space left on device");
+}
+
+TEST_F(Window, ALongRecentPathKeepsBothEnds)
+{
+    const QTemporaryDir folder;
+    const QString deep = folder.path() + "/" + QString("tour & co ").repeated(20).trimmed();
+    ASSERT_TRUE(QDir().mkpath(deep));
+    const QString file = deep + "/halle.lad";
+    ASSERT_TRUE(saveProject(window->editor().document().state().project, file.toStdString()));
+    window->findChild<ProjectCommands*>()->OpenRecent(file.toStdString());
+    const auto* recent = control<QAction>("mnuMRU(0)");
+    EXPECT_EQ(recent->toolTip(), file);
+    EXPECT_LT(recent->text().size(), file.size());
+    EXPECT_TRUE(recent->text().endsWith("/halle.lad"));
+    EXPECT_TRUE(recent->text().startsWith(folder.path().left(5)));
+    EXPECT_FALSE(QString(recent->text()).remove("&&").contains('&')) << "no shortcut";
+}
+
 TEST_F(Window, ADamagedFileChangesNothing)
 {
     const QTemporaryDir folder;
@@ -96,7 +120,7 @@ TEST_F(Window, ADamagedFileChangesNothing)
     const DocumentState before = window->editor().document().state();
     answer(QMessageBox::Ok);
     commands.OpenRecent(bad);
-    EXPECT_EQ(asked, "The file is either corrupt or invalid.");
+    EXPECT_EQ(asked.section("\n", 0, 0), "The file is either corrupt or invalid.");
     EXPECT_EQ(window->editor().document().state(), before);
     commands.OpenRecent(good);
     EXPECT_EQ(control<QLineEdit>("Cradle_txt(0)")->text(), "3");
