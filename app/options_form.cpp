@@ -1,6 +1,7 @@
 #include "app/options_form.h"
 
 #include "document/room_form.h"
+#include "engine/acoustics.h"
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
 #include "lang/typed_number.h"
@@ -14,9 +15,6 @@ namespace orva {
 
 namespace {
 
-constexpr double kColdest = -20;
-constexpr double kHottest = 50;
-
 /// What may stand behind a temperature, and whether it means Celsius; the chosen one where open.
 constexpr std::pair<std::string_view, std::optional<bool>> kTemperatureUnits[] = {
     {"", {}}, {"°", {}}, {"°C", true}, {"C", true}, {"°F", false}, {"F", false}};
@@ -24,6 +22,11 @@ constexpr std::pair<std::string_view, std::optional<bool>> kTemperatureUnits[] =
 double fahrenheit(double celsius)
 {
     return celsius * 1.8 + 32;
+}
+
+double withinRange(double degreesC)
+{
+    return std::clamp<double>(degreesC, kColdestC, kHottestC);
 }
 
 double celsiusOf(double degrees, bool celsius)
@@ -132,7 +135,7 @@ double OptionsForm::length(const std::string& text, const std::string& kept) con
 
 void OptionsForm::validateTemperature()
 {
-    const double degrees = std::clamp(celsiusTyped(), kColdest, kHottest);
+    const double degrees = withinRange(celsiusTyped());
     m_keptTemperature = temperature = temperatureText(celsius ? degrees : fahrenheit(degrees));
 }
 
@@ -165,7 +168,7 @@ Settings OptionsForm::applied(const Settings& stored) const
     };
     Settings settings = stored;
     settings.Celsius_Fahren = valid.celsius;
-    settings.Temperature = static_cast<float>(std::clamp(valid.celsiusTyped(), kColdest, kHottest));
+    settings.Temperature = static_cast<float>(withinRange(valid.celsiusTyped()));
     settings.Units_Meters = valid.metres;
     settings.AutoCorrect = valid.autoCorrect;
     if (!valid.pixel)

@@ -97,8 +97,7 @@ void SearchRun::list()
     m_results.clear();
     m_quickFound.reset();
     const bool finished = m_search->finished();
-    const std::vector<Ranked> best =
-        (finished ? m_search->ranking() : m_search->bestSoFar()).best();
+    const std::vector<Ranked> best = (finished ? m_search->decide() : m_search->bestSoFar()).best();
     if (best.empty())
         return;
     for (const Ranked& entry : best)

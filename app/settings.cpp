@@ -1,5 +1,6 @@
 #include "app/settings.h"
 
+#include "engine/acoustics.h"
 #include "model/systems.h"
 
 #include <algorithm>
@@ -72,7 +73,7 @@ void forEachField(Record& settings, const Field& field)
     field("ShowDelay", settings.ShowDelay);
     field("SPLResolution", settings.SPLResolution, kAboveZero, kLargest);
     field("PixelRes", settings.PixelRes);
-    field("Temperature", settings.Temperature, -20.0F, 50.0F);
+    field("Temperature", settings.Temperature, kColdestC, kHottestC);
     field("Celsius_Fahren", settings.Celsius_Fahren);
     field("GridUnit_Room", settings.GridUnit_Room, kAboveZero, kLargest);
     field("GridUnit_Rigging", settings.GridUnit_Rigging, kAboveZero, kLargest);

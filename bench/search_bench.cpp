@@ -53,7 +53,8 @@ double ratio(bool pinMode, Measure measure)
     }
     const AreaSegment area = state.project.room.GFAGetAudienceArea1();
     const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
-    const auto task = withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
+    const auto task =
+        withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
     const CandidateSet candidates(state.project.array, allJoints(state.project.array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     Evaluator literal(task);
@@ -70,7 +71,7 @@ double ratio(bool pinMode, Measure measure)
             }) /
             10);
     }
-    fastSeconds += seconds([&] { search.ranking(); });
+    fastSeconds += seconds([&] { search.decide(); });
     return median(literalSeconds) / (fastSeconds / static_cast<double>(search.tested()));
 }
 
@@ -91,15 +92,15 @@ double quickFraction(std::mt19937& random)
     if (!state.project.room.GBSetAudienceArea1(
             AreaSegment{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
-    const auto task =
-        withKernel(searchTask(state, state.project, 1, FitLineTarget::wholeArea(state.project.room.GFAGetAudienceArea1()),
-                              Measure::SmoothArea, kPoints, kAllBands));
+    const auto task = withKernel(searchTask(
+        state, state.project, 1, FitLineTarget::wholeArea(state.project.room.GFAGetAudienceArea1()),
+        Measure::SmoothArea, kPoints, kAllBands));
     const CandidateSet candidates(state.project.array, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
     Search search(task, candidates, 0, *candidates.NumConfigs());
     while (!search.advance(2, never)) {
     }
-    const std::uint64_t best = search.ranking().best().front().number;
+    const std::uint64_t best = search.decide().best().front().number;
     std::uint64_t foundAfter = 0;
     quickSearch(task, candidates, never, [&](const QuickResult& result) {
         if (result.ranking.best().front().number == best)
@@ -127,7 +128,8 @@ double unfavourable(bool pinMode, Measure measure)
     array = withAngles(array, angles);
     const AreaSegment area = state.project.room.GFAGetAudienceArea1();
     const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
-    const auto task = withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
+    const auto task =
+        withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
     const CandidateSet candidates(array, allJoints(array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     const auto begin = std::chrono::steady_clock::now();

@@ -107,7 +107,7 @@ void searchExhaustively(const Options& options, const std::shared_ptr<const Sear
     while (!search.advance(options.common.threads, [] { return false; }))
         bar.update(search.tested(), count);
     bar.update(search.tested(), count);
-    best = search.ranking().best();
+    best = search.decide().best();
     result["tested"] = search.tested();
     result["first"] = search.first();
 }

@@ -1,5 +1,6 @@
 #include "cli/options.h"
 
+#include "engine/acoustics.h"
 #include "engine/parallel.h"
 #include "lang/number_text.h"
 #include "lang/utf8.h"
@@ -81,7 +82,7 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
         ->check(fileName())
         ->type_name("FILE");
     command.add_option("--temperature", options.temperatureC, "air temperature in °C, -20 to 50")
-        ->check(numberBetween(-20, 50))
+        ->check(numberBetween(kColdestC, kHottestC))
         ->type_name("C")
         ->capture_default_str();
     command.add_option("--units", options.units, "lengths in texts and drawings")

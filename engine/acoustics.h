@@ -30,6 +30,10 @@ struct Air {
     float SpeedOfSound; ///< m/s
     float WaveFactor;   ///< 2 pi / SpeedOfSound, rad per (Hz m)
 };
+/// Air as it is meant here, °C.
+constexpr float kColdestC = -20;
+constexpr float kHottestC = 50;
+
 /// The air at `t` °C.
 Air airAt(float t);
 

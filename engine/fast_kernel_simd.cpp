@@ -19,6 +19,28 @@ HWY_BEFORE_NAMESPACE();
 namespace orva::HWY_NAMESPACE {
 
 // Four bands or more: bands in lanes.
+//
+// The pressure of a band at a receiver is the sum over the sources, each r away in direction w, of
+//
+//     p = 1/r * exp(g r + i k r) * exp(-m(w) - i phi(w))
+//
+// with g (negative) and m in nepers, k = WaveFactor * BandCentre. Nothing of it is calculated by an
+// exponential here:
+//
+// - Distance. With z = g + i k and r = c C + f F + x, where C is a coarse and F a fine step and
+//   |x| <= F / 2,
+//       exp(z r) = exp(z c C) * exp(z f F) * exp(z x),
+//   the first two being rows of RadialTable. Of the third only 1 + i k x is left. Its length is too
+//   large by (k x)^2 / 2, whose mean the fine rows are made smaller by; what stays is (k F)^2 / 12
+//   at most: 7e-5 at 12.5 kHz with kShownPrecision.
+// - Direction. m and phi are linear between two steps of 5°, so their exponential is a smooth curve
+//   there, of which DirectivityTable keeps `nodes` points a step. Between two points it is their
+//   mean, weighted by v and 1 - v. The error is at most an eighth of the square of what the
+//   exponent changes by from point to point.
+// - Spreading goes into the weights: weight1 = v / r, weight0 = 1 / r - weight1.
+//
+// What remains for each band are three complex products and one complex mean, with the figures of
+// eight or sixteen bands side by side.
 
 /// Which rows of the tables a receiver's figure is made of.
 struct Rows {
@@ -135,6 +157,8 @@ template<bool low, bool high>
 struct RowSum {
     static constexpr std::size_t kWide = hn::MaxLanes(Floats());
     static constexpr std::size_t kHalf = hn::MaxLanes(HalfFloats());
+    /// Where `low1` begins: behind `low0`. 0, and not used, where `low0` takes all 16 bands.
+    static constexpr std::size_t kSecond = kWide % 16;
 
     Sum<Floats> low0;
     Sum<Floats> low1;
@@ -152,7 +176,7 @@ struct RowSum {
         if constexpr (low) {
             work(low0, 0, 16);
             if constexpr (kWide <= 8)
-                work(low1, kWide % 16, 16 + kWide % 16);
+                work(low1, kSecond, 16 + kSecond);
             if constexpr (kWide <= 4) {
                 work(low2, 8, 24);
                 work(low3, 12, 28);
@@ -170,7 +194,7 @@ struct RowSum {
         if constexpr (low) {
             low0.template add<0, 16>(term);
             if constexpr (kWide <= 8)
-                low1.template add<kWide % 16, 16 + kWide % 16>(term);
+                low1.template add<kSecond, 16 + kSecond>(term);
             if constexpr (kWide <= 4) {
                 low2.template add<8, 24>(term);
                 low3.template add<12, 28>(term);

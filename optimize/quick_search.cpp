@@ -121,7 +121,7 @@ std::optional<QuickResult> QuickSearch::result(const std::function<bool()>& stop
         while (!m_whole->advance(1, stop))
             if (stop())
                 return std::nullopt;
-        result.ranking = m_whole->ranking();
+        result.ranking = m_whole->decide();
         return result;
     }
     for (const Ranked& entry : m_fast.best()) {

@@ -360,7 +360,7 @@ Ranking Search::bestSoFar() const
     return ranking;
 }
 
-const Ranking& Search::ranking()
+const Ranking& Search::decide()
 {
     for (const Chunk& chunk : m_chunks)
         m_contenders.insert(m_contenders.end(), chunk.contenders.begin(), chunk.contenders.end());

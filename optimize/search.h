@@ -62,8 +62,8 @@ public:
     /// The last measure that was evaluated to its end, not a number before the first; may be asked
     /// from any thread.
     double lastMeasure() const { return m_lastMeasure; }
-    /// The ranking of what has been tested; decides what the fast kernel cannot.
-    const Ranking& ranking();
+    /// Decides what the fast kernel cannot, literally; the ranking of what has been tested.
+    const Ranking& decide();
 
 private:
     /// What may yet be among the best.

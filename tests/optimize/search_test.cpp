@@ -105,7 +105,7 @@ Ranking searchedRanking(const std::shared_ptr<const SearchTask>& task,
     while (!search.advance(threads, [] { return false; })) {
     }
     EXPECT_EQ(search.tested(), count);
-    return search.ranking();
+    return search.decide();
 }
 
 void expectSame(const Ranking& found, const Ranking& wanted)
@@ -252,12 +252,12 @@ TEST(Search, PartsAndPausesChangeNothing)
             EXPECT_LE(search.bestSoFar().best().front().rms, best + 1e-4);
             best = search.bestSoFar().best().front().rms;
             if (tested % 3 == 0) {
-                EXPECT_NEAR(search.ranking().best().front().rms, best, 1e-4);
+                EXPECT_NEAR(search.decide().best().front().rms, best, 1e-4);
             }
         }
         EXPECT_EQ(tested, end - first) << "each once";
-        expectSame(search.ranking(), literalRanking(scene, candidates, first, tested));
-        parts.push_back({first, search.tested(), search.ranking().best()});
+        expectSame(search.decide(), literalRanking(scene, candidates, first, tested));
+        parts.push_back({first, search.tested(), search.decide().best()});
     }
     const Result<SearchPart> whole = mergeParts(parts);
     ASSERT_TRUE(whole);
