@@ -86,6 +86,13 @@ TEST(Report, SaysInRedWhatContradictsItself)
     EXPECT_LT(warned.find("1 straight boxes"), warned.find("Rigging Display"));
 }
 
+TEST(Report, NoBlankLineAtTheEndFillsAPage)
+{
+    const LineArray array = newProject(kStandardSystem).array;
+    const std::string document = rtfReport(reportSections(array, "1", "now", "", {}));
+    EXPECT_NE(document.find("Box 12", document.rfind("\\par\n")), std::string::npos);
+}
+
 TEST(Report, PictureGrids)
 {
     const std::tuple<std::size_t, int, int, int, int> cases[] = {

@@ -103,6 +103,27 @@ TEST_F(Window, ALongRecentPathKeepsBothEnds)
     EXPECT_FALSE(QString(recent->text()).remove("&&").contains('&')) << "no shortcut";
 }
 
+TEST_F(Window, AStackIsLookedAtFromItsBottom)
+{
+    const QTemporaryDir folder;
+    const std::string stack = folder.filePath("stack.lad").toStdString();
+    choose("cmbNumSpk", "24");
+    window->resize(1280, 400);
+    QTest::qWait(1);
+    const auto* bar = control<QScrollBar>("VScroll1");
+    ASSERT_GT(bar->maximum(), bar->minimum());
+    control<QAbstractButton>("Stacked_chk")->click();
+    EXPECT_EQ(bar->value(), bar->maximum());
+    ASSERT_TRUE(saveProject(window->editor().document().state().project, stack));
+    control<QAbstractButton>("Stacked_chk")->click();
+    EXPECT_EQ(bar->value(), bar->minimum());
+    ProjectCommands& commands = *window->findChild<ProjectCommands*>();
+    answer(QMessageBox::No);
+    commands.OpenRecent(stack);
+    EXPECT_TRUE(window->editor().setup().stacked);
+    EXPECT_EQ(bar->value(), bar->maximum());
+}
+
 TEST_F(Window, ADamagedFileChangesNothing)
 {
     const QTemporaryDir folder;
