@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 #include "cli/json.h"
 
+#include <QImage>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -47,6 +48,20 @@ protected:
         return {status, out.str(), err.str()};
     }
 };
+
+TEST_F(CommandLine, ThePictureOfTheMapHasTheLevelsAlongTheAreas)
+{
+    const std::string file = folder / "p.png";
+    ASSERT_EQ(run("map " + project + " --cell 0.5 --png " + file).status, 0);
+    const QImage picture(QString::fromStdString(file));
+    ASSERT_EQ(picture.width(), 1280);
+    for (int x = 400; x < 560; x += 20) { // over the first area
+        int lines = 0;
+        for (int y = 1; y < picture.height(); ++y)
+            lines += qGray(picture.pixel(x, y)) < 120 && qGray(picture.pixel(x, y - 1)) >= 120;
+        EXPECT_EQ(lines, 4) << "ceiling, levels, area, floor at " << x;
+    }
+}
 
 TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
 {
