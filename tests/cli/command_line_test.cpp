@@ -55,9 +55,9 @@ TEST_F(CommandLine, ThePictureOfTheMapHasTheLevelsAlongTheAreas)
     ASSERT_EQ(run("map " + project + " --cell 0.5 --png " + file).status, 0);
     const QImage picture(QString::fromStdString(file));
     ASSERT_EQ(picture.width(), 1280);
-    for (int x = 400; x < 560; x += 20) { // over the first area
+    for (int x = 400; x < 560; x += 20) { // over the first area, above the bar
         int lines = 0;
-        for (int y = 1; y < picture.height(); ++y)
+        for (int y = 1; y < 600; ++y)
             lines += qGray(picture.pixel(x, y)) < 120 && qGray(picture.pixel(x, y - 1)) >= 120;
         EXPECT_EQ(lines, 4) << "ceiling, levels, area, floor at " << x;
     }
