@@ -80,8 +80,8 @@ bool writeTheatre(const std::filesystem::path& file)
     Project project = newProject(kStandardSystem);
     project.array.GBSetCradleCoord({1.5F, 11.3F});
     project.array.GBSetBassBoxCoord({1.5F, 0});
-    setBoxes(project.array, {0, 0, 0, 0, 0, 1, 0, 1, 1, 1, 1, 1},
-             {0, 0, 0, 0, 1, 2, 2, 4, 5, 6, 6}, 4);
+    setBoxes(project.array, {0, 0, 0, 0, 0, 1, 0, 1, 1, 1, 1, 1}, {0, 0, 0, 0, 1, 2, 2, 4, 5, 6, 6},
+             4);
     return setVenue(project.room,
                     {.dims = {34, 13},
                      .foh = {22, 3.1F},

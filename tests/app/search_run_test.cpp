@@ -16,7 +16,11 @@ protected:
     SearchRun newRun()
     {
         const auto aiming = GetAreaSpeakers(state.project.room, state.project.array, 1);
-        return {state, state.project, 1, *aiming, FitLineTarget::wholeArea(area),
+        return {state,
+                state.project,
+                1,
+                *aiming,
+                FitLineTarget::wholeArea(area),
                 {{0, kBands - 1}, LevelField::Continuous, true}};
     }
 

@@ -43,8 +43,7 @@ TEST(ShippedData, IsWhatItsProgramWrites)
     const SystemData shipped = load(ORVA_SOURCE_DIR "/data");
     const SystemData made = load(folder);
     // two decimals; the last may differ between mathematical libraries
-    for (const auto& [a, b] :
-         {std::pair(shipped[0], made[0]), std::pair(shipped[1], made[1])}) {
+    for (const auto& [a, b] : {std::pair(shipped[0], made[0]), std::pair(shipped[1], made[1])}) {
         EXPECT_LT(largestDifference(a.DirMagnitude, b.DirMagnitude, 1e9), 0.0101);
         EXPECT_LT(largestDifference(a.DirPhase, b.DirPhase, 360), 0.0101);
     }
@@ -53,8 +52,7 @@ TEST(ShippedData, IsWhatItsProgramWrites)
 
 TEST(ShippedData, IsQuietestBehindAndHasItsReferenceOnAxis)
 {
-    for (const auto& data :
-         {load(ORVA_SOURCE_DIR "/data")[0], load(ORVA_SOURCE_DIR "/data")[1]})
+    for (const auto& data : {load(ORVA_SOURCE_DIR "/data")[0], load(ORVA_SOURCE_DIR "/data")[1]})
         for (std::size_t band = 0; band < kBands; ++band) {
             EXPECT_EQ(data.DirMagnitude[band][0], 0);
             EXPECT_EQ(data.DirPhase[band][0], 0);
