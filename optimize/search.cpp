@@ -24,7 +24,7 @@ constexpr std::uint64_t kChunksPerThread = 8;
 /// in most steps, few enough for a report several times a second.
 constexpr std::uint64_t kMostInBlock = 1U << 22U;
 /// Levels to be calculated in the first block, for a report after a moment.
-constexpr std::uint64_t kLevelsInFirstBlock = 1024U * 200;
+constexpr std::uint64_t kLevelsInFirstBlock = 204'800;
 constexpr double kBlockSeconds = 0.3;
 constexpr double kFastestGrowth = 16;
 constexpr double kPlaceholder = 10;
