@@ -115,11 +115,11 @@ check-format: check-packages
 	clang-format --dry-run -Werror $(SOURCES)
 
 check-static: check-packages build/debug/build.ninja
-	git ls-files '*.cpp' | xargs -P $$(nproc) -n 4 clang-tidy --quiet -p build/debug
+	git ls-files '*.cpp' | tests/tidy.sh
 
 # The same for what the last hours changed; check-static runs weekly.
 check-changed: check-packages build/debug/build.ninja
-	tests/changed_sources.sh | xargs -r -P $$(nproc) -n 2 clang-tidy --quiet -p build/debug
+	tests/changed_sources.sh | tests/tidy.sh
 
 # Makes the shipped loudspeaker data again.
 speaker-data: all

@@ -20,7 +20,7 @@ Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file,
 
 SpeakerDataLoad loadOf(const SpeakerDataReading& reading, const std::filesystem::path& file)
 {
-    SpeakerDataLoad load;
+    SpeakerDataLoad load{.bands = reading.bands};
     const std::optional<Message> shortfall = reading.shortfall();
     if (reading.failed())
         load.error =
@@ -120,18 +120,15 @@ Result<Saved> saveProject(const Project& project, const std::filesystem::path& f
     return writeFile(file, projectBytes(project));
 }
 
-Result<std::optional<Error>> importSpeakerData(ApplicationState& state,
-                                               const std::filesystem::path& file)
+Result<SpeakerDataLoad> importSpeakerData(ApplicationState& state,
+                                          const std::filesystem::path& file)
 {
     const Result<SpeakerDataReading> reading = readSpeakerData(file, state.speakerData.directivity);
     if (!reading)
         return reading.error();
     state.speakerData.directivity = reading->directivity;
     state.directivityChanged();
-    const SpeakerDataLoad load = loadOf(*reading, file);
-    if (load.error)
-        return *load.error;
-    return load.note;
+    return loadOf(*reading, file);
 }
 
 } // namespace orva

@@ -44,8 +44,9 @@ struct Workspace : ApplicationState {
 
 /// What became of a speaker data file that could be read.
 struct SpeakerDataLoad {
-    std::optional<Error> error; ///< where it does not hold all bands, or not one number
-    std::optional<Error> note;  ///< where it holds all bands but not all values
+    int bands = 0;              ///< that were read
+    std::optional<Error> error{}; ///< where it does not hold all bands, or not one number
+    std::optional<Error> note{};  ///< where it holds all bands but not all values
 };
 
 /// What became of each system's file, at the place of its number.
@@ -79,10 +80,9 @@ std::string projectBytes(const Project& project);
 Result<Saved> saveProject(const Project& project, const std::filesystem::path& file);
 
 /// Replaces the current directivity by what a speaker data file holds, until the next
-/// SelectSystem(). An error when the file cannot be read (nothing changed) or is not one of all
-/// bands ("Load data failed"; the bands that it holds are taken). Else what is to be said about a
-/// file that does not hold all values, if anything.
-Result<std::optional<Error>> importSpeakerData(ApplicationState& state,
-                                               const std::filesystem::path& file);
+/// SelectSystem(). An error, and nothing changed, when the file cannot be read; the bands that it
+/// holds are taken.
+Result<SpeakerDataLoad> importSpeakerData(ApplicationState& state,
+                                          const std::filesystem::path& file);
 
 } // namespace orva

@@ -25,7 +25,7 @@ LevelChoiceForm::LevelChoiceForm(Language language) : m_language(language)
 {
     Average_cmb.selected = 0;
     for (const int hz : kNominalHz)
-        cmbTerzOktave.items.push_back(bandText(hz));
+        cmbTerzOktave.items.push_back({bandText(hz)});
     setLanguage(language);
 }
 
@@ -34,7 +34,7 @@ void LevelChoiceForm::setLanguage(Language language)
     m_language = language;
     Average_cmb.items.clear();
     for (const Text id : {Text::ThirdOctave, Text::OneOctave, Text::ThreeOctaves, Text::Broadband})
-        Average_cmb.items.emplace_back(MlGetString(language, id));
+        Average_cmb.items.push_back({std::string(MlGetString(language, id))});
     applyAveraging();
 }
 
@@ -67,15 +67,15 @@ void LevelChoiceForm::applyAveraging()
     bandEnabled = !broadband;
     cmbTerzOktave.items.resize(kBands);
     if (broadband)
-        cmbTerzOktave.items.emplace_back(MlGetString(m_language, Text::AllAveraged));
+        cmbTerzOktave.items.push_back({std::string(MlGetString(m_language, Text::AllAveraged))});
     cmbTerzOktave.selected = broadband ? kBands : m_band;
 }
 
 LevelChoice LevelChoiceForm::choice() const
 {
     constexpr std::array fields = {LevelField::Continuous, LevelField::Peak, LevelField::Relative};
-    return {BandRange(static_cast<Averaging>(Average_cmb.selected), m_band),
-            fields[static_cast<std::size_t>(mapType)], aWeighted};
+    return chosenLevels(fields[static_cast<std::size_t>(mapType)],
+                        static_cast<Averaging>(Average_cmb.selected), m_band, aWeighted);
 }
 
 } // namespace orva

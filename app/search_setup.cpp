@@ -11,7 +11,7 @@ SearchTask searchTask(const ApplicationState& state, const Project& project, int
 {
     SearchTask task;
     task.array = project.array;
-    task.area = *project.room.GFAGetAudienceAreaSelect(area);
+    task.area = project.room.area(area);
     task.target = target;
     task.measure = measure;
     task.points = points;

@@ -171,12 +171,11 @@ private:
 
     Row line(const char* name, const LevelChoice& choice)
     {
-        const AreaSegment area = m_state.project.room.GFAGetAudienceArea1();
+        const Segment area = m_state.project.room.area(1);
         const auto levels = [this, area, choice](const LevelKernel& kernel, int points) {
-            auto all = LineSPL(kernel, m_state.speakerData.BandLevel, m_state.project.array, area,
-                               choice, points);
-            all.resize(static_cast<std::size_t>(points));
-            return all;
+            return levelsAlong(kernel, m_state.speakerData.BandLevel, m_state.project.array, area,
+                               choice, points)
+                .levels;
         };
         const double terms = boxes() * choice.bands.count() * 200;
         const auto work = [&](const LevelKernel& kernel, int times) {
@@ -190,7 +189,7 @@ private:
         incoherent.reserve(kPoints);
         for (int i = 0; i < kPoints; ++i)
             incoherent.push_back(incoherentLevel(
-                {area[0] + i * static_cast<double>(area[5]) / kPoints, area[1]}, choice));
+                {area.start.x + i * area.lengthM / kPoints, area.start.y}, choice));
         const Errors errors =
             errorsOf(levels(*m_literal, kPoints), levels(*m_fast, kPoints), incoherent);
         return compare(name, work(*m_literal, 1), work(*m_fast, 20), errors);

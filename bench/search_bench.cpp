@@ -51,8 +51,8 @@ double ratio(bool pinMode, Measure measure)
         state.project.array.GBSetAngleOrPin(false);
         state.project.array = withAngles(state.project.array, angles);
     }
-    const AreaSegment area = state.project.room.GFAGetAudienceArea1();
-    const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
+    const Segment area = state.project.room.area(1);
+    const FitLineTarget target = {0, area.lengthM, 0, measure == Measure::FitToLine ? 106.0 : 0.0};
     const auto task =
         withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
     const CandidateSet candidates(state.project.array, allJoints(state.project.array), false);
@@ -90,10 +90,10 @@ double quickFraction(std::mt19937& random)
     const float rise = uniform(0, 15);
     const float length = uniform(10, 30);
     if (!state.project.room.GBSetAudienceArea1(
-            AreaSegment{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
+            SegmentFigures{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
     const auto task = withKernel(searchTask(
-        state, state.project, 1, FitLineTarget::wholeArea(state.project.room.GFAGetAudienceArea1()),
+        state, state.project, 1, FitLineTarget::wholeArea(state.project.room.area(1)),
         Measure::SmoothArea, kPoints, kAllBands));
     const CandidateSet candidates(state.project.array, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
@@ -126,8 +126,8 @@ double unfavourable(bool pinMode, Measure measure)
     angles[0] = pinMode ? 6 : 14;
     array.GBSetAngleOrPin(pinMode);
     array = withAngles(array, angles);
-    const AreaSegment area = state.project.room.GFAGetAudienceArea1();
-    const FitLineTarget target = {0, area[5], 0, measure == Measure::FitToLine ? 106.0 : 0.0};
+    const Segment area = state.project.room.area(1);
+    const FitLineTarget target = {0, area.lengthM, 0, measure == Measure::FitToLine ? 106.0 : 0.0};
     const auto task =
         withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
     const CandidateSet candidates(array, allJoints(array), false);

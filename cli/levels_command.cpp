@@ -26,9 +26,9 @@ Result<Done> printLevels(const Options& options, const Console& console)
         return state.error();
     const LevelChoice choice = options.prediction.choice();
     const std::shared_ptr<const LevelKernel> kernel = state->levelKernel();
-    const auto levelsAlong = [&](const AreaSegment& line, int points) {
-        return LineSPL(*kernel, state->speakerData.BandLevel, state->project.array, line, choice,
-                       points, options.common.threads);
+    const auto levelsOf = [&](const Segment& line, int points) {
+        return levelsAlong(*kernel, state->speakerData.BandLevel, state->project.array, line,
+                           choice, points, options.common.threads);
     };
 
     if (options.pictureArea > state->project.room.GIGetNumAreas())
@@ -36,11 +36,10 @@ Result<Done> printLevels(const Options& options, const Console& console)
                      options.file};
     PendingFiles files;
     const auto draw = [&](DrawingSurface& surface) {
-        const AreaSegment area = *state->project.room.GFAGetAudienceAreaSelect(options.pictureArea);
+        const Segment area = state->project.room.area(options.pictureArea);
         const int points = curvePoints(surface.pixelWidth());
-        std::vector<float> levels = levelsAlong(area, points);
-        levels.resize(static_cast<std::size_t>(points));
-        DrawCurves(surface, {options.pictureArea, area[5], {{std::move(levels)}}, {}},
+        DrawCurves(surface,
+                   {options.pictureArea, area.lengthM, {{levelsOf(area, points).levels}}, {}},
                    options.common.drawing());
     };
     if (auto drawn = addPicture(options.picture, draw, files); !drawn)
@@ -48,20 +47,18 @@ Result<Done> printLevels(const Options& options, const Console& console)
 
     Json areas = Json::array();
     for (int number = 1; number <= state->project.room.GIGetNumAreas(); ++number) {
-        const std::vector<float> levels =
-            levelsAlong(*state->project.room.GFAGetAudienceAreaSelect(number), options.points);
-        const std::span<const float> all(levels);
-        const auto points = static_cast<std::size_t>(options.points);
+        const auto [levels, largest, smallest] =
+            levelsOf(state->project.room.area(number), options.points);
         areas.push_back({{"area", number},
-                         {"levels", jsonNumbers(all.first(points))},
-                         {"max", jsonNumber(levels[points])},
-                         {"min", jsonNumber(levels[points + 1])}});
+                         {"levels", jsonNumbers(levels)},
+                         {"max", jsonNumber(largest)},
+                         {"min", jsonNumber(smallest)}});
     }
     Json result = {{"fromBand", choice.bands.from},
                    {"toBand", choice.bands.to},
                    {"levelField", static_cast<int>(choice.field)},
                    {"aWeighted", choice.aWeighted},
-                   {"foh", jsonNumber(levelsAlong(fohLine(state->project.room), 1).front())},
+                   {"foh", jsonNumber(levelsOf(fohLine(state->project.room), 1).largest)},
                    {"areas", areas}};
     addWarnings(result, state->contradictions);
     return deliver(console, jsonText(result), files, state->warnings);

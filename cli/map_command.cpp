@@ -55,9 +55,9 @@ void drawMap(DrawingSurface& surface, Workspace& state, const MapGrid& grid, con
     int number = 0;
     for (const int points : profilePointsOf(room, surface.pixelWidth(), surface.pixelHeight())) {
         content.profiles.push_back(
-            LineSPL(*state.levelKernel(), state.speakerData.BandLevel, state.project.array,
-                    *room.GFAGetAudienceAreaSelect(++number), choice, points));
-        content.profiles.back().resize(static_cast<std::size_t>(points));
+            levelsAlong(*state.levelKernel(), state.speakerData.BandLevel, state.project.array,
+                        room.area(++number), choice, points)
+                .levels);
     }
     DrawRoomView(surface, room, state.project.array, content, state.air.SpeedOfSound, options);
 }

@@ -87,7 +87,7 @@ Result<CandidateSet> candidatesOf(const Options& options, const Workspace& state
     return candidates;
 }
 
-FitLineTarget targetOf(const Options& options, const AreaSegment& area)
+FitLineTarget targetOf(const Options& options, const Segment& area)
 {
     if (options.fitLine.empty())
         return FitLineTarget::wholeArea(area);
@@ -139,7 +139,7 @@ Result<Done> optimize(const Options& options, const Console& console)
         return candidates.error();
     const auto task = withKernel(
         searchTask(*state, state->project, options.area,
-                   targetOf(options, *state->project.room.GFAGetAudienceAreaSelect(options.area)),
+                   targetOf(options, state->project.room.area(options.area)),
                    measureNamed(options.measure), options.points, options.prediction.choice()));
 
     const Clock::time_point start = Clock::now();

@@ -222,9 +222,7 @@ LevelChoice PredictionOptions::choice() const
                              : averaging == "broadband"    ? Averaging::Broadband
                                                            : Averaging::Third;
     const auto band = std::find(kNominalHz.begin(), kNominalHz.end(), bandHz) - kNominalHz.begin();
-    return {BandRange(field == LevelField::Relative ? chosen : Averaging::Broadband,
-                      static_cast<int>(band)),
-            field, aWeighted};
+    return chosenLevels(field, chosen, static_cast<int>(band), aWeighted);
 }
 
 } // namespace orva

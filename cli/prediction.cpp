@@ -39,22 +39,26 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
     const Result<SystemDataLoad> load = LoadSystemData(*project, options.dataFolderOf(console));
     if (!load)
         return load.error();
+    const auto warnOf = [&](const SpeakerDataLoad& data) {
+        if (data.note)
+            project->warnings.push_back(data.note->text());
+    };
     const std::int16_t system = project->project.array.GIGetArrayType();
     const SpeakerDataLoad& data =
         load->at(static_cast<std::size_t>(isSystem(system) ? system : kCompactSystem));
     if (data.error)
         return *data.error;
-    if (data.note)
-        project->warnings.push_back(data.note->text());
+    warnOf(data);
     SelectSystem(*project, system);
     UpdateSpeedOfSound(*project, options.temperatureC);
     if (options.speakerDataFile.empty())
         return project;
-    const Result<std::optional<Error>> note = importSpeakerData(*project, options.speakerDataFile);
-    if (!note)
-        return note.error();
-    if (*note)
-        project->warnings.push_back((*note)->text());
+    const Result<SpeakerDataLoad> imported = importSpeakerData(*project, options.speakerDataFile);
+    if (!imported)
+        return imported.error();
+    if (imported->error)
+        return *imported->error;
+    warnOf(*imported);
     return project;
 }
 

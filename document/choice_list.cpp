@@ -1,27 +1,25 @@
 #include "document/choice_list.h"
 
-#include "lang/decimal_text.h"
-
 #include <algorithm>
 
 namespace orva {
 
-const std::string& ChoiceList::text() const
+Choice Choice::number(int value)
 {
-    static const std::string kNone;
+    return {std::to_string(value), static_cast<std::int16_t>(value)};
+}
+
+const Choice& ChoiceList::choice() const
+{
+    static const Choice kNone{{}, 0, false};
     return selected >= 0 && selected < static_cast<int>(items.size())
                ? items[static_cast<std::size_t>(selected)]
                : kNone;
 }
 
-std::int16_t ChoiceList::number() const
+bool ChoiceList::select(const Choice& choice)
 {
-    return static_cast<std::int16_t>(leadingNumber(text()));
-}
-
-bool ChoiceList::select(const std::string& text)
-{
-    const auto entry = std::find(items.begin(), items.end(), text);
+    const auto entry = std::find(items.begin(), items.end(), choice);
     if (entry == items.end())
         return false;
     selected = static_cast<int>(entry - items.begin());
@@ -29,11 +27,11 @@ bool ChoiceList::select(const std::string& text)
     return true;
 }
 
-void ChoiceList::selectOrAppend(const std::string& text)
+void ChoiceList::selectOrAppend(const Choice& choice)
 {
-    if (select(text))
+    if (select(choice))
         return;
-    items.push_back(text);
+    items.push_back(choice);
     selected = static_cast<int>(items.size()) - 1;
     invalid = true;
 }
@@ -42,7 +40,7 @@ ChoiceList ChoiceList::numbers(int first, int last)
 {
     ChoiceList list;
     for (int number = first; number <= last; ++number)
-        list.items.push_back(std::to_string(number));
+        list.items.push_back(Choice::number(number));
     return list;
 }
 

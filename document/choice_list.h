@@ -6,21 +6,33 @@
 
 namespace orva {
 
+/// An entry of a drop-down list and what it stands for.
+struct Choice {
+    std::string text;
+    std::int16_t value = 0;
+    bool known = true; ///< else something that only a file can bring
+
+    /// A number as it reads.
+    static Choice number(int value);
+
+    auto operator<=>(const Choice&) const = default;
+};
+
 /// A drop-down list of the window. An invalid one is shown red.
 struct ChoiceList {
-    std::vector<std::string> items;
+    std::vector<Choice> items;
     int selected = -1;
     bool invalid = false;
 
-    /// The selected text; empty where there is none.
-    const std::string& text() const;
-    /// The number that the selected text is.
-    std::int16_t number() const;
+    /// What is selected; an unknown one without text where nothing is.
+    const Choice& choice() const;
+    const std::string& text() const { return choice().text; }
+    std::int16_t value() const { return choice().value; }
 
-    /// Selects the entry that reads `text`; whether there is one.
-    bool select(const std::string& text);
-    /// Selects `text`, as an extra entry in red where the list lacks it.
-    void selectOrAppend(const std::string& text);
+    /// Selects the entry that stands for the same; whether there is one.
+    bool select(const Choice& choice);
+    /// Selects it, as an extra entry in red where the list lacks it.
+    void selectOrAppend(const Choice& choice);
 
     /// A list of the numbers `first` to `last`.
     static ChoiceList numbers(int first, int last);

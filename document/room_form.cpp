@@ -47,7 +47,7 @@ std::optional<double> typedLength(std::string_view text, bool inMetres)
     return std::abs(metresOf(shown, inMetres)) <= kLongestM ? std::optional(shown) : std::nullopt;
 }
 
-std::optional<AreaSegment> SyncAreaEntries(const AreaSegment& area, AreaEntry entry,
+std::optional<SegmentFigures> SyncAreaEntries(const SegmentFigures& area, AreaEntry entry,
                                            std::string_view text, bool inMetres)
 {
     const std::optional<double> typed =
@@ -55,7 +55,7 @@ std::optional<AreaSegment> SyncAreaEntries(const AreaSegment& area, AreaEntry en
     return typed ? std::optional(SyncAreaEntries(area, entry, *typed, inMetres)) : std::nullopt;
 }
 
-AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, double typed, bool inMetres)
+SegmentFigures SyncAreaEntries(const SegmentFigures& area, AreaEntry entry, double typed, bool inMetres)
 {
     // All rounding happens in the unit that is shown.
     const double shown = inMetres ? 1 : kFeetShownPerMetre;
@@ -74,7 +74,7 @@ AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, double typ
         y2 = roundedTo(y1 + length * std::sin(radians), 2);
     }
 
-    AreaSegment synced = area;
+    SegmentFigures synced = area;
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const bool isTyped = i == static_cast<std::size_t>(entry);
         const double before = i == 4 ? area[i] : roundedTo(area[i] * shown, 3);
@@ -107,9 +107,9 @@ OutOfRoom outOfRoom(const Room& room, const LineArray& array)
     outside.foh = out(room.GFAGetFOH());
     outside.reference = {!within(refX, 0, width), !within(refY, 0, height)};
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
-        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
-        outside.areas[static_cast<std::size_t>(number - 1)] = {outX(area[0]), outY(area[1]),
-                                                               outX(area[2]), outY(area[3])};
+        const auto [start, end, angle, length] = room.area(number);
+        outside.areas[static_cast<std::size_t>(number - 1)] = {outX(start.x), outY(start.y),
+                                                               outX(end.x), outY(end.y)};
     }
     return outside;
 }
@@ -124,14 +124,14 @@ std::optional<int> FindAreaAt(const Room& room, double x, double y)
     std::optional<int> nearest;
     double smallest = std::max(0.5, std::trunc(std::min<double>(width, height)) / 2);
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
-        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
-        const double dx = area[2] - area[0];
-        const double dy = area[3] - area[1];
+        const auto [start, end, angle, length] = room.area(number);
+        const double dx = end.x - start.x;
+        const double dy = end.y - start.y;
         const double square = dx * dx + dy * dy;
         const double along =
-            square > 0 ? std::clamp(((x - area[0]) * dx + (y - area[1]) * dy) / square, 0.0, 1.0)
+            square > 0 ? std::clamp(((x - start.x) * dx + (y - start.y) * dy) / square, 0.0, 1.0)
                        : 0.0;
-        const double distance = std::hypot(x - (area[0] + along * dx), y - (area[1] + along * dy));
+        const double distance = std::hypot(x - (start.x + along * dx), y - (start.y + along * dy));
         if (distance < smallest) {
             smallest = distance;
             nearest = number;
@@ -140,7 +140,7 @@ std::optional<int> FindAreaAt(const Room& room, double x, double y)
     return nearest;
 }
 
-bool setArea(Room& room, int number, const AreaSegment& area)
+bool setArea(Room& room, int number, const SegmentFigures& area)
 {
     switch (number) {
     case 1:

@@ -35,10 +35,10 @@ double metresOf(double shown, bool inMetres);
 /// `area` with one entry typed anew, in the unit of the user; the others follow: a new start, angle
 /// or length moves the end, a new end changes angle and length. Rounded to two decimals of that
 /// unit.
-AreaSegment SyncAreaEntries(const AreaSegment& area, AreaEntry entry, double typed, bool inMetres);
+SegmentFigures SyncAreaEntries(const SegmentFigures& area, AreaEntry entry, double typed, bool inMetres);
 
 /// The same for a text; none where it is no complete figure.
-std::optional<AreaSegment> SyncAreaEntries(const AreaSegment& area, AreaEntry entry,
+std::optional<SegmentFigures> SyncAreaEntries(const SegmentFigures& area, AreaEntry entry,
                                            std::string_view text, bool inMetres);
 
 /// The entries that lie outside the room.
@@ -60,6 +60,6 @@ OutOfRoom outOfRoom(const Room& room, const LineArray& array);
 std::optional<int> FindAreaAt(const Room& room, double x, double y);
 
 /// Writes area `number` (1..3); false when the room refuses it.
-bool setArea(Room& room, int number, const AreaSegment& area);
+bool setArea(Room& room, int number, const SegmentFigures& area);
 
 } // namespace orva

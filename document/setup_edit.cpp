@@ -18,14 +18,14 @@ bool applySetup(DocumentState& state, bool autoCorrect)
     }
     // An angle brings its closest pin with it.
     if (!setup.pinMode && !setup.stacked && !array.fault())
-        setup.PinNumber_cmb.select(std::to_string(array.GIPinPoint() + 1));
+        setup.PinNumber_cmb.select(Choice::number(array.GIPinPoint() + 1));
     return true;
 }
 
 bool choosePin(DocumentState& state, int pin, bool autoCorrect)
 {
     state.setup.pinMode = true;
-    state.setup.PinNumber_cmb.select(std::to_string(pin + 1));
+    state.setup.PinNumber_cmb.select(Choice::number(pin + 1));
     const bool applied = applySetup(state, autoCorrect);
     state.setup.box1Angle = roundedTo(-state.project.array.GFFirstAngle(), 1);
     return applied;

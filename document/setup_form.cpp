@@ -1,6 +1,5 @@
 #include "document/setup_form.h"
 
-#include "lang/decimal_text.h"
 #include "lang/number_text.h"
 
 #include <algorithm>
@@ -10,46 +9,25 @@ namespace orva {
 
 namespace {
 
-constexpr std::string_view kUnknown = "? ";
-
-/// How an entry that the lists lack is shown.
-std::string unknownText(int value)
+/// An entry that the lists lack.
+Choice unknownChoice(std::int16_t value)
 {
-    return std::string(kUnknown) + std::to_string(value);
+    return {"? " + std::to_string(value), value, false};
 }
 
-double unknownValue(const std::string& text)
-{
-    return leadingNumber(std::string_view(text).substr(kUnknown.size()));
-}
-
-bool isUnknown(const std::string& text)
-{
-    return text.starts_with(kUnknown);
-}
-
-/// Index of an angle text in the splay-angle list; none for an angle that does not exist.
-std::optional<std::int16_t> angleIndex(const std::string& text)
-{
-    const auto& all = LineArray::GSALookupAngles();
-    const auto found = std::find(all.begin(), all.end(), text);
-    if (found == all.end())
-        return std::nullopt;
-    return static_cast<std::int16_t>(found - all.begin());
-}
-
-std::string angleText(std::int16_t index)
+/// A splay angle by its index.
+Choice angleChoice(std::int16_t index)
 {
     const auto& all = LineArray::GSALookupAngles();
     return index >= 0 && index < static_cast<int>(all.size())
-               ? std::string(all[static_cast<std::size_t>(index)])
-               : unknownText(index);
+               ? Choice{all[static_cast<std::size_t>(index)], index}
+               : unknownChoice(index);
 }
 
 ChoiceList countList(int first, int last, int count)
 {
     ChoiceList list = ChoiceList::numbers(first, last);
-    list.selectOrAppend(std::to_string(count));
+    list.selectOrAppend(Choice::number(count));
     return list;
 }
 
@@ -77,15 +55,13 @@ void SetupForm::setRest(const Rest& rest)
 
 int SetupForm::total() const
 {
-    return std::clamp(cmbNumSpk.number() + cmbNumBass.number(), 1, kPositions);
+    return std::clamp(cmbNumSpk.value() + cmbNumBass.value(), 1, kPositions);
 }
 
 std::optional<BoxKind> SetupForm::kindAt(int position) const
 {
-    const ChoiceList& list = type(position);
-    if (list.selected < 0 || isUnknown(list.text()))
-        return std::nullopt;
-    return system().kindOf(static_cast<std::int16_t>(list.selected));
+    const Choice& choice = type(position).choice();
+    return choice.known ? system().kindOf(choice.value) : std::nullopt;
 }
 
 int SetupForm::placed(std::optional<BoxKind> kind, int positions) const
@@ -96,13 +72,24 @@ int SetupForm::placed(std::optional<BoxKind> kind, int positions) const
     return count;
 }
 
-ChoiceList SetupForm::typeList(const std::string& selected) const
+ChoiceList SetupForm::typeList(const Choice& selected) const
 {
     ChoiceList list;
     for (std::int16_t code = 0; system().kindOf(code); ++code)
-        list.items.emplace_back(modelName(*system().kindOf(code)));
+        list.items.push_back(typeChoice(code));
     list.selectOrAppend(selected);
     return list;
+}
+
+Choice SetupForm::typeChoice(std::int16_t code) const
+{
+    const std::optional<BoxKind> kind = code >= 0 ? system().kindOf(code) : std::nullopt;
+    return kind ? Choice{std::string(modelName(*kind)), code} : unknownChoice(code);
+}
+
+ChoiceList SetupForm::typeList(BoxKind kind) const
+{
+    return typeList(typeChoice(system().codeOf(kind)));
 }
 
 /// A joint of an unknown box may have any angle.
@@ -128,9 +115,7 @@ void SetupForm::RefreshFromClass(const LineArray& array)
     const LineArray::Positions types = array.GIAGetAllType();
     const LineArray::Positions angles = array.GIAGetAllAngle();
     for (int position = 0; position < kPositions; ++position) {
-        const std::int16_t code = types[static_cast<std::size_t>(position)];
-        const std::optional<BoxKind> kind = code >= 0 ? system().kindOf(code) : std::nullopt;
-        type(position) = typeList(kind ? std::string(modelName(*kind)) : unknownText(code));
+        type(position) = typeList(typeChoice(types[static_cast<std::size_t>(position)]));
         if (position > 0)
             selectOnly(position - 1, angles[static_cast<std::size_t>(position)]);
     }
@@ -139,10 +124,10 @@ void SetupForm::RefreshFromClass(const LineArray& array)
     pinMode = array.GBGetAngleOrPin();
     PinNumber_cmb = ChoiceList::numbers(1, system().cradle.pinCount());
     if (!stacked && pinMode) {
-        const int pin = angles[0];
+        const std::int16_t pin = angles[0];
         PinNumber_cmb.selectOrAppend(pin >= 0 && pin < system().cradle.pinCount()
-                                         ? std::to_string(pin + 1)
-                                         : unknownText(pin));
+                                         ? Choice::number(pin + 1)
+                                         : unknownChoice(pin));
         box1Angle = PinNumber_cmb.invalid ? 0 : roundedTo(-array.GFFirstAngle(), 1);
     } else {
         box1Angle = roundedTo(-angles[0] / 10.0, 1);
@@ -190,7 +175,7 @@ void SetupForm::chooseNumSpk(int index, bool autoCorrect)
 {
     cmbNumSpk.selected = index;
     if (autoCorrect) {
-        const int wanted = std::min<int>(cmbNumSpk.number(), kPositions - cmbNumBass.number());
+        const int wanted = std::min<int>(cmbNumSpk.value(), kPositions - cmbNumBass.value());
         cmbNumSpk = countList(1, system().mostMidHigh, wanted);
         int midHigh = m_total - placed(BoxKind::Bass, m_total);
         int positions = m_total;
@@ -198,13 +183,12 @@ void SetupForm::chooseNumSpk(int index, bool autoCorrect)
             removeMidHigh(positions--);
         for (; midHigh < wanted && positions < kPositions; ++midHigh) {
             const bool straight = !countsKinds() || positions % 2 == 1;
-            type(positions) = typeList(
-                std::string(modelName(straight ? BoxKind::Straight : BoxKind::Trapezoidal)));
+            type(positions) = typeList(straight ? BoxKind::Straight : BoxKind::Trapezoidal);
             ++positions;
         }
     }
     if (!countsKinds())
-        cmbNumGer = countList(0, kPositions, cmbNumSpk.number());
+        cmbNumGer = countList(0, kPositions, cmbNumSpk.value());
     UpdateSetupLists(-2, autoCorrect);
 }
 
@@ -213,13 +197,13 @@ void SetupForm::chooseNumBass(int index, bool autoCorrect)
     cmbNumBass.selected = index;
     if (autoCorrect) {
         const int midHigh = m_total - placed(BoxKind::Bass, m_total);
-        const int wanted = std::min<int>(cmbNumBass.number(), kPositions - midHigh);
+        const int wanted = std::min<int>(cmbNumBass.value(), kPositions - midHigh);
         int positions = m_total;
         for (int bass = placed(BoxKind::Bass, positions); bass > wanted; --bass)
             removeBass(positions--);
         for (int bass = placed(BoxKind::Bass, positions); bass < wanted; ++bass)
             insertBass(positions++);
-        cmbNumBass.select(std::to_string(wanted));
+        cmbNumBass.select(Choice::number(wanted));
     }
     UpdateSetupLists(-2, autoCorrect);
 }
@@ -233,7 +217,7 @@ void SetupForm::removeMidHigh(int positions)
     for (int position = last; position + 1 < positions; ++position) {
         type(position) = type(position + 1);
         if (position > 0)
-            angle(position - 1).selectOrAppend(angle(position).text());
+            angle(position - 1).selectOrAppend(angle(position).choice());
     }
 }
 
@@ -258,7 +242,7 @@ void SetupForm::insertBass(int positions)
         if (position > 1)
             angle(position - 1) = angle(position - 2);
     }
-    type(0) = typeList(std::string(modelName(BoxKind::Bass)));
+    type(0) = typeList(BoxKind::Bass);
     selectFirstAngle(0);
 }
 
@@ -269,7 +253,7 @@ void SetupForm::selectFirstAngle(int joint)
 
 void SetupForm::selectOnly(int joint, std::int16_t index)
 {
-    angle(joint).items = {angleText(index)};
+    angle(joint).items = {angleChoice(index)};
     angle(joint).selected = 0;
 }
 
@@ -280,7 +264,7 @@ void SetupForm::correct()
         return;
     // The nearest pin that the frame has.
     const int last = system().cradle.pinCount();
-    const bool below = unknownValue(PinNumber_cmb.text()) < 0;
+    const bool below = PinNumber_cmb.value() < 0;
     PinNumber_cmb = ChoiceList::numbers(1, last);
     PinNumber_cmb.selected = below ? 0 : last - 1;
 }
@@ -303,14 +287,14 @@ void SetupForm::UpdateSetupLists(int changed, bool autoCorrect)
 void SetupForm::updateAngleList(int joint, bool correct)
 {
     ChoiceList& list = angle(joint);
-    const std::string former = list.text();
+    const Choice former = list.choice();
     const AngleBounds bounds = boundsAt(joint);
     ChoiceList allowed;
     for (std::int16_t index = bounds[0]; index <= bounds[1]; ++index)
-        allowed.items.push_back(angleText(index));
+        allowed.items.push_back(angleChoice(index));
     if (!allowed.select(former)) {
         if (correct) {
-            const bool small = angleIndex(former).value_or(4) < 4;
+            const bool small = former.known && former.value < 4;
             allowed.selected = small ? 0 : static_cast<int>(allowed.items.size()) - 1;
         } else {
             allowed.selectOrAppend(former);
@@ -323,8 +307,8 @@ bool SetupForm::holdsUnknown() const
 {
     bool unknown = PinNumber_cmb.invalid && pinMode && !stacked;
     for (int position = 0; position < total(); ++position)
-        unknown = unknown || isUnknown(type(position).text()) ||
-                  (position > 0 && isUnknown(angle(position - 1).text()));
+        unknown = unknown || !type(position).choice().known ||
+                  (position > 0 && !angle(position - 1).choice().known);
     return unknown;
 }
 
@@ -332,8 +316,8 @@ bool SetupForm::countsDiffer() const
 {
     const int positions = total();
     return placed(std::nullopt, positions) == 0 &&
-           (cmbNumGer.number() != placed(BoxKind::Straight, positions) ||
-            cmbNumSch.number() != placed(BoxKind::Trapezoidal, positions));
+           (cmbNumGer.value() != placed(BoxKind::Straight, positions) ||
+            cmbNumSch.value() != placed(BoxKind::Trapezoidal, positions));
 }
 
 void SetupForm::updateAngleMark()
@@ -341,7 +325,7 @@ void SetupForm::updateAngleMark()
     SetupInvalid.angles = false;
     for (int joint = 0; joint + 1 < total(); ++joint)
         SetupInvalid.angles =
-            SetupInvalid.angles || (angle(joint).invalid && !isUnknown(angle(joint).text()));
+            SetupInvalid.angles || (angle(joint).invalid && angle(joint).choice().known);
 }
 
 void SetupForm::reportCounts()
@@ -353,20 +337,20 @@ void SetupForm::reportCounts()
     // A box of unknown kind, which only a file can bring, may be any.
     const int unknown = placed(std::nullopt, positions);
     const auto mismatch = [unknown](const ChoiceList& list, int boxes) {
-        return list.number() < boxes || list.number() > boxes + unknown;
+        return list.value() < boxes || list.value() > boxes + unknown;
     };
     SetupInvalid = {};
     SetupInvalid.midHigh = mismatch(cmbNumSpk, midHigh);
     SetupInvalid.bass = mismatch(cmbNumBass, bass);
-    cmbNumSpk = countList(1, system().mostMidHigh, cmbNumSpk.number());
+    cmbNumSpk = countList(1, system().mostMidHigh, cmbNumSpk.value());
     cmbNumSpk.invalid |= SetupInvalid.midHigh;
-    cmbNumBass = countList(0, system().mostBass, cmbNumBass.number());
+    cmbNumBass = countList(0, system().mostBass, cmbNumBass.value());
     cmbNumBass.invalid |= SetupInvalid.bass;
     if (!countsKinds())
         return;
     const auto report = [&](ChoiceList& list, bool& invalid) {
-        invalid = list.number() > cmbNumSpk.number();
-        list = countList(0, std::min<int>(cmbNumSpk.number(), kMostMidHigh), list.number());
+        invalid = list.value() > cmbNumSpk.value();
+        list = countList(0, std::min<int>(cmbNumSpk.value(), kMostMidHigh), list.value());
     };
     report(cmbNumGer, SetupInvalid.straight);
     report(cmbNumSch, SetupInvalid.trapezoidal);
@@ -381,8 +365,8 @@ void SetupForm::correctCounts()
     int bass = placed(BoxKind::Bass, positions);
     int midHigh = positions - bass;
     // What a file brought beyond a list's end stays.
-    const int mostBassHere = std::max<int>(system().mostBass, cmbNumBass.number());
-    const int mostMidHighHere = std::max<int>(system().mostMidHigh, cmbNumSpk.number());
+    const int mostBassHere = std::max<int>(system().mostBass, cmbNumBass.value());
+    const int mostMidHighHere = std::max<int>(system().mostMidHigh, cmbNumSpk.value());
     for (; bass > mostBassHere; --bass)
         removeBass(positions--);
     for (; midHigh > mostMidHighHere; --midHigh)
@@ -407,8 +391,8 @@ std::int16_t SetupForm::firstEntry(std::int16_t kept) const
 {
     if (stacked || !pinMode)
         return static_cast<std::int16_t>(std::nearbyint(-10 * box1Angle));
-    return isUnknown(PinNumber_cmb.text()) ? kept
-                                           : static_cast<std::int16_t>(PinNumber_cmb.number() - 1);
+    return PinNumber_cmb.choice().known ? static_cast<std::int16_t>(PinNumber_cmb.value() - 1)
+                                        : kept;
 }
 
 void SetupForm::updateIndependent(LineArray& array) const
@@ -419,9 +403,9 @@ void SetupForm::updateIndependent(LineArray& array) const
     for (int joint = 0; joint + 1 < boxes; ++joint) {
         const bool sameBoxes = kindAt(joint) && kindAt(joint) == array.kindAt(joint) &&
                                kindAt(joint + 1) && kindAt(joint + 1) == array.kindAt(joint + 1);
-        const auto index = angleIndex(angle(joint).text());
-        if (sameBoxes && index && !angle(joint).invalid)
-            angles[static_cast<std::size_t>(joint) + 1] = *index;
+        const Choice& choice = angle(joint).choice();
+        if (sameBoxes && choice.known && !angle(joint).invalid)
+            angles[static_cast<std::size_t>(joint) + 1] = choice.value;
     }
     [[maybe_unused]] const bool set = array.GBSetAllAngle(angles);
     array.GBSetMounting(!stacked);
@@ -435,19 +419,18 @@ bool SetupForm::UpdateLineArray(LineArray& array) const
     LineArray::Positions types = array.GIAGetAllType();
     for (std::size_t position = 0; position < types.size(); ++position) {
         const bool used = static_cast<int>(position) < total();
-        if (used && !isUnknown(cmbType[position].text()))
-            types[position] = static_cast<std::int16_t>(cmbType[position].selected);
-        if (position > 0)
-            if (const auto index = angleIndex(cmbAngle[position - 1].text()))
-                angles[position] = *index;
+        if (used && cmbType[position].choice().known)
+            types[position] = cmbType[position].value();
+        if (position > 0 && cmbAngle[position - 1].choice().known)
+            angles[position] = cmbAngle[position - 1].value();
     }
     angles[0] = firstEntry(angles[0]);
 
     // A count that has not changed is left alone: a file may hold one that the setter would cut.
     const auto set = [](std::int16_t kept, const ChoiceList& list, auto setter, auto getter) {
-        if (list.number() == kept)
+        if (list.value() == kept)
             return true;
-        return setter(list.number()) && getter() == list.number();
+        return setter(list.value()) && getter() == list.value();
     };
     bool taken = array.GBSetAllAngle(angles) && array.GBSetAllType(types);
     taken &= set(

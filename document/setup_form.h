@@ -121,7 +121,9 @@ private:
     int placed(std::optional<BoxKind> kind, int positions) const;
     bool isBass(int position) const { return kindAt(position) == BoxKind::Bass; }
     AngleBounds boundsAt(int joint) const;
-    ChoiceList typeList(const std::string& selected) const;
+    Choice typeChoice(std::int16_t code) const;
+    ChoiceList typeList(const Choice& selected) const;
+    ChoiceList typeList(BoxKind kind) const;
     ChoiceList& type(int position) { return cmbType[static_cast<std::size_t>(position)]; }
     ChoiceList& angle(int joint) { return cmbAngle[static_cast<std::size_t>(joint)]; }
     const ChoiceList& type(int position) const

@@ -1,5 +1,6 @@
 #include "drawing/aiming_drawing.h"
 
+#include "drawing/scale.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
@@ -8,11 +9,6 @@
 namespace orva {
 
 namespace {
-
-Point drawn(Point room)
-{
-    return {room.x, -room.y};
-}
 
 std::string labelOf(const AimingLine& line, const BassBoxView& bassBox, double speedOfSound,
                     const DrawingOptions& options)

@@ -143,10 +143,10 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
                      picture.pointAt(picture.fitLine->second, surface.pixelWidth()), kRed, 2);
 }
 
-int profilePoints(double metresPerPixel, const AreaSegment& area)
+int profilePoints(double metresPerPixel, const Segment& area)
 {
     constexpr double kMost = 8192; // more than any screen shows, whatever was typed
-    return static_cast<int>(std::clamp(area[5] / metresPerPixel / 2 + 1, 1.0, kMost));
+    return static_cast<int>(std::clamp(area.lengthM / metresPerPixel / 2 + 1, 1.0, kMost));
 }
 
 void DrawProfiles(DrawingSurface& surface, const Room& room,
@@ -159,17 +159,17 @@ void DrawProfiles(DrawingSurface& surface, const Room& room,
         return;
     const double range = static_cast<double>(extremes->largest) - extremes->smallest;
     for (std::size_t i = 0; i < profiles.size(); ++i) {
-        const AreaSegment area = *room.GFAGetAudienceAreaSelect(static_cast<int>(i) + 1);
-        const double direction = static_cast<double>(area[4]) * kRadiansPerDegree;
+        const Segment area = room.area(static_cast<int>(i) + 1);
+        const double direction = area.angleDeg * kRadiansPerDegree;
         const Point along = {std::cos(direction), -std::sin(direction)};
-        const double step = static_cast<double>(area[5]) / static_cast<double>(profiles[i].size());
+        const double step = area.lengthM / static_cast<double>(profiles[i].size());
         drawRuns(surface, profiles[i], kBlack, 1, [&](std::size_t k, float level) {
             const double height =
                 range > 0 ? (level - (extremes->smallest - 0.1 * range)) * 20 / range : 2;
             const double distance = static_cast<double>(k) * step;
             // left of the direction, y down
-            return Point{area[0] + distance * along.x + along.y * height * surface.pixelX(),
-                         -area[1] + distance * along.y - along.x * height * surface.pixelY()};
+            return Point{area.start.x + distance * along.x + along.y * height * surface.pixelX(),
+                         -area.start.y + distance * along.y - along.x * height * surface.pixelY()};
         });
     }
 }

@@ -64,7 +64,7 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture,
 
 /// Points along an area's profile in the room view, whose pixels are so many metres wide: one for
 /// every two pixels of its length.
-int profilePoints(double metresPerPixel, const AreaSegment& area);
+int profilePoints(double metresPerPixel, const Segment& area);
 
 /// Draws the level profiles of audience areas 1, 2, ... beside them in the room view, left of their
 /// direction: 2 pixels off for the smallest level of all, 22 for the largest.

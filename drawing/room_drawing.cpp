@@ -43,10 +43,7 @@ void DrawRoomGrid(DrawingSurface& surface, const DrawingOptions& options)
 
 void GDrawRoomOutline(DrawingSurface& surface, const Room& room)
 {
-    const AreaSegment ceiling = room.GFAGetRoomWalls(1);
-    const AreaSegment floor = room.GFAGetRoomWalls(3);
-    surface.rectangle({floor[0], -static_cast<double>(floor[1])},
-                      {ceiling[2], -static_cast<double>(ceiling[3])}, kBlack, 3);
+    surface.rectangle(drawn(room.wall(3).start), drawn(room.wall(1).end), kBlack, 3);
 }
 
 void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
@@ -71,16 +68,15 @@ void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions&
 void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
 {
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
-        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
-        surface.line({area[0], -static_cast<double>(area[1])},
-                     {area[2], -static_cast<double>(area[3])}, kBlack, 2);
+        const Segment area = room.area(number);
+        surface.line(drawn(area.start), drawn(area.end), kBlack, 2);
     }
     const Scale& scale = surface.scale();
     surface.print({0, -0.01 * scale.height}, text(options, Text::ReferenceMark));
     surface.circle({0, 0}, 0.005 * scale.width, kBlue);
     surface.circle({0, 0}, 0.0005 * scale.width, kBlack);
 
-    const Point foh = {room.GFAGetFOH()[0], -static_cast<double>(room.GFAGetFOH()[1])};
+    const Point foh = drawn(room.foh());
     const Point top = {foh.x, foh.y - 0.3};
     surface.line(foh, top, kRed);
     surface.line(top, {foh.x + 0.5, foh.y}, kRed);
@@ -101,8 +97,7 @@ void GDrawRoomBasic(DrawingSurface& surface, const Room& room, const DrawingOpti
 void drawFohLevel(LabelPlaces& labels, const Room& room, float levelDb, bool aWeighted)
 {
     const std::string figure = std::isfinite(levelDb) ? fixedText(levelDb, 1) : "-";
-    labels.print({room.GFAGetFOH()[0], -static_cast<double>(room.GFAGetFOH()[1])},
-                 figure + (aWeighted ? " dB(A)" : " dB"));
+    labels.print(drawn(room.foh()), figure + (aWeighted ? " dB(A)" : " dB"));
 }
 
 } // namespace orva

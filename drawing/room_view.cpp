@@ -37,7 +37,7 @@ std::vector<int> profilePointsOf(const Room& room, double pixelWidth, double pix
     const double metresPerPixel = roomViewScale(room, pixelWidth, pixelHeight).width / pixelWidth;
     std::vector<int> points;
     for (int number = 1; number <= room.GIGetNumAreas(); ++number)
-        points.push_back(profilePoints(metresPerPixel, *room.GFAGetAudienceAreaSelect(number)));
+        points.push_back(profilePoints(metresPerPixel, room.area(number)));
     return points;
 }
 

@@ -5,6 +5,12 @@
 
 namespace orva {
 
+/// Where a point of the room frame, whose y grows upwards, is drawn.
+constexpr Point drawn(Point room)
+{
+    return {room.x, -room.y};
+}
+
 /// Pixels as user units, (0, 0) at the upper left.
 void ResetScale(DrawingSurface& surface);
 

@@ -8,40 +8,11 @@ namespace orva {
 
 namespace {
 
-struct Ray {
-    Point from;
-    double dx;
-    double dy;
-
-    Point at(double distance) const { return {from.x + distance * dx, from.y + distance * dy}; }
-};
-
-/// Distance along the ray to a segment ahead of it.
-std::optional<double> meets(const Ray& ray, const AreaSegment& segment)
-{
-    const double ex = static_cast<double>(segment[2]) - segment[0];
-    const double ey = static_cast<double>(segment[3]) - segment[1];
-    const double cross = ray.dx * ey - ray.dy * ex;
-    if (cross == 0)
-        return std::nullopt;
-    const double distance =
-        ((segment[0] - ray.from.x) * ey - (segment[1] - ray.from.y) * ex) / cross;
-    const Point point = ray.at(distance);
-    // Within the ends in x; in y where the segment stands upright.
-    const std::size_t axis = ex == 0 ? 1 : 0;
-    const double place = axis == 0 ? point.x : point.y;
-    const auto [low, high] = std::minmax(segment[axis], segment[axis + 2]);
-    if (distance <= 0 || place < low || place > high)
-        return std::nullopt;
-    return distance;
-}
-
 bool inside(const Room& room, Point point)
 {
-    const AreaSegment ceiling = room.GFAGetRoomWalls(1);
-    const AreaSegment floor = room.GFAGetRoomWalls(3);
-    return point.x >= floor[0] && point.x <= floor[2] && point.y >= floor[1] &&
-           point.y <= ceiling[1];
+    const Point lower = room.wall(3).start;
+    const Point upper = room.wall(1).end;
+    return point.x >= lower.x && point.x <= upper.x && point.y >= lower.y && point.y <= upper.y;
 }
 
 void keepNearest(std::optional<double>& nearest, std::optional<double> distance)
@@ -54,24 +25,21 @@ void keepNearest(std::optional<double>& nearest, std::optional<double> distance)
 
 std::vector<AimingLine> aimingLines(const Room& room, const LineArray& array)
 {
-    const std::array<float, 96> origins = array.GFAGetOriginPTSandAng(true);
     std::vector<AimingLine> lines;
-    for (int i = 0; i < array.boxCount(); ++i) {
-        if (!array.kindAt(i))
+    int position = 0;
+    for (const LineArray::BoxAxis& axis : array.axes()) {
+        if (!array.kindAt(position++))
             continue;
-        const auto at = static_cast<std::size_t>(i);
-        const double angle = static_cast<double>(origins[64 + at]) * kRadiansPerDegree;
-        const Ray ray = {{origins[at], origins[32 + at]}, std::cos(angle), std::sin(angle)};
-
+        const Ray ray(axis.from, axis.angleDeg);
         std::optional<double> nearest;
         for (int number = 1; number <= room.GIGetNumAreas(); ++number)
-            keepNearest(nearest, meets(ray, *room.GFAGetAudienceAreaSelect(number)));
+            keepNearest(nearest, ray.meets(room.area(number)));
         const bool meetsArea = nearest.has_value();
-        if (!meetsArea && inside(room, ray.from))
+        if (!meetsArea && inside(room, ray.from()))
             for (int wall = 1; wall <= 4; ++wall)
-                keepNearest(nearest, meets(ray, room.GFAGetRoomWalls(wall)));
+                keepNearest(nearest, ray.meets(room.wall(wall)));
         const double length = nearest.value_or(2);
-        lines.push_back({ray.from, ray.at(length), length, meetsArea});
+        lines.push_back({ray.from(), ray.at(length), length, meetsArea});
     }
     return lines;
 }

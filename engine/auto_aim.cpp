@@ -24,9 +24,9 @@ std::optional<Sight> flownSight(const Room& room, const LineArray& array)
     const auto [x, y] = array.GFAGetCradleCoord();
     std::optional<Sight> nearest;
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
-        const AreaSegment area = *room.GFAGetAudienceAreaSelect(number);
-        if (area[0] > x + kSameM && (!nearest || area[0] < nearest->to.x))
-            nearest = {{x, y}, {area[0], area[1]}};
+        const Point start = room.area(number).start;
+        if (start.x > x + kSameM && (!nearest || start.x < nearest->to.x))
+            nearest = {{x, y}, start};
     }
     return nearest;
 }
@@ -45,10 +45,9 @@ std::optional<Sight> stackedSight(const Room& room, const LineArray& array)
     const int position = firstAimedPosition(array);
     if (position == array.boxCount())
         return std::nullopt;
-    const auto sources = array.GFAGetOriginPTSandAng(true);
-    const auto at = static_cast<std::size_t>(position);
-    const AreaSegment last = *room.GFAGetAudienceAreaSelect(room.GIGetNumAreas());
-    return Sight{{sources[at], sources[32 + at]}, {last[2], last[3] - 0.1}};
+    const Point source = array.axes()[static_cast<std::size_t>(position)].from;
+    const Point end = room.area(room.GIGetNumAreas()).end;
+    return Sight{source, {end.x, end.y - 0.1}};
 }
 
 } // namespace

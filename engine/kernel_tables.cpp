@@ -55,10 +55,7 @@ StepExponent exponentAt(const Directivity& data, std::size_t band, std::size_t s
     const auto& magnitude = data.DirMagnitude[band];
     const auto& phase = data.DirPhase[band];
     const std::size_t next = (step + 1) % kAngleSteps;
-    double p0 = phase[step];
-    double p1 = phase[next];
-    if (std::abs(p0 - p1) > 180)
-        (p0 < p1 ? p0 : p1) += 360;
+    const auto [p0, p1] = shortWay(phase[step], phase[next]);
     return {Complex(-magnitude[step] * kNepersPerDb, -p0 * kRadians),
             Complex((static_cast<double>(magnitude[step]) - magnitude[next]) * kNepersPerDb,
                     (p0 - p1) * kRadians)};

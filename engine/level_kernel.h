@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/acoustics.h"
+#include "model/segment.h"
 
 #include <span>
 
@@ -16,12 +17,6 @@ struct Source {
     friend bool operator==(const Source&, const Source&) = default;
 };
 
-/// A receiver in the room frame, metres.
-struct Point {
-    double x;
-    double y;
-};
-
 /// A source that is nearer, in metres, counts as this far away.
 constexpr double kNearestM = 0.1;
 
@@ -34,7 +29,7 @@ public:
     LevelKernel& operator=(const LevelKernel&) = delete;
     virtual ~LevelKernel() = default;
 
-    /// Power of the complex sum of all sources per receiver and band, for boxes whose on-axis level
+    /// Power of the complex sum of all sources per receiver (room frame, metres) and band, for boxes whose on-axis level
     /// at 1 m is 0 dB: `powers`[band - bands.from] points to one figure per receiver; 0 without
     /// sources, and below about 1e-38. A source within kNearestM counts as that far away.
     virtual void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,

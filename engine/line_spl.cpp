@@ -12,6 +12,13 @@ namespace {
 constexpr std::size_t kReceiversPerBlock = 256;
 } // namespace
 
+LevelChoice chosenLevels(LevelField field, Averaging averaging, int band, bool aWeighted)
+{
+    if (field != LevelField::Relative)
+        averaging = Averaging::Broadband;
+    return {BandRange(averaging, band), field, aWeighted};
+}
+
 std::vector<float> bandFactors(const PerBand<BandReference>& levels, const LevelChoice& choice)
 {
     const PerBand<float> weights = BandWeights(choice.bands, choice.aWeighted);
@@ -26,28 +33,27 @@ std::vector<float> bandFactors(const PerBand<BandReference>& levels, const Level
 
 std::vector<Source> radiatingSources(const LineArray& array)
 {
-    const std::array<float, 96> origins = array.GFAGetOriginPTSandAng(true);
     std::vector<Source> sources;
-    for (int i = 0; i < array.boxCount(); ++i) {
-        const std::optional<BoxKind> kind = array.kindAt(i);
-        const auto at = static_cast<std::size_t>(i);
+    int position = 0;
+    for (const LineArray::BoxAxis& axis : array.axes()) {
+        const std::optional<BoxKind> kind = array.kindAt(position++);
         if (kind == BoxKind::Straight || kind == BoxKind::Trapezoidal)
-            sources.push_back({origins[at], origins[32 + at], origins[64 + at]});
+            sources.push_back({axis.from.x, axis.from.y, axis.angleDeg});
     }
     return sources;
 }
 
-std::vector<Point> lineReceivers(const AreaSegment& line, int n)
+std::vector<Point> lineReceivers(const Segment& line, int n)
 {
     assert(n >= 1);
-    const double step = static_cast<double>(line[5]) / n;
-    const double direction = static_cast<double>(line[4]) * kRadiansPerDegree;
+    const double step = line.lengthM / n;
+    const double direction = line.angleDeg * kRadiansPerDegree;
     const double dx = step * std::cos(direction);
     const double dy = step * std::sin(direction);
     std::vector<Point> receivers(static_cast<std::size_t>(n));
     for (std::size_t k = 0; k < receivers.size(); ++k)
-        receivers[k] = {line[0] + static_cast<double>(k) * dx,
-                        line[1] + static_cast<double>(k) * dy};
+        receivers[k] = {line.start.x + static_cast<double>(k) * dx,
+                        line.start.y + static_cast<double>(k) * dy};
     return receivers;
 }
 
@@ -55,7 +61,7 @@ namespace {
 
 std::optional<std::vector<float>> levelsInBlocks(const LevelKernel& kernel,
                                                  const PerBand<BandReference>& levels,
-                                                 const LineArray& array, const AreaSegment& line,
+                                                 const LineArray& array, const Segment& line,
                                                  const LevelChoice& choice, int n, int threads,
                                                  const Progress& progress)
 {
@@ -86,7 +92,7 @@ std::optional<std::vector<float>> levelsInBlocks(const LevelKernel& kernel,
 } // namespace
 
 std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                           const LineArray& array, const AreaSegment& line,
+                           const LineArray& array, const Segment& line,
                            const LevelChoice& choice, int n, int threads)
 {
     std::vector<float> result =
@@ -97,17 +103,28 @@ std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReferenc
     return result;
 }
 
+LineLevels levelsAlong(const LevelKernel& kernel, const PerBand<BandReference>& levels,
+                       const LineArray& array, const Segment& line, const LevelChoice& choice,
+                       int n, int threads)
+{
+    LineLevels result{LineSPL(kernel, levels, array, line, choice, n, threads), 0, 0};
+    const auto end = result.levels.begin() + n;
+    result.largest = end[0];
+    result.smallest = end[1];
+    result.levels.erase(end, result.levels.end());
+    return result;
+}
+
 std::optional<std::vector<float>>
 lineLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels, const LineArray& array,
-           const AreaSegment& line, const LevelChoice& choice, int n, const Progress& progress)
+           const Segment& line, const LevelChoice& choice, int n, const Progress& progress)
 {
     return levelsInBlocks(kernel, levels, array, line, choice, n, 1, progress);
 }
 
-AreaSegment fohLine(const Room& room)
+Segment fohLine(const Room& room)
 {
-    const auto [x, y] = room.GFAGetFOH();
-    return {x, y, x, y, 0, 0};
+    return {room.foh(), room.foh(), 0, 0};
 }
 
 } // namespace orva

@@ -32,17 +32,27 @@ inline double DirMagnitudeAt(const Directivity& data, int band, double step)
     return (1 - f) * row[i % kAngleSteps] + f * row[(i + 1) % kAngleSteps];
 }
 
+/// Phases in degrees at two neighbouring directions; the lower one is a turn higher where that is
+/// the shorter way from one to the other.
+struct PhaseStep {
+    double from;
+    double to;
+};
+inline PhaseStep shortWay(double from, double to)
+{
+    if (std::abs(from - to) > 180)
+        (from < to ? from : to) += 360;
+    return {from, to};
+}
+
 /// Phase in degrees, interpolated the short way round; may exceed 360.
 inline double DirPhaseAt(const Directivity& data, int band, double step)
 {
     const auto i = static_cast<std::size_t>(step);
     const double f = step - static_cast<double>(i);
     const auto& row = data.DirPhase[static_cast<std::size_t>(band)];
-    double p0 = row[i % kAngleSteps];
-    double p1 = row[(i + 1) % kAngleSteps];
-    if (std::abs(p0 - p1) > 180)
-        (p0 < p1 ? p0 : p1) += 360;
-    return (1 - f) * p0 + f * p1;
+    const PhaseStep phase = shortWay(row[i % kAngleSteps], row[(i + 1) % kAngleSteps]);
+    return (1 - f) * phase.from + f * phase.to;
 }
 
 enum class LevelField { Relative = 0, Continuous = 1, Peak = 2 };

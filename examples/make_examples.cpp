@@ -19,7 +19,7 @@ float typed(double value)
     return static_cast<float>(std::round(value * 100) / 100);
 }
 
-AreaSegment area(double x1, double y1, double x2, double y2)
+SegmentFigures area(double x1, double y1, double x2, double y2)
 {
     return {typed(x1),
             typed(y1),
@@ -51,9 +51,9 @@ void setBoxes(LineArray& array, const std::vector<std::int16_t>& types,
 struct Venue {
     FloatPair dims;
     FloatPair foh;
-    AreaSegment area1;
-    AreaSegment area2;
-    AreaSegment area3;
+    SegmentFigures area1;
+    SegmentFigures area2;
+    SegmentFigures area3;
     const char* name;
     const char* author;
     const char* comment;

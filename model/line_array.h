@@ -3,6 +3,7 @@
 #include "lang/text_options.h"
 #include "model/byte_stream.h"
 #include "model/result.h"
+#include "model/segment.h"
 #include "model/systems.h"
 
 #include <array>
@@ -94,7 +95,7 @@ public:
     // Splay angles and pins
 
     /// The splay angles by index, "0°" to "9°".
-    static const std::array<std::string_view, 7>& GSALookupAngles();
+    static const std::array<std::string, 7>& GSALookupAngles();
     /// Degrees of a splay-angle index 0..6.
     static float splayAngle(std::int16_t index);
 
@@ -144,6 +145,13 @@ public:
     /// where there is no box. `roomUp`: room frame, angle 0 along +x, negative = down. Otherwise y
     /// is negated.
     std::array<float, 96> GFAGetOriginPTSandAng(bool roomUp) const;
+    /// The axis of a box: from its acoustic source point on, room frame.
+    struct BoxAxis {
+        Point from;
+        double angleDeg; ///< against the horizontal, negative = aimed down
+    };
+    /// GFAGetOriginPTSandAng() of the positions in use, room frame.
+    std::vector<BoxAxis> axes() const;
     /// Centre of gravity in the array frame without the cradle tilt (y negated when stacked), also
     /// stored. The total weight comes from the counts, not from the positions; (0, 0) when it is 0.
     FloatPair GFACalcCOM();

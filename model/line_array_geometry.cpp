@@ -80,6 +80,15 @@ std::array<float, 96> LineArray::GFAGetOriginPTSandAng(bool roomUp) const
     return result;
 }
 
+std::vector<LineArray::BoxAxis> LineArray::axes() const
+{
+    const std::array<float, 96> figures = GFAGetOriginPTSandAng(true);
+    std::vector<BoxAxis> axes(static_cast<std::size_t>(boxCount()));
+    for (std::size_t i = 0; i < axes.size(); ++i)
+        axes[i] = {{figures[i], figures[32 + i]}, figures[64 + i]};
+    return axes;
+}
+
 FloatPair LineArray::GFACalcCOM()
 {
     FloatPair moment{};

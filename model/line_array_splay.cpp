@@ -1,4 +1,4 @@
-#include "lang/decimal_text.h"
+#include "lang/number_text.h"
 #include "model/line_array.h"
 
 #include <algorithm>
@@ -7,24 +7,25 @@
 
 namespace orva {
 
-const std::array<std::string_view, 7>& LineArray::GSALookupAngles()
+namespace {
+constexpr std::array kSplayDegrees = {0.0F, 1.5F, 3.0F, 4.5F, 6.0F, 7.5F, 9.0F};
+} // namespace
+
+const std::array<std::string, 7>& LineArray::GSALookupAngles()
 {
-    static constexpr std::array<std::string_view, 7> kLabels = {"0°", "1.5°", "3°", "4.5°",
-                                                                "6°", "7.5°", "9°"};
+    static const auto kLabels = [] {
+        std::array<std::string, 7> labels;
+        std::transform(kSplayDegrees.begin(), kSplayDegrees.end(), labels.begin(),
+                       [](float degrees) { return plainText(degrees, 1) + "°"; });
+        return labels;
+    }();
     return kLabels;
 }
 
 float LineArray::splayAngle(std::int16_t index)
 {
-    static const auto kDegrees = [] {
-        std::array<float, 7> degrees{};
-        std::transform(
-            GSALookupAngles().begin(), GSALookupAngles().end(), degrees.begin(),
-            [](std::string_view label) { return static_cast<float>(ParseDecimalText(label)); });
-        return degrees;
-    }();
-    const int last = static_cast<int>(kDegrees.size()) - 1;
-    return kDegrees[static_cast<std::size_t>(std::clamp<int>(index, 0, last))];
+    const int last = static_cast<int>(kSplayDegrees.size()) - 1;
+    return kSplayDegrees[static_cast<std::size_t>(std::clamp<int>(index, 0, last))];
 }
 
 std::vector<AngleBounds> LineArray::IAGetAngleBounds() const

@@ -3,6 +3,7 @@
 #include "lang/windows1252.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace orva {
@@ -102,14 +103,20 @@ void Room::takeTexts(const Room& other)
     Comment = other.Comment;
 }
 
-std::optional<AreaSegment> Room::GFAGetAudienceAreaSelect(int number) const
+std::optional<SegmentFigures> Room::GFAGetAudienceAreaSelect(int number) const
 {
     if (number < 1 || number > kAreas)
         return std::nullopt;
     return m_areas[static_cast<std::size_t>(number - 1)];
 }
 
-AreaSegment Room::GFAGetRoomWalls(int number) const
+Segment Room::area(int number) const
+{
+    assert(number >= 1 && number <= kAreas);
+    return segmentOf(m_areas[static_cast<std::size_t>(number - 1)]);
+}
+
+SegmentFigures Room::GFAGetRoomWalls(int number) const
 {
     const auto [width, height] = RoomDims;
     const float left = -PointOfRef[0];
@@ -134,7 +141,7 @@ void Room::GBWriteToFile(ByteWriter& out) const
 {
     out.i16(NumAreas);
     out.f32(RoomDims);
-    for (const AreaSegment& area : m_areas)
+    for (const SegmentFigures& area : m_areas)
         out.f32(area);
     out.f32(PointOfRef);
     out.f32(FOH);
@@ -154,7 +161,7 @@ Result<Done> Room::GBReadFromFile(ByteReader& in)
         return read;
     if (RoomDims[0] <= 0 || RoomDims[1] <= 0)
         return in.error(Message(Text::RoomWithoutSize));
-    for (AreaSegment& area : m_areas)
+    for (SegmentFigures& area : m_areas)
         if (auto read = in.finite(area, Text::FieldArea); !read)
             return read;
     if (auto read = in.finite(PointOfRef, Text::FieldReference); !read)

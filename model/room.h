@@ -2,6 +2,7 @@
 
 #include "model/byte_stream.h"
 #include "model/result.h"
+#include "model/segment.h"
 #include "model/vector_math.h"
 
 #include <array>
@@ -12,11 +13,6 @@
 #include <string_view>
 
 namespace orva {
-
-/// A straight segment of the side section: x1, y1, x2, y2 in metres from the point of reference
-/// (y up), its angle in degrees against the horizontal, its length in metres. Angle and length are
-/// kept as given, not recomputed from the ends.
-using AreaSegment = std::array<float, 6>;
 
 /// The venue as a side section: room, point of reference, FOH, audience areas, and the project's
 /// texts. A plain value; shows no messages. Setters return false, and change nothing, when they
@@ -32,9 +28,9 @@ public:
     FloatPair GFAGetPointOfRef() const { return PointOfRef; }
     /// Metres from the point of reference, as everything below.
     FloatPair GFAGetFOH() const { return FOH; }
-    AreaSegment GFAGetAudienceArea1() const { return m_areas[0]; }
-    AreaSegment GFAGetAudienceArea2() const { return m_areas[1]; }
-    AreaSegment GFAGetAudienceArea3() const { return m_areas[2]; }
+    SegmentFigures GFAGetAudienceArea1() const { return m_areas[0]; }
+    SegmentFigures GFAGetAudienceArea2() const { return m_areas[1]; }
+    SegmentFigures GFAGetAudienceArea3() const { return m_areas[2]; }
     /// Texts in UTF-8, padded with blanks to 50, 50 and 200 characters.
     std::string GSGetProjectName() const;
     std::string GSGetAuthorName() const;
@@ -60,10 +56,21 @@ public:
     void takeTexts(const Room& other);
 
     /// Area 1 to 3; none for any other number.
-    std::optional<AreaSegment> GFAGetAudienceAreaSelect(int number) const;
+    std::optional<SegmentFigures> GFAGetAudienceAreaSelect(int number) const;
     /// Ceiling 1, right wall 2, floor 3, left wall 4; six zeros for any other number. The angle of
     /// an upright wall is -180.
-    AreaSegment GFAGetRoomWalls(int number) const;
+    SegmentFigures GFAGetRoomWalls(int number) const;
+
+    // The same as values
+
+    /// Area 1 to 3.
+    Segment area(int number) const;
+    /// Wall 1 to 4.
+    Segment wall(int number) const { return segmentOf(GFAGetRoomWalls(number)); }
+    Size size() const { return {RoomDims[0], RoomDims[1]}; }
+    /// From the room's lower-left corner.
+    Point reference() const { return {PointOfRef[0], PointOfRef[1]}; }
+    Point foh() const { return {FOH[0], FOH[1]}; }
 
     static constexpr std::size_t kFileBytes = 398;
     /// Appends the 398-byte block.
@@ -79,7 +86,7 @@ private:
 
     std::int16_t NumAreas = 1;
     FloatPair RoomDims{};
-    std::array<AreaSegment, kAreas> m_areas{};
+    std::array<SegmentFigures, kAreas> m_areas{};
     FloatPair PointOfRef{};
     FloatPair FOH{};
     // Windows-1252, one byte a character, padded with blanks

@@ -116,6 +116,12 @@ struct SystemRecord {
                : typeCode == TypeCodeBass   ? std::optional(BoxKind::Bass)
                                             : std::nullopt;
     }
+    std::int16_t codeOf(BoxKind kind) const
+    {
+        return kind == BoxKind::Straight      ? TypeCodeGerade
+               : kind == BoxKind::Trapezoidal ? TypeCodeSchräg
+                                              : TypeCodeBass;
+    }
     const RiggingText& riggingText(BoxKind kind) const;
     /// What a joint between the two boxes allows, in either order; none where one is of unknown
     /// kind.

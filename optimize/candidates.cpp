@@ -6,49 +6,23 @@
 
 namespace orva {
 
-namespace {
-
-/// Whether the axis of a box meets the area ahead of it.
-bool aimsAt(const AreaSegment& area, double x, double y, double angleDeg)
-{
-    const double x1 = area[0];
-    const double y1 = area[1];
-    const double x2 = area[2];
-    const double y2 = area[3];
-    const double radians = angleDeg * static_cast<double>(kRadiansPerDegree);
-    const double cosine = std::cos(radians);
-    const double sine = std::sin(radians);
-    if (x1 == x2) {
-        const double t = cosine == 0 ? -1 : (x1 - x) / cosine;
-        const double hit = y + t * sine;
-        return t > 0 && hit >= std::min(y1, y2) && hit <= std::max(y1, y2);
-    }
-    const double slope = (y2 - y1) / (x2 - x1);
-    const double steepness = sine - slope * cosine;
-    const double t = steepness == 0 ? -1 : ((x - x1) * slope + y1 - y) / steepness;
-    const double hit = x + t * cosine;
-    return t > 0 && hit >= std::min(x1, x2) && hit <= std::max(x1, x2);
-}
-
-} // namespace
-
 std::optional<JointRange> GetAreaSpeakers(const Room& room, const LineArray& array, int number)
 {
-    const std::optional<AreaSegment> area = room.GFAGetAudienceAreaSelect(number);
-    if (!area)
+    if (number < 1 || number > Room::kAreas)
         return std::nullopt;
-    const std::array<float, 96> origins = array.GFAGetOriginPTSandAng(true);
+    const Segment area = room.area(number);
     int first = -1;
     int last = -1;
-    for (int i = 0; i < array.boxCount(); ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        const bool aims = aimsAt(*area, origins[at], origins[32 + at], origins[64 + at]);
+    int i = 0;
+    for (const LineArray::BoxAxis& axis : array.axes()) {
+        const bool aims = Ray(axis.from, axis.angleDeg).meets(area).has_value();
         if (aims && first == -1)
             first = i;
         if (!aims && first != -1 && last == -1)
             last = i - 1;
         if (aims && i == array.boxCount() - 1)
             last = i;
+        ++i;
     }
     if (first == -1)
         return std::nullopt;

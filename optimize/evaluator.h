@@ -18,7 +18,7 @@ namespace orva {
 /// Everything a search works on; shared by its threads and never changed.
 struct SearchTask {
     LineArray array; ///< as it was when the search was set up; no fault()
-    AreaSegment area;
+    Segment area;
     FitLineTarget target;
     Measure measure = Measure::SmoothArea;
     int points = 200; ///< 2 or more
@@ -79,7 +79,7 @@ private:
     std::vector<double> m_wanted; ///< level at each point
     LiteralKernel m_literal;
     LineArray m_array;
-    AreaSegment m_segment;
+    Segment m_segment;
     std::array<Point, 2> m_ends{};
     std::vector<Point> m_receivers; ///< in the order of calculation
     std::vector<float> m_factors;

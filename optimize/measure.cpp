@@ -5,22 +5,19 @@
 
 namespace orva {
 
-FitLineTarget FitLineTarget::wholeArea(const AreaSegment& area)
+FitLineTarget FitLineTarget::wholeArea(const Segment& area)
 {
-    return {0, area[5], 0, 0};
+    return {0, area.lengthM, 0, 0};
 }
 
-AreaSegment measuredSegment(const AreaSegment& area, const FitLineTarget& target)
+Segment measuredSegment(const Segment& area, const FitLineTarget& target)
 {
-    const double radians = static_cast<double>(area[4]) * kRadiansPerDegree;
-    const auto at = [&](double along) {
-        return FloatPair{static_cast<float>(area[0] + along * std::cos(radians)),
-                         static_cast<float>(area[1] + along * std::sin(radians))};
+    // in 32 bits, as areas are kept
+    const auto kept = [](Point point) {
+        return Point{static_cast<float>(point.x), static_cast<float>(point.y)};
     };
-    const FloatPair start = at(target.startM);
-    const FloatPair end = at(target.startM + target.lengthM);
-    const double length = std::max(0.001, target.lengthM);
-    return {start[0], start[1], end[0], end[1], area[4], static_cast<float>(length)};
+    return {kept(area.at(target.startM)), kept(area.at(target.startM + target.lengthM)),
+            area.angleDeg, static_cast<float>(std::max(0.001, target.lengthM))};
 }
 
 std::vector<double> fitReference(const FitLineTarget& target, int points)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lang/text_ids.h"
-#include "model/room.h"
+#include "model/segment.h"
 
 #include <limits>
 #include <span>
@@ -21,11 +21,11 @@ struct FitLineTarget {
     double levelDb = 0; ///< wanted at the start; absolute
 
     /// The whole area, 0 dB, level.
-    static FitLineTarget wholeArea(const AreaSegment& area);
+    static FitLineTarget wholeArea(const Segment& area);
 };
 
 /// The part of the area that the target covers, 0.001 m long at least.
-AreaSegment measuredSegment(const AreaSegment& area, const FitLineTarget& target);
+Segment measuredSegment(const Segment& area, const FitLineTarget& target);
 
 /// What the levels along an area are measured against; each a record of allMeasures().
 enum class Measure { FitToLine, SmoothArea };

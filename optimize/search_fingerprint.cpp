@@ -58,7 +58,8 @@ std::string searchFingerprint(const SearchTask& task, const CandidateSet& candid
     for (const std::byte byte : array.bytes())
         print.addByte(static_cast<unsigned char>(byte));
     print.add(area);
-    print.addFigures(task.area);
+    print.addFigures(std::array{task.area.start.x, task.area.start.y, task.area.end.x,
+                                task.area.end.y, task.area.angleDeg, task.area.lengthM});
     print.addFigures(std::array{task.target.startM, task.target.lengthM, task.target.slopeDbPerM,
                                 task.target.levelDb});
     print.add(static_cast<int>(task.measure));

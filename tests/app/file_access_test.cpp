@@ -122,7 +122,7 @@ TEST_F(Files, AnImportLastsUntilTheNextSystem)
     EXPECT_EQ(state.speakerData.directivity, state.systemData[kCompactSystem]);
     EXPECT_EQ(state.speakerData.BandLevel[0].Continuous, 108);
     std::ofstream(folder / "half.xhn") << "no data";
-    EXPECT_FALSE(importSpeakerData(state, folder / "half.xhn"));
+    EXPECT_TRUE(importSpeakerData(state, folder / "half.xhn")->error);
     SelectSystem(state, kStandardSystem);
     EXPECT_EQ(state.speakerData.directivity, state.systemData[kStandardSystem]);
 }

@@ -226,8 +226,8 @@ TEST(RecentFiles, TheLatestFirstFiveAtMost)
 
 TEST(AreaEntries, TheOthersFollow)
 {
-    const AreaSegment area = {5, 1.7F, 20, 1.7F, 0, 15};
-    const std::tuple<const char*, AreaEntry, const char*, bool, AreaSegment> cases[] = {
+    const SegmentFigures area = {5, 1.7F, 20, 1.7F, 0, 15};
+    const std::tuple<const char*, AreaEntry, const char*, bool, SegmentFigures> cases[] = {
         {"end x", AreaEntry::X2, "9", true, {5, 1.7F, 9, 1.7F, 0, 4}},
         {"end y", AreaEntry::Y2, "16,7", true, {5, 1.7F, 20, 16.7F, 45, 21.21F}},
         {"start x moves all", AreaEntry::X1, "6", true, {6, 1.7F, 21, 1.7F, 0, 15}},
@@ -246,7 +246,7 @@ TEST(AreaEntries, TheOthersFollow)
     };
     for (const auto& [what, entry, typed, metres, wanted] : cases) {
         SCOPED_TRACE(what);
-        const std::optional<AreaSegment> synced = SyncAreaEntries(area, entry, typed, metres);
+        const std::optional<SegmentFigures> synced = SyncAreaEntries(area, entry, typed, metres);
         ASSERT_TRUE(synced);
         for (std::size_t i = 0; i < synced->size(); ++i)
             EXPECT_NEAR((*synced)[i], wanted[i], 1e-5) << i;
@@ -313,7 +313,7 @@ TEST(RoomForm, WhatLiesOutsideTheRoom)
     project.array.GBSetCradleCoord({1, 8.2F});
     project.array.GBSetBassBoxCoord({-1, 0});
     ASSERT_TRUE(project.room.GBSetFOH(FloatPair{30.5F, 2}));
-    ASSERT_TRUE(project.room.GBSetAudienceArea3(AreaSegment{0, -1, 31, 2, 0, 1}));
+    ASSERT_TRUE(project.room.GBSetAudienceArea3(SegmentFigures{0, -1, 31, 2, 0, 1}));
     ASSERT_TRUE(project.room.GBSetPointOfRef(FloatPair{0, 0}));
     OutOfRoom outside = outOfRoom(project.room, project.array);
     EXPECT_EQ(outside.cradle, (std::array{false, true}));
@@ -330,8 +330,8 @@ TEST(RoomForm, WhatLiesOutsideTheRoom)
 TEST(LevelChoiceForm, AbsoluteLevelsAreBroadband)
 {
     LevelChoiceForm form(Language::English);
-    EXPECT_EQ(form.cmbTerzOktave.items.front() + form.cmbTerzOktave.items[10] +
-                  form.cmbTerzOktave.items.back(),
+    EXPECT_EQ(form.cmbTerzOktave.items.front().text + form.cmbTerzOktave.items[10].text +
+                  form.cmbTerzOktave.items.back().text,
               " 100 Hz 1000Hz12500Hz");
     form.chooseAveraging(1);
     form.chooseBand(10);
@@ -356,8 +356,8 @@ TEST(LevelChoiceForm, AbsoluteLevelsAreBroadband)
 
 TEST(LevelChoiceForm, ListsInAnotherLanguageKeepWhatIsSelected)
 {
-    const std::vector<std::string> english = {"1/3 Octave ", "  1   Octave ", "  3   Octave ",
-                                              " Broadband "};
+    const std::vector<Choice> english = {
+        {"1/3 Octave "}, {"  1   Octave "}, {"  3   Octave "}, {" Broadband "}};
     for (int averaging = 0; averaging < 4; ++averaging) {
         SCOPED_TRACE(averaging);
         LevelChoiceForm form(Language::English);
@@ -372,8 +372,8 @@ TEST(LevelChoiceForm, ListsInAnotherLanguageKeepWhatIsSelected)
         EXPECT_EQ(form.cmbTerzOktave.items.size(), broadband ? 23U : 22U);
         form.setLanguage(Language::German);
         ASSERT_EQ(form.Average_cmb.items.size(), 4U);
-        EXPECT_EQ(form.Average_cmb.items[0], "1/3 Oktave ");
-        EXPECT_EQ(form.Average_cmb.items[2], "  3   Oktaven ");
+        EXPECT_EQ(form.Average_cmb.items[0].text, "1/3 Oktave ");
+        EXPECT_EQ(form.Average_cmb.items[2].text, "  3   Oktaven ");
         EXPECT_EQ(form.Average_cmb.selected, averaging);
         EXPECT_EQ(form.cmbTerzOktave.items.size(), broadband ? 23U : 22U);
         EXPECT_EQ(form.cmbTerzOktave.text(), broadband ? " Alle gem." : " 500 Hz");

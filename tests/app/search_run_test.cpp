@@ -11,7 +11,7 @@ protected:
     {
         ASSERT_TRUE(LoadSystemData(state, ORVA_SOURCE_DIR "/data"));
         makeCurrent(state, newProject(kStandardSystem));
-        area = state.project.room.GFAGetAudienceArea1();
+        area = state.project.room.area(1);
     }
     SearchRun newRun()
     {
@@ -25,7 +25,7 @@ protected:
     }
 
     Workspace state;
-    AreaSegment area{};
+    Segment area;
 };
 
 TEST_F(SearchRuns, BeginPauseContinueFinish)

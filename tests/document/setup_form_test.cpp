@@ -376,11 +376,11 @@ TEST(SetupForm, ListsEndWhereTheSystemDoesAndKeepWhatAFileBrought)
         SCOPED_TRACE(std::to_string(system) + ' ' + std::to_string(place));
         Form fresh = newForm(system, true);
         fresh.UpdateSetupLists(-2);
-        EXPECT_EQ((fresh.*list).items.back(), std::to_string(last));
+        EXPECT_EQ((fresh.*list).items.back(), Choice::number(last));
         for (const int count : {last + 0, last + 1, 28}) {
             const LineArray array = fromFile(system, place, static_cast<std::int16_t>(count));
             const Form form = formOf(array, true);
-            EXPECT_EQ((form.*list).number(), count);
+            EXPECT_EQ((form.*list).value(), count);
             // what says how many boxes there are is right as long as the list has it
             EXPECT_EQ((form.*list).invalid, place != 2 || count > last);
             LineArray again = array;
@@ -396,11 +396,13 @@ TEST(SetupForm, ListsEndWhereTheSystemDoesAndKeepWhatAFileBrought)
     Form compact = newForm(kCompactSystem, false);
     compact.chooseNumSpk(10);
     EXPECT_EQ(compact.cmbNumGer.items.size(), 33U); // 0 to 32
-    EXPECT_EQ(compact.cmbNumGer.number(), 11);
+    EXPECT_EQ(compact.cmbNumGer.value(), 11);
 
     Form form = newForm(kStandardSystem, false);
     form.chooseNumSpk(3); // four boxes: trapezoidal 0 to 4, and the 6 that was
-    EXPECT_EQ(form.cmbNumSch.items, (std::vector<std::string>{"0", "1", "2", "3", "4", "6"}));
+    ChoiceList counts = ChoiceList::numbers(0, 4);
+    counts.items.push_back(Choice::number(6));
+    EXPECT_EQ(form.cmbNumSch.items, counts.items);
     EXPECT_TRUE(form.cmbNumSch.invalid && form.cmbNumGer.invalid);
     form.chooseNumSch(4);
     EXPECT_EQ(form.cmbNumSch.items.size(), 5U);
@@ -458,7 +460,7 @@ TEST(SetupForm, PinAndAngleOfTheFirstBox)
         if (*test.number) {
             EXPECT_EQ(form.PinNumber_cmb.text(), test.number);
         } else if (test.flown) {
-            EXPECT_EQ(form.PinNumber_cmb.number(), array.GIPinPoint() + 1);
+            EXPECT_EQ(form.PinNumber_cmb.value(), array.GIPinPoint() + 1);
         }
         LineArray again = newProject(kStandardSystem).array;
         EXPECT_TRUE(form.UpdateLineArray(again));

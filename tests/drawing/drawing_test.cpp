@@ -228,8 +228,8 @@ TEST(CurveDrawing, OnePointForEveryTwoPixelsOfAProfile)
 TEST(CurveDrawing, ProfilesLieLeftOfTheirAreas)
 {
     Project project = newProject(kStandardSystem);
-    ASSERT_TRUE(project.room.GBSetAudienceArea1(AreaSegment{5, 1, 15, 1, 0, 10}));
-    ASSERT_TRUE(project.room.GBSetAudienceArea2(AreaSegment{5, 1, 5, 11, 90, 10}));
+    ASSERT_TRUE(project.room.GBSetAudienceArea1(SegmentFigures{5, 1, 15, 1, 0, 10}));
+    ASSERT_TRUE(project.room.GBSetAudienceArea2(SegmentFigures{5, 1, 5, 11, 90, 10}));
     RecordingSurface surface(600, 300);
     surface.setScale({0, -15, 30, 15}); // 5 cm a pixel
     DrawProfiles(surface, project.room, std::vector<std::vector<float>>{{60, 80}, {80, 60}});

@@ -38,9 +38,9 @@ TEST(AutoAim, PointsFlownArraysAtTheNearestAreaInFront)
         {"two bass boxes on top", {2, 2, 0}, 5, 18, down(4, 5.8) + 9}};
     for (const auto& [what, types, x1, x3, angle] : cases) {
         Project project = projectWith(types, {0, 2, 4}, true);
-        ASSERT_TRUE(project.room.GBSetAudienceArea1(AreaSegment{x1, 1.7F, 20, 1.7F, 0, 15}));
-        ASSERT_TRUE(project.room.GBSetAudienceArea2(AreaSegment{0.5F, 1.7F, 25, 2, 0, 5}));
-        ASSERT_TRUE(project.room.GBSetAudienceArea3(AreaSegment{x3, 3.5F, 27.4F, 7, 20, 10}));
+        ASSERT_TRUE(project.room.GBSetAudienceArea1(SegmentFigures{x1, 1.7F, 20, 1.7F, 0, 15}));
+        ASSERT_TRUE(project.room.GBSetAudienceArea2(SegmentFigures{0.5F, 1.7F, 25, 2, 0, 5}));
+        ASSERT_TRUE(project.room.GBSetAudienceArea3(SegmentFigures{x3, 3.5F, 27.4F, 7, 20, 10}));
         const auto aimed = autoAim(project.room, project.array);
         ASSERT_TRUE(aimed) << what;
         EXPECT_NEAR(*aimed, angle, 1e-4) << what;
@@ -94,16 +94,16 @@ TEST(SubArray, VirtualDistancesAndDelays)
 
 TEST(AimingLines, EndAtWhatTheyMeetFirst)
 {
-    const auto lineOf = [](FloatPair cradle, std::int16_t tenthsDown, const AreaSegment& area) {
+    const auto lineOf = [](FloatPair cradle, std::int16_t tenthsDown, const SegmentFigures& area) {
         Project project = projectWith({0}, {tenthsDown}, false);
         project.array.GBSetNumSpeakers(1);
         project.array.GBSetCradleCoord(cradle);
         EXPECT_TRUE(project.room.GBSetNumAreas(1) && project.room.GBSetAudienceArea1(area));
         return aimingLines(project.room, project.array).at(0);
     };
-    const AreaSegment flat = {5, 1, 25, 1, 0, 20};
-    const AreaSegment upright = {10.75F, 0, 10.75F, 6, 90, 6};
-    const std::tuple<const char*, FloatPair, std::int16_t, AreaSegment, double, bool> cases[] = {
+    const SegmentFigures flat = {5, 1, 25, 1, 0, 20};
+    const SegmentFigures upright = {10.75F, 0, 10.75F, 6, 90, 6};
+    const std::tuple<const char*, FloatPair, std::int16_t, SegmentFigures, double, bool> cases[] = {
         {"upright area 10 m ahead", {1, 3}, 0, upright, 10, true},
         {"over the upright area, to the wall", {1, 7}, 0, upright, 29.25, false},
         {"level above the flat area, to the wall", {1, 3}, 0, flat, 29.25, false},
@@ -127,7 +127,7 @@ TEST(AutoAim, AnAreaThatStartsAtTheCradleIsNotInFront)
     const auto aimAt = [&](float cradleX, float areaX) {
         project.array.GBSetCradleCoord({cradleX, 5});
         EXPECT_TRUE(project.room.GBSetNumAreas(1));
-        EXPECT_TRUE(project.room.GBSetAudienceArea1(AreaSegment{areaX, 1, areaX + 10, 1, 0, 10}));
+        EXPECT_TRUE(project.room.GBSetAudienceArea1(SegmentFigures{areaX, 1, areaX + 10, 1, 0, 10}));
         return autoAim(project.room, project.array).has_value();
     };
     const float feet = static_cast<float>(23.5 * 0.3048);

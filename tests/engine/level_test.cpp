@@ -76,7 +76,7 @@ TEST(LineSPL, PlacesReceiversFromAngleAndLengthAndReportsExtremes)
     const SpeakerData data = SelectSpeakerData({}, kStandardSystem);
     const LiteralKernel kernel(data.directivity, airAt(21));
     const LevelChoice choice{{10, 10}, LevelField::Continuous, false};
-    const auto line = [&](const AreaSegment& along, int n, int threads) {
+    const auto line = [&](const Segment& along, int n, int threads) {
         return LineSPL(kernel, data.BandLevel, project.array, along, choice, n, threads);
     };
     // the end point is not read; 5 m upwards in steps of length / n
@@ -125,7 +125,7 @@ TEST(LineSPL, BassBoxesDoNotRadiate)
     const SpeakerData data = SelectSpeakerData({}, kStandardSystem);
     const LiteralKernel kernel(data.directivity, airAt(21));
     const auto levels =
-        LineSPL(kernel, data.BandLevel, project.array, project.room.GFAGetAudienceArea1(),
+        LineSPL(kernel, data.BandLevel, project.array, project.room.area(1),
                 {{0, 21}, LevelField::Peak, true}, 4);
     EXPECT_EQ(levels, std::vector<float>(6, -std::numeric_limits<float>::infinity()));
 }

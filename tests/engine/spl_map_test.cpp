@@ -96,7 +96,7 @@ TEST_F(MapOfNewProject, GivesTheLevelsOfALineThroughItsCells)
     ASSERT_TRUE(map);
     // the row 2.5 m below the ceiling as a line of receivers
     const Point start = grid.CellCentre(0, 2);
-    const AreaSegment row = {static_cast<float>(start.x), static_cast<float>(start.y), 0, 0, 0, 30};
+    const Segment row = {start, {}, 0, 30};
     const auto levels = LineSPL(kernel, data.BandLevel, project.array, row, choice, 30);
     for (std::size_t c = 0; c < 30; ++c)
         EXPECT_NEAR(map->levels[60 + c], levels[c], 1e-3) << c;

@@ -32,8 +32,8 @@ TEST(Room, SettersRefuseAndThenChangeNothing)
     EXPECT_EQ(room, before);
 
     EXPECT_TRUE(room.GBSetPointOfRef(FloatPair{0, 0}));
-    EXPECT_TRUE(room.GBSetAudienceArea2(AreaSegment{-3, -1, 4, 2, 10, 0}));
-    EXPECT_EQ(room.GFAGetAudienceAreaSelect(2), (AreaSegment{-3, -1, 4, 2, 10, 0}));
+    EXPECT_TRUE(room.GBSetAudienceArea2(SegmentFigures{-3, -1, 4, 2, 10, 0}));
+    EXPECT_EQ(room.GFAGetAudienceAreaSelect(2), (SegmentFigures{-3, -1, 4, 2, 10, 0}));
     EXPECT_EQ(room.GFAGetAudienceAreaSelect(0), std::nullopt);
     EXPECT_EQ(room.GFAGetAudienceAreaSelect(4), std::nullopt);
 }
@@ -57,7 +57,7 @@ TEST(Room, WallsFollowThePointOfReference)
 {
     Room room;
     ASSERT_TRUE(room.GBSetRoomDims(FloatPair{30, 8}) && room.GBSetPointOfRef(FloatPair{2, 1}));
-    const AreaSegment walls[] = {{},
+    const SegmentFigures walls[] = {{},
                                  {-2, 7, 28, 7, 0, 30},
                                  {28, 7, 28, -1, -180, 8},
                                  {-2, -1, 28, -1, 0, 30},

@@ -124,7 +124,7 @@ TEST(SearchFingerprint, ChangesWithAllThatChangesAMeasureOrTheOrder)
     EXPECT_EQ(asked.print(), before);
     const std::function<void(Asked&)> changes[] = {
         [](Asked& a) { a.task.array.GBSetNumSchräg(1); },
-        [](Asked& a) { a.task.area[5] = 1; },
+        [](Asked& a) { a.task.area.lengthM = 1; },
         [](Asked& a) { a.task.target.slopeDbPerM = -0.1; },
         [](Asked& a) { a.task.target.levelDb = 1; },
         [](Asked& a) { a.task.measure = Measure::FitToLine; },

@@ -76,7 +76,7 @@ Ranking literalRanking(const Scene& scene, const CandidateSet& candidates, std::
 {
     const SearchTask& task = *scene.task;
     const LiteralKernel kernel(task.speakerData.directivity, task.air);
-    const AreaSegment segment = measuredSegment(task.area, task.target);
+    const Segment segment = measuredSegment(task.area, task.target);
     Ranking ranking;
     for (std::uint64_t number = first; number < first + count; ++number) {
         LineArray array = task.array;
@@ -398,20 +398,20 @@ TEST(Measures, ByHand)
     EXPECT_EQ(fitReference(target, 4), (std::vector<double>{100, 99, 98, 97}));
     EXPECT_DOUBLE_EQ(RmsToFitLine(levels, fitReference(target, 4)),
                      std::sqrt((0.0 + 9 + 9 + 64) / 4));
-    const AreaSegment segment = measuredSegment({1, 2, 0, 0, 90, 10}, target);
-    EXPECT_NEAR(segment[0], 1, 1e-6);
-    EXPECT_NEAR(segment[1], 4, 1e-6);
-    EXPECT_NEAR(segment[5], 6, 1e-6);
+    const Segment segment = measuredSegment({{1, 2}, {}, 90, 10}, target);
+    EXPECT_NEAR(segment.start.x, 1, 1e-6);
+    EXPECT_NEAR(segment.start.y, 4, 1e-6);
+    EXPECT_NEAR(segment.lengthM, 6, 1e-6);
 }
 
 TEST(AreaSpeakers, FromTheFirstBoxThatAimsToTheLast)
 {
     Project project = newProject(kStandardSystem);
-    const auto aiming = [&](const AreaSegment& area) {
+    const auto aiming = [&](const SegmentFigures& area) {
         EXPECT_TRUE(project.room.GBSetAudienceArea1(area));
         return GetAreaSpeakers(project.room, project.array, 1);
     };
-    const AreaSegment floor = {3, 0, 200, 0, 0, 197};
+    const SegmentFigures floor = {3, 0, 200, 0, 0, 197};
     const std::optional<JointRange> all = aiming(floor);
     ASSERT_TRUE(all);
     EXPECT_EQ(all->last, 10) << "the lowest box aims there";

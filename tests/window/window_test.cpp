@@ -225,7 +225,7 @@ TEST_F(Window, WhatIsNoCompleteNumberRestoresWhatWasThere)
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
     enter("RoomWidth_txt", "0");
     EXPECT_EQ(control<QLineEdit>("RoomWidth_txt")->text(), "30") << "refused by the room";
-    const AreaSegment before = room().GFAGetAudienceArea3();
+    const SegmentFigures before = room().GFAGetAudienceArea3();
     auto* length = control<QLineEdit>("txtLength(2)");
     length->setFocus();
     length->selectAll();

@@ -250,13 +250,15 @@ RoomViewContent Editor::roomViewContent(bool aimingLines) const
     return content;
 }
 
-std::vector<float> Editor::levelsAlong(const AreaSegment& line, int points) const
+std::vector<float> Editor::levelsAlong(const Segment& line, int points) const
 {
     if (!m_arrayWhole)
-        return std::vector<float>(static_cast<std::size_t>(points) + 2,
+        return std::vector<float>(static_cast<std::size_t>(points),
                                   -std::numeric_limits<float>::infinity());
-    return LineSPL(*m_session.state.levelKernel(), m_session.state.speakerData.BandLevel, array(),
-                   line, m_view.levels.choice(), points);
+    return orva::levelsAlong(*m_session.state.levelKernel(),
+                             m_session.state.speakerData.BandLevel, array(), line,
+                             m_view.levels.choice(), points)
+        .levels;
 }
 
 } // namespace orva::ui

@@ -96,7 +96,7 @@ public:
     const OutOfRoom& outside() const { return m_outside; }
 
     RoomViewContent roomViewContent(bool aimingLines) const;
-    std::vector<float> levelsAlong(const AreaSegment& line, int points) const;
+    std::vector<float> levelsAlong(const Segment& line, int points) const;
 
 signals:
     void changed(const orva::ui::Shown& what);

@@ -28,11 +28,11 @@ QString decibels(double rms, const char* unit = "dB")
 
 void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
 {
-    const AreaSegment area = *editor.room().GFAGetAudienceAreaSelect(editor.view().SelectedArea);
+    const Segment area = editor.room().area(editor.view().SelectedArea);
     const std::optional<JointRange> aiming =
         GetAreaSpeakers(editor.room(), editor.array(), editor.view().SelectedArea);
     const auto asked = editor.view().fitLine
-                           ? targetUnder(*editor.view().fitLine, area[5], views.shortestFitLineM())
+                           ? targetUnder(*editor.view().fitLine, area.lengthM, views.shortestFitLineM())
                            : std::nullopt;
     if (editor.view().fitLine && !asked) {
         editor.setFitLine({});
@@ -58,7 +58,7 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
     : QDialog(window),
       m_editor(editor),
       m_views(views),
-      m_area(*editor.room().GFAGetAudienceAreaSelect(editor.view().SelectedArea)),
+      m_area(editor.room().area(editor.view().SelectedArea)),
       m_run(editor.session().state, editor.document().state().project, editor.view().SelectedArea,
             aiming, target, editor.view().levels.choice()),
       m_task(this)
@@ -275,7 +275,7 @@ void OptimizeDialog::showFitLabels()
     const double factor = m_editor.lengthFactor();
     const auto rounded = [](double value) { return qtText(plainText(value, 2)); };
     // Where the target begins is said along the floor, how long it is along the area.
-    const double radians = static_cast<double>(m_area[4]) * kRadiansPerDegree;
+    const double radians = m_area.angleDeg * kRadiansPerDegree;
     const double start = m_run.target().startM * std::cos(radians);
     lblX1->setText(rounded(start * factor));
     lblX2->setText(rounded((start + m_run.target().lengthM) * factor));
@@ -385,10 +385,10 @@ void OptimizeDialog::calculateCurves(int points)
         setWindowTitle(m_editor.session().text(Text::CurvesProgress1) +
                        QString::number((k + 1) * 100 / static_cast<int>(m_run.results().size())) +
                        m_editor.session().text(Text::CurvesProgress2));
-        m_curves.push_back(LineSPL(*kernel, m_editor.session().state.speakerData.BandLevel,
-                                   m_run.arrayOf(k), m_area, m_editor.view().levels.choice(),
-                                   points));
-        m_curves.back().resize(static_cast<std::size_t>(points));
+        m_curves.push_back(levelsAlong(*kernel, m_editor.session().state.speakerData.BandLevel,
+                                       m_run.arrayOf(k), m_area, m_editor.view().levels.choice(),
+                                       points)
+                               .levels);
     }
     setWindowTitle(m_editor.session().text(m_run.form().caption()));
 }
@@ -399,7 +399,7 @@ CurvePicture OptimizeDialog::curves(int points)
         calculateCurves(points);
     const Colour colours[] = {kRed, kGreen, kBlue, kBlack, 0x808080};
     CurvePicture picture{m_editor.view().SelectedArea,
-                         m_area[5],
+                         m_area.lengthM,
                          {},
                          m_editor.view().fitLine,
                          m_editor.view().baseline};

@@ -51,7 +51,7 @@ private:
 
     Editor& m_editor;
     ViewPanel& m_views;
-    const AreaSegment m_area;
+    const Segment m_area;
     int m_points = 200;
     SearchRun m_run;
     Task m_task; ///< ends before the run that it works on

@@ -217,18 +217,18 @@ void ProjectCommands::LoadData()
     if (!chosen)
         return;
     const std::string file = chosen->toStdString();
-    const Directivity before = session.state.speakerData.directivity;
-    const Result<std::optional<Error>> imported = importSpeakerData(session.state, file);
-    if (imported) {
-        if (*imported)
-            showMessage(m_window, session.text(**imported));
-        emit statusChanged(Text::DataImported, *chosen);
+    const Result<SpeakerDataLoad> imported = importSpeakerData(session.state, file);
+    const std::optional<Error> failure = imported ? imported->error : imported.error();
+    if (failure) {
+        if (imported && imported->bands > 0)
+            emit statusChanged(Text::DataPartlyImported, *chosen);
+        showMessage(m_window, session.text(Text::LoadDataFailed), kProgramTitle,
+                    session.text(*failure));
         return;
     }
-    if (session.state.speakerData.directivity != before)
-        emit statusChanged(Text::DataPartlyImported, *chosen);
-    showMessage(m_window, session.text(Text::LoadDataFailed), kProgramTitle,
-                session.text(imported.error()));
+    if (imported->note)
+        showMessage(m_window, session.text(*imported->note));
+    emit statusChanged(Text::DataImported, *chosen);
 }
 
 void ProjectCommands::Help()

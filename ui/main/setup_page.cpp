@@ -335,7 +335,7 @@ void SetupPage::displayMounting()
 
     // Pin angles mean nothing for an array that is not whole.
     const bool known = m_editor.arrayWhole();
-    const std::int16_t pin = static_cast<std::int16_t>(setup.PinNumber_cmb.number() - 1);
+    const std::int16_t pin = static_cast<std::int16_t>(setup.PinNumber_cmb.value() - 1);
     const bool exists = pin >= 0 && pin < array.system().cradle.pinCount();
     PinAngle_lbl->setText(known && exists ? oneDecimal(array.GFAngleFromPin(pin)) +
                                                 m_editor.session().text(Text::Degrees)

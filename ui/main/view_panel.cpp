@@ -72,9 +72,9 @@ void ViewPanel::makeRoomView()
     Main_pbx->setOverlay([this](DrawingSurface& surface) {
         if (!m_areaUnderMouse)
             return;
-        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(*m_areaUnderMouse);
-        const auto [left, right] = std::minmax<double>({area[0], area[2]});
-        const auto [low, high] = std::minmax<double>({area[1], area[3]});
+        const Segment area = m_editor.room().area(*m_areaUnderMouse);
+        const auto [left, right] = std::minmax({area.start.x, area.end.x});
+        const auto [low, high] = std::minmax({area.start.y, area.end.y});
         surface.rectangle({left - kMarkerMarginM, -high - kMarkerMarginM},
                           {right + kMarkerMarginM, -low + kMarkerMarginM}, kMarker);
     });
@@ -164,9 +164,8 @@ void ViewPanel::prepareRoom()
     int number = 0;
     for (const int points : profilePointsOf(m_editor.room(), std::max(1, Main_pbx->width()),
                                             std::max(1, Main_pbx->height()))) {
-        const AreaSegment area = *m_editor.room().GFAGetAudienceAreaSelect(++number);
+        const Segment area = m_editor.room().area(++number);
         m_room.profiles.push_back(m_editor.levelsAlong(area, points));
-        m_room.profiles.back().resize(static_cast<std::size_t>(points));
     }
 
     // What the picture says, for those who hear it read.
@@ -195,20 +194,16 @@ int ViewPanel::curvePoints() const
 double ViewPanel::shortestFitLineM() const
 {
     constexpr double kShortestPixels = 2;
-    const AreaSegment area =
-        *m_editor.room().GFAGetAudienceAreaSelect(m_editor.view().SelectedArea);
-    return kShortestPixels / curveEnd(AreaSpl_pbx->width()) * area[5];
+    const Segment area = m_editor.room().area(m_editor.view().SelectedArea);
+    return kShortestPixels / curveEnd(AreaSpl_pbx->width()) * area.lengthM;
 }
 
 CurvePicture ViewPanel::areaCurve(int points) const
 {
-    const AreaSegment area =
-        *m_editor.room().GFAGetAudienceAreaSelect(m_editor.view().SelectedArea);
-    std::vector<float> levels = m_editor.levelsAlong(area, points);
-    levels.resize(static_cast<std::size_t>(points));
+    const Segment area = m_editor.room().area(m_editor.view().SelectedArea);
     return {m_editor.view().SelectedArea,
-            area[5],
-            {{std::move(levels)}},
+            area.lengthM,
+            {{m_editor.levelsAlong(area, points)}},
             m_editor.view().fitLine,
             m_editor.view().baseline};
 }

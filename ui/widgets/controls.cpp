@@ -31,11 +31,11 @@ void showList(QComboBox& box, const ChoiceList& list)
     const QSignalBlocker quiet(box);
     bool same = box.count() == static_cast<int>(list.items.size());
     for (int i = 0; same && i < box.count(); ++i)
-        same = box.itemText(i) == QString::fromStdString(list.items[static_cast<std::size_t>(i)]);
+        same = box.itemText(i) == QString::fromStdString(list.items[static_cast<std::size_t>(i)].text);
     if (!same) {
         box.clear();
-        for (const std::string& item : list.items)
-            box.addItem(QString::fromStdString(item));
+        for (const Choice& item : list.items)
+            box.addItem(QString::fromStdString(item.text));
     }
     box.setCurrentIndex(list.selected);
     markInvalid(box, list.invalid);
