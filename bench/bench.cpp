@@ -1,7 +1,7 @@
 // Fast against literal kernel in one process: the two take turns, medians of their slices count.
 // Time per term (receiver, box and band), ratio to the literal kernel on one thread, and how far
 // the levels differ where they are within 40 dB of the boxes' incoherent sum.
-#include "app/application_state.h"
+#include "app/state/application_state.h"
 #include "drawing/room_drawing.h"
 #include "drawing/spl_map_drawing.h"
 #include "engine/fast_kernel.h"
@@ -188,8 +188,8 @@ private:
         std::vector<float> incoherent;
         incoherent.reserve(kPoints);
         for (int i = 0; i < kPoints; ++i)
-            incoherent.push_back(incoherentLevel(
-                {area.start.x + i * area.lengthM / kPoints, area.start.y}, choice));
+            incoherent.push_back(
+                incoherentLevel({area.start.x + i * area.lengthM / kPoints, area.start.y}, choice));
         const Errors errors =
             errorsOf(levels(*m_literal, kPoints), levels(*m_fast, kPoints), incoherent);
         return compare(name, work(*m_literal, 1), work(*m_fast, 20), errors);

@@ -1,5 +1,5 @@
 // How long an edit takes until its levels are on the screen: 24 boxes, broadband, 1920 x 1080.
-#include "app/memory_settings.h"
+#include "app/state/memory_settings.h"
 #include "main/main_window.h"
 
 #include <QApplication>
@@ -27,8 +27,8 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     MemorySettings store;
     ui::Session session(store, QCoreApplication::applicationDirPath().toStdString() + "/..");
-    session.state.settings.ShowNewQuery = false;
-    if (!LoadSystemData(session.state, session.programFolder / "bin"))
+    session.state().settings.ShowNewQuery = false;
+    if (!LoadSystemData(session.state(), session.programFolder() / "bin"))
         return 1;
     ui::MainWindow window(session);
     window.resize(1920, 1080);

@@ -1,6 +1,6 @@
 // The search against the literal one (one thread, double precision, every level of every
 // configuration), and how soon the quick search finds what the exhaustive one proves to be best.
-#include "app/search_setup.h"
+#include "app/forms/search_setup.h"
 #include "optimize/quick_search.h"
 
 #include <algorithm>
@@ -92,9 +92,9 @@ double quickFraction(std::mt19937& random)
     if (!state.project.room.GBSetAudienceArea1(
             SegmentFigures{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
-    const auto task = withKernel(searchTask(
-        state, state.project, 1, FitLineTarget::wholeArea(state.project.room.area(1)),
-        Measure::SmoothArea, kPoints, kAllBands));
+    const auto task = withKernel(searchTask(state, state.project, 1,
+                                            FitLineTarget::wholeArea(state.project.room.area(1)),
+                                            Measure::SmoothArea, kPoints, kAllBands));
     const CandidateSet candidates(state.project.array, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
     Search search(task, candidates, 0, *candidates.NumConfigs());

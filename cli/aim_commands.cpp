@@ -1,5 +1,6 @@
 #include "cli/json.h"
 #include "cli/prediction.h"
+#include "document/setup_edit.h"
 #include "engine/auto_aim.h"
 #include "engine/sub_array_figures.h"
 #include "lang/string_table.h"
@@ -26,7 +27,9 @@ Result<Done> aim(const AimOptions& options, const Console& console)
         return Error{std::string(MlGetString(options.common.text().language, Text::NoAreaToAimAt)),
                      options.file};
     }
-    state->project.array = aimedArray(state->project.array, *angle);
+    DocumentState aimed = documentOf(state->project);
+    aimFirstBox(aimed, *angle, false);
+    state->project = aimed.project;
     PendingFiles files;
     if (!options.outFile.empty())
         if (auto added = files.add(options.outFile, projectBytes(state->project)); !added)

@@ -1,4 +1,4 @@
-#include "app/program_folder.h"
+#include "app/files/program_folder.h"
 #include "cli/command_line.h"
 
 #include <iostream>

@@ -1,4 +1,4 @@
-#include "app/search_setup.h"
+#include "app/forms/search_setup.h"
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "cli/progress_bar.h"

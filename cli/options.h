@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/file_access.h"
-#include "app/settings.h"
+#include "app/files/file_access.h"
+#include "app/state/settings.h"
 #include "cli/command_line.h"
 #include "drawing/drawing_options.h"
 #include "drawing/drawing_surface.h"

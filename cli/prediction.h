@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/application_state.h"
+#include "app/state/application_state.h"
 #include "cli/options.h"
 
 namespace orva {

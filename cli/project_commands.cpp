@@ -1,4 +1,4 @@
-#include "app/application_state.h"
+#include "app/state/application_state.h"
 #include "cli/json.h"
 #include "cli/options.h"
 

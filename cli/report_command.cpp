@@ -1,4 +1,4 @@
-#include "app/report_file.h"
+#include "app/files/report_file.h"
 #include "cli/prediction.h"
 
 #include <memory>

@@ -31,6 +31,13 @@ bool choosePin(DocumentState& state, int pin, bool autoCorrect)
     return applied;
 }
 
+bool aimFirstBox(DocumentState& state, double angleDeg, bool autoCorrect)
+{
+    state.setup.pinMode = false;
+    state.setup.box1Angle = SetupForm::validAngle(angleDeg);
+    return applySetup(state, autoCorrect);
+}
+
 DocumentState documentOf(Project project)
 {
     DocumentState state{std::move(project), {}};

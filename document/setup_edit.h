@@ -12,6 +12,9 @@ bool applySetup(DocumentState& state, bool autoCorrect);
 /// Hangs the array from that pin (from 0); the angle that angle mode starts with follows.
 bool choosePin(DocumentState& state, int pin, bool autoCorrect);
 
+/// Tilts the first box to that angle (as people see it), in angle mode.
+bool aimFirstBox(DocumentState& state, double angleDeg, bool autoCorrect);
+
 /// A new project as it is first shown. (What the lists bring is what an edit would leave.)
 DocumentState newDocument(std::int16_t system, bool autoCorrect);
 

@@ -5,7 +5,7 @@
 namespace orva {
 
 /// How drawings are made for the user: the grids in the unit of `text`. The values are those of a
-/// first start.
+/// first start, in metres.
 struct DrawingOptions {
     TextOptions text;
     float GridUnit_Room = 5;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace orva {
 
@@ -67,19 +66,6 @@ std::optional<double> autoAim(const Room& room, const LineArray& array)
     for (int position = 1; position <= last; ++position)
         angle += LineArray::splayAngle(angles[static_cast<std::size_t>(position)]);
     return angle;
-}
-
-LineArray aimedArray(const LineArray& array, double angleDeg)
-{
-    constexpr double kLargest = std::numeric_limits<std::int16_t>::max();
-    LineArray aimed = array;
-    LineArray::Positions angles = array.GIAGetAllAngle();
-    angles[0] =
-        static_cast<std::int16_t>(std::clamp(std::nearbyint(-10 * angleDeg), -kLargest, kLargest));
-    aimed.GBSetAngleOrPin(false);
-    aimed.GBSetAllAngle(angles);
-    aimed.GFACalcCOM();
-    return aimed;
 }
 
 } // namespace orva

@@ -13,7 +13,4 @@ namespace orva {
 /// box that is no bass box. None when there is nothing to aim at or with.
 std::optional<double> autoAim(const Room& room, const LineArray& array);
 
-/// The array with that angle set, in angle mode, to the nearest tenth of a degree.
-LineArray aimedArray(const LineArray& array, double angleDeg);
-
 } // namespace orva

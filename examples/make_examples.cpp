@@ -1,5 +1,5 @@
 // Writes the sample projects theatre.lad and club.lad into a folder.
-#include "app/application_state.h"
+#include "app/state/application_state.h"
 #include "model/vector_math.h"
 
 #include <algorithm>

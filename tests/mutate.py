@@ -3,7 +3,7 @@
 test targets and runs them.
 
     tests/mutate.py orva_model_tests model/system_record.cpp model/line_array_old.cpp
-    tests/mutate.py --count 40 --seed 7 --kinds constant,call orva_app_tests app/settings.cpp
+    tests/mutate.py --count 40 --seed 7 --kinds constant,call orva_app_tests app/state/settings.cpp
     tests/mutate.py orva_model_tests,orva_drawing_tests model/system_record.cpp
 
 Kinds of change, tried on code only (not in comments, texts or includes):

@@ -1,5 +1,5 @@
 // Makes the manual: the texts beside this file with pictures of the real program, as one PDF.
-#include "app/memory_settings.h"
+#include "app/state/memory_settings.h"
 #include "main/main_window.h"
 #include "shell/colours.h"
 
@@ -120,8 +120,8 @@ bool makeManual(const QString& texts, const QString& project, const std::filesys
 {
     MemorySettings store;
     ui::Session session(store, programs);
-    session.state.settings.ShowNewQuery = false;
-    if (!LoadSystemData(session.state, programs / "bin"))
+    session.state().settings.ShowNewQuery = false;
+    if (!LoadSystemData(session.state(), programs / "bin"))
         return false;
 
     QTextDocument document;

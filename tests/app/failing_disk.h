@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/disk.h"
+#include "app/files/disk.h"
 
 #include <cerrno>
 #include <map>

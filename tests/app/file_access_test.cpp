@@ -1,5 +1,5 @@
-#include "app/application_state.h"
-#include "app/file_access.h"
+#include "app/files/file_access.h"
+#include "app/state/application_state.h"
 #include "model/project_file.h"
 
 #include <csignal>

@@ -1,5 +1,5 @@
-#include "app/file_access.h"
-#include "app/temporary_file.h"
+#include "app/files/file_access.h"
+#include "app/files/temporary_file.h"
 #include "failing_disk.h"
 
 #include <fstream>

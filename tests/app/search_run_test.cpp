@@ -1,4 +1,4 @@
-#include "app/search_run.h"
+#include "app/forms/search_run.h"
 
 #include <gtest/gtest.h>
 

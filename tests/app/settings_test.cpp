@@ -1,4 +1,4 @@
-#include "app/memory_settings.h"
+#include "app/state/memory_settings.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,5 +1,5 @@
-#include "app/application_state.h"
-#include "app/file_access.h"
+#include "app/files/file_access.h"
+#include "app/state/application_state.h"
 #include "engine/levels.h"
 #include "engine/literal_kernel.h"
 #include "engine/speaker_data_text.h"

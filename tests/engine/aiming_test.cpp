@@ -44,9 +44,6 @@ TEST(AutoAim, PointsFlownArraysAtTheNearestAreaInFront)
         const auto aimed = autoAim(project.room, project.array);
         ASSERT_TRUE(aimed) << what;
         EXPECT_NEAR(*aimed, angle, 1e-4) << what;
-        const LineArray array = aimedArray(project.array, *aimed);
-        EXPECT_FALSE(array.GBGetAngleOrPin());
-        EXPECT_EQ(array.GIAGetAllAngle()[0], std::nearbyint(-10 * angle)) << what;
     }
     Project behind = projectWith({0}, {}, true);
     behind.array.GBSetCradleCoord({40, 7.5F});
@@ -127,7 +124,8 @@ TEST(AutoAim, AnAreaThatStartsAtTheCradleIsNotInFront)
     const auto aimAt = [&](float cradleX, float areaX) {
         project.array.GBSetCradleCoord({cradleX, 5});
         EXPECT_TRUE(project.room.GBSetNumAreas(1));
-        EXPECT_TRUE(project.room.GBSetAudienceArea1(SegmentFigures{areaX, 1, areaX + 10, 1, 0, 10}));
+        EXPECT_TRUE(
+            project.room.GBSetAudienceArea1(SegmentFigures{areaX, 1, areaX + 10, 1, 0, 10}));
         return autoAim(project.room, project.array).has_value();
     };
     const float feet = static_cast<float>(23.5 * 0.3048);

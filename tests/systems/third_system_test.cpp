@@ -1,5 +1,5 @@
 // A third, made-up system is one record, one data file and its texts; everything else follows.
-#include "app/application_state.h"
+#include "app/state/application_state.h"
 #include "document/document.h"
 #include "document/setup_edit.h"
 #include "engine/line_spl.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/memory_settings.h"
+#include "app/state/memory_settings.h"
 #include "main/main_window.h"
 #include "widgets/controls.h"
 
@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -22,8 +23,8 @@ class Window : public testing::Test {
 protected:
     void SetUp() override
     {
-        session.state.settings.ShowNewQuery = false;
-        ASSERT_TRUE(LoadSystemData(session.state, session.programFolder / "bin"));
+        session.state().settings.ShowNewQuery = false;
+        ASSERT_TRUE(LoadSystemData(session.state(), ORVA_BINARY_DIR "/bin"));
         window = std::make_unique<MainWindow>(session);
         window->resize(1280, 720);
         window->begin();
@@ -80,7 +81,8 @@ protected:
     }
 
     MemorySettings store;
-    Session session{store, ORVA_BINARY_DIR};
+    QTemporaryDir programFolder;
+    Session session{store, programFolder.path().toStdString()};
     std::unique_ptr<MainWindow> window;
     QString asked;
 };

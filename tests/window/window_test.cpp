@@ -14,7 +14,7 @@ namespace {
 
 TEST_F(Window, InvalidEntriesAreRedAndStopCalculations)
 {
-    session.state.settings.AutoCorrect = false;
+    session.state().settings.AutoCorrect = false;
     choose("cmbType(2)", "VM 412 T");
     EXPECT_FALSE(red("cmbAngle(1)"));
     EXPECT_TRUE(red("cmbAngle(2)"));
@@ -236,7 +236,7 @@ TEST_F(Window, WhatIsNoCompleteNumberRestoresWhatWasThere)
 
 TEST_F(Window, WhatHangsOnNoInvalidEntryTakesEffect)
 {
-    session.state.settings.AutoCorrect = false;
+    session.state().settings.AutoCorrect = false;
     choose("cmbType(2)", "VM 412 T");
     ASSERT_TRUE(control("Warning_fra")->isVisible());
     click("PinAngle_opt(1)");
@@ -313,7 +313,7 @@ TEST_F(Window, AMapOfALockedSetupFollowsTheView)
     choose("cmbTerzOktave", " 2000Hz");
     EXPECT_TRUE(hasMap() && locked());
     EXPECT_NE(said("Main_pbx"), before);
-    session.state.settings.Units_Meters = false;
+    session.state().settings.Units_Meters = false;
     QTimer::singleShot(0, window.get(), [] {
         QWidget* options = QApplication::activeModalWidget();
         options->findChild<QAbstractButton*>("Meters_opt(0)")->click();
@@ -339,8 +339,7 @@ TEST_F(Window, AnOpenerThatFailsIsTold)
     opener.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", QFile::encodeName(folder.path()) + ":" + path);
-    session.programFolder = folder.path().toStdString();
-    ASSERT_TRUE(QFile::copy(opener.fileName(), folder.filePath("ORVA-help.pdf")));
+    ASSERT_TRUE(QFile::copy(opener.fileName(), programFolder.filePath("ORVA-help.pdf")));
     window->findChild<QAction*>("mnuCallHelp")->trigger();
     QMessageBox* box = nullptr;
     QTimer look;
@@ -353,7 +352,7 @@ TEST_F(Window, AnOpenerThatFailsIsTold)
     });
     look.start(10);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !asked.isEmpty(); }, 20000));
-    EXPECT_TRUE(asked.contains(folder.filePath("ORVA-help.pdf"))) << asked.toStdString();
+    EXPECT_TRUE(asked.contains(programFolder.filePath("ORVA-help.pdf"))) << asked.toStdString();
     qputenv("PATH", path);
 }
 
@@ -389,7 +388,7 @@ TEST(Placing, ADialogLiesWholeOnTheScreenBesideTheCurve)
 
 TEST_F(Window, CalculationsWaitForAValidSetup)
 {
-    session.state.settings.AutoCorrect = false;
+    session.state().settings.AutoCorrect = false;
     click("MapType_opt(2)");
     choose("cmbNumBass", "3");
     for (const char* name : {"CalcAll_cmd", "CalcBand_cmd", "Optimize_cmd"})
@@ -418,7 +417,7 @@ TEST_F(Window, SubArrayEntriesFollowUnitAndAngle)
 
 TEST_F(Window, TheFirstQuestionChoosesTheSystem)
 {
-    session.state.settings.ShowNewQuery = true;
+    session.state().settings.ShowNewQuery = true;
     QTimer::singleShot(0, window.get(), [] {
         QWidget* question = QApplication::activeModalWidget();
         ASSERT_EQ(question->objectName(), "frmNewCorS");
@@ -429,7 +428,7 @@ TEST_F(Window, TheFirstQuestionChoosesTheSystem)
     window->begin();
     EXPECT_FALSE(control("cmbNumGer")->isVisible());
     EXPECT_EQ(control<QLabel>("lblNumSpk")->text(), "VM 306 C");
-    EXPECT_FALSE(session.state.settings.ShowNewQuery);
+    EXPECT_FALSE(session.state().settings.ShowNewQuery);
 }
 
 TEST_F(Window, TheSheetSaysWhatContradictsItself)

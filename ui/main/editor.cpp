@@ -7,10 +7,10 @@
 
 namespace orva::ui {
 
-Editor::Editor(Session& session) : m_session(session), m_view(session.state.gLanguageId)
+Editor::Editor(Session& session) : m_session(session), m_view(session.state().gLanguageId)
 {
     connect(&m_session, &Session::LanguageChanged, this, [this] {
-        m_view.levels.setLanguage(m_session.state.gLanguageId);
+        m_view.levels.setLanguage(m_session.state().gLanguageId);
         emit changed({{}, true, true});
     });
 }
@@ -51,22 +51,34 @@ void Editor::cancel(Gesture gesture)
 void Editor::editSetup(const StepName& what, const std::function<void(SetupForm&)>& change,
                        Gesture gesture)
 {
-    const bool taken = edit(
+    tryEdit(
         what,
         [&](DocumentState& state) {
             change(state.setup);
             return applySetup(state, autoCorrect());
         },
         gesture);
-    if (!taken)
+}
+
+void Editor::tryEdit(const StepName& what, const std::function<bool(DocumentState&)>& change,
+                     Gesture gesture)
+{
+    if (!edit(what, change, gesture))
         showMessage(QApplication::activeWindow(), m_session.text(Text::UpdateFailed),
                     m_session.text(Text::ErrorTitle));
 }
 
 void Editor::choosePin(int pin)
 {
-    edit({Text::StepPin, pin + 1},
-         [&](DocumentState& state) { return orva::choosePin(state, pin, autoCorrect()); }, {});
+    tryEdit({Text::StepPin, pin + 1},
+            [&](DocumentState& state) { return orva::choosePin(state, pin, autoCorrect()); });
+}
+
+void Editor::aimFirstBox(double angleDeg)
+{
+    tryEdit({Text::StepAutoAim}, [&](DocumentState& state) {
+        return orva::aimFirstBox(state, angleDeg, autoCorrect());
+    });
 }
 
 bool Editor::editArray(const StepName& what, const std::function<bool(LineArray&)>& change,
@@ -145,7 +157,7 @@ void Editor::shortenSubArray()
 
 void Editor::setShowDelay(bool show)
 {
-    m_session.state.settings.ShowDelay = show ? 1 : 0;
+    m_session.state().settings.ShowDelay = show ? 1 : 0;
     if (!m_view.locked)
         m_view.clearMap();
     redrawViews();
@@ -170,7 +182,7 @@ void Editor::mapFinished()
 
 void Editor::replace(DocumentState state, const std::string& path)
 {
-    SelectSystem(m_session.state, state.project.array.GIGetArrayType());
+    SelectSystem(m_session.state(), state.project.array.GIGetArrayType());
     m_document.open(std::move(state), path);
     m_view.setLocked(false);
     m_view.subArrayDecimals = 3;
@@ -186,7 +198,7 @@ void Editor::SetNewProject()
     m_view.fitLine.reset();
     m_view.levels.aWeighted = true;
     m_view.levels.chooseMapType(LevelChoiceForm::Continuous);
-    replace(newDocument(m_session.state.settings.newSystem, autoCorrect()), {});
+    replace(newDocument(m_session.state().settings.newSystem, autoCorrect()), {});
 }
 
 void Editor::open(Project project, const std::string& path)
@@ -243,7 +255,7 @@ RoomViewContent Editor::roomViewContent(bool aimingLines) const
     content.map = m_view.map.shown ? &*m_view.map.shown : nullptr;
     content.aimingLines = !m_view.map.shown || aimingLines;
     content.bassBox = {array().GBGetBassBox(), array().GFAGetBassBoxCoord(),
-                       m_session.state.settings.ShowDelay == 1};
+                       m_session.state().settings.ShowDelay == 1};
     content.aWeighted = m_view.levels.aWeighted;
     if (m_view.levels.mapType != LevelChoiceForm::Detailed)
         content.fohDb = levelsAlong(fohLine(room()), 1).front();
@@ -255,8 +267,8 @@ std::vector<float> Editor::levelsAlong(const Segment& line, int points) const
     if (!m_arrayWhole)
         return std::vector<float>(static_cast<std::size_t>(points),
                                   -std::numeric_limits<float>::infinity());
-    return orva::levelsAlong(*m_session.state.levelKernel(),
-                             m_session.state.speakerData.BandLevel, array(), line,
+    return orva::levelsAlong(*m_session.state().levelKernel(),
+                             m_session.state().speakerData.BandLevel, array(), line,
                              m_view.levels.choice(), points)
         .levels;
 }

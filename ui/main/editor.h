@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/view_state.h"
+#include "app/forms/view_state.h"
 #include "document/document.h"
 #include "document/room_form.h"
 #include "document/setup_edit.h"
@@ -33,10 +33,10 @@ public:
     const LineArray& array() const { return m_document.gLineArray(); }
     const SubArray& subArray() const { return m_document.state().project.subArray; }
     const SetupForm& setup() const { return m_document.state().setup; }
-    bool inMetres() const { return m_session.state.settings.Units_Meters; }
+    bool inMetres() const { return m_session.state().settings.Units_Meters; }
     /// From metres to the unit that is shown.
     double lengthFactor() const { return inMetres() ? 1 : kFeetShownPerMetre; }
-    bool autoCorrect() const { return m_session.state.settings.AutoCorrect; }
+    bool autoCorrect() const { return m_session.state().settings.AutoCorrect; }
 
     // Edits. What may refuse returns whether it took the edit; then nothing has changed.
 
@@ -48,6 +48,8 @@ public:
                    Gesture gesture = {});
     /// Hangs the array from that pin (from 0); the angle that angle mode starts with follows.
     void choosePin(int pin);
+    /// Tilts the first box to that angle (as people see it), in angle mode.
+    void aimFirstBox(double angleDeg);
     /// Of the array's points or the bass box.
     bool editArray(const StepName& what, const std::function<bool(LineArray&)>& edit,
                    Gesture gesture = {});
@@ -108,6 +110,9 @@ signals:
 private:
     bool edit(const StepName& what, const std::function<bool(DocumentState&)>& change,
               Gesture gesture);
+    /// Says so when the array does not take it.
+    void tryEdit(const StepName& what, const std::function<bool(DocumentState&)>& change,
+                 Gesture gesture = {});
     void follow(const Changes& changes);
     void replace(DocumentState state, const std::string& path);
     void derive();

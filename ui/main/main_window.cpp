@@ -106,7 +106,7 @@ MainWindow::~MainWindow()
 
 void MainWindow::begin()
 {
-    if (m_session.state.settings.ShowNewQuery)
+    if (m_session.state().settings.ShowNewQuery)
         SystemDialog(m_session, this).exec();
     m_editor.SetNewProject();
 }
@@ -161,7 +161,7 @@ void MainWindow::makeMenus()
         mnuMRU[i] = file->addAction(m_session.text(Text::RecentFiles));
         mnuMRU[i]->setObjectName(elementName("mnuMRU", static_cast<int>(i)));
         connect(mnuMRU[i], &QAction::triggered, this,
-                [this, i] { m_commands->OpenRecent(m_commands->recentFiles.paths().at(i)); });
+                [this, i] { m_commands->OpenRecent(m_commands->recentFiles().paths().at(i)); });
     }
     separator(file, "mnuSep2");
     command(file, "mnuExit", Text::MenuExit, [this] { exit(); });
@@ -214,7 +214,7 @@ void MainWindow::showTitle()
 
 void MainWindow::showRecentFiles()
 {
-    const std::vector<std::string>& paths = m_commands->recentFiles.paths();
+    const std::vector<std::string>& paths = m_commands->recentFiles().paths();
     for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
         mnuMRU[i]->setVisible(i < paths.size());
         if (i >= paths.size())
@@ -233,10 +233,7 @@ void MainWindow::autoAim()
         showMessage(this, m_session.text(Text::NoAreaToAimAt));
         return;
     }
-    m_editor.editSetup({Text::StepAutoAim}, [&](SetupForm& setup) {
-        setup.pinMode = false;
-        setup.box1Angle = SetupForm::validAngle(*angle);
-    });
+    m_editor.aimFirstBox(*angle);
 }
 
 void MainWindow::generalOptions()
@@ -299,9 +296,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::AppShutdown()
 {
-    m_commands->recentFiles.SaveRecentFiles(m_session.store);
-    SaveSettings(m_session.state.settings, m_session.store);
-    if (const Result<Done> stored = m_session.store.flush(); !stored)
+    m_commands->recentFiles().SaveRecentFiles(m_session.store());
+    SaveSettings(m_session.state().settings, m_session.store());
+    if (const Result<Done> stored = m_session.store().flush(); !stored)
         showMessage(this, m_session.text(Text::OptionsNotStored), kProgramTitle,
                     m_session.text(stored.error()));
     if (m_calculator)

@@ -1,6 +1,6 @@
 #include "main/map_calculator.h"
 
-#include "app/task.h"
+#include "app/state/task.h"
 #include "drawing/room_drawing.h"
 #include "engine/parallel.h"
 #include "widgets/controls.h"
@@ -70,7 +70,7 @@ MapCalculator::MapCalculator(Editor& editor, ViewPanel& views, QWidget* window)
 
 bool MapCalculator::prepareGrid()
 {
-    const Settings& settings = m_editor.session().state.settings;
+    const Settings& settings = m_editor.session().state().settings;
     const Room& room = m_editor.room();
     const int width = std::max(1, m_views.roomView().width());
     const int height = std::max(1, m_views.roomView().height());
@@ -172,7 +172,7 @@ void MapCalculator::calculate(bool all, bool redraw)
     const InputGuard guard(dialog);
 
     if (prepared && !redraw && !done(wanted)) {
-        const std::shared_ptr<const LevelKernel> kernel = m_editor.session().state.levelKernel();
+        const std::shared_ptr<const LevelKernel> kernel = m_editor.session().state().levelKernel();
         runStage(dialog, m_editor.session().text(Text::CalculatingRaw),
                  [&](const Progress& progress) {
                      return CalcRawSPL(*kernel, m_editor.array(), map.grid, wanted, coreCount(),
@@ -180,12 +180,13 @@ void MapCalculator::calculate(bool all, bool redraw)
                  });
     }
     if (prepared && !dialog.Aborted && done(choice.bands))
-        runStage(
-            dialog, m_editor.session().text(Text::CalculatingSum), [&](const Progress& progress) {
-                map.shown = CalcSummedSPL(map.cache, m_editor.session().state.speakerData.BandLevel,
-                                          map.grid, choice, coreCount(), progress);
-                return map.shown.has_value();
-            });
+        runStage(dialog, m_editor.session().text(Text::CalculatingSum),
+                 [&](const Progress& progress) {
+                     map.shown =
+                         CalcSummedSPL(map.cache, m_editor.session().state().speakerData.BandLevel,
+                                       map.grid, choice, coreCount(), progress);
+                     return map.shown.has_value();
+                 });
     map.shownChoice = choice;
     if (dialog.Aborted && former) {
         const bool sameGrid = map.grid == formerGrid;

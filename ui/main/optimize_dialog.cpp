@@ -31,9 +31,9 @@ void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
     const Segment area = editor.room().area(editor.view().SelectedArea);
     const std::optional<JointRange> aiming =
         GetAreaSpeakers(editor.room(), editor.array(), editor.view().SelectedArea);
-    const auto asked = editor.view().fitLine
-                           ? targetUnder(*editor.view().fitLine, area.lengthM, views.shortestFitLineM())
-                           : std::nullopt;
+    const auto asked = editor.view().fitLine ? targetUnder(*editor.view().fitLine, area.lengthM,
+                                                           views.shortestFitLineM())
+                                             : std::nullopt;
     if (editor.view().fitLine && !asked) {
         editor.setFitLine({});
         editor.redrawViews();
@@ -59,7 +59,7 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aimi
       m_editor(editor),
       m_views(views),
       m_area(editor.room().area(editor.view().SelectedArea)),
-      m_run(editor.session().state, editor.document().state().project, editor.view().SelectedArea,
+      m_run(editor.session().state(), editor.document().state().project, editor.view().SelectedArea,
             aiming, target, editor.view().levels.choice()),
       m_task(this)
 {
@@ -380,12 +380,12 @@ void OptimizeDialog::calculateCurves(int points)
 {
     m_curves.clear();
     m_curvePoints = points;
-    const auto kernel = m_editor.session().state.levelKernel();
+    const auto kernel = m_editor.session().state().levelKernel();
     for (int k = 0; k < static_cast<int>(m_run.results().size()); ++k) {
         setWindowTitle(m_editor.session().text(Text::CurvesProgress1) +
                        QString::number((k + 1) * 100 / static_cast<int>(m_run.results().size())) +
                        m_editor.session().text(Text::CurvesProgress2));
-        m_curves.push_back(levelsAlong(*kernel, m_editor.session().state.speakerData.BandLevel,
+        m_curves.push_back(levelsAlong(*kernel, m_editor.session().state().speakerData.BandLevel,
                                        m_run.arrayOf(k), m_area, m_editor.view().levels.choice(),
                                        points)
                                .levels);

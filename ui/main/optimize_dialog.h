@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/search_run.h"
-#include "app/task.h"
+#include "app/forms/search_run.h"
+#include "app/state/task.h"
 #include "main/view_panel.h"
 #include "widgets/controls.h"
 

@@ -1,8 +1,8 @@
 #include "main/project_commands.h"
 
-#include "app/file_access.h"
-#include "app/file_names.h"
-#include "app/report_file.h"
+#include "app/files/file_access.h"
+#include "app/files/file_names.h"
+#include "app/files/report_file.h"
 #include "widgets/outside_program.h"
 
 #include <QDir>
@@ -32,7 +32,7 @@ QString localPath(const std::string& path)
 ProjectCommands::ProjectCommands(Editor& editor, QWidget* window)
     : QObject(window), m_editor(editor), m_window(window)
 {
-    recentFiles.LoadRecentFiles(editor.session().store);
+    m_recentFiles.LoadRecentFiles(editor.session().store());
 }
 
 ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
@@ -68,7 +68,7 @@ bool ProjectCommands::mayClose(bool mayCancel)
 
 void ProjectCommands::New(std::int16_t system)
 {
-    m_editor.session().state.settings.newSystem = system;
+    m_editor.session().state().settings.newSystem = system;
     guarded([this] {
         m_editor.SetNewProject();
         emit statusChanged(Text::None, {});
@@ -177,7 +177,7 @@ bool ProjectCommands::SaveFile(bool saveAs)
     if (!write(target, projectBytes(m_editor.document().state().project), Text::SaveFailed))
         return false;
     m_editor.markSaved(target.toStdString());
-    recentFiles.AddToRecentFiles(m_editor.document().path());
+    m_recentFiles.AddToRecentFiles(m_editor.document().path());
     emit recentFilesChanged();
     return true;
 }
@@ -205,7 +205,7 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
         return;
     }
     m_editor.open(std::move(loaded->project), name.toStdString());
-    recentFiles.AddToRecentFiles(m_editor.document().path());
+    m_recentFiles.AddToRecentFiles(m_editor.document().path());
     emit recentFilesChanged();
     emit statusChanged(Text::None, {});
 }
@@ -217,7 +217,7 @@ void ProjectCommands::LoadData()
     if (!chosen)
         return;
     const std::string file = chosen->toStdString();
-    const Result<SpeakerDataLoad> imported = importSpeakerData(session.state, file);
+    const Result<SpeakerDataLoad> imported = importSpeakerData(session.state(), file);
     const std::optional<Error> failure = imported ? imported->error : imported.error();
     if (failure) {
         if (imported && imported->bands > 0)
@@ -233,7 +233,7 @@ void ProjectCommands::LoadData()
 
 void ProjectCommands::Help()
 {
-    const QString file = QDir(QString::fromStdString(m_editor.session().programFolder.string()))
+    const QString file = QDir(QString::fromStdString(m_editor.session().programFolder().string()))
                              .filePath("ORVA-help.pdf");
     if (!QFileInfo::exists(file)) {
         showMessage(m_window, m_editor.session().text(Text::HelpMissing));

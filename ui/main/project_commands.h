@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/recent_files.h"
+#include "app/state/recent_files.h"
 #include "main/editor.h"
 
 #include <QWidget>
@@ -13,7 +13,7 @@ class ProjectCommands final : public QObject {
 public:
     ProjectCommands(Editor& editor, QWidget* window);
 
-    RecentFiles recentFiles;
+    const RecentFiles& recentFiles() const { return m_recentFiles; }
 
     void New(std::int16_t system);
     void Open();
@@ -54,6 +54,7 @@ private:
 
     Editor& m_editor;
     QWidget* m_window;
+    RecentFiles m_recentFiles;
 };
 
 } // namespace orva::ui

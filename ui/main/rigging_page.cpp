@@ -107,7 +107,7 @@ void RiggingPage::displayWarnings()
     if (!m_editor.setupValid())
         warnings += m_editor.session().text(Text::LastValidSetup);
     for (const std::string& line :
-         contradictions(m_editor.array(), m_editor.session().state.gLanguageId))
+         contradictions(m_editor.array(), m_editor.session().state().gLanguageId))
         warnings += qtText(line);
     lblLastValid->setText(warnings.join("\n"));
     lblLastValid->setVisible(!warnings.empty());

@@ -379,7 +379,7 @@ void SetupPage::displayPoints()
     bassY_lbl->setEnabled(bass);
     optBassYesNo[bass ? 0 : 1]->setChecked(true);
     ShowDelay_chk->setEnabled(bass);
-    ShowDelay_chk->setChecked(m_editor.session().state.settings.ShowDelay == 1);
+    ShowDelay_chk->setChecked(m_editor.session().state().settings.ShowDelay == 1);
     Lock_chk->setChecked(m_editor.view().locked);
 }
 

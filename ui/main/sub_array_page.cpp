@@ -19,7 +19,7 @@ SubArrayPage::SubArrayPage(Editor& editor, QWidget* parent)
         [this](DrawingSurface& surface) {
             const SubArray& subArray = m_editor.subArray();
             DrawSubArray(surface, subArray,
-                         subArrayFigures(subArray, m_editor.session().state.air.SpeedOfSound));
+                         subArrayFigures(subArray, m_editor.session().state().air.SpeedOfSound));
         },
         this);
     auto* layout = new QHBoxLayout(this);
@@ -112,7 +112,7 @@ void SubArrayPage::makeRow(int i, QGridLayout& grid)
 
 SubArrayFigures SubArrayPage::figures() const
 {
-    return subArrayFigures(m_editor.subArray(), m_editor.session().state.air.SpeedOfSound,
+    return subArrayFigures(m_editor.subArray(), m_editor.session().state().air.SpeedOfSound,
                            m_editor.lengthFactor());
 }
 

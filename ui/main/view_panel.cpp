@@ -64,7 +64,7 @@ void ViewPanel::makeRoomView()
         "Main_pbx",
         [this](DrawingSurface& surface) {
             DrawRoomView(surface, m_editor.room(), m_editor.array(), m_room,
-                         m_editor.session().state.air.SpeedOfSound,
+                         m_editor.session().state().air.SpeedOfSound,
                          m_editor.session().drawingOptions());
         },
         this);

@@ -80,7 +80,7 @@ void CalculatorWindow::showUnits()
 void CalculatorWindow::takeSide(int number)
 {
     const auto typed =
-        typedLength(m_sides[number]->text().toStdString(), m_session.state.settings.Units_Meters);
+        typedLength(m_sides[number]->text().toStdString(), m_session.state().settings.Units_Meters);
     if (typed)
         m_lengths[number] = std::abs(*typed);
     showText(*m_sides[number], qtText(plainText(m_lengths[number], 6)));

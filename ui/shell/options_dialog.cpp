@@ -10,7 +10,7 @@
 namespace orva::ui {
 
 OptionsDialog::OptionsDialog(Session& session, QWidget* parent)
-    : QDialog(parent), m_session(session), m_form(session.state.settings)
+    : QDialog(parent), m_session(session), m_form(session.state().settings)
 {
     setObjectName("frmOptions");
     auto* layout = new QGridLayout(this);
@@ -124,7 +124,7 @@ QGroupBox* OptionsDialog::splFrame()
     cmbLambda = named<QPushButton>("cmbLambda", frame);
     cmbLambda->setAutoDefault(false);
     connect(cmbLambda, &QPushButton::clicked, this, [this] {
-        m_form.chooseLambda8(m_session.state.air.SpeedOfSound);
+        m_form.chooseLambda8(m_session.state().air.SpeedOfSound);
         display();
     });
     auto* layout = new QGridLayout(frame);
@@ -238,22 +238,22 @@ void OptionsDialog::display()
     for (std::size_t i = 0; i < OptionsForm::kGrids; ++i)
         showText(*txtGridSize[i], qtText(m_form.grids[i]));
     for (QLabel* unit : lblUnits)
-        unit->setText(qtText(lengthUnit({m_session.state.gLanguageId, m_form.metres})));
+        unit->setText(qtText(lengthUnit({m_session.state().gLanguageId, m_form.metres})));
     chkShowArrTyp->setChecked(m_form.showNewQuery);
     updateApplyButton();
 }
 
 void OptionsDialog::updateApplyButton()
 {
-    Apply_cmb->setEnabled(m_form.differsFrom(m_session.state.settings));
+    Apply_cmb->setEnabled(m_form.differsFrom(m_session.state().settings));
 }
 
 void OptionsDialog::apply()
 {
-    Settings& settings = m_session.state.settings;
+    Settings& settings = m_session.state().settings;
     settings = m_form.applied(settings);
     m_form = OptionsForm(settings);
-    UpdateSpeedOfSound(m_session.state, settings.Temperature);
+    UpdateSpeedOfSound(m_session.state(), settings.Temperature);
     display();
     emit applied();
 }

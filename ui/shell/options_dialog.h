@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/options_form.h"
+#include "app/forms/options_form.h"
 #include "widgets/session.h"
 
 #include <QButtonGroup>

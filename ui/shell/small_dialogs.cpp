@@ -127,14 +127,14 @@ SystemDialog::SystemDialog(Session& session, QWidget* parent) : QDialog(parent),
     layout->addWidget(chkShowOnStartup);
     layout->addWidget(OKButton, 0, Qt::AlignRight);
 
-    const Settings& settings = session.state.settings;
+    const Settings& settings = session.state().settings;
     optSystem.at(static_cast<std::size_t>(settings.newSystem))->setChecked(true);
     chkShowOnStartup->setChecked(settings.ShowNewQuery);
     connect(OKButton, &QPushButton::clicked, this, [this] {
         for (std::size_t i = 0; i < optSystem.size(); ++i)
             if (optSystem[i]->isChecked())
-                m_session.state.settings.newSystem = static_cast<std::int16_t>(i);
-        m_session.state.settings.ShowNewQuery = chkShowOnStartup->isChecked();
+                m_session.state().settings.newSystem = static_cast<std::int16_t>(i);
+        m_session.state().settings.ShowNewQuery = chkShowOnStartup->isChecked();
         accept();
     });
     connect(&session, &Session::LanguageChanged, this, &SystemDialog::showTexts);
@@ -152,7 +152,7 @@ void SystemDialog::showTexts()
 
 void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
 {
-    SettingsStore& store = session.store;
+    SettingsStore& store = session.store();
     if (startup) {
         const std::string stored = store.value(kLanguageSection, "LangId").value_or("");
         session.ChangeLanguage(static_cast<std::int32_t>(storedLanguage(stored)));
@@ -162,7 +162,7 @@ void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
         return;
     LanguageDialog dialog(session, asked, parent);
     dialog.exec();
-    const auto id = static_cast<std::int32_t>(session.state.gLanguageId);
+    const auto id = static_cast<std::int32_t>(session.state().gLanguageId);
     store.setValue(kLanguageSection, "LangId", std::to_string(id));
     store.setValue(kLanguageSection, "LangName", MlLanguageName(id));
     // An answer counts only when the dialog was left with OK.
@@ -181,7 +181,7 @@ LanguageDialog::LanguageDialog(Session& session, bool showOnStartup, QWidget* pa
     for (const Language language : MlSupportedLanguages()) {
         auto* entry = new QListWidgetItem(GetLocaleLanguageName(language), LanguageList);
         entry->setData(Qt::UserRole, static_cast<int>(language));
-        if (language == session.state.gLanguageId)
+        if (language == session.state().gLanguageId)
             LanguageList->setCurrentItem(entry);
     }
     chkShowOnStartup = named<QCheckBox>("chkShowOnStartup", this);

@@ -1,4 +1,4 @@
-#include "app/program_folder.h"
+#include "app/files/program_folder.h"
 #include "lang/string_table.h"
 #include "main/main_window.h"
 #include "shell/colours.h"
@@ -33,9 +33,9 @@ int run()
             showDataFault(session, session.text(loaded.load.error()), {});
             return 1;
         }
-        const Language language = session.state.gLanguageId;
-        session.state = std::move(loaded.state);
-        session.state.gLanguageId = language;
+        const Language language = session.state().gLanguageId;
+        session.state() = std::move(loaded.state);
+        session.state().gLanguageId = language;
         for (const SpeakerDataLoad& file : *loaded.load)
             if (file.error)
                 showDataFault(session, session.text(Text::LoadDataFailed),

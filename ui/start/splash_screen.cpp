@@ -67,9 +67,9 @@ void SplashScreen::load()
     SplashTimer->stop();
     m_loader.start(
         [this](const Task::Stop&) {
-            m_loaded->state.settings = LoadSettings(m_session.store);
+            m_loaded->state.settings = LoadSettings(m_session.store());
             UpdateSpeedOfSound(m_loaded->state, m_loaded->state.settings.Temperature);
-            m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder / "bin");
+            m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder() / "bin");
         },
         [this] {
             if (m_loaded->load)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/task.h"
+#include "app/state/task.h"
 #include "widgets/session.h"
 
 #include <QDialog>

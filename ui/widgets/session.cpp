@@ -16,25 +16,25 @@ QString qtText(std::string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-Session::Session(SettingsStore& settingsStore, std::filesystem::path folder)
-    : store(settingsStore), programFolder(std::move(folder))
+Session::Session(SettingsStore& store, std::filesystem::path programFolder)
+    : m_store(store), m_programFolder(std::move(programFolder))
 {
 }
 
 std::string_view Session::MlText(Text id) const
 {
-    return MlGetString(state.gLanguageId, id);
+    return MlGetString(m_state.gLanguageId, id);
 }
 
 TextOptions Session::textOptions() const
 {
-    return {state.gLanguageId, state.settings.Units_Meters};
+    return {m_state.gLanguageId, m_state.settings.Units_Meters};
 }
 
 DrawingOptions Session::drawingOptions() const
 {
-    return {textOptions(), state.settings.GridUnit_Room, state.settings.GridUnit_Rigging,
-            state.settings.GridUnit_Area};
+    return {textOptions(), m_state.settings.GridUnit_Room, m_state.settings.GridUnit_Rigging,
+            m_state.settings.GridUnit_Area};
 }
 
 QString minutesAndSeconds(double seconds)
@@ -45,8 +45,8 @@ QString minutesAndSeconds(double seconds)
 
 void Session::ChangeLanguage(std::int32_t languageId)
 {
-    MlSetLanguage(state, languageId);
-    const bool german = state.gLanguageId == Language::German;
+    MlSetLanguage(m_state, languageId);
+    const bool german = m_state.gLanguageId == Language::German;
     auto* translator = findChild<QTranslator*>();
     if (!translator)
         translator = new QTranslator(this);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/application_state.h"
+#include "app/state/application_state.h"
 #include "drawing/drawing_options.h"
 #include "widgets/messages.h"
 
@@ -19,16 +19,17 @@ QString minutesAndSeconds(double seconds);
 class Session final : public QObject {
     Q_OBJECT
 public:
-    Session(SettingsStore& settingsStore, std::filesystem::path folder);
+    Session(SettingsStore& store, std::filesystem::path programFolder);
 
-    ApplicationState state;
-    SettingsStore& store;
+    ApplicationState& state() { return m_state; }
+    const ApplicationState& state() const { return m_state; }
+    SettingsStore& store() { return m_store; }
     /// Folder of the executable, or where an installed program keeps its data.
-    std::filesystem::path programFolder;
+    const std::filesystem::path& programFolder() const { return m_programFolder; }
 
     QString text(Text id) const { return qtText(MlText(id)); }
-    QString text(const Message& message) const { return qtText(message.text(state.gLanguageId)); }
-    QString text(const Error& error) const { return qtText(error.text(state.gLanguageId)); }
+    QString text(const Message& message) const { return qtText(message.text(m_state.gLanguageId)); }
+    QString text(const Error& error) const { return qtText(error.text(m_state.gLanguageId)); }
     TextOptions textOptions() const;
     DrawingOptions drawingOptions() const;
 
@@ -46,6 +47,10 @@ signals:
 
 private:
     std::string_view MlText(Text id) const;
+
+    ApplicationState m_state;
+    SettingsStore& m_store;
+    std::filesystem::path m_programFolder;
 };
 
 } // namespace orva::ui

@@ -1,4 +1,4 @@
-#include "app/task.h"
+#include "app/state/task.h"
 
 namespace orva {
 

@@ -1,4 +1,4 @@
-#include "app/view_state.h"
+#include "app/forms/view_state.h"
 
 namespace orva {
 

@@ -1,4 +1,4 @@
-#include "app/file_attributes.h"
+#include "app/files/file_attributes.h"
 
 #include <cerrno>
 #include <cstring>

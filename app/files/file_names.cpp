@@ -1,4 +1,4 @@
-#include "app/file_names.h"
+#include "app/files/file_names.h"
 
 #include <algorithm>
 #include <cctype>

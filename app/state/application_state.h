@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/file_access.h"
-#include "app/settings.h"
+#include "app/files/file_access.h"
+#include "app/state/settings.h"
 #include "engine/acoustics.h"
 #include "engine/kernel_tables.h"
 #include "engine/level_kernel.h"
@@ -44,7 +44,7 @@ struct Workspace : ApplicationState {
 
 /// What became of a speaker data file that could be read.
 struct SpeakerDataLoad {
-    int bands = 0;              ///< that were read
+    int bands = 0;                ///< that were read
     std::optional<Error> error{}; ///< where it does not hold all bands, or not one number
     std::optional<Error> note{};  ///< where it holds all bands but not all values
 };

@@ -1,4 +1,4 @@
-#include "app/recent_files.h"
+#include "app/state/recent_files.h"
 
 #include <QString>
 #include <algorithm>

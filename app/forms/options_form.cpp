@@ -1,4 +1,4 @@
-#include "app/options_form.h"
+#include "app/forms/options_form.h"
 
 #include "document/room_form.h"
 #include "engine/acoustics.h"

@@ -1,4 +1,4 @@
-#include "app/level_choice_form.h"
+#include "app/forms/level_choice_form.h"
 
 #include "lang/string_table.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drawing/drawing_options.h"
 #include "model/result.h"
 
 #include <cstdint>
@@ -15,14 +16,14 @@ namespace orva {
 struct Settings {
     bool AutoCorrect = true;
     bool Units_Meters = true;
-    std::int16_t ShowDelay = 1; ///< 0 or 1
-    float SPLResolution = 0.1F; ///< cell of the map, above 0
-    std::int16_t PixelRes = 0;  ///< 1: cells are pixels
-    float Temperature = 21;     ///< °C, -20..50
-    bool Celsius_Fahren = true; ///< shown in °C
-    float GridUnit_Room = 5;    ///< above 0, as the next two
-    float GridUnit_Rigging = 0.5F;
-    float GridUnit_Area = 1;
+    std::int16_t ShowDelay = 1;                           ///< 0 or 1
+    float SPLResolution = 0.1F;                           ///< cell of the map, above 0
+    std::int16_t PixelRes = 0;                            ///< 1: cells are pixels
+    float Temperature = 21;                               ///< °C, -20..50
+    bool Celsius_Fahren = true;                           ///< shown in °C
+    float GridUnit_Room = DrawingOptions{}.GridUnit_Room; ///< above 0, as the next two
+    float GridUnit_Rigging = DrawingOptions{}.GridUnit_Rigging;
+    float GridUnit_Area = DrawingOptions{}.GridUnit_Area;
     bool ShowNewQuery = true;
     std::int16_t newSystem = 0; ///< of the next new project; stored as "NewCompact"
 

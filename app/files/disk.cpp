@@ -1,4 +1,4 @@
-#include "app/disk.h"
+#include "app/files/disk.h"
 
 #include <cerrno>
 #include <cstdio>

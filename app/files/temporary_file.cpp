@@ -1,4 +1,4 @@
-#include "app/temporary_file.h"
+#include "app/files/temporary_file.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "app/search_setup.h"
+#include "app/forms/search_setup.h"
 
 #include "engine/fast_kernel.h"
 #include "engine/kernel_tables.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/level_choice_form.h"
+#include "app/forms/level_choice_form.h"
 #include "drawing/curve_drawing.h"
 #include "engine/spl_map.h"
 

@@ -1,4 +1,4 @@
-#include "app/settings.h"
+#include "app/state/settings.h"
 
 #include "engine/acoustics.h"
 #include "model/systems.h"

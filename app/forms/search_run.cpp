@@ -1,6 +1,6 @@
-#include "app/search_run.h"
+#include "app/forms/search_run.h"
 
-#include "app/search_setup.h"
+#include "app/forms/search_setup.h"
 #include "engine/parallel.h"
 
 #include <algorithm>

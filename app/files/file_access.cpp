@@ -1,7 +1,7 @@
-#include "app/file_access.h"
+#include "app/files/file_access.h"
 
-#include "app/file_attributes.h"
-#include "app/temporary_file.h"
+#include "app/files/file_attributes.h"
+#include "app/files/temporary_file.h"
 
 #include <cerrno>
 

@@ -1,4 +1,4 @@
-#include "app/report_file.h"
+#include "app/files/report_file.h"
 
 #include "drawing/array_drawing.h"
 #include "painting/picture.h"

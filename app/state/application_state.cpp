@@ -1,4 +1,4 @@
-#include "app/application_state.h"
+#include "app/state/application_state.h"
 
 #include "engine/fast_kernel.h"
 #include "engine/literal_kernel.h"
