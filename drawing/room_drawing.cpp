@@ -30,6 +30,12 @@ Scale roomViewScale(const Room& room, double pixelWidth, double pixelHeight)
     return scale;
 }
 
+Size devicePixel(const Room& room, double pixelWidth, double pixelHeight, double ratio)
+{
+    const Scale shown = roomViewScale(room, pixelWidth, pixelHeight);
+    return {shown.width / (pixelWidth * ratio), shown.height / (pixelHeight * ratio)};
+}
+
 Point GRoomSetup(DrawingSurface& surface, const Room& room)
 {
     surface.setScale(roomViewScale(room, surface.pixelWidth(), surface.pixelHeight()));

@@ -15,6 +15,9 @@ Point GRoomSetup(DrawingSurface& surface, const Room& room);
 /// The scale that GRoomSetup() gives a surface so many pixels large.
 Scale roomViewScale(const Room& room, double pixelWidth, double pixelHeight);
 
+/// Metres that a device pixel covers there, `ratio` of them to a pixel of the surface.
+Size devicePixel(const Room& room, double pixelWidth, double pixelHeight, double ratio);
+
 void DrawRoomGrid(DrawingSurface& surface, const DrawingOptions& options);
 
 /// Walls, floor and ceiling.

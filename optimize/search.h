@@ -53,6 +53,8 @@ public:
     /// How many have been tested; may be asked from any thread.
     std::uint64_t tested() const { return m_testedSoFar; }
     std::uint64_t count() const { return m_count; }
+    /// How many evaluators, the memory of a search, were made: as many as ran at once.
+    std::size_t evaluators() const { return m_evaluators.size(); }
     /// Whether all are tested and the ranking is decided.
     bool finished() const { return m_tested == m_count && m_decided; }
     const CandidateSet& candidates() const { return m_candidates; }

@@ -99,6 +99,17 @@ TEST(RoomDrawing, WallsAreasAndFohLieWhereTheyAre)
     expectAt(reference->points[0], 0, -0.01 * surface.scale().height);
 }
 
+TEST(RoomDrawing, ADevicePixelIsAPartOfAPixel)
+{
+    const Room room = newProject(kStandardSystem).room; // 30 m x 8 m with a margin of 30 pixels
+    const double perPixel = 30 * (1 + 30.0 / 600) / 600;
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        const Size pixel = devicePixel(room, 600, 400, ratio);
+        EXPECT_NEAR(pixel.width, perPixel / ratio, 1e-9);
+        EXPECT_NEAR(pixel.height, perPixel / ratio, 1e-9);
+    }
+}
+
 TEST(ArrayDrawing, BoxesPinsAndSourcesLieAtTheirGeometry)
 {
     for (const bool flown : {true, false}) {

@@ -105,6 +105,7 @@ Ranking searchedRanking(const std::shared_ptr<const SearchTask>& task,
     while (!search.advance(threads, [] { return false; })) {
     }
     EXPECT_EQ(search.tested(), count);
+    EXPECT_LE(search.evaluators(), static_cast<std::size_t>(std::min(threads, kMostThreads)));
     return search.decide();
 }
 

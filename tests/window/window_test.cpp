@@ -329,6 +329,23 @@ TEST_F(Window, AMapOfALockedSetupFollowsTheView)
     EXPECT_FALSE(hasMap() || locked()) << "only the map had locked it";
 }
 
+TEST_F(Window, ThePointerIsBusyWhileCurvesAreCalculated)
+{
+    auto* views = window->findChild<ViewPanel*>();
+    ASSERT_TRUE(views);
+    bool busy = false;
+    views->setCurves([&](int points) {
+        busy = QApplication::overrideCursor() &&
+               QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+        const std::vector<float> levels(static_cast<std::size_t>(points), 90.0F);
+        return CurvePicture{1, 15, {{levels}}, {}};
+    });
+    control<DrawingWidget>("AreaSpl_pbx")->picture();
+    EXPECT_TRUE(busy);
+    EXPECT_FALSE(QApplication::overrideCursor());
+    views->setCurves({});
+}
+
 TEST_F(Window, AnOpenerThatFailsIsTold)
 {
     const QTemporaryDir folder;

@@ -72,12 +72,9 @@ bool MapCalculator::prepareGrid()
 {
     const Settings& settings = m_editor.session().state().settings;
     const Room& room = m_editor.room();
-    const int width = std::max(1, m_views.roomView().width());
-    const int height = std::max(1, m_views.roomView().height());
-    const Scale shown = roomViewScale(room, width, height);
-    const double ratio = m_views.roomView().devicePixelRatioF();
-    double cellW = shown.width / (width * ratio);
-    double cellH = shown.height / (height * ratio);
+    const QWidget& view = m_views.roomView();
+    auto [cellW, cellH] = devicePixel(room, std::max(1, view.width()), std::max(1, view.height()),
+                                      view.devicePixelRatioF());
     if (settings.PixelRes == 0) {
         const double resolution = metresOf(settings.SPLResolution, settings.Units_Meters);
         cellW = std::max(cellW, resolution);
