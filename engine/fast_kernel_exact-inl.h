@@ -68,6 +68,17 @@ HWY_INLINE Looked lookUp(const DirectivityTable::Steps& table,
             choose(table.turnsChange)};
 }
 
+inline void squaredMagnitudes(const float* HWY_RESTRICT re, const float* HWY_RESTRICT im,
+                              std::size_t count, float* HWY_RESTRICT squares)
+{
+    const Floats d;
+    for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+        const auto x = hn::Load(d, re + i);
+        const auto y = hn::Load(d, im + i);
+        hn::Store(hn::MulAdd(x, x, hn::Mul(y, y)), d, squares + i);
+    }
+}
+
 /// One to three bands: receivers in lanes, phases reduced in double, everything else exact to
 /// float. `sums` are kBlock powers per band.
 inline void exactPowers(const DirectivityTable& directivity, const RadialTable& radial,
@@ -127,13 +138,8 @@ inline void exactPowers(const DirectivityTable& directivity, const RadialTable& 
             }
         }
     }
-    for (int at = 0; at < bands.count(); ++at)
-        for (std::size_t i = 0; i < used; i += hn::Lanes(d)) {
-            const auto x = hn::Load(d, re[at] + i);
-            const auto y = hn::Load(d, im[at] + i);
-            hn::Store(hn::MulAdd(x, x, hn::Mul(y, y)), d,
-                      sums + static_cast<std::size_t>(at) * kBlock + i);
-        }
+    for (std::size_t at = 0; at < static_cast<std::size_t>(bands.count()); ++at)
+        squaredMagnitudes(re[at], im[at], used, sums + at * kBlock);
 }
 
 } // namespace orva::HWY_NAMESPACE

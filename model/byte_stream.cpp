@@ -10,10 +10,11 @@ Result<Done> ByteReader::need(std::size_t count, Text block) const
 {
     if (m_bytes.size() - m_offset >= count)
         return Done{};
-    return Error{Message(Text::FileEndsInside,
-                         {Message(block), number(static_cast<long long>(m_bytes.size())),
-                          number(static_cast<long long>(m_offset + count))}),
-                 std::string(m_name)};
+    return Error{
+        Message(Text::FileEndsInside,
+                {Message(block), number(static_cast<long long>(m_bytes.size())),
+                 number(static_cast<long long>(m_offset) + static_cast<long long>(count))}),
+        std::string(m_name)};
 }
 
 std::uint32_t ByteReader::unsignedField(std::size_t size)
