@@ -2,8 +2,6 @@
 
 #include "widgets/controls.h"
 
-#include <QKeyEvent>
-#include <algorithm>
 #include <utility>
 
 namespace orva::ui {
@@ -26,7 +24,7 @@ void Entries::add(QLineEdit* edit, const Take& take, const Show& show)
     connect(edit, &QLineEdit::textEdited, this,
             [this, &entry](const QString& text) { type(entry, text); });
     connect(edit, &QLineEdit::editingFinished, this, [this, &entry] { leave(entry); });
-    edit->installEventFilter(this);
+    cancelByEsc(*edit, [this, &entry] { restore(entry); });
 }
 
 void Entries::addLength(QLineEdit* edit, const std::function<bool(double, Gesture)>& take,
@@ -64,23 +62,6 @@ void Entries::restore(Entry& entry)
     entry.taken = true;
     m_editor.cancel(std::exchange(entry.typing, {}));
     showText(*entry.edit, entry.show());
-}
-
-bool Entries::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
-        return false;
-    const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [&](const Entry& e) { return e.edit == watched; });
-    if (entry == m_entries.end() || entry->typing == Gesture{} ||
-        static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
-        return false;
-    event->accept(); // the key is the entry's own
-    if (event->type() == QEvent::KeyPress) {
-        restore(*entry);
-        entry->edit->selectAll();
-    }
-    return true;
 }
 
 void Entries::display() const

@@ -26,9 +26,6 @@ public:
                    const std::function<double()>& metres);
     void display() const;
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     struct Entry {
         QLineEdit* edit;

@@ -31,7 +31,8 @@ void showList(QComboBox& box, const ChoiceList& list)
     const QSignalBlocker quiet(box);
     bool same = box.count() == static_cast<int>(list.items.size());
     for (int i = 0; same && i < box.count(); ++i)
-        same = box.itemText(i) == QString::fromStdString(list.items[static_cast<std::size_t>(i)].text);
+        same =
+            box.itemText(i) == QString::fromStdString(list.items[static_cast<std::size_t>(i)].text);
     if (!same) {
         box.clear();
         for (const Choice& item : list.items)
@@ -65,6 +66,43 @@ void ListBox::wheelEvent(QWheelEvent* event)
             QCoreApplication::sendEvent(area->verticalScrollBar(), event);
             return;
         }
+}
+
+namespace {
+
+class EscFilter final : public QObject {
+public:
+    EscFilter(QLineEdit& edit, std::function<void()> cancel)
+        : QObject(&edit), m_edit(edit), m_cancel(std::move(cancel))
+    {
+        edit.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        const bool key =
+            event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+        if (!key || !m_edit.isModified() || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
+            return false;
+        event->accept();
+        if (event->type() == QEvent::KeyPress) {
+            m_cancel();
+            m_edit.selectAll();
+        }
+        return true;
+    }
+
+private:
+    QLineEdit& m_edit;
+    std::function<void()> m_cancel;
+};
+
+} // namespace
+
+void cancelByEsc(QLineEdit& edit, const std::function<void()>& cancel)
+{
+    new EscFilter(edit, cancel); // the entry owns it
 }
 
 QPoint placeBeside(QSize window, const QRect& keepFree, const QRect& screen)
@@ -108,25 +146,13 @@ BusyPointer::~BusyPointer()
 NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    cancelByEsc(*this, [this] { emit cancelled(); });
 }
 
 QSize NumberEdit::sizeHint() const
 {
     const QSize standard = QLineEdit::sizeHint();
     return {fontMetrics().horizontalAdvance("-00000.000"), standard.height()};
-}
-
-bool NumberEdit::event(QEvent* event)
-{
-    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (!key || !isModified() || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
-        return QLineEdit::event(event);
-    event->accept();
-    if (event->type() == QEvent::KeyPress) {
-        emit cancelled();
-        selectAll();
-    }
-    return true;
 }
 
 ColumnArea::ColumnArea(QWidget* column, QWidget* parent) : QScrollArea(parent)

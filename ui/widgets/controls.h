@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QString>
+#include <functional>
 
 namespace orva::ui {
 
@@ -34,6 +35,10 @@ void showList(QComboBox& box, const ChoiceList& list);
 /// Shows a text without moving the caret where it already stands there.
 void showText(QLineEdit& edit, const QString& text);
 
+/// Calls `cancel` when Esc is pressed on what has been typed, and selects the text that is then
+/// there; nobody else sees that key.
+void cancelByEsc(QLineEdit& edit, const std::function<void()>& cancel);
+
 /// A list that the wheel changes only while it is open; else it scrolls what the list lies on.
 class ListBox final : public QComboBox {
 public:
@@ -52,11 +57,8 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
-    /// Esc was pressed on what has been typed; nobody else sees that key.
+    /// By Esc, as cancelByEsc() says.
     void cancelled();
-
-protected:
-    bool event(QEvent* event) override;
 };
 
 /// A column of controls, as wide as they need, that scrolls where it is too high.
