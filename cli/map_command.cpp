@@ -54,10 +54,10 @@ void drawMap(DrawingSurface& surface, Workspace& state, const MapGrid& grid, con
     const Room& room = state.project.room;
     int number = 0;
     for (const int points : profilePointsOf(room, surface.pixelWidth(), surface.pixelHeight())) {
-        content.profiles.push_back(
-            levelsAlong(*state.levelKernel(), state.speakerData.BandLevel, state.project.array,
-                        room.area(++number), choice, points)
-                .levels);
+        content.profiles.push_back(levelsAlong(*state.levelKernel(), state.speakerData.BandLevel,
+                                               state.project.array, room.area(++number), choice,
+                                               points)
+                                       .levels);
     }
     DrawRoomView(surface, room, state.project.array, content, state.air.SpeedOfSound, options);
 }

@@ -48,14 +48,15 @@ std::optional<double> typedLength(std::string_view text, bool inMetres)
 }
 
 std::optional<SegmentFigures> SyncAreaEntries(const SegmentFigures& area, AreaEntry entry,
-                                           std::string_view text, bool inMetres)
+                                              std::string_view text, bool inMetres)
 {
     const std::optional<double> typed =
         entry == AreaEntry::Angle ? typedAngle(text) : typedLength(text, inMetres);
     return typed ? std::optional(SyncAreaEntries(area, entry, *typed, inMetres)) : std::nullopt;
 }
 
-SegmentFigures SyncAreaEntries(const SegmentFigures& area, AreaEntry entry, double typed, bool inMetres)
+SegmentFigures SyncAreaEntries(const SegmentFigures& area, AreaEntry entry, double typed,
+                               bool inMetres)
 {
     // All rounding happens in the unit that is shown.
     const double shown = inMetres ? 1 : kFeetShownPerMetre;

@@ -35,11 +35,12 @@ double metresOf(double shown, bool inMetres);
 /// `area` with one entry typed anew, in the unit of the user; the others follow: a new start, angle
 /// or length moves the end, a new end changes angle and length. Rounded to two decimals of that
 /// unit.
-SegmentFigures SyncAreaEntries(const SegmentFigures& area, AreaEntry entry, double typed, bool inMetres);
+SegmentFigures SyncAreaEntries(const SegmentFigures& area, AreaEntry entry, double typed,
+                               bool inMetres);
 
 /// The same for a text; none where it is no complete figure.
 std::optional<SegmentFigures> SyncAreaEntries(const SegmentFigures& area, AreaEntry entry,
-                                           std::string_view text, bool inMetres);
+                                              std::string_view text, bool inMetres);
 
 /// The entries that lie outside the room.
 struct OutOfRoom {

@@ -29,9 +29,10 @@ public:
     LevelKernel& operator=(const LevelKernel&) = delete;
     virtual ~LevelKernel() = default;
 
-    /// Power of the complex sum of all sources per receiver (room frame, metres) and band, for boxes whose on-axis level
-    /// at 1 m is 0 dB: `powers`[band - bands.from] points to one figure per receiver; 0 without
-    /// sources, and below about 1e-38. A source within kNearestM counts as that far away.
+    /// Power of the complex sum of all sources per receiver (room frame, metres) and band, for
+    /// boxes whose on-axis level at 1 m is 0 dB: `powers`[band - bands.from] points to one figure
+    /// per receiver; 0 without sources, and below about 1e-38. A source within kNearestM counts as
+    /// that far away.
     virtual void bandPowers(std::span<const Source> sources, std::span<const Point> receivers,
                             BandSpan bands, std::span<float* const> powers) const = 0;
 };

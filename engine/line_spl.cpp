@@ -92,8 +92,8 @@ std::optional<std::vector<float>> levelsInBlocks(const LevelKernel& kernel,
 } // namespace
 
 std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                           const LineArray& array, const Segment& line,
-                           const LevelChoice& choice, int n, int threads)
+                           const LineArray& array, const Segment& line, const LevelChoice& choice,
+                           int n, int threads)
 {
     std::vector<float> result =
         *levelsInBlocks(kernel, levels, array, line, choice, n, threads, {});

@@ -19,8 +19,8 @@ struct LevelChoice {
     friend bool operator==(const LevelChoice&, const LevelChoice&) = default;
 };
 
-/// The levels that a user chose. Absolute ones are always broadband; relative ones as averaged round
-/// the band.
+/// The levels that a user chose. Absolute ones are always broadband; relative ones as averaged
+/// round the band.
 LevelChoice chosenLevels(LevelField field, Averaging averaging, int band, bool aWeighted);
 
 /// Factors from the kernel powers of the chosen bands to what they add to the level: their
@@ -38,8 +38,8 @@ std::vector<Point> lineReceivers(const Segment& line, int n);
 /// Levels in dB at the `n` receivers along `line`. Elements n and n + 1 are the largest and the
 /// smallest of them. Minus infinity where nothing radiates.
 std::vector<float> LineSPL(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                           const LineArray& array, const Segment& line,
-                           const LevelChoice& choice, int n, int threads = 1);
+                           const LineArray& array, const Segment& line, const LevelChoice& choice,
+                           int n, int threads = 1);
 
 /// LineSPL() with the extremes apart.
 struct LineLevels {

@@ -30,7 +30,8 @@ Room newRoom()
 {
     Room room;
     [[maybe_unused]] const bool accepted =
-        room.GBSetNumAreas(3) && room.GBSetAudienceArea1(SegmentFigures{5, 1.7F, 20, 1.7F, 0, 15}) &&
+        room.GBSetNumAreas(3) &&
+        room.GBSetAudienceArea1(SegmentFigures{5, 1.7F, 20, 1.7F, 0, 15}) &&
         room.GBSetAudienceArea2(SegmentFigures{20, 1.7F, 25, 2.14F, 5.03F, 5.02F}) &&
         room.GBSetAudienceArea3(SegmentFigures{18, 3.5F, 27.4F, 6.93F, 20, 10}) &&
         room.GBSetRoomDims(FloatPair{30, 8}) && room.GBSetFOH(FloatPair{20, 2.2F}) &&

@@ -20,7 +20,8 @@ Segment segmentOf(const SegmentFigures& figures)
 }
 
 Ray::Ray(Point from, double angleDeg)
-    : m_from(from), m_dx(std::cos(angleDeg * kRadiansPerDegree)),
+    : m_from(from),
+      m_dx(std::cos(angleDeg * kRadiansPerDegree)),
       m_dy(std::sin(angleDeg * kRadiansPerDegree))
 {
 }

@@ -1,10 +1,10 @@
 #include "app/files/report_file.h"
 #include "model/project.h"
 
-#include <gtest/gtest.h>
-
 #include <QImage>
 #include <QLocale>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -16,8 +16,8 @@ QImage pictureOf(const std::string& rtf)
     if (begin == std::string::npos)
         return {};
     const std::size_t end = rtf.find('}', begin);
-    return QImage::fromData(QByteArray::fromHex(QByteArray(rtf.data() + begin,
-                                                           static_cast<qsizetype>(end - begin))));
+    return QImage::fromData(
+        QByteArray::fromHex(QByteArray(rtf.data() + begin, static_cast<qsizetype>(end - begin))));
 }
 
 /// Lengths of what is not white along a row of pixels.

@@ -124,9 +124,8 @@ TEST(LineSPL, BassBoxesDoNotRadiate)
     project.array.GBSetAllType(types);
     const SpeakerData data = SelectSpeakerData({}, kStandardSystem);
     const LiteralKernel kernel(data.directivity, airAt(21));
-    const auto levels =
-        LineSPL(kernel, data.BandLevel, project.array, project.room.area(1),
-                {{0, 21}, LevelField::Peak, true}, 4);
+    const auto levels = LineSPL(kernel, data.BandLevel, project.array, project.room.area(1),
+                                {{0, 21}, LevelField::Peak, true}, 4);
     EXPECT_EQ(levels, std::vector<float>(6, -std::numeric_limits<float>::infinity()));
 }
 

@@ -58,11 +58,11 @@ TEST(Room, WallsFollowThePointOfReference)
     Room room;
     ASSERT_TRUE(room.GBSetRoomDims(FloatPair{30, 8}) && room.GBSetPointOfRef(FloatPair{2, 1}));
     const SegmentFigures walls[] = {{},
-                                 {-2, 7, 28, 7, 0, 30},
-                                 {28, 7, 28, -1, -180, 8},
-                                 {-2, -1, 28, -1, 0, 30},
-                                 {-2, 7, -2, -1, -180, 8},
-                                 {}};
+                                    {-2, 7, 28, 7, 0, 30},
+                                    {28, 7, 28, -1, -180, 8},
+                                    {-2, -1, 28, -1, 0, 30},
+                                    {-2, 7, -2, -1, -180, 8},
+                                    {}};
     for (int number = 0; number <= 5; ++number)
         EXPECT_EQ(room.GFAGetRoomWalls(number), walls[number]) << number;
 }
