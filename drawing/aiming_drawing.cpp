@@ -31,15 +31,15 @@ void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
         const Point from = drawn(line.from);
         const Point to = drawn(line.to);
         if (!line.meetsArea) {
-            surface.line(from, to, kBlack);
+            surface.line(from, to, Role::Miss);
             continue;
         }
         if (line.lengthM <= kAimingReachM) {
-            surface.line(from, to, kBlue);
+            surface.line(from, to, Role::Aim);
         } else {
             const double part = kAimingReachM / line.lengthM;
-            surface.line(from, to, kBlack);
-            surface.lineBy(from, {(to.x - from.x) * part, (to.y - from.y) * part}, kBlue);
+            surface.line(from, to, Role::Miss);
+            surface.lineBy(from, {(to.x - from.x) * part, (to.y - from.y) * part}, Role::Aim);
         }
     }
     // Over all lines, so that none runs through a figure.
@@ -48,7 +48,7 @@ void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
             labels.print(drawn(line.to), labelOf(line, bassBox, speedOfSound, options));
     if (bassBox.used) {
         const Point foot = drawn({bassBox.place[0], bassBox.place[1]});
-        surface.rectangle({foot.x - 0.4, foot.y - 1.1}, foot, kBlack);
+        surface.rectangle({foot.x - 0.4, foot.y - 1.1}, foot, Role::Array);
     }
 }
 

@@ -45,7 +45,7 @@ private:
 void drawClosed(DrawingSurface& surface, std::vector<Point> corners)
 {
     corners.push_back(corners.front());
-    surface.polyline(corners, kBlack);
+    surface.polyline(corners, Role::Array);
 }
 
 void drawCradle(DrawingSurface& surface, const LineArray& array, const ArrayFrame& frame,
@@ -61,19 +61,19 @@ void drawCradle(DrawingSurface& surface, const LineArray& array, const ArrayFram
     FloatPair center = copy.GFACalcCOM();
     center[1] *= static_cast<float>(frame.sign()); // back to the array frame
     const Point gravity = frame.placeCradle(center);
-    surface.circle(gravity, kCentreOfGravityRadius, kBlack);
+    surface.circle(gravity, kCentreOfGravityRadius, Role::Array);
     if (!detailed)
         return;
     const auto pinAt = [&](std::size_t pin) {
         return frame.placeCradle({cradle.PinX[pin], cradle.PinY[pin]});
     };
     for (std::size_t pin = 0; pin < cradle.PinX.size(); ++pin)
-        surface.circle(pinAt(pin), cradle.pinRadius, kBlack);
+        surface.circle(pinAt(pin), cradle.pinRadius, Role::Array);
     if (!array.GBGetMounting())
         return; // no pin carries a stack
     const Point carrying = pinAt(static_cast<std::size_t>(array.GIPinPoint()));
-    surface.circle(carrying, cradle.pinRadius / 2, kRed, 2);
-    surface.line(gravity, carrying, kBlack);
+    surface.circle(carrying, cradle.pinRadius / 2, Role::Source, 2);
+    surface.line(gravity, carrying, Role::Array);
 }
 
 void drawBox(DrawingSurface& surface, const LineArray& array, const ArrayFrame& frame,
@@ -90,7 +90,7 @@ void drawBox(DrawingSurface& surface, const LineArray& array, const ArrayFrame& 
         return;
     const Point source = at(shape.source);
     surface.fillRectangle({source.x - kSourceMark / 2, source.y - kSourceMark / 2},
-                          {source.x + kSourceMark / 2, source.y + kSourceMark / 2}, kRed);
+                          {source.x + kSourceMark / 2, source.y + kSourceMark / 2}, Role::Source);
 }
 
 struct Label {
@@ -141,11 +141,11 @@ void drawLabels(DrawingSurface& surface, std::vector<Label> labels, double right
     const std::vector<double> edges = spread(labels, height, surface.scale().top, surface.bottom());
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (column > rightmost)
-            surface.line(labels[i].box, {column - gap / 4, edges[i] + height / 2}, kGridGrey);
+            surface.line(labels[i].box, {column - gap / 4, edges[i] + height / 2}, Role::Leader);
         // Nothing shines through: neither the grid nor a curl of boxes as wide as the view.
         surface.fillRectangle({column, edges[i]},
                               {column + surface.textSize(labels[i].text).x, edges[i] + height},
-                              kWhite);
+                              Role::Canvas);
         surface.print({column, edges[i]}, labels[i].text);
     }
     surface.setTextHeight(former);

@@ -36,7 +36,7 @@ std::optional<Extremes> extremesOf(std::span<const float> levels, std::optional<
 
 /// Draws the runs of finite levels; `at` says where a level of a given number lies.
 template<typename At>
-void drawRuns(DrawingSurface& surface, std::span<const float> levels, Colour colour, double width,
+void drawRuns(DrawingSurface& surface, std::span<const float> levels, Role colour, double width,
               At at)
 {
     std::vector<Point> run;
@@ -107,14 +107,14 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
     for (int line = 0; line * 5 <= range; ++line) {
         const double above = line * 5;
         const bool labelled = line % 2 == 0;
-        surface.line({labelled ? -6.0 : -3.0, -above}, {end, -above}, kGridGrey);
+        surface.line({labelled ? -6.0 : -3.0, -above}, {end, -above}, Role::Grid);
         if (!labelled)
             continue;
         const std::string label = labelAt(above);
         surface.print({-45, -above - surface.textSize(label).y / 2}, label);
     }
     surface.setTextHeight(textHeight);
-    surface.line({0, 0}, {0, -range}, kGridGrey);
+    surface.line({0, 0}, {0, -range}, Role::Grid);
     // distance along the area
     const double spacing = options.GridUnit_Area / options.text.lengthFactor();
     const double pixelsPerMetre = lengthM > 0 ? end / lengthM : 0;
@@ -122,7 +122,7 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
         for (int i = 0; i * spacing <= lengthM; ++i) {
             const double tick = (i % 5 == 0 ? 6 : 3) * surface.pixelY();
             surface.line({i * spacing * pixelsPerMetre, 0}, {i * spacing * pixelsPerMetre, tick},
-                         kGridGrey);
+                         Role::Grid);
         }
 
     const std::string title = std::string(MlGetString(options.text.language, Text::CurveTitle)) +
@@ -137,10 +137,11 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
             return Point{2.0 * static_cast<double>(i), -(level - levels.bottomDb)};
         });
     if (picture.baseline)
-        surface.line({0, 0}, {end, 0}, kRed, 2);
+        surface.line({0, 0}, {end, 0}, Role::FitLine, 2);
     else if (picture.fitLine)
         surface.line(picture.pointAt(picture.fitLine->first, surface.pixelWidth()),
-                     picture.pointAt(picture.fitLine->second, surface.pixelWidth()), kRed, 2);
+                     picture.pointAt(picture.fitLine->second, surface.pixelWidth()), Role::FitLine,
+                     2);
 }
 
 int profilePoints(double metresPerPixel, const Segment& area)
@@ -163,7 +164,7 @@ void DrawProfiles(DrawingSurface& surface, const Room& room,
         const double direction = area.angleDeg * kRadiansPerDegree;
         const Point along = {std::cos(direction), -std::sin(direction)};
         const double step = area.lengthM / static_cast<double>(profiles[i].size());
-        drawRuns(surface, profiles[i], kBlack, 1, [&](std::size_t k, float level) {
+        drawRuns(surface, profiles[i], Role::Profile, 1, [&](std::size_t k, float level) {
             const double height =
                 range > 0 ? (level - (extremes->smallest - 0.1 * range)) * 20 / range : 2;
             const double distance = static_cast<double>(k) * step;

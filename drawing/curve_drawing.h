@@ -27,7 +27,7 @@ struct CurveScale {
 /// A curve of the picture, its points two pixels apart; minus infinity is a gap.
 struct Curve {
     std::vector<float> levels;
-    Colour colour = kBlack;
+    Role colour = Role::Curve;
     double width = 1;
 };
 

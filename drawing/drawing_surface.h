@@ -1,6 +1,7 @@
 #pragma once
 
-#include "engine/level_kernel.h"
+#include "drawing/colour_scheme.h"
+#include "model/segment.h"
 
 #include <cstdint>
 #include <functional>
@@ -9,14 +10,8 @@
 
 namespace orva {
 
-/// 0x00BBGGRR.
-using Colour = std::uint32_t;
-
 constexpr Colour kBlack = 0x000000;
 constexpr Colour kWhite = 0xFFFFFF;
-constexpr Colour kRed = 0x0000FF;
-constexpr Colour kBlue = 0xFF0000;
-constexpr Colour kGridGrey = 0xC0C0C0;
 
 /// The part of the plane that a surface shows, in user units; y grows downwards.
 struct Scale {
@@ -47,26 +42,59 @@ public:
     double right() const { return m_scale.left + m_scale.width; }
     double bottom() const { return m_scale.top + m_scale.height; }
 
+    /// What the roles look like.
+    void setScheme(const ColourScheme& scheme) { m_scheme = &scheme; }
+    Colour colour(Role role) const { return (*m_scheme)[role]; }
+
     virtual void clear() = 0;
-    virtual void line(Point from, Point to, Colour colour, double width = 1) = 0;
-    /// A line whose second point is relative to the first.
-    void lineBy(Point from, Point by, Colour colour, double width = 1)
+    void line(Point from, Point to, Role role, double width = 1)
     {
-        line(from, {from.x + by.x, from.y + by.y}, colour, width);
+        line(from, to, colour(role), width);
     }
-    virtual void polyline(std::span<const Point> points, Colour colour, double width = 1) = 0;
-    virtual void rectangle(Point corner, Point opposite, Colour colour, double width = 1) = 0;
+    /// A line whose second point is relative to the first.
+    void lineBy(Point from, Point by, Role role, double width = 1)
+    {
+        line(from, {from.x + by.x, from.y + by.y}, colour(role), width);
+    }
+    void polyline(std::span<const Point> points, Role role, double width = 1)
+    {
+        polyline(points, colour(role), width);
+    }
+    void rectangle(Point corner, Point opposite, Role role, double width = 1)
+    {
+        rectangle(corner, opposite, colour(role), width);
+    }
+    void fillRectangle(Point corner, Point opposite, Role role)
+    {
+        fillRectangle(corner, opposite, colour(role));
+    }
+    void circle(Point centre, double radius, Role role, double width = 1)
+    {
+        circle(centre, radius, colour(role), width);
+    }
+    void arc(Point centre, double radius, double fromDeg, double toDeg, Role role)
+    {
+        arc(centre, radius, fromDeg, toDeg, colour(role), 1);
+    }
+    void print(Point at, std::string_view text, Role role = Role::Ink)
+    {
+        print(at, text, colour(role));
+    }
+
+    virtual void line(Point from, Point to, Colour colour, double width) = 0;
+    virtual void polyline(std::span<const Point> points, Colour colour, double width) = 0;
+    virtual void rectangle(Point corner, Point opposite, Colour colour, double width) = 0;
     virtual void fillRectangle(Point corner, Point opposite, Colour colour) = 0;
-    virtual void circle(Point centre, double radius, Colour colour, double width = 1) = 0;
+    virtual void circle(Point centre, double radius, Colour colour, double width) = 0;
     /// Counter-clockwise as seen; degrees from +x.
     virtual void arc(Point centre, double radius, double fromDeg, double toDeg, Colour colour,
-                     double width = 1) = 0;
+                     double width) = 0;
 
     /// Height of what is printed from now on.
     virtual void setTextHeight(double pixels) = 0;
     virtual double textHeight() const = 0;
     /// Prints UTF-8 with its upper left corner at `at`.
-    virtual void print(Point at, std::string_view text, Colour colour = kBlack) = 0;
+    virtual void print(Point at, std::string_view text, Colour colour) = 0;
     /// Width and height of a printed text in user units.
     virtual Point textSize(std::string_view text) const = 0;
 
@@ -79,6 +107,7 @@ public:
 
 private:
     Scale m_scale;
+    const ColourScheme* m_scheme = &classicScheme();
 };
 
 /// Sets a scale and puts the former one back.

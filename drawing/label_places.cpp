@@ -7,7 +7,6 @@ namespace orva {
 
 namespace {
 
-constexpr Colour kLeaderGrey = 0x808080;
 /// Farther from its box than this a point is joined to it by a line.
 constexpr double kLongestGapPixels = 3;
 /// Half widths and heights of the label that it is moved by at most, each way.
@@ -52,7 +51,7 @@ double LabelPlaces::pixelsAway(Point point, const Box& box) const
 void LabelPlaces::join(Point point, const Box& box)
 {
     if (pixelsAway(point, box) > kLongestGapPixels)
-        m_surface.line(point, nearestOf(point, box.corner, box.size), kLeaderGrey);
+        m_surface.line(point, nearestOf(point, box.corner, box.size), Role::Leader);
 }
 
 void LabelPlaces::print(Point point, std::string_view text)
@@ -74,6 +73,27 @@ void LabelPlaces::print(Point point, std::string_view text)
     join(point, *place);
     m_taken.push_back(*place);
     m_surface.print(place->corner, text);
+}
+
+bool LabelPlaces::reserve(Point middle, std::string text)
+{
+    const Point size = m_surface.textSize(text);
+    const Box box = {{middle.x - size.x / 2, middle.y - size.y / 2}, size};
+    if (!isFree(box))
+        return false;
+    m_taken.push_back(box);
+    m_reserved.emplace_back(box, std::move(text));
+    return true;
+}
+
+void LabelPlaces::printReserved()
+{
+    for (const auto& [box, text] : m_reserved) {
+        m_surface.fillRectangle(
+            box.corner, {box.corner.x + box.size.x, box.corner.y + box.size.y}, Role::Canvas);
+        m_surface.print(box.corner, text);
+    }
+    m_reserved.clear();
 }
 
 } // namespace orva

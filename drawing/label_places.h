@@ -2,7 +2,9 @@
 
 #include "drawing/drawing_surface.h"
 
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orva {
@@ -18,6 +20,10 @@ public:
     void occupy(Point corner, Point opposite);
     /// Prints a label for `point`; one that finds no place at all is left out.
     void print(Point point, std::string_view text);
+    /// Takes the place round a point for a label, if it is free; printReserved() prints it, on a
+    /// ground of its own.
+    bool reserve(Point middle, std::string text);
+    void printReserved();
 
 private:
     struct Box {
@@ -30,6 +36,7 @@ private:
 
     DrawingSurface& m_surface;
     std::vector<Box> m_taken;
+    std::vector<std::pair<Box, std::string>> m_reserved;
 };
 
 } // namespace orva

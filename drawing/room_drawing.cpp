@@ -49,7 +49,7 @@ void DrawRoomGrid(DrawingSurface& surface, const DrawingOptions& options)
 
 void GDrawRoomOutline(DrawingSurface& surface, const Room& room)
 {
-    surface.rectangle(drawn(room.wall(3).start), drawn(room.wall(1).end), kBlack, 3);
+    surface.rectangle(drawn(room.wall(3).start), drawn(room.wall(1).end), Role::Wall, 3);
 }
 
 void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions& options)
@@ -62,10 +62,10 @@ void GDrawCoord(DrawingSurface& surface, const Room& room, const DrawingOptions&
     const bool gridShown = gridFits(surface, options.GridUnit_Room, options.text);
     const ScaleKeeper keeper(surface);
     ResetScale(surface);
-    surface.lineBy(corner, {30, 0}, kBlue);
-    surface.lineBy(corner, {0, -30}, kRed);
-    surface.print({corner.x - 13, corner.y - 28}, "Y", kRed);
-    surface.print({corner.x + 20, corner.y + 2}, "X", kBlue);
+    surface.lineBy(corner, {30, 0}, Role::AxisX);
+    surface.lineBy(corner, {0, -30}, Role::AxisY);
+    surface.print({corner.x - 13, corner.y - 28}, "Y", Role::AxisY);
+    surface.print({corner.x + 20, corner.y + 2}, "X", Role::AxisX);
     if (gridShown)
         surface.print({4, 3}, text(options, Text::RoomScale) + plainText(options.GridUnit_Room, 3) +
                                   ' ' + std::string(lengthUnit(options.text)));
@@ -75,17 +75,17 @@ void GDrawAreas(DrawingSurface& surface, const Room& room, const DrawingOptions&
 {
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
         const Segment area = room.area(number);
-        surface.line(drawn(area.start), drawn(area.end), kBlack, 2);
+        surface.line(drawn(area.start), drawn(area.end), Role::Area, 2);
     }
     const Scale& scale = surface.scale();
     surface.print({0, -0.01 * scale.height}, text(options, Text::ReferenceMark));
-    surface.circle({0, 0}, 0.005 * scale.width, kBlue);
-    surface.circle({0, 0}, 0.0005 * scale.width, kBlack);
+    surface.circle({0, 0}, 0.005 * scale.width, Role::AxisX);
+    surface.circle({0, 0}, 0.0005 * scale.width, Role::Ink);
 
     const Point foh = drawn(room.foh());
     const Point top = {foh.x, foh.y - 0.3};
-    surface.line(foh, top, kRed);
-    surface.line(top, {foh.x + 0.5, foh.y}, kRed);
+    surface.line(foh, top, Role::Foh);
+    surface.line(top, {foh.x + 0.5, foh.y}, Role::Foh);
 }
 
 void GDrawRoomBasic(DrawingSurface& surface, const Room& room, const DrawingOptions& options,

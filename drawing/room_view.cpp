@@ -1,6 +1,7 @@
 #include "drawing/room_view.h"
 
 #include "drawing/array_drawing.h"
+#include "drawing/contours.h"
 #include "drawing/curve_drawing.h"
 #include "drawing/room_drawing.h"
 
@@ -16,8 +17,11 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
     GRoomSetup(surface, room);
     LabelPlaces labels(surface);
     if (content.map) {
-        RenderSPLMap(surface, room, *content.grid, *content.map);
+        const LevelColours colours(options.map, content.map->max, content.audienceMeanDb);
+        RenderSPLMap(surface, room, *content.grid, *content.map, colours);
         occupyMapLegend(labels, surface, *content.map, options);
+        if (options.map.contours)
+            DrawContours(surface, *content.grid, *content.map, colours, labels);
     }
     if (drawable)
         DrawLineArray(surface, array, {cradleX, -static_cast<double>(cradleY)}, false, options);

@@ -14,6 +14,7 @@ namespace orva {
 struct RoomViewContent {
     const MapGrid* grid = nullptr; ///< with `map`
     const SummedMap* map = nullptr;
+    std::optional<double> audienceMeanDb; ///< of the levels along the areas
     bool aimingLines = true;
     BassBoxView bassBox;
     std::optional<float> fohDb; ///< level to print at the FOH

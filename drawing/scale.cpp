@@ -53,9 +53,9 @@ void DrawGrid(DrawingSurface& surface, Point origin, double unit, const TextOpti
         return lines;
     };
     for (const double y : places(origin.y, scale.top, scale.height))
-        surface.line({scale.left, y}, {surface.right(), y}, kGridGrey);
+        surface.line({scale.left, y}, {surface.right(), y}, Role::Grid);
     for (const double x : places(origin.x, scale.left, scale.width))
-        surface.line({x, scale.top}, {x, surface.bottom()}, kGridGrey);
+        surface.line({x, scale.top}, {x, surface.bottom()}, Role::Grid);
 }
 
 } // namespace orva

@@ -1,7 +1,6 @@
 #include "drawing/spl_map_drawing.h"
 
 #include "drawing/scale.h"
-#include "drawing/spl_colour.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
@@ -14,14 +13,6 @@ namespace orva {
 
 namespace {
 
-std::array<Colour, 256> hueColours()
-{
-    std::array<Colour, 256> colours{};
-    for (std::size_t hue = 0; hue < colours.size(); ++hue)
-        colours[hue] = SplColour(static_cast<int>(hue), 255, 255);
-    return colours;
-}
-
 /// Edges of the columns or rows; the outer cells reach to the room's walls.
 std::vector<double> cellEdges(double start, double length, double margin, double cell, int count)
 {
@@ -31,14 +22,6 @@ std::vector<double> cellEdges(double start, double length, double margin, double
     edges.front() = start;
     edges.back() = start + length;
     return edges;
-}
-
-/// Black or white, whichever can be read on a colour.
-Colour textColourOn(Colour colour)
-{
-    const Colour brightness =
-        299 * (colour & 0xFF) + 587 * (colour >> 8 & 0xFF) + 114 * (colour >> 16 & 0xFF);
-    return brightness < 90000 ? kWhite : kBlack;
 }
 
 std::string decibels(float level)
@@ -74,17 +57,19 @@ Legend legendOf(DrawingSurface& surface, const SummedMap& map, const DrawingOpti
     return legend;
 }
 
-void drawColourBar(DrawingSurface& surface, const SummedMap& map)
+void drawColourBar(DrawingSurface& surface, const SummedMap& map, const LevelColours& colours)
 {
     if (!std::isfinite(map.max))
         return;
-    const HueRange range = HueRange::of(map.max);
     const ScaleKeeper keeper(surface);
     ResetScale(surface);
     // As many whole dB as both ends need, at most a hundred steps.
-    const double lowest = std::isfinite(map.min) ? map.min : range.startDb;
+    const bool audience = colours.roundAudience();
+    const double lowest =
+        !audience && std::isfinite(map.min) ? static_cast<double>(map.min) : colours.startDb();
     const int low = static_cast<int>(std::floor(lowest));
-    const int high = std::max(static_cast<int>(std::ceil(map.max)), low + 1);
+    const int high =
+        std::max(static_cast<int>(std::ceil(audience ? colours.endDb() : map.max)), low + 1);
     const double height = std::max(23.0, 1.5 * surface.textSize("0").y);
     double narrowest = 20;
     for (const int level : {low, high})
@@ -105,7 +90,7 @@ void drawColourBar(DrawingSurface& surface, const SummedMap& map)
     const int boxes = static_cast<int>(std::nearbyint(surface.pixelWidth() / width));
     for (int i = 0; i <= boxes; ++i) {
         const int level = low + i * step;
-        const Colour colour = SplColour(range.hue(static_cast<float>(level)), 255, 255);
+        const Colour colour = colours.at(static_cast<float>(level));
         surface.fillRectangle({i * width, bottom - height}, {(i + 1) * width, bottom}, colour);
         const std::string label = std::to_string(level);
         const Point size = surface.textSize(label);
@@ -121,21 +106,19 @@ void drawColourBar(DrawingSurface& surface, const SummedMap& map)
 } // namespace
 
 void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid,
-                  const SummedMap& map)
+                  const SummedMap& map, const LevelColours& colours)
 {
-    static const std::array<Colour, 256> kColours = hueColours();
-    const HueRange range = HueRange::of(map.max);
-    const auto rowColours = [&](std::size_t row, std::span<Colour> colours) {
-        const float* levels = map.levels.data() + row * colours.size();
-        std::transform(levels, levels + colours.size(), colours.begin(), [&](float level) {
-            return std::isfinite(level) ? kColours[static_cast<std::size_t>(range.hue(level))]
-                                        : kWhite;
+    const Colour silent = surface.colour(Role::Canvas);
+    const auto rowColours = [&](std::size_t row, std::span<Colour> cells) {
+        const float* levels = map.levels.data() + row * cells.size();
+        std::transform(levels, levels + cells.size(), cells.begin(), [&](float level) {
+            return std::isfinite(level) ? colours.at(level) : silent;
         });
     };
     const auto [width, height] = room.GFAGetRoomDims();
     surface.cells(cellEdges(grid.left, width, grid.OffX, grid.CellW, grid.columns),
                   cellEdges(-grid.top, height, grid.OffY, grid.CellH, grid.rows), rowColours);
-    drawColourBar(surface, map);
+    drawColourBar(surface, map, colours);
 }
 
 void occupyMapLegend(LabelPlaces& labels, DrawingSurface& surface, const SummedMap& map,
@@ -153,7 +136,7 @@ void DrawMapLegend(DrawingSurface& surface, const SummedMap& map, const DrawingO
     const Legend legend = legendOf(surface, map, options);
     const ScaleKeeper keeper(surface);
     ResetScale(surface);
-    surface.fillRectangle(legend.corner, legend.opposite, kWhite);
+    surface.fillRectangle(legend.corner, legend.opposite, Role::Canvas);
     for (std::size_t i = 0; i < legend.lines.size(); ++i)
         surface.print(
             {legend.corner.x + 2, legend.corner.y + static_cast<double>(i) * legend.pitch},

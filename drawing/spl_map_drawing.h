@@ -9,9 +9,9 @@
 namespace orva {
 
 /// The colours of the map over the room (after GRoomSetup()) and the colour bar along the bottom
-/// edge, for the room to be drawn over them. Cells where nothing radiates stay white.
+/// edge, for the room to be drawn over them. Cells where nothing radiates stay as the canvas is.
 void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid,
-                  const SummedMap& map);
+                  const SummedMap& map, const LevelColours& colours);
 
 /// Keeps the place of DrawMapLegend() free of labels.
 void occupyMapLegend(LabelPlaces& labels, DrawingSurface& surface, const SummedMap& map,

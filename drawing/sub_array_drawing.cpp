@@ -17,14 +17,14 @@ void DrawSubArray(DrawingSurface& surface, const SubArray& subArray, const SubAr
     surface.setScale({-width / 2, -(height - 1), width, height});
     for (std::size_t i = 0; i < positions.size(); ++i) {
         const std::string number = std::to_string(i + 1);
-        const auto box = [&](double y, Colour colour) {
+        const auto box = [&](double y, Role colour) {
             const Point corner = {positions[i] - 0.55, y - 0.2};
             surface.fillRectangle(corner, {corner.x + 1.1, corner.y + 0.4}, colour);
             const Point size = surface.textSize(number);
-            surface.print({positions[i] - size.x / 2, y - size.y / 2}, number, kWhite);
+            surface.print({positions[i] - size.x / 2, y - size.y / 2}, number, Role::Canvas);
         };
-        box(0, kBlack);
-        box(-figures.virtualDistance[i], kBlue);
+        box(0, Role::SubBox);
+        box(-figures.virtualDistance[i], Role::SubVirtual);
     }
 }
 

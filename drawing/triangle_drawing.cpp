@@ -51,7 +51,6 @@ void fitTriangle(DrawingSurface& surface, double side2, Point tip, const std::st
 void DrawTriangle(DrawingSurface& surface, double side1, double side2, double side3,
                   const DrawingOptions& options)
 {
-    constexpr Colour kSide1 = 0xFF00FF;
     surface.clear();
     const auto solved = SolveTriangle(side1, side2, side3);
     if (const auto* fault = std::get_if<TriangleFault>(&solved)) {
@@ -72,10 +71,10 @@ void DrawTriangle(DrawingSurface& surface, double side1, double side2, double si
     const std::string figure = plainText(angle, 2) + "°";
     fitTriangle(surface, side2, tip, figure);
     const Scale& scale = surface.scale();
-    surface.line({0, 0}, {side2, 0}, kRed, 2);
-    surface.line({0, 0}, tip, kSide1, 2);
-    surface.lineBy({side2, 0}, {tip.x - side2, tip.y}, kBlue, 2);
-    surface.arc({side2, 0}, kArc * scale.width, 0, angle, kBlack);
+    surface.line({0, 0}, {side2, 0}, Role::Side2, 2);
+    surface.line({0, 0}, tip, Role::Side1, 2);
+    surface.lineBy({side2, 0}, {tip.x - side2, tip.y}, Role::Side3, 2);
+    surface.arc({side2, 0}, kArc * scale.width, 0, angle, Role::Ink);
     const Point line = surface.textSize("1");
     surface.print({side2 - kFigureLeft * scale.width, line.y * 0.2}, figure);
     surface.print({tip.x / 2 - line.x * 1.5, tip.y / 2 - line.y}, "1");

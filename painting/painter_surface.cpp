@@ -8,13 +8,13 @@
 
 namespace orva {
 
-namespace {
-
 QColor qtColour(Colour colour)
 {
     return {static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
             static_cast<int>((colour >> 16) & 0xFF)};
 }
+
+namespace {
 
 QString qtText(std::string_view text)
 {
@@ -65,7 +65,7 @@ void PainterSurface::usePen(Colour colour, double width)
 
 void PainterSurface::clear()
 {
-    m_painter.fillRect(QRectF(QPointF(0, 0), m_size), qtColour(kWhite));
+    m_painter.fillRect(QRectF(QPointF(0, 0), m_size), qtColour(colour(Role::Canvas)));
 }
 
 void PainterSurface::line(Point from, Point to, Colour colour, double width)

@@ -2,9 +2,12 @@
 
 #include "drawing/drawing_surface.h"
 
+#include <QColor>
 #include <QPainter>
 
 namespace orva {
+
+QColor qtColour(Colour colour);
 
 /// A surface on whatever a QPainter paints on: a widget or a picture of any device pixel ratio.
 class PainterSurface final : public DrawingSurface {

@@ -56,6 +56,10 @@ OptionsForm::OptionsForm(const Settings& stored)
       celsius(stored.Celsius_Fahren),
       pixel(stored.PixelRes == 1),
       showNewQuery(stored.ShowNewQuery),
+      appearance(stored.Appearance),
+      mapColours(stored.MapColours),
+      mapRange(stored.MapRange),
+      contours(stored.Contours),
       temperature(temperatureText(celsius ? stored.Temperature : fahrenheit(stored.Temperature))),
       resolution(lengthText(stored.SPLResolution)),
       grids{lengthText(stored.GridUnit_Room), lengthText(stored.GridUnit_Rigging),
@@ -116,6 +120,10 @@ void OptionsForm::chooseDefaults()
     temperature = temperatureText(first.Temperature);
     resolution = lengthText(first.SPLResolution);
     grids = OptionsForm(first).grids;
+    appearance = first.Appearance;
+    mapColours = first.MapColours;
+    mapRange = first.MapRange;
+    contours = first.Contours;
 }
 
 double OptionsForm::celsiusTyped() const
@@ -178,6 +186,10 @@ Settings OptionsForm::applied(const Settings& stored) const
     settings.GridUnit_Room = number(valid.grids[0]);
     settings.GridUnit_Rigging = number(valid.grids[1]);
     settings.GridUnit_Area = number(valid.grids[2]);
+    settings.Appearance = appearance;
+    settings.MapColours = mapColours;
+    settings.MapRange = mapRange;
+    settings.Contours = contours;
     return settings;
 }
 
@@ -192,7 +204,9 @@ bool OptionsForm::differsFrom(const Settings& stored) const
         says(length(grids[2], m_keptGrids[2]), stored.GridUnit_Area);
     return !sameTexts || metres != stored.Units_Meters || autoCorrect != stored.AutoCorrect ||
            celsius != stored.Celsius_Fahren || pixel != (stored.PixelRes == 1) ||
-           showNewQuery != stored.ShowNewQuery;
+           showNewQuery != stored.ShowNewQuery || appearance != stored.Appearance ||
+           mapColours != stored.MapColours || mapRange != stored.MapRange ||
+           contours != stored.Contours;
 }
 
 } // namespace orva

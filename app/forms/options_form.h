@@ -20,6 +20,10 @@ public:
     bool celsius;
     bool pixel; ///< the resolution is not in use
     bool showNewQuery;
+    Appearance appearance;
+    MapColours mapColours;
+    MapRange mapRange;
+    bool contours;
     std::string temperature;
     std::string resolution;
     std::array<std::string, kGrids> grids;

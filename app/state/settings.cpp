@@ -30,6 +30,16 @@ struct ReadField {
         if (text == "0" || text == "1")
             field = text == "1" ? 1 : 0;
     }
+    template<typename Choice>
+    void operator()(std::string_view key, Choice& field, Choice last) const
+    {
+        const std::string text = store.value(kSection, key).value_or("");
+        int number = -1;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (error == std::errc() && end == text.data() + text.size() && number >= 0 &&
+            number <= static_cast<int>(last))
+            field = static_cast<Choice>(number);
+    }
     void operator()(std::string_view key, float& field, float low, float high) const
     {
         std::string text = store.value(kSection, key).value_or("");
@@ -52,6 +62,11 @@ struct WriteField {
     void operator()(std::string_view key, std::int16_t field) const
     {
         store.setValue(kSection, key, std::to_string(field));
+    }
+    template<typename Choice>
+    void operator()(std::string_view key, Choice field, Choice) const
+    {
+        store.setValue(kSection, key, std::to_string(static_cast<int>(field)));
     }
     void operator()(std::string_view key, float field, float, float) const
     {
@@ -79,6 +94,10 @@ void forEachField(Record& settings, const Field& field)
     field("GridUnit_Rigging", settings.GridUnit_Rigging, kAboveZero, kLargest);
     field("GridUnit_Area", settings.GridUnit_Area, kAboveZero, kLargest);
     field("ShowNewQuery", settings.ShowNewQuery);
+    field("Appearance", settings.Appearance, Appearance::Desktop);
+    field("MapColours", settings.MapColours, MapColours::Even);
+    field("MapRange", settings.MapRange, MapRange::Audience);
+    field("Contours", settings.Contours);
 }
 
 } // namespace

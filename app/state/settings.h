@@ -11,6 +11,9 @@
 
 namespace orva {
 
+/// Colours and style of the window: the given ones, light, dark, or as the desktop is.
+enum class Appearance : std::int16_t { Classic, Light, Dark, Desktop };
+
 /// The user's preferences, named by their keys in the store. Lengths are in the unit in force when
 /// they were applied.
 struct Settings {
@@ -25,6 +28,10 @@ struct Settings {
     float GridUnit_Rigging = DrawingOptions{}.GridUnit_Rigging;
     float GridUnit_Area = DrawingOptions{}.GridUnit_Area;
     bool ShowNewQuery = true;
+    orva::Appearance Appearance = orva::Appearance::Classic;
+    orva::MapColours MapColours = orva::MapColours::Classic;
+    orva::MapRange MapRange = orva::MapRange::Given;
+    bool Contours = false; ///< lines of equal level in the map
     std::int16_t newSystem = 0; ///< of the next new project; stored as "NewCompact"
 
     friend bool operator==(const Settings&, const Settings&) = default;

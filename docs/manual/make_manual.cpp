@@ -1,7 +1,7 @@
 // Makes the manual: the texts beside this file with pictures of the real program, as one PDF.
 #include "app/state/memory_settings.h"
 #include "main/main_window.h"
-#include "shell/colours.h"
+#include "widgets/appearance.h"
 
 #include <QApplication>
 #include <QFile>
@@ -163,7 +163,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    ui::useColours();
+    ui::useAppearance(Appearance::Classic);
     if (argc != 5) {
         std::fputs("usage: make_manual TEXTS PROJECT.lad PROGRAMS OUT.pdf\n", stderr);
         return 2;

@@ -14,7 +14,8 @@ namespace {
 /// Every field away from its default.
 Settings changed()
 {
-    return {false, false, 0, 0.328F, 1, -12.5F, false, 16.4F, 1.64F, 3.28F, false, true};
+    return {false, false, 0, 0.328F, 1, -12.5F, false, 16.4F, 1.64F, 3.28F, false,
+            Appearance::Dark, MapColours::Even, MapRange::Audience, true, true};
 }
 
 TEST(Settings, FirstStartAndWayThroughTheStore)
@@ -34,6 +35,10 @@ TEST(Settings, FirstStartAndWayThroughTheStore)
                                                       {"Options/GridUnit_Rigging", "1.64"},
                                                       {"Options/GridUnit_Area", "3.28"},
                                                       {"Options/ShowNewQuery", "False"},
+                                                      {"Options/Appearance", "2"},
+                                                      {"Options/MapColours", "1"},
+                                                      {"Options/MapRange", "1"},
+                                                      {"Options/Contours", "True"},
                                                       {"Options/NewCompact", "True"}};
     EXPECT_EQ(store.values, texts);
 }

@@ -7,6 +7,10 @@
 
 namespace orva {
 
+constexpr Colour kRed = 0x0000FF;
+constexpr Colour kBlue = 0xFF0000;
+constexpr Colour kGridGrey = 0xC0C0C0;
+
 /// Keeps what was drawn instead of drawing it. A text is 6 pixels wide a byte and 10 high.
 class RecordingSurface : public DrawingSurface {
 public:

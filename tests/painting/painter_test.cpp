@@ -9,6 +9,9 @@
 namespace orva {
 namespace {
 
+constexpr Colour kRed = 0x0000FF;
+constexpr Colour kBlue = 0xFF0000;
+
 TEST(Painting, PicturesArePngOfTheWantedSize)
 {
     const std::string png = pngPicture(320, 180, [](DrawingSurface& surface) {

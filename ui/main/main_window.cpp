@@ -8,6 +8,7 @@
 #include "shell/options_dialog.h"
 #include "shell/pictures.h"
 #include "shell/small_dialogs.h"
+#include "widgets/appearance.h"
 #include "widgets/controls.h"
 
 #include <QApplication>
@@ -240,6 +241,7 @@ void MainWindow::generalOptions()
 {
     OptionsDialog dialog(m_session, this);
     connect(&dialog, &OptionsDialog::applied, this, [this] {
+        useAppearance(m_session.state().settings.Appearance);
         m_editor.followSettings();
         m_map->bringUpToDate();
         if (m_calculator)
@@ -249,13 +251,19 @@ void MainWindow::generalOptions()
     m_editor.shortenSubArray();
 }
 
+void MainWindow::setProgramFont(const QFont& font)
+{
+    QApplication::setFont(font);
+    useAppearance(m_session.state().settings.Appearance); // headings follow
+}
+
 void MainWindow::displayFont()
 {
     QFontDialog dialog(QApplication::font(), this);
     dialog.setWindowTitle(m_session.text(Text::DisplayFont));
     // The platform's font reaches windows that are opened later, too.
     if (dialog.exec() == QDialog::Accepted)
-        QApplication::setFont(dialog.selectedFont());
+        setProgramFont(dialog.selectedFont());
 }
 
 void MainWindow::calculator()

@@ -46,6 +46,7 @@ private:
     void exit();
     void generalOptions();
     void displayFont();
+    void setProgramFont(const QFont& font);
     void calculator();
     void AppShutdown();
 

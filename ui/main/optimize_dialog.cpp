@@ -16,7 +16,6 @@ namespace orva::ui {
 namespace {
 
 constexpr int kPollMs = 50;
-constexpr Colour kGreen = 0x00C000;
 
 /// "_" for none.
 QString decibels(double rms, const char* unit = "dB")
@@ -397,14 +396,15 @@ CurvePicture OptimizeDialog::curves(int points)
 {
     if (m_curvePoints != points)
         calculateCurves(points);
-    const Colour colours[] = {kRed, kGreen, kBlue, kBlack, 0x808080};
+    constexpr Role kColours[] = {Role::Result1, Role::Result2, Role::Result3, Role::Result4,
+                                 Role::ResultMore};
     CurvePicture picture{m_editor.view().SelectedArea,
                          m_area.lengthM,
                          {},
                          m_editor.view().fitLine,
                          m_editor.view().baseline};
     for (std::size_t k = 0; k < m_curves.size(); ++k)
-        picture.curves.push_back({m_curves[k], colours[k], 1});
+        picture.curves.push_back({m_curves[k], kColours[k], 1});
     // The selected one on top of the others.
     const auto selected = picture.curves.begin() + m_run.form().selected();
     selected->width = 2;

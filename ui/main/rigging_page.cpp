@@ -54,9 +54,7 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : Page(editor, parent)
 
     lblLastValid = named<QLabel>("lblLastValid", this);
     lblLastValid->setWordWrap(true);
-    QPalette palette;
-    palette.setColor(QPalette::WindowText, Qt::red);
-    lblLastValid->setPalette(palette);
+    lblLastValid->setForegroundRole(QPalette::BrightText);
     auto* texts = new QVBoxLayout;
     texts->addWidget(lblLastValid);
     texts->addWidget(rigText_txt, 3);

@@ -19,17 +19,15 @@ QString oneDecimal(double degrees)
     return qtText(plainText(degrees, 1));
 }
 
-/// A box of red text on white.
+/// A box of red text on the ground of entries.
 std::pair<QFrame*, QLabel*> warningBox(const char* boxName, const char* textName, QWidget* parent)
 {
     auto* box = named<QFrame>(boxName, parent);
     box->setFrameShape(QFrame::Box);
     box->setAutoFillBackground(true);
-    QPalette palette;
-    palette.setColor(QPalette::Window, Qt::white);
-    palette.setColor(QPalette::WindowText, Qt::red);
-    box->setPalette(palette);
+    box->setBackgroundRole(QPalette::Base);
     auto* text = named<QLabel>(textName, box);
+    text->setForegroundRole(QPalette::BrightText);
     text->setWordWrap(true);
     auto* layout = new QVBoxLayout(box);
     layout->addWidget(text);

@@ -15,7 +15,6 @@ namespace orva::ui {
 namespace {
 
 constexpr double kMarkerMarginM = 0.2;
-constexpr Colour kMarker = 0x996600;
 
 } // namespace
 
@@ -76,7 +75,7 @@ void ViewPanel::makeRoomView()
         const auto [left, right] = std::minmax({area.start.x, area.end.x});
         const auto [low, high] = std::minmax({area.start.y, area.end.y});
         surface.rectangle({left - kMarkerMarginM, -high - kMarkerMarginM},
-                          {right + kMarkerMarginM, -low + kMarkerMarginM}, kMarker);
+                          {right + kMarkerMarginM, -low + kMarkerMarginM}, Role::Marker);
     });
     connect(Main_pbx, &DrawingWidget::moved, this, &ViewPanel::markArea);
     connect(Main_pbx, &DrawingWidget::left, this, [this] {

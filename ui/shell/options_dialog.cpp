@@ -30,7 +30,9 @@ OptionsDialog::OptionsDialog(Session& session, QWidget* parent)
     corner->addStretch();
     corner->addWidget(logoPicture(this), 0, Qt::AlignRight);
     layout->addLayout(corner, 2, 1);
-    layout->addLayout(buttons(), 3, 0, 1, 2);
+    layout->addWidget(appearanceFrame(), 3, 0);
+    layout->addWidget(mapColoursFrame(), 3, 1);
+    layout->addLayout(buttons(), 4, 0, 1, 2);
 
     connect(&session, &Session::LanguageChanged, this, &OptionsDialog::showTexts);
     showTexts();
@@ -169,6 +171,56 @@ QGroupBox* OptionsDialog::startupFrame()
     return frame;
 }
 
+QComboBox* OptionsDialog::list(const char* name, QGroupBox* frame,
+                               const std::function<void(int)>& chosen)
+{
+    auto* box = named<ListBox>(name, frame);
+    connect(box, &QComboBox::activated, this, [this, chosen](int index) {
+        chosen(index);
+        display();
+    });
+    return box;
+}
+
+QGroupBox* OptionsDialog::appearanceFrame()
+{
+    fraAppearance = named<QGroupBox>("fraAppearance", this);
+    cmbAppearance = list("cmbAppearance", fraAppearance, [this](int index) {
+        m_form.appearance = static_cast<Appearance>(index);
+    });
+    auto* layout = new QVBoxLayout(fraAppearance);
+    layout->addWidget(cmbAppearance);
+    layout->addStretch();
+    return fraAppearance;
+}
+
+QGroupBox* OptionsDialog::mapColoursFrame()
+{
+    fraMapColours = named<QGroupBox>("fraMapColours", this);
+    cmbMapColours = list("cmbMapColours", fraMapColours, [this](int index) {
+        m_form.mapColours = static_cast<MapColours>(index);
+    });
+    cmbMapRange = list("cmbMapRange", fraMapColours,
+                       [this](int index) { m_form.mapRange = static_cast<MapRange>(index); });
+    lblMapColours = named<QLabel>("lblMapColours", fraMapColours);
+    lblMapColours->setBuddy(cmbMapColours);
+    lblMapRange = named<QLabel>("lblMapRange", fraMapColours);
+    lblMapRange->setBuddy(cmbMapRange);
+    chkContours = named<QCheckBox>("chkContours", fraMapColours);
+    connect(chkContours, &QCheckBox::clicked, this, [this](bool checked) {
+        m_form.contours = checked;
+        updateApplyButton();
+    });
+    auto* layout = new QGridLayout(fraMapColours);
+    layout->addWidget(lblMapColours, 0, 0);
+    layout->addWidget(cmbMapColours, 0, 1);
+    layout->addWidget(lblMapRange, 1, 0);
+    layout->addWidget(cmbMapRange, 1, 1);
+    layout->addWidget(chkContours, 2, 0, 1, 2);
+    layout->setColumnStretch(1, 1);
+    return fraMapColours;
+}
+
 QLayout* OptionsDialog::buttons()
 {
     auto* layout = new QHBoxLayout;
@@ -218,6 +270,16 @@ void OptionsDialog::showTexts()
         lblGrid[i]->setText(text(grids[i]));
     Frame4->setTitle(text(Text::StartupFrame));
     chkShowArrTyp->setText(text(Text::ShowSystemSelection));
+    fraAppearance->setTitle(text(Text::AppearanceFrame));
+    cmbAppearance->setAccessibleName(text(Text::AppearanceFrame));
+    showItems(*cmbAppearance, {Text::AppearanceClassic, Text::AppearanceLight, Text::AppearanceDark,
+                               Text::AppearanceDesktop});
+    fraMapColours->setTitle(text(Text::MapColoursFrame));
+    lblMapColours->setText(text(Text::ColoursLabel));
+    showItems(*cmbMapColours, {Text::ColoursClassic, Text::ColoursEven});
+    lblMapRange->setText(text(Text::RangeLabel));
+    showItems(*cmbMapRange, {Text::RangeGiven, Text::RangeAudience});
+    chkContours->setText(text(Text::ContoursLabel));
     cmdDefault->setText(text(Text::Defaults));
     Apply_cmb->setText(text(Text::Apply));
     Cancel_cmb->setText(text(Text::Cancel));
@@ -225,8 +287,19 @@ void OptionsDialog::showTexts()
     display();
 }
 
+void OptionsDialog::showItems(QComboBox& box, std::initializer_list<Text> items)
+{
+    box.clear();
+    for (const Text item : items)
+        box.addItem(m_session.text(item));
+}
+
 void OptionsDialog::display()
 {
+    cmbAppearance->setCurrentIndex(static_cast<int>(m_form.appearance));
+    cmbMapColours->setCurrentIndex(static_cast<int>(m_form.mapColours));
+    cmbMapRange->setCurrentIndex(static_cast<int>(m_form.mapRange));
+    chkContours->setChecked(m_form.contours);
     Meters_opt[m_form.metres ? 0 : 1]->setChecked(true);
     AutoCor_opt[m_form.autoCorrect ? 0 : 1]->setChecked(true);
     optTempUnit[m_form.celsius ? 0 : 1]->setChecked(true);

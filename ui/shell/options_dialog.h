@@ -31,6 +31,10 @@ private:
     QGroupBox* splFrame();
     QGroupBox* gridFrame();
     QGroupBox* startupFrame();
+    QGroupBox* appearanceFrame();
+    QGroupBox* mapColoursFrame();
+    QComboBox* list(const char* name, QGroupBox* frame, const std::function<void(int)>& chosen);
+    void showItems(QComboBox& box, std::initializer_list<Text> items);
     QLayout* buttons();
     /// An entry of the form: taken over while it is typed, validated when it is left.
     QLineEdit* entry(const QString& name, std::string& text, const std::function<void()>& validate,

@@ -1,7 +1,8 @@
 #include "shell/pictures.h"
 
-#include "shell/colours.h"
+#include "widgets/appearance.h"
 
+#include <QEvent>
 #include <QFile>
 #include <QPainter>
 #include <QPixmap>
@@ -58,15 +59,41 @@ QWidget* picture(const QString& name, const QString& file, QWidget* parent)
     return svgWidget(name, pictureFile(file), parent);
 }
 
+namespace {
+
+/// Follows the appearance.
+class Logo final : public QSvgWidget {
+public:
+    explicit Logo(QWidget* parent) : QSvgWidget(parent) { loadPicture(); }
+
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        QSvgWidget::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange)
+            loadPicture();
+    }
+
+private:
+    void loadPicture()
+    {
+        QByteArray svg = pictureFile("logo.svg");
+        if (isDark()) {
+            svg.replace("#afc3e1", "#123247");
+            svg.replace("#1d4e6b", "#a9cbe6");
+            svg.replace("#006699", "#4ba3d3");
+        }
+        load(svg);
+        setFixedSize(renderer()->defaultSize());
+    }
+};
+
+} // namespace
+
 QWidget* logoPicture(QWidget* parent, const QString& name)
 {
-    QByteArray svg = pictureFile("logo.svg");
-    if (isDark()) {
-        svg.replace("#afc3e1", "#123247");
-        svg.replace("#1d4e6b", "#a9cbe6");
-        svg.replace("#006699", "#4ba3d3");
-    }
-    QWidget* logo = svgWidget(name, svg, parent);
+    auto* logo = new Logo(parent);
+    logo->setObjectName(name);
     logo->setAccessibleName("ORVA");
     return logo;
 }

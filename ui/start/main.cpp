@@ -1,9 +1,9 @@
 #include "app/files/program_folder.h"
 #include "lang/string_table.h"
 #include "main/main_window.h"
-#include "shell/colours.h"
 #include "shell/small_dialogs.h"
 #include "start/splash_screen.h"
+#include "widgets/appearance.h"
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -23,6 +23,7 @@ int run()
     const std::unique_ptr<SettingsStore> store = platformSettingsStore();
     Session session(*store, programFolder(QCoreApplication::applicationDirPath().toStdString()));
     MlInit();
+    useAppearance(LoadSettings(*store).Appearance);
     LanguageDialog::ShowDialog(session, true, nullptr);
 
     {
@@ -60,6 +61,5 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName("ORVA");
     QApplication::setApplicationName("ORVA");
     QApplication::setApplicationVersion(ORVA_VERSION);
-    orva::ui::useColours();
     return orva::ui::run();
 }

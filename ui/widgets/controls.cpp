@@ -180,9 +180,7 @@ QFrame* lineDivider(QWidget* parent)
     line->setObjectName("LineDivider");
     line->setFrameShape(QFrame::HLine);
     line->setFrameShadow(QFrame::Plain);
-    QPalette palette;
-    palette.setColor(QPalette::WindowText, QColor(0x00, 0x66, 0x99));
-    line->setPalette(palette);
+    line->setForegroundRole(QPalette::Link);
     return line;
 }
 

@@ -1,6 +1,7 @@
 #include "widgets/drawing_widget.h"
 
 #include "painting/painter_surface.h"
+#include "widgets/appearance.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -8,6 +9,15 @@
 #include <algorithm>
 
 namespace orva::ui {
+
+namespace {
+
+QColor canvas()
+{
+    return qtColour(drawingScheme()[Role::Canvas]);
+}
+
+} // namespace
 
 DrawingWidget::DrawingWidget(const QString& name, Draw draw, QWidget* parent)
     : QWidget(parent), m_draw(std::move(draw))
@@ -56,10 +66,11 @@ void DrawingWidget::render()
         m_picture = QPixmap(pixels);
         m_picture.setDevicePixelRatio(ratio);
     }
-    m_picture.fill(Qt::white);
+    m_picture.fill(canvas());
     QPainter painter(&m_picture);
     painter.setFont(font());
     PainterSurface surface(painter, shown);
+    surface.setScheme(drawingScheme());
     m_draw(surface);
     m_scale = surface.scale();
     update();
@@ -83,13 +94,14 @@ void DrawingWidget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     if (!fits()) { // another screen, say
         redraw();
-        painter.fillRect(rect(), Qt::white);
+        painter.fillRect(rect(), canvas());
     }
     painter.drawPixmap(rect(), m_picture);
     if (!m_overlay)
         return;
     painter.setFont(font());
     PainterSurface surface(painter, size());
+    surface.setScheme(drawingScheme());
     surface.setScale(m_scale);
     m_overlay(surface);
 }

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace orva::ui {
+
+/// Flat buttons, panels without edges, everything on a raster of 8 pixels.
+class FlatStyle final : public QProxyStyle {
+public:
+    FlatStyle();
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+};
+
+} // namespace orva::ui
