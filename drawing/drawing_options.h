@@ -25,7 +25,7 @@ struct DrawingOptions {
     float GridUnit_Room = 5;
     float GridUnit_Rigging = 0.5F;
     float GridUnit_Area = 1;
-    MapStyle map;
+    MapStyle map{};
 };
 
 } // namespace orva

@@ -3,6 +3,7 @@
 #include "drawing/drawing_options.h"
 #include "drawing/drawing_surface.h"
 #include "drawing/label_places.h"
+#include "drawing/level_colours.h"
 #include "engine/spl_map.h"
 #include "model/room.h"
 

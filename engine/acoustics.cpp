@@ -20,7 +20,7 @@ BandConstants makeBandConstants()
         constants.BandCentre[b] =
             static_cast<float>(62.5 * std::exp2((static_cast<double>(b) + 2) / 3));
         constants.AirAbsorption[b] = static_cast<float>(
-            -AtmosphericAbsorption(constants.BandCentre[b], 1.0, 20.0, 1013.0, 60.0));
+            -AtmosphericAbsorption(constants.BandCentre[b], 1.0, 20.0, 1013.0, kHumidityPercent));
         constants.AWeightFactor[b] = static_cast<float>(std::pow(10, kAWeightingDb[b] / 10));
     }
     return constants;

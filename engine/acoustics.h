@@ -13,6 +13,9 @@ template<typename T>
 using PerBand = std::array<T, kBands>;
 
 /// Nominal frequencies in Hz, for labels and files.
+/// Relative humidity at which air absorbs.
+constexpr double kHumidityPercent = 60;
+
 constexpr PerBand<int> kNominalHz = {100,  125,  160,  200,  250,   315,  400,  500,
                                      630,  800,  1000, 1250, 1600,  2000, 2500, 3150,
                                      4000, 5000, 6300, 8000, 10000, 12500};

@@ -171,6 +171,11 @@ public:
     /// 5 kg and half a kilogram for every full pair of boxes.
     float GFGetCableWeight() const;
 
+    /// All that hangs or stands: boxes, cable, and the frame of a flown array; to 10 g.
+    double totalWeightKg() const;
+    /// Whether that is more than the system allows.
+    bool overloaded() const { return totalWeightKg() > system().maxWeightKg; }
+
     /// The rigging sheet: pick point, weights against the limit, height, list of boxes with the
     /// angles between them. Lines end with CR LF.
     std::string GSGetPrintout(const TextOptions& options) const;

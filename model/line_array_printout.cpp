@@ -44,14 +44,12 @@ std::string LineArray::GSGetPrintout(const TextOptions& options) const
             sheet += weightLine(label, GFGetSpeakerByType(code));
     sheet += weightLine(record.cableWeightLabel, GFGetCableWeight());
 
-    const double frame = Mounting ? record.frameWeightKg : 0;
-    const double total = roundedTo(GFGetSpeakerWeight() + frame + GFGetCableWeight(), 2);
     if (Mounting)
         sheet += text(record.frameWeightLine) + kLineEnd;
-    sheet += weightLine(Text::SheetTotalWeight, total);
+    sheet += weightLine(Text::SheetTotalWeight, totalWeightKg());
     if (!Mounting)
         sheet += kLineEnd;
-    if (total > record.maxWeightKg)
+    if (overloaded())
         sheet +=
             weightLine(Text::OverloadWarning, record.maxWeightKg) + std::string(67, '!') + kLineEnd;
 

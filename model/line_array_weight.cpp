@@ -1,3 +1,4 @@
+#include "lang/number_text.h"
 #include "model/line_array.h"
 
 namespace orva {
@@ -19,6 +20,12 @@ float LineArray::GFGetSpeakerByType(std::int16_t code) const
         if (AllType[static_cast<std::size_t>(i)] == code)
             weight += system().boxes.shape(*kind).weightKg;
     return weight;
+}
+
+double LineArray::totalWeightKg() const
+{
+    const double frame = Mounting ? system().frameWeightKg : 0;
+    return roundedTo(GFGetSpeakerWeight() + frame + GFGetCableWeight(), 2);
 }
 
 float LineArray::GFGetCableWeight() const

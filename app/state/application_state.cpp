@@ -82,6 +82,7 @@ Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesy
 void SelectSystem(ApplicationState& state, std::int16_t system)
 {
     state.speakerData = SelectSpeakerData(state.systemData, system);
+    state.importedData.clear();
     state.directivityChanged();
 }
 
@@ -128,6 +129,8 @@ Result<SpeakerDataLoad> importSpeakerData(ApplicationState& state,
         return reading.error();
     state.speakerData.directivity = reading->directivity;
     state.directivityChanged();
+    if (reading->bands > 0)
+        state.importedData = file.filename().string();
     return loadOf(*reading, file);
 }
 

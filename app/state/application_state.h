@@ -23,6 +23,8 @@ struct ApplicationState {
     Settings settings;
     Air air = airAt(Settings{}.Temperature);
     Language gLanguageId = Language::English;
+    /// Name of the file whose speaker data are current; empty: the program's own.
+    std::string importedData;
 
     /// The kernel for the current directivity and air; it and its tables are made when first asked
     /// for and stay until either changes.

@@ -155,7 +155,7 @@ TEST(ArrayDrawing, LabelsStayOnThePicture)
             EXPECT_LE(call.points[0].y + size.y, 1e-9);
         }
         EXPECT_EQ(labels, 12U);
-        EXPECT_EQ(surface.all("line", kGridGrey).size(), lines ? 12U : 0U);
+        EXPECT_EQ(surface.all("line", classicScheme()[Role::Leader]).size(), lines ? 12U : 0U);
         EXPECT_EQ(surface.textHeight(), 10) << "as before";
     }
 }

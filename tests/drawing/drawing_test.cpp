@@ -179,7 +179,7 @@ TEST(MapDrawing, CellsReachTheWallsInTheColoursOfTheirLevels)
         map.levels[0] = level;
         RecordingSurface surface(600, 300);
         GRoomSetup(surface, project.room);
-        RenderSPLMap(surface, project.room, grid, map);
+        RenderSPLMap(surface, project.room, grid, map, {{}, map.max, {}});
         EXPECT_EQ(surface.cellColours.at(0), colour) << level;
         EXPECT_EQ(surface.columnEdges.size(), 34U);
         EXPECT_EQ(surface.columnEdges.front(), 0);
@@ -350,7 +350,7 @@ TEST(MapDrawing, TheNumbersOfTheBarAreWhole)
             const SummedMap map{std::vector<float>(grid.cells(), 100.F), 100, least};
             RecordingSurface surface(width, 300);
             GRoomSetup(surface, project.room);
-            RenderSPLMap(surface, project.room, grid, map);
+            RenderSPLMap(surface, project.room, grid, map, {{}, map.max, {}});
             std::string last;
             double end = 0;
             for (const auto& call : surface.calls)

@@ -1,3 +1,4 @@
+#include "drawing/level_colours.h"
 #include "drawing/spl_colour.h"
 
 #include <limits>
@@ -23,20 +24,34 @@ TEST(SplColour, SectorsOfTheColourWheel)
 
 TEST(SplColour, BothEndsOfARangeAreRedAndHuesFallInBetween)
 {
-    const HueRange absolute = HueRange::of(50);
-    EXPECT_EQ(absolute.hue(50), 0);
-    EXPECT_EQ(absolute.hue(120), 0);
-    EXPECT_EQ(absolute.hue(50.5F), 255);
-    EXPECT_EQ(absolute.hue(85), 128);
-    EXPECT_EQ(absolute.hue(119.9F), 1);
-    const HueRange relative = HueRange::of(49.9F);
-    EXPECT_EQ(relative.hue(-75), 0);
-    EXPECT_EQ(relative.hue(5), 0);
-    EXPECT_EQ(relative.hue(-35), 128);
-    EXPECT_EQ(relative.hue(-115), 128); // repeats outside
-    EXPECT_EQ(relative.hue(-std::numeric_limits<float>::infinity()), 0);
-    EXPECT_LT(relative.hue(std::numeric_limits<float>::max()), 256);
-    EXPECT_GE(relative.hue(-std::numeric_limits<float>::max()), 0);
+    const std::tuple<float, float, int> cases[] = {
+        // largest level, level, hue
+        {50, 50, 0},        {50, 120, 0},     {50, 50.5F, 255}, {50, 85, 128},
+        {50, 119.9F, 1},    {49.9F, -75, 0},  {49.9F, 5, 0},    {49.9F, -35, 128},
+        {49.9F, -115, 128}, // repeats outside
+        {49.9F, -std::numeric_limits<float>::infinity(), 0}};
+    for (const auto& [largest, level, hue] : cases)
+        EXPECT_EQ(LevelColours({}, largest, 100).at(level), SplColour(hue, 255, 255)) << level;
+}
+
+TEST(LevelColours, EndWithTheirLastColourOutsideTheRange)
+{
+    const MapStyle even = {MapColours::Even, MapRange::Given, false};
+    const MapStyle audience = {MapColours::Classic, MapRange::Audience, false};
+    const std::tuple<MapStyle, std::optional<double>, double, double> cases[] = {
+        {even, 95, 50, 120}, {audience, 95, 80, 101}, {audience, {}, 50, 120}};
+    for (const auto& [style, mean, start, end] : cases) {
+        const LevelColours colours(style, 105, mean);
+        EXPECT_EQ(colours.startDb(), start);
+        EXPECT_EQ(colours.endDb(), end);
+        if (style.range == MapRange::Audience && !mean)
+            continue; // the given ones repeat
+        const auto at = [&](double level) { return colours.at(static_cast<float>(level)); };
+        EXPECT_EQ(at(start - 30), at(start));
+        EXPECT_EQ(at(end + 30), at(end));
+        EXPECT_NE(at(start), at(end)) << "both ends are told apart";
+        EXPECT_NE(at(end - 3), at(end - 0.1));
+    }
 }
 
 } // namespace

@@ -137,6 +137,7 @@ void Editor::setLocked(bool lock)
 void Editor::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose)
 {
     choose(m_view.levels);
+    emit levelsChosen();
 }
 
 void Editor::setFitLine(const std::optional<FitLine>& line)
@@ -257,6 +258,8 @@ RoomViewContent Editor::roomViewContent(bool aimingLines) const
     content.bassBox = {array().GBGetBassBox(), array().GFAGetBassBoxCoord(),
                        m_session.state().settings.ShowDelay == 1};
     content.aWeighted = m_view.levels.aWeighted;
+    if (content.map && m_session.state().settings.MapRange == MapRange::Audience)
+        content.audienceMeanDb = audienceMean(areaFigures());
     if (m_view.levels.mapType != LevelChoiceForm::Detailed)
         content.fohDb = levelsAlong(fohLine(room()), 1).front();
     return content;
@@ -271,6 +274,33 @@ std::vector<float> Editor::levelsAlong(const Segment& line, int points) const
                              m_session.state().speakerData.BandLevel, array(), line,
                              m_view.levels.choice(), points)
         .levels;
+}
+
+std::vector<std::optional<AreaFigures>> Editor::areaFigures() const
+{
+    std::vector<std::optional<AreaFigures>> figures;
+    for (int number = 1; number <= room().GIGetNumAreas(); ++number)
+        figures.push_back(orva::areaFigures(levelsAlong(room().area(number), kAreaReceivers)));
+    return figures;
+}
+
+StatusFacts Editor::statusFacts() const
+{
+    const ApplicationState& state = m_session.state();
+    StatusFacts facts{m_document.state().project,
+                      calculable() && array().boxCount() > 0,
+                      {},
+                      m_view.levels.aWeighted,
+                      {},
+                      state.settings.Temperature,
+                      state.settings.Celsius_Fahren,
+                      m_session.textOptions(),
+                      state.importedData};
+    if (facts.calculable) {
+        facts.fohDb = levelsAlong(fohLine(room()), 1).front();
+        facts.areas = areaFigures();
+    }
+    return facts;
 }
 
 } // namespace orva::ui

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/forms/status_form.h"
 #include "app/forms/view_state.h"
 #include "document/document.h"
 #include "document/room_form.h"
@@ -99,8 +100,12 @@ public:
 
     RoomViewContent roomViewContent(bool aimingLines) const;
     std::vector<float> levelsAlong(const Segment& line, int points) const;
+    /// Of the areas in use, in their order.
+    std::vector<std::optional<AreaFigures>> areaFigures() const;
+    StatusFacts statusFacts() const;
 
 signals:
+    void levelsChosen();
     void changed(const orva::ui::Shown& what);
     void areaSelected();
     void modifiedChanged();

@@ -37,7 +37,20 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     setWindowIcon(programIcon());
     Main_SSTab = named<QTabWidget>("Main_SSTab", this);
     Main_SSTab->setDocumentMode(true);
-    setCentralWidget(Main_SSTab);
+    lblOverload = named<QLabel>("lblOverload", this);
+    lblOverload->setAlignment(Qt::AlignCenter);
+    lblOverload->setWordWrap(true);
+    lblOverload->setMargin(4);
+    markInvalid(*lblOverload, true);
+    lblOverload->setAutoFillBackground(true);
+    lblOverload->hide();
+    auto* centre = new QWidget(this);
+    auto* column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(lblOverload);
+    column->addWidget(Main_SSTab);
+    setCentralWidget(centre);
 
     auto* setup = new QWidget(this);
     auto* setupLayout = new QHBoxLayout(setup);
@@ -54,8 +67,12 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     m_map = new MapCalculator(m_editor, *m_views, this);
     m_commands = new ProjectCommands(m_editor, this);
     statusBar()->setObjectName("statusBar");
-    m_status = named<QLabel>("lblStatus", this);
+    m_status = new StatusLine(m_editor, this);
     statusBar()->addWidget(m_status, 1);
+    connect(m_status, &StatusLine::overloaded, this, [this](const QString& why) {
+        lblOverload->setText(why);
+        lblOverload->setVisible(!why.isEmpty());
+    });
     makeMenus();
     connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
     connect(m_commands, &ProjectCommands::statusChanged, this,
@@ -199,9 +216,9 @@ void MainWindow::showTexts()
 
 void MainWindow::showStatus()
 {
-    m_status->setText(m_statusText != Text::None
-                          ? m_session.text(m_statusText).arg(m_statusArgument)
-                          : QString());
+    m_status->say(m_statusText != Text::None ? m_session.text(m_statusText).arg(m_statusArgument)
+                                             : QString());
+    m_status->refresh();
 }
 
 void MainWindow::showTitle()

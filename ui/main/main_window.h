@@ -3,6 +3,7 @@
 #include "main/map_calculator.h"
 #include "main/project_commands.h"
 #include "main/setup_page.h"
+#include "main/status_line.h"
 #include "shell/calculator_window.h"
 
 #include <QAction>
@@ -57,7 +58,8 @@ private:
     MapCalculator* m_map;
     ProjectCommands* m_commands;
     QPointer<CalculatorWindow> m_calculator;
-    QLabel* m_status;
+    QLabel* lblOverload;
+    StatusLine* m_status;
     Text m_statusText = Text::None;
     QString m_statusArgument;
 

@@ -5,6 +5,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
@@ -55,6 +56,14 @@ private:
     QGroupBox* Frame3;
     QGroupBox* fraGrid;
     QGroupBox* Frame4;
+    QGroupBox* fraAppearance;
+    QComboBox* cmbAppearance;
+    QGroupBox* fraMapColours;
+    QLabel* lblMapColours;
+    QComboBox* cmbMapColours;
+    QLabel* lblMapRange;
+    QComboBox* cmbMapRange;
+    QCheckBox* chkContours;
     QRadioButton* Meters_opt[2];
     QRadioButton* AutoCor_opt[2];
     QRadioButton* optTempUnit[2];

@@ -1,0 +1,104 @@
+#include "app/forms/status_form.h"
+
+#include "engine/acoustics.h"
+#include "lang/message.h"
+#include "lang/number_text.h"
+#include "lang/string_table.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orva {
+
+namespace {
+
+std::string levelText(double levelDb)
+{
+    return std::isfinite(levelDb) ? fixedText(levelDb, 1) : "-";
+}
+
+std::string spreadText(const StatusFacts& facts)
+{
+    std::string text;
+    for (std::size_t i = 0; i < facts.areas.size(); ++i) {
+        const std::string number = std::to_string(i + 1);
+        const Message area =
+            facts.areas[i]
+                ? Message(Text::StatusArea, {number, fixedText(facts.areas[i]->mean, 1),
+                                             fixedText(facts.areas[i]->spread, 1)})
+                : Message(Text::StatusAreaSilent, {number});
+        text += (i > 0 ? "   " : "") + area.text(facts.text.language);
+    }
+    return text;
+}
+
+/// Metres from the floor up to the lowest edge of frame and boxes.
+double lowestEdge(const Project& project)
+{
+    const std::array<float, 4> bounds = project.array.GFAGetBounds(); // y down
+    return project.array.GFAGetCradleCoord()[1] -
+           static_cast<double>(std::max(bounds[1], bounds[3])) + project.room.reference().y;
+}
+
+Message heightMessage(const StatusFacts& facts)
+{
+    const double height = lowestEdge(facts.project);
+    const std::string figure =
+        fixedText(std::abs(height) * facts.text.lengthFactor(), 2);
+    return Message(height < 0 ? Text::StatusBelowFloor : Text::StatusHeight,
+                   {figure, std::string(lengthUnit(facts.text))});
+}
+
+/// The first box: the top one of a flown array, the lowest one of a stack.
+Message tiltMessage(const LineArray& array)
+{
+    const double up = roundedTo(array.axes().front().angleDeg, 1);
+    const bool flown = array.GBGetMounting();
+    if (up == 0)
+        return Message(flown ? Text::StatusTopLevel : Text::StatusBottomLevel);
+    const Text text = up < 0 ? (flown ? Text::StatusTopDown : Text::StatusBottomDown)
+                             : (flown ? Text::StatusTopUp : Text::StatusBottomUp);
+    return Message(text, {plainText(std::abs(up), 1)});
+}
+
+std::string airText(const StatusFacts& facts)
+{
+    const double shown =
+        facts.celsius ? facts.temperatureC : facts.temperatureC * 1.8 + 32;
+    const std::string degrees = plainText(shown, 1) + (facts.celsius ? " °C" : " °F");
+    return Message(Text::StatusAir, {degrees, plainText(kHumidityPercent, 0)})
+        .text(facts.text.language);
+}
+
+} // namespace
+
+StatusTexts statusTexts(const StatusFacts& facts)
+{
+    const auto text = [&](const Message& message) { return message.text(facts.text.language); };
+    StatusTexts texts;
+    const Message data = facts.importedData.empty()
+                             ? Message(Text::StatusModelled)
+                             : Message(Text::StatusImported, {facts.importedData});
+    texts.data = airText(facts) + ", " + text(data);
+    if (!facts.calculable) {
+        texts.weight = text(Message(Text::StatusUnknown));
+        texts.wrong = true;
+        return texts;
+    }
+    if (facts.fohDb)
+        texts.foh = text(Message(Text::Foh)) + " " + levelText(*facts.fohDb) +
+                    (facts.aWeighted ? " dB(A)" : " dB");
+    texts.spread = spreadText(facts);
+    const LineArray& array = facts.project.array;
+    const std::string total = plainText(array.totalWeightKg(), 1);
+    const std::string allowed = plainText(array.system().maxWeightKg, 0);
+    texts.weight = text(Message(Text::StatusWeight, {total, allowed})) + ", " +
+                   text(heightMessage(facts));
+    texts.wrong = array.overloaded() || lowestEdge(facts.project) < 0;
+    if (array.overloaded())
+        texts.overload = text(Message(Text::StatusOverload, {total, allowed}));
+    texts.tilt = text(tiltMessage(array));
+    return texts;
+}
+
+} // namespace orva

@@ -1,0 +1,82 @@
+#include "main/status_line.h"
+
+#include "widgets/controls.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QStyle>
+
+namespace orva::ui {
+
+ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent)
+{
+    setObjectName(name);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    const int dots = fontMetrics().horizontalAdvance("000…");
+    return {std::min(dots, sizeHint().width()), sizeHint().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::AlignLeft, palette(),
+                          isEnabled(), shown, foregroundRole());
+}
+
+void ElidedLabel::resizeEvent(QResizeEvent* event)
+{
+    QLabel::resizeEvent(event);
+    showTip();
+}
+
+void ElidedLabel::showTip()
+{
+    setToolTip(fontMetrics().horizontalAdvance(text()) > width() ? text() : QString());
+}
+
+StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
+{
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 0, 4, 0);
+    layout->setSpacing(16);
+    m_said = new ElidedLabel("lblStatusText", this);
+    m_said->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(m_said, 1);
+    const auto part = [&](const char* name, ElidedLabel*& label) {
+        label = new ElidedLabel(name, this);
+        layout->addWidget(label);
+    };
+    part("lblStatusFoh", m_foh);
+    part("lblStatusSpread", m_spread);
+    part("lblStatusWeight", m_weight);
+    part("lblStatusTilt", m_tilt);
+    part("lblStatusData", m_data);
+    connect(&editor.session(), &Session::LanguageChanged, this, &StatusLine::refresh);
+    connect(&editor, &Editor::levelsChosen, this, &StatusLine::refresh);
+}
+
+void StatusLine::say(const QString& text)
+{
+    m_said->setText(text);
+}
+
+void StatusLine::display()
+{
+    const StatusTexts texts = statusTexts(m_editor.statusFacts());
+    m_foh->setText(qtText(texts.foh));
+    m_spread->setText(qtText(texts.spread));
+    m_weight->setText(qtText(texts.weight));
+    m_weight->setForegroundRole(texts.wrong ? QPalette::BrightText : QPalette::WindowText);
+    m_tilt->setText(qtText(texts.tilt));
+    m_data->setText(qtText(texts.data));
+    for (QLabel* label : {m_foh, m_spread, m_weight, m_tilt, m_data})
+        label->setVisible(!label->text().isEmpty());
+    emit overloaded(qtText(texts.overload.value_or("")));
+}
+
+} // namespace orva::ui
