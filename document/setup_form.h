@@ -105,6 +105,8 @@ public:
 
     /// Positions in use.
     int total() const;
+    /// The kind that is chosen at a position; none for a code that the system does not know.
+    std::optional<BoxKind> kindAt(int position) const;
     /// Straight and trapezoidal boxes are counted apart.
     bool countsKinds() const { return system().countsKinds; }
     /// The model name of the kind of box in this system.
@@ -117,7 +119,6 @@ public:
 
 private:
     const SystemRecord& system() const { return systemRecord(m_system); }
-    std::optional<BoxKind> kindAt(int position) const;
     int placed(std::optional<BoxKind> kind, int positions) const;
     bool isBass(int position) const { return kindAt(position) == BoxKind::Bass; }
     AngleBounds boundsAt(int joint) const;

@@ -46,22 +46,32 @@ public:
     void setScheme(const ColourScheme& scheme) { m_scheme = &scheme; }
     Colour colour(Role role) const { return (*m_scheme)[role]; }
 
+    /// Whether what is drawn in a role from now on gets a rim of the canvas, so that it is seen on
+    /// any ground.
+    void setRims(bool rims) { m_rims = rims; }
+
     virtual void clear() = 0;
     void line(Point from, Point to, Role role, double width = 1)
     {
+        if (m_rims && role != Role::Grid)
+            line(from, to, colour(Role::Canvas), width + kRim);
         line(from, to, colour(role), width);
     }
     /// A line whose second point is relative to the first.
     void lineBy(Point from, Point by, Role role, double width = 1)
     {
-        line(from, {from.x + by.x, from.y + by.y}, colour(role), width);
+        line(from, {from.x + by.x, from.y + by.y}, role, width);
     }
     void polyline(std::span<const Point> points, Role role, double width = 1)
     {
+        if (m_rims)
+            polyline(points, colour(Role::Canvas), width + kRim);
         polyline(points, colour(role), width);
     }
     void rectangle(Point corner, Point opposite, Role role, double width = 1)
     {
+        if (m_rims)
+            rectangle(corner, opposite, colour(Role::Canvas), width + kRim);
         rectangle(corner, opposite, colour(role), width);
     }
     void fillRectangle(Point corner, Point opposite, Role role)
@@ -78,6 +88,10 @@ public:
     }
     void print(Point at, std::string_view text, Role role = Role::Ink)
     {
+        if (m_rims) {
+            const Point size = textSize(text);
+            fillRectangle(at, {at.x + size.x, at.y + size.y}, Role::Canvas);
+        }
         print(at, text, colour(role));
     }
 
@@ -107,7 +121,10 @@ public:
 
 private:
     Scale m_scale;
+    static constexpr double kRim = 2;
+
     const ColourScheme* m_scheme = &classicScheme();
+    bool m_rims = false;
 };
 
 /// Sets a scale and puts the former one back.

@@ -23,6 +23,9 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
         if (options.map.contours)
             DrawContours(surface, *content.grid, *content.map, colours, labels);
     }
+    // The given colours are for the given scheme.
+    surface.setRims(content.map && (options.map.colours != MapColours::Classic ||
+                                    surface.colour(Role::Canvas) != kWhite));
     if (drawable)
         DrawLineArray(surface, array, {cradleX, -static_cast<double>(cradleY)}, false, options);
     GDrawRoomBasic(surface, room, options, false);
@@ -32,6 +35,7 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
         DrawAimingLines(surface, aimingLines(room, array), content.bassBox, speedOfSound, options,
                         labels);
     DrawProfiles(surface, room, content.profiles);
+    surface.setRims(false);
     if (content.map)
         DrawMapLegend(surface, *content.map, options);
 }

@@ -21,15 +21,14 @@ std::string spreadText(const StatusFacts& facts)
 {
     std::string text;
     for (std::size_t i = 0; i < facts.areas.size(); ++i) {
-        const std::string number = std::to_string(i + 1);
         const Message area =
             facts.areas[i]
-                ? Message(Text::StatusArea, {number, fixedText(facts.areas[i]->mean, 1),
+                ? Message(Text::StatusArea, {fixedText(facts.areas[i]->mean, 1),
                                              fixedText(facts.areas[i]->spread, 1)})
-                : Message(Text::StatusAreaSilent, {number});
-        text += (i > 0 ? "   " : "") + area.text(facts.text.language);
+                : Message(Text::StatusAreaSilent);
+        text += (i > 0 ? "  " : "") + area.text(facts.text.language);
     }
-    return text;
+    return Message(Text::StatusAreas, {text}).text(facts.text.language);
 }
 
 /// Metres from the floor up to the lowest edge of frame and boxes.

@@ -1,13 +1,58 @@
 #include "main/array_column.h"
 
+#include "lang/number_text.h"
 #include "widgets/controls.h"
 
 #include <QEvent>
 #include <QGridLayout>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
 namespace orva::ui {
+
+BoxPicture::BoxPicture(QWidget* parent) : QWidget(parent)
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void BoxPicture::show(const BoxShape* shape, FloatPair topFront)
+{
+    m_shape = shape;
+    m_topFront = topFront;
+    update();
+}
+
+QSize BoxPicture::sizeHint() const
+{
+    const int height = fontMetrics().height();
+    return {height * 3 / 2, height};
+}
+
+void BoxPicture::paintEvent(QPaintEvent*)
+{
+    if (!m_shape)
+        return;
+    constexpr double kLargestM = 0.8; // of all boxes, so that larger ones look larger
+    QPolygonF side;
+    for (const FloatPair& corner :
+         {m_topFront, m_shape->hinge, m_shape->bottomRear, m_shape->topRear})
+        side << QPointF(corner[0], corner[1]);
+    const double scale = (width() - 2) / kLargestM;
+    const QRectF bounds = side.boundingRect();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(width() - 1.0, height() / 2.0);
+    painter.scale(scale, scale);
+    painter.translate(-bounds.right(), -bounds.center().y());
+    QPen pen(palette().color(QPalette::WindowText), 0);
+    painter.setPen(pen);
+    painter.setBrush(palette().color(QPalette::Button));
+    painter.drawPolygon(side);
+    pen.setWidthF(2.5 / scale); // the front
+    painter.setPen(pen);
+    painter.drawLine(side[0], side[1]);
+}
 
 ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
 {
@@ -19,9 +64,10 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     layout->addWidget(spkUp_cmd, 0, 1);
     layout->addWidget(VScroll1, 1, 1);
     layout->addWidget(spkDown_cmd, 2, 1);
+    lblFloor = named<QLabel>("lblFloor", this);
+    lblFloor->setWordWrap(true);
+    layout->addWidget(lblFloor, 3, 0, 1, 2);
     layout->setRowStretch(1, 1);
-    connect(&editor.session(), &Session::LanguageChanged, this, &ArrayColumn::showTexts);
-    showTexts();
 }
 
 void ArrayColumn::makeLists()
@@ -37,8 +83,13 @@ void ArrayColumn::makeLists()
         m_numbers[at] = new QLabel(QString::number(i + 1), m_boxes);
         m_numbers[at]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         cmbType[at] = named<ListBox>(elementName("cmbType", i), m_boxes);
+        m_pictures[at] = new BoxPicture(m_boxes);
+        m_tilts[at] = named<QLabel>(elementName("lblTilt", i), m_boxes);
+        m_tilts[at]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         grid->addWidget(m_numbers[at], 2 * i, 0, 2, 1);
-        grid->addWidget(cmbType[at], 2 * i, 1, 2, 1);
+        grid->addWidget(m_pictures[at], 2 * i, 1, 2, 1);
+        grid->addWidget(cmbType[at], 2 * i, 2, 2, 1);
+        grid->addWidget(m_tilts[at], 2 * i, 4, 2, 1);
         cmbType[at]->installEventFilter(this);
         connect(cmbType[at], &QComboBox::activated, this, [this, i](int index) {
             if (index != m_editor.setup().cmbType[static_cast<std::size_t>(i)].selected)
@@ -49,7 +100,7 @@ void ArrayColumn::makeLists()
         if (i == SetupForm::kJoints)
             break;
         cmbAngle[at] = named<ListBox>(elementName("cmbAngle", i), m_boxes);
-        grid->addWidget(cmbAngle[at], 2 * i + 1, 2, 2, 1);
+        grid->addWidget(cmbAngle[at], 2 * i + 1, 3, 2, 1);
         cmbAngle[at]->installEventFilter(this);
         connect(cmbAngle[at], &QComboBox::activated, this, [this, i](int index) {
             if (index != m_editor.setup().cmbAngle[static_cast<std::size_t>(i)].selected)
@@ -104,20 +155,6 @@ int ArrayColumn::rowHeight() const
     return std::max(1, cmbType.front()->sizeHint().height());
 }
 
-void ArrayColumn::showTexts()
-{
-    const Session& session = m_editor.session();
-    for (std::size_t i = 0; i < cmbType.size(); ++i) {
-        const QString box = session.text(Text::Box) + QString::number(i + 1);
-        cmbType[i]->setAccessibleName(box);
-        if (i < cmbAngle.size())
-            cmbAngle[i]->setAccessibleName(box + ", " + session.text(Text::Angle));
-    }
-    VScroll1->setAccessibleName(session.text(Text::SetupPage));
-    spkUp_cmd->setAccessibleName(session.text(Text::ScrollUp));
-    spkDown_cmd->setAccessibleName(session.text(Text::ScrollDown));
-}
-
 void ArrayColumn::display()
 {
     const SetupForm& setup = m_editor.setup();
@@ -128,17 +165,42 @@ void ArrayColumn::display()
         cmbType[i]->setVisible(used);
         cmbType[i]->setEnabled(enabled);
         if (used)
-            showList(*cmbType[i], setup.cmbType[i]);
+            showList(*cmbType[i], setup.cmbType[i], m_editor.session().text(Text::InvalidType));
         if (i == cmbAngle.size())
             break;
         const bool joint = static_cast<int>(i) + 1 < setup.total();
         cmbAngle[i]->setVisible(joint);
         cmbAngle[i]->setEnabled(enabled);
         if (joint)
-            showList(*cmbAngle[i], setup.cmbAngle[i]);
+            showList(*cmbAngle[i], setup.cmbAngle[i],
+                     m_editor.session().text(Text::InvalidAngle));
     }
+    displayPlaces();
     updateWidth();
     updateScrollRange();
+}
+
+void ArrayColumn::displayPlaces()
+{
+    const LineArray& array = m_editor.array();
+    const SetupForm& setup = m_editor.setup();
+    // Of a setup that is not valid the array is another one.
+    const auto axes = m_editor.calculable() ? array.axes() : std::vector<LineArray::BoxAxis>{};
+    const BoxGeometry& boxes = array.system().boxes;
+    for (std::size_t i = 0; i < m_pictures.size(); ++i) {
+        const bool used = static_cast<int>(i) < setup.total();
+        m_pictures[i]->setVisible(used);
+        m_tilts[i]->setVisible(used);
+        const std::optional<BoxKind> kind = setup.kindAt(static_cast<int>(i));
+        m_pictures[i]->show(kind ? &boxes.shape(*kind) : nullptr, boxes.topFront);
+        m_tilts[i]->setText(i < axes.size()
+                                ? qtText(fixedText(axes[i].angleDeg, 1)) +
+                                      m_editor.session().text(Text::Degrees)
+                                : QString());
+        m_tilts[i]->setToolTip(m_editor.session().text(Text::TiltTip).arg(i + 1));
+    }
+    lblFloor->setVisible(setup.stacked);
+    lblFloor->setText(m_editor.session().text(Text::StandsOnFloor));
 }
 
 void ArrayColumn::updateWidth()

@@ -11,7 +11,25 @@
 
 namespace orva::ui {
 
-/// The array from top to bottom: a list for each box's type, between them one for each splay angle.
+/// The side of a box, its front to the right.
+class BoxPicture final : public QWidget {
+public:
+    explicit BoxPicture(QWidget* parent);
+    /// None: an empty place.
+    void show(const BoxShape* shape, FloatPair topFront);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const BoxShape* m_shape = nullptr;
+    FloatPair m_topFront{};
+};
+
+/// The array from top to bottom: a list for each box's type with its picture and its tilt, between
+/// them a list for each splay angle.
 /// Scrolls by boxes and follows the focus.
 class ArrayColumn final : public QWidget {
     Q_OBJECT
@@ -33,15 +51,18 @@ private:
     int rowHeight() const;
     void updateWidth();
     void updateScrollRange();
-    void showTexts();
+    void displayPlaces();
 
     Editor& m_editor;
     QScrollArea* m_area;
     QWidget* m_boxes;
     QScrollBar* VScroll1;
+    QLabel* lblFloor; ///< which box stands there
     QToolButton* spkUp_cmd;
     QToolButton* spkDown_cmd;
     std::array<QLabel*, SetupForm::kPositions> m_numbers;
+    std::array<BoxPicture*, SetupForm::kPositions> m_pictures;
+    std::array<QLabel*, SetupForm::kPositions> m_tilts;
     std::array<QComboBox*, SetupForm::kPositions> cmbType;
     std::array<QComboBox*, SetupForm::kJoints> cmbAngle;
 };

@@ -9,6 +9,7 @@
 #include "shell/pictures.h"
 #include "shell/small_dialogs.h"
 #include "widgets/appearance.h"
+#include "widgets/control_texts.h"
 #include "widgets/controls.h"
 
 #include <QApplication>
@@ -41,7 +42,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     lblOverload->setAlignment(Qt::AlignCenter);
     lblOverload->setWordWrap(true);
     lblOverload->setMargin(4);
-    markInvalid(*lblOverload, true);
+    markInvalid(*lblOverload, true, {});
     lblOverload->setAutoFillBackground(true);
     lblOverload->hide();
     auto* centre = new QWidget(this);
@@ -210,6 +211,7 @@ void MainWindow::showTexts()
                           Text::SubArrayPage};
     for (int page = RoomTab; page <= SubArrayTab; ++page)
         Main_SSTab->setTabText(page, m_session.text(pages[page]));
+    explainControls(*this, m_session);
     showTitle();
     showStatus();
 }
@@ -268,19 +270,13 @@ void MainWindow::generalOptions()
     m_editor.shortenSubArray();
 }
 
-void MainWindow::setProgramFont(const QFont& font)
-{
-    QApplication::setFont(font);
-    useAppearance(m_session.state().settings.Appearance); // headings follow
-}
-
 void MainWindow::displayFont()
 {
     QFontDialog dialog(QApplication::font(), this);
     dialog.setWindowTitle(m_session.text(Text::DisplayFont));
     // The platform's font reaches windows that are opened later, too.
     if (dialog.exec() == QDialog::Accepted)
-        setProgramFont(dialog.selectedFont());
+        QApplication::setFont(dialog.selectedFont());
 }
 
 void MainWindow::calculator()

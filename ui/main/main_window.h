@@ -47,7 +47,6 @@ private:
     void exit();
     void generalOptions();
     void displayFont();
-    void setProgramFont(const QFont& font);
     void calculator();
     void AppShutdown();
 

@@ -1,6 +1,7 @@
 #include "main/optimize_dialog.h"
 
 #include "drawing/array_drawing.h"
+#include "widgets/control_texts.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
@@ -240,11 +241,11 @@ void OptimizeDialog::showTexts()
     m_timeLeftLabel->setText(text(Text::TimeLeft));
     cmdCommit->setText(text(Text::AcceptSelected));
     cmdCancel->setText(text(Text::Cancel));
-    dbgpbx->setAccessibleName(text(Text::ShowSetup));
     lblArea->setText(QString::number(m_editor.view().SelectedArea));
     showToTest();
     showFitLabels();
     showState();
+    explainControls(*this, m_editor.session());
 }
 
 void OptimizeDialog::showState()

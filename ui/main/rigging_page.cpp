@@ -75,13 +75,8 @@ RiggingPage::RiggingPage(Editor& editor, QWidget* parent) : Page(editor, parent)
 void RiggingPage::showTexts()
 {
     const Session& session = m_editor.session();
-    rigText_txt->setAccessibleName(session.text(Text::RiggingPage));
     fitSheet();
-    lstPins->setAccessibleName(session.text(Text::PinPoint));
-    Rigging_pbx->setAccessibleName(session.text(Text::RiggingDisplay));
     Rigging_pbx->setToolTip(session.text(Text::ZoomHint));
-    RigHScroll->setAccessibleName(session.text(Text::RiggingDisplay));
-    RigVScroll->setAccessibleName(session.text(Text::RiggingDisplay));
 }
 
 void RiggingPage::display()

@@ -241,7 +241,6 @@ void RoomPage::showTexts()
         for (std::size_t k = 0; k < kAreaEntries.size(); ++k)
             m_areas[i].labels[k]->setText(text(entries[k]));
     }
-    Room_pbx->setAccessibleName(text(Text::LocationPage));
 }
 
 void RoomPage::display()
@@ -254,17 +253,18 @@ void RoomPage::display()
     Room_pbx->redraw();
 
     const OutOfRoom& outside = m_editor.outside();
-    markInvalid(*refX_txt, outside.reference[0]);
-    markInvalid(*refY_txt, outside.reference[1]);
-    markInvalid(*FOHX_txt, outside.foh[0]);
-    markInvalid(*FOHY_txt, outside.foh[1]);
+    const QString where = m_editor.session().text(Text::InvalidOutside);
+    markInvalid(*refX_txt, outside.reference[0], where);
+    markInvalid(*refY_txt, outside.reference[1], where);
+    markInvalid(*FOHX_txt, outside.foh[0], where);
+    markInvalid(*FOHY_txt, outside.foh[1], where);
     for (std::size_t i = 0; i < m_areas.size(); ++i) {
         const bool used = static_cast<int>(i) < room.GIGetNumAreas();
         for (std::size_t k = 0; k < kAreaEntries.size(); ++k) {
             m_areas[i].edits[k]->setEnabled(used);
             m_areas[i].labels[k]->setEnabled(used);
             if (k < 4)
-                markInvalid(*m_areas[i].edits[k], outside.areas[i][k]);
+                markInvalid(*m_areas[i].edits[k], outside.areas[i][k], where);
         }
     }
 }

@@ -271,7 +271,6 @@ void SetupPage::showTexts()
     Label12->setText(text(Text::PinLabel));
     Label11->setText(text(Text::Remainder));
     cmdAuto->setText(text(Text::Auto));
-    PinNumber_cmb->setAccessibleName(text(Text::PinPoint));
     Label18->setText(text(Text::CradlePickPoint).simplified());
     for (int i = 0; i < 2; ++i)
         m_cradleAxes[i]->setText(text(i == 0 ? Text::XLabel : Text::YLabel));
@@ -314,10 +313,10 @@ void SetupPage::displayCounts()
     for (QWidget* control : {static_cast<QWidget*>(lblTotGer), static_cast<QWidget*>(lblTotSch),
                              static_cast<QWidget*>(cmbNumGer), static_cast<QWidget*>(cmbNumSch)})
         control->setVisible(setup.countsKinds());
-    showList(*cmbNumSpk, setup.cmbNumSpk);
-    showList(*cmbNumGer, setup.cmbNumGer);
-    showList(*cmbNumSch, setup.cmbNumSch);
-    showList(*cmbNumBass, setup.cmbNumBass);
+    showList(*cmbNumSpk, setup.cmbNumSpk, session.text(Text::InvalidCount));
+    showList(*cmbNumGer, setup.cmbNumGer, session.text(Text::InvalidCount));
+    showList(*cmbNumSch, setup.cmbNumSch, session.text(Text::InvalidCount));
+    showList(*cmbNumBass, setup.cmbNumBass, session.text(Text::InvalidCount));
     for (QComboBox* box : {cmbNumSpk, cmbNumGer, cmbNumSch, cmbNumBass})
         box->setEnabled(!m_editor.view().locked);
 }
@@ -329,7 +328,7 @@ void SetupPage::displayMounting()
     const bool pinShown = setup.pinMode && !setup.stacked;
     Stacked_chk->setChecked(setup.stacked);
     PinAngle_opt[setup.pinMode ? 0 : 1]->setChecked(true);
-    showList(*PinNumber_cmb, setup.PinNumber_cmb);
+    showList(*PinNumber_cmb, setup.PinNumber_cmb, m_editor.session().text(Text::InvalidPin));
 
     // Pin angles mean nothing for an array that is not whole.
     const bool known = m_editor.arrayWhole();
@@ -366,11 +365,12 @@ void SetupPage::displayPoints()
     const OutOfRoom& outside = m_editor.outside();
     for (QLabel* unit : m_units)
         unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
+    const QString where = m_editor.session().text(Text::InvalidOutside);
     for (std::size_t i = 0; i < 2; ++i) {
         Cradle_txt[i]->setEnabled(enabled);
-        markInvalid(*Cradle_txt[i], outside.cradle[i]);
+        markInvalid(*Cradle_txt[i], outside.cradle[i], where);
         BassBox_txt[i]->setEnabled(enabled && bass);
-        markInvalid(*BassBox_txt[i], outside.bassBox[i]);
+        markInvalid(*BassBox_txt[i], outside.bassBox[i], where);
         optBassYesNo[i]->setEnabled(enabled);
     }
     bassX_lbl->setEnabled(bass);

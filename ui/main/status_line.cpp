@@ -14,6 +14,12 @@ ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 }
 
+void ElidedLabel::explain(const QString& what)
+{
+    m_what = what;
+    showTip();
+}
+
 QSize ElidedLabel::minimumSizeHint() const
 {
     const int dots = fontMetrics().horizontalAdvance("000…");
@@ -36,14 +42,15 @@ void ElidedLabel::resizeEvent(QResizeEvent* event)
 
 void ElidedLabel::showTip()
 {
-    setToolTip(fontMetrics().horizontalAdvance(text()) > width() ? text() : QString());
+    const bool cut = fontMetrics().horizontalAdvance(text()) > width();
+    setToolTip(cut ? text() + "\n" + m_what : m_what);
 }
 
 StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 0, 4, 0);
-    layout->setSpacing(16);
+    layout->setSpacing(12);
     m_said = new ElidedLabel("lblStatusText", this);
     m_said->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     layout->addWidget(m_said, 1);
@@ -56,6 +63,8 @@ StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
     part("lblStatusWeight", m_weight);
     part("lblStatusTilt", m_tilt);
     part("lblStatusData", m_data);
+    for (QLabel* label : {m_foh, m_spread, m_tilt}) // asked for most
+        label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     connect(&editor.session(), &Session::LanguageChanged, this, &StatusLine::refresh);
     connect(&editor, &Editor::levelsChosen, this, &StatusLine::refresh);
 }
@@ -63,11 +72,20 @@ StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
 void StatusLine::say(const QString& text)
 {
     m_said->setText(text);
+    m_said->setMinimumWidth(text.isEmpty() ? 0 : fontMetrics().horizontalAdvance(text) / 2);
 }
 
 void StatusLine::display()
 {
     const StatusTexts texts = statusTexts(m_editor.statusFacts());
+    const auto explain = [this](ElidedLabel* label, Text what) {
+        label->explain(m_editor.session().text(what));
+    };
+    explain(m_foh, Text::StatusFohTip);
+    explain(m_spread, Text::StatusSpreadTip);
+    explain(m_weight, Text::StatusWeightTip);
+    explain(m_tilt, Text::StatusTiltTip);
+    explain(m_data, Text::StatusDataTip);
     m_foh->setText(qtText(texts.foh));
     m_spread->setText(qtText(texts.spread));
     m_weight->setText(qtText(texts.weight));

@@ -12,6 +12,8 @@ class ElidedLabel final : public QLabel {
 public:
     explicit ElidedLabel(const QString& name, QWidget* parent);
 
+    /// What the tip says.
+    void explain(const QString& what);
     QSize minimumSizeHint() const override;
 
 protected:
@@ -20,6 +22,8 @@ protected:
 
 private:
     void showTip();
+
+    QString m_what;
 };
 
 /// The figures of the status bar: level at the FOH, mean and spread of the areas, weight and height,

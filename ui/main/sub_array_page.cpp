@@ -124,13 +124,6 @@ void SubArrayPage::showTexts()
     lblSubDist->setText(session.text(Text::DistanceFromCentre));
     lblSubVDist->setText(session.text(Text::VirtualDistance));
     lblSubDelay->setText(session.text(Text::DelayNeeded));
-    for (std::size_t i = 0; i < SubArray_txt.size(); ++i) {
-        const QString number = " " + QString::number(i + 1);
-        SubArray_txt[i]->setAccessibleName(session.text(Text::DistanceFromCentre) + number);
-        VirtDist_txt[i]->setAccessibleName(session.text(Text::VirtualDistance) + number);
-        SubDelay_txt[i]->setAccessibleName(session.text(Text::DelayNeeded) + number);
-    }
-    picSubArray->setAccessibleName(session.text(Text::SubArrayPage));
     display();
 }
 

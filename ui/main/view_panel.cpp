@@ -5,9 +5,11 @@
 #include "widgets/controls.h"
 
 #include <QButtonGroup>
+#include <QEvent>
 #include <QGridLayout>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTimer>
 #include <algorithm>
 
 namespace orva::ui {
@@ -15,6 +17,8 @@ namespace orva::ui {
 namespace {
 
 constexpr double kMarkerMarginM = 0.2;
+constexpr int kNarrowestCurve = 320;
+constexpr int kLowestCurve = 120;
 
 } // namespace
 
@@ -30,14 +34,17 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
     AreaSpl_pbx->setPrepare([this] { prepareCurve(); });
     connectFitLine();
 
-    auto* bottom = new QWidget(this);
-    auto* bottomLayout = new QHBoxLayout(bottom);
-    bottomLayout->setContentsMargins(0, 0, 0, 0);
-    bottomLayout->addWidget(AreaSpl_pbx, 1);
-    bottomLayout->addWidget(controlsFrame());
-    auto* splitter = new QSplitter(Qt::Vertical, this);
+    m_bottom = named<QSplitter>("splCurve", this);
+    m_bottom->addWidget(AreaSpl_pbx);
+    m_bottom->addWidget(controlsFrame());
+    m_bottom->setStretchFactor(0, 1);
+    m_bottom->setStretchFactor(1, 0);
+    m_bottom->setChildrenCollapsible(false);
+    AreaSpl_pbx->setMinimumSize(kNarrowestCurve, kLowestCurve);
+    auto* splitter = named<QSplitter>("splRoom", this);
+    splitter->setOrientation(Qt::Vertical);
     splitter->addWidget(Main_pbx);
-    splitter->addWidget(bottom);
+    splitter->addWidget(m_bottom);
     splitter->setStretchFactor(0, 2);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
@@ -128,6 +135,7 @@ QWidget* ViewPanel::controlsFrame()
     connect(chkDrawLine, &QCheckBox::clicked, this, [this](bool checked) {
         if (!checked)
             m_editor.setFitLine({});
+        displayLevels();
         AreaSpl_pbx->redraw();
     });
     Optimize_cmd = named<QPushButton>("Optimize_cmd", fraSPLControls);
@@ -135,18 +143,75 @@ QWidget* ViewPanel::controlsFrame()
     connect(CalcAll_cmd, &QPushButton::clicked, this, &ViewPanel::calculateAllAsked);
     connect(Optimize_cmd, &QPushButton::clicked, this, &ViewPanel::optimizeAsked);
 
-    layout->addWidget(avg_lbl, 1, 0);
-    layout->addWidget(Average_cmb, 1, 1);
-    layout->addWidget(cmbTerzOktave, 1, 2);
-    layout->addWidget(chkAWeight, 2, 0);
-    layout->addWidget(chkAiming, 2, 1, 1, 2);
-    layout->addWidget(CalcBand_cmd, 3, 0, 1, 3);
-    layout->addWidget(CalcAll_cmd, 4, 0, 1, 3);
-    layout->addWidget(lineDivider(fraSPLControls), 5, 0, 1, 3);
-    layout->addWidget(chkDrawLine, 6, 0);
-    layout->addWidget(Optimize_cmd, 6, 1, 1, 2);
-    layout->setRowStretch(7, 1);
+    m_divider = lineDivider(fraSPLControls);
+    arrangeControls(false);
     return fraSPLControls;
+}
+
+/// In a column beside the curve, or in fewer rows below it.
+void ViewPanel::arrangeControls(bool below)
+{
+    auto* layout = static_cast<QGridLayout*>(fraSPLControls->layout());
+    const auto place = [layout](QWidget* control, int row, int column, int columns = 1) {
+        layout->addWidget(control, row, column, 1, columns); // moves one that has a place
+    };
+    layout->setRowStretch(7, below ? 0 : 1);
+    m_divider->setVisible(!below);
+    for (int i = 0; i < 3; ++i)
+        place(MapType_opt[i], 0, i);
+    place(avg_lbl, 1, 0);
+    place(Average_cmb, 1, 1);
+    place(cmbTerzOktave, 1, 2);
+    place(chkAWeight, 2, 0);
+    place(chkAiming, 2, 1, 2);
+    if (below) {
+        place(CalcBand_cmd, 3, 0);
+        place(CalcAll_cmd, 3, 1, 2);
+        place(chkDrawLine, 4, 0);
+        place(Optimize_cmd, 4, 1, 2);
+        return;
+    }
+    place(CalcBand_cmd, 3, 0, 3);
+    place(CalcAll_cmd, 4, 0, 3);
+    place(m_divider, 5, 0, 3);
+    place(chkDrawLine, 6, 0);
+    place(Optimize_cmd, 6, 1, 2);
+}
+
+/// The curve gets half the width at least.
+void ViewPanel::arrange()
+{
+    if (m_bottom->orientation() == Qt::Horizontal)
+        m_columnWidth = fraSPLControls->minimumSizeHint().width();
+    const bool below = width() - m_columnWidth - m_bottom->handleWidth() <
+                       std::max(kNarrowestCurve, width() / 2);
+    if (below == (m_bottom->orientation() == Qt::Vertical))
+        return;
+    m_bottom->setOrientation(below ? Qt::Vertical : Qt::Horizontal);
+    arrangeControls(below);
+}
+
+/// Of the controls below the curve: where they do not fit beside it they move.
+QSize ViewPanel::minimumSizeHint() const
+{
+    return {std::max(kNarrowestCurve, fraSPLControls->minimumSizeHint().width()),
+            Page::minimumSizeHint().height()};
+}
+
+void ViewPanel::resizeEvent(QResizeEvent* event)
+{
+    Page::resizeEvent(event);
+    arrange();
+}
+
+void ViewPanel::changeEvent(QEvent* event)
+{
+    Page::changeEvent(event);
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
+        return;
+    m_bottom->setOrientation(Qt::Horizontal); // its column is measured anew
+    arrangeControls(false);
+    QTimer::singleShot(0, this, &ViewPanel::arrange);
 }
 
 void ViewPanel::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose)
@@ -282,16 +347,15 @@ void ViewPanel::showTexts()
     MapType_opt[1]->setText(text(Text::Peak));
     MapType_opt[2]->setText(text(Text::Detailed));
     avg_lbl->setText(text(Text::Averaging));
-    cmbTerzOktave->setAccessibleName(text(Text::Band));
     chkAWeight->setText(text(Text::AWeighted));
     chkAiming->setText(text(Text::ShowAimingLines));
     chkDrawLine->setText(text(Text::DrawFitLine));
     CalcAll_cmd->setText(text(Text::CalculateAll));
     Optimize_cmd->setText(text(Text::Optimize));
-    AreaSpl_pbx->setToolTip(text(Text::FitLineHint));
-    AreaSpl_pbx->setAccessibleName(text(Text::AudienceAreas));
-    Main_pbx->setAccessibleName(text(Text::SPLMapping));
     display();
+    m_bottom->setOrientation(Qt::Horizontal);
+    arrangeControls(false);
+    arrange();
 }
 
 void ViewPanel::display()
@@ -314,6 +378,8 @@ void ViewPanel::displayLevels()
     showList(*cmbTerzOktave, levels.cmbTerzOktave);
     cmbTerzOktave->setEnabled(levels.bandEnabled);
     chkAWeight->setChecked(levels.aWeighted);
+    AreaSpl_pbx->setToolTip(m_editor.session().text(
+        chkDrawLine->isChecked() ? Text::FitLineHint : Text::FitLineHintOff));
     CalcAll_cmd->setVisible(levels.offersBands());
     CalcBand_cmd->setText(
         m_editor.session().text(levels.offersBands() ? Text::CalculateBand : Text::Calculate));

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSplitter>
 
 namespace orva::ui {
 
@@ -27,6 +28,7 @@ public:
     /// What else the curve picture shows; none: the curve of the selected area.
     using CurveSource = std::function<CurvePicture(int points)>;
     void setCurves(CurveSource source);
+    QSize minimumSizeHint() const override;
     /// Points of a curve in the picture.
     int curvePoints() const;
     /// The shortest fit line, in metres along the selected area: two pixels.
@@ -46,6 +48,8 @@ protected:
         return what.everything || what.view || changes.room || changes.array || changes.setup;
     }
     void display() override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void makeRoomView();
@@ -58,6 +62,8 @@ private:
     void connectFitLine();
     void showTexts();
     void displayLevels();
+    void arrange();
+    void arrangeControls(bool below);
     void chooseLevels(const std::function<void(LevelChoiceForm&)>& choose);
 
     std::optional<int> m_areaUnderMouse;
@@ -67,6 +73,9 @@ private:
 
     DrawingWidget* Main_pbx;
     DrawingWidget* AreaSpl_pbx;
+    QSplitter* m_bottom;
+    int m_columnWidth = 0; ///< that the controls need beside the curve
+    QFrame* m_divider;
     QGroupBox* fraSPLControls;
     QRadioButton* MapType_opt[3];
     QLabel* avg_lbl;

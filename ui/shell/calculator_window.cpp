@@ -3,6 +3,7 @@
 #include "document/room_form.h"
 #include "drawing/triangle_drawing.h"
 #include "engine/triangle.h"
+#include "widgets/control_texts.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
@@ -68,6 +69,7 @@ void CalculatorWindow::showTexts()
     lblAngleMeas->setText(m_session.text(Text::Degrees));
     Calc_pbx->setAccessibleName(m_session.text(Text::Calculator));
     showUnits();
+    explainControls(*this, m_session);
 }
 
 void CalculatorWindow::showUnits()

@@ -2,6 +2,7 @@
 
 #include "lang/string_table.h"
 #include "shell/pictures.h"
+#include "widgets/control_texts.h"
 #include "widgets/controls.h"
 
 #include <QGridLayout>
@@ -271,7 +272,6 @@ void OptionsDialog::showTexts()
     Frame4->setTitle(text(Text::StartupFrame));
     chkShowArrTyp->setText(text(Text::ShowSystemSelection));
     fraAppearance->setTitle(text(Text::AppearanceFrame));
-    cmbAppearance->setAccessibleName(text(Text::AppearanceFrame));
     showItems(*cmbAppearance, {Text::AppearanceClassic, Text::AppearanceLight, Text::AppearanceDark,
                                Text::AppearanceDesktop});
     fraMapColours->setTitle(text(Text::MapColoursFrame));
@@ -285,6 +285,7 @@ void OptionsDialog::showTexts()
     Cancel_cmb->setText(text(Text::Cancel));
     Done_cmb->setText(text(Text::OptionsOk));
     display();
+    explainControls(*this, m_session);
 }
 
 void OptionsDialog::showItems(QComboBox& box, std::initializer_list<Text> items)

@@ -3,7 +3,6 @@
 #include "widgets/flat_style.h"
 
 #include <QApplication>
-#include <QFont>
 #include <QPalette>
 #include <QStyleFactory>
 #include <QVariant>
@@ -93,17 +92,14 @@ void useAppearance(Appearance appearance)
                         (appearance == Appearance::Desktop && !dark(given.palette));
     const QPalette palette = flat ? flatPalette(bright ? kLight : kDark) : classicPalette();
     QApplication::setPalette(palette);
-    for (const char* button : {"QCheckBox", "QRadioButton"}) {
+    for (const char* control : {"QCheckBox", "QRadioButton", "QLineEdit"}) {
         QPalette edges = palette;
-        if (!flat && dark(palette))
+        if (dark(palette))
             // The style draws their edges a little darker than the window's colour, which nobody
             // sees.
             edges.setColor(QPalette::Window, QColor(0xB0, 0xBA, 0xC4));
-        QApplication::setPalette(edges, button);
+        QApplication::setPalette(edges, control);
     }
-    QFont heading = QApplication::font();
-    heading.setBold(flat || heading.bold());
-    QApplication::setFont(heading, "QGroupBox");
 }
 
 const ColourScheme& drawingScheme()

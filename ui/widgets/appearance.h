@@ -5,8 +5,8 @@
 
 namespace orva::ui {
 
-/// Gives the program the colours and the style of an appearance; may be called again at any time,
-/// and must be once the platform's font has changed. Where something warns, its foreground role is
+/// Gives the program the colours and the style of an appearance; may be called again at any time.
+/// Where something warns, its foreground role is
 /// QPalette::BrightText; where it divides, QPalette::Link.
 void useAppearance(Appearance appearance);
 

@@ -11,8 +11,9 @@
 
 namespace orva::ui {
 
-void markInvalid(QWidget& control, bool invalid)
+void markInvalid(QWidget& control, bool invalid, const QString& why)
 {
+    control.setAccessibleDescription(invalid ? why : QString());
     if (control.property("invalid").toBool() == invalid && control.property("invalid").isValid())
         return;
     control.setProperty("invalid", invalid);
@@ -26,7 +27,7 @@ void markInvalid(QWidget& control, bool invalid)
     control.setPalette(palette);
 }
 
-void showList(QComboBox& box, const ChoiceList& list)
+void showList(QComboBox& box, const ChoiceList& list, const QString& why)
 {
     const QSignalBlocker quiet(box);
     bool same = box.count() == static_cast<int>(list.items.size());
@@ -39,7 +40,7 @@ void showList(QComboBox& box, const ChoiceList& list)
             box.addItem(QString::fromStdString(item.text));
     }
     box.setCurrentIndex(list.selected);
-    markInvalid(box, list.invalid);
+    markInvalid(box, list.invalid, why);
 }
 
 void showText(QLineEdit& edit, const QString& text)

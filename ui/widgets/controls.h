@@ -26,11 +26,12 @@ Control* named(const QString& name, Arguments... arguments)
     return control;
 }
 
-/// Marks an entry as invalid (red background, property "invalid") or as valid (plain).
-void markInvalid(QWidget& control, bool invalid);
+/// Marks an entry as invalid (red background, property "invalid", and why, for those who hear it
+/// read) or as valid (plain).
+void markInvalid(QWidget& control, bool invalid, const QString& why);
 
-/// Shows the list without telling anybody; an invalid one is red.
-void showList(QComboBox& box, const ChoiceList& list);
+/// Shows the list without telling anybody; an invalid one is red and says why.
+void showList(QComboBox& box, const ChoiceList& list, const QString& why = {});
 
 /// Shows a text without moving the caret where it already stands there.
 void showText(QLineEdit& edit, const QString& text);

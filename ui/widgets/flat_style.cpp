@@ -41,6 +41,28 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     }
 }
 
+QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                SubControl part, const QWidget* widget) const
+{
+    const QRect place = QProxyStyle::subControlRect(control, option, part, widget);
+    if (control != CC_GroupBox || part != SC_GroupBoxLabel)
+        return place;
+    return {place.topLeft(), QSize(option->rect.width() - place.left(), place.height())};
+}
+
+void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const
+{
+    painter->save();
+    if (control == CC_GroupBox) {
+        QFont heading = painter->font();
+        heading.setBold(true);
+        painter->setFont(heading);
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    painter->restore();
+}
+
 void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                               QPainter* painter, const QWidget* widget) const
 {
