@@ -87,14 +87,13 @@ protected:
         session.state().settings.Contours = look.appearance != Appearance::Classic;
         useAppearance(look.appearance);
         session.ChangeLanguage(look.language);
-        window->resize(look.size);
-        QTest::qWait(30);
-        EXPECT_EQ(window->size(), look.size);
-        for (const QWidget* page : window->findChildren<QWidget*>())
-            if (page->minimumSizeHint().width() > look.size.width() - 20)
-                std::printf("%s %s %s %d\n", nameOf(look).toUtf8().data(), page->metaObject()->className(), page->objectName().toUtf8().data(), page->minimumSizeHint().width());
-        m_tiles.clear();
         auto* tabs = control<QTabWidget>("Main_SSTab");
+        tabs->setCurrentIndex(1);
+        QTest::qWait(30); // what the new fonts and texts need is known only then
+        window->resize(look.size);
+        QTest::qWait(10);
+        EXPECT_EQ(window->size(), look.size);
+        m_tiles.clear();
         for (int page = 0; page < tabs->count(); ++page) {
             tabs->setCurrentIndex(page);
             QTest::qWait(10);

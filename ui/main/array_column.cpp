@@ -141,7 +141,10 @@ void ArrayColumn::makeScroller()
     connect(spkDown_cmd, &QToolButton::clicked, this,
             [this] { VScroll1->setValue(VScroll1->value() + 1); });
     connect(VScroll1, &QScrollBar::valueChanged, this,
-            [this](int value) { m_area->verticalScrollBar()->setValue(value * rowHeight()); });
+            [this](int value) {
+                m_keepsEnd = m_keepsEnd && value == VScroll1->maximum();
+                m_area->verticalScrollBar()->setValue(value * rowHeight());
+            });
     connect(m_area->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int pixels) {
         const QSignalBlocker quiet(VScroll1);
         VScroll1->setValue((pixels + rowHeight() - 1) / rowHeight());
@@ -211,10 +214,25 @@ void ArrayColumn::updateWidth()
         m_area->setMinimumWidth(width);
 }
 
+void ArrayColumn::scrollToBottom()
+{
+    m_keepsEnd = true;
+    VScroll1->setValue(VScroll1->maximum());
+}
+
+void ArrayColumn::scrollToTop()
+{
+    m_keepsEnd = false;
+    VScroll1->setValue(VScroll1->minimum());
+}
+
 void ArrayColumn::updateScrollRange()
 {
     const int hidden = std::max(0, m_boxes->sizeHint().height() - m_area->viewport()->height());
+    const bool keepsEnd = m_keepsEnd;
     VScroll1->setRange(0, (hidden + rowHeight() - 1) / rowHeight());
+    if (keepsEnd)
+        VScroll1->setValue(VScroll1->maximum());
     for (QWidget* control : {static_cast<QWidget*>(VScroll1), static_cast<QWidget*>(spkUp_cmd),
                              static_cast<QWidget*>(spkDown_cmd)})
         control->setVisible(hidden > 0);

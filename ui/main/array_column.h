@@ -37,8 +37,9 @@ public:
     ArrayColumn(Editor& editor, QWidget* parent);
 
     void display();
-    void scrollToTop() { VScroll1->setValue(VScroll1->minimum()); }
-    void scrollToBottom() { VScroll1->setValue(VScroll1->maximum()); }
+    void scrollToTop();
+    /// And stays there until somebody scrolls.
+    void scrollToBottom();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -54,6 +55,7 @@ private:
     void displayPlaces();
 
     Editor& m_editor;
+    bool m_keepsEnd = false;
     QScrollArea* m_area;
     QWidget* m_boxes;
     QScrollBar* VScroll1;

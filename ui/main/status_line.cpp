@@ -2,9 +2,11 @@
 
 #include "widgets/controls.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
 
 namespace orva::ui {
 
@@ -63,16 +65,52 @@ StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
     part("lblStatusWeight", m_weight);
     part("lblStatusTilt", m_tilt);
     part("lblStatusData", m_data);
-    for (QLabel* label : {m_foh, m_spread, m_tilt}) // asked for most
-        label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     connect(&editor.session(), &Session::LanguageChanged, this, &StatusLine::refresh);
     connect(&editor, &Editor::levelsChosen, this, &StatusLine::refresh);
+}
+
+/// Where there is not room for all, the most important ones are whole.
+void StatusLine::arrange()
+{
+    const int gap = layout()->spacing();
+    int room = width() - layout()->contentsMargins().left() * 2;
+    if (!m_said->text().isEmpty())
+        room -= std::min(room / 4, m_said->sizeHint().width());
+    ElidedLabel* const byWeight[] = {m_foh, m_weight, m_spread, m_tilt, m_data};
+    for (const ElidedLabel* label : byWeight)
+        room -= label->isHidden() ? 0 : label->minimumSizeHint().width() + gap;
+    for (ElidedLabel* label : byWeight) {
+        if (label->isHidden())
+            continue;
+        const int least = label->minimumSizeHint().width();
+        const int more = std::clamp(label->sizeHint().width() - least, 0, std::max(0, room));
+        label->setFixedWidth(least + more);
+        room -= more;
+    }
+}
+
+QSize StatusLine::minimumSizeHint() const
+{
+    return {fontMetrics().horizontalAdvance("0") * 40, Page::minimumSizeHint().height()};
+}
+
+void StatusLine::resizeEvent(QResizeEvent* event)
+{
+    Page::resizeEvent(event);
+    arrange();
+}
+
+void StatusLine::changeEvent(QEvent* event)
+{
+    Page::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        arrange();
 }
 
 void StatusLine::say(const QString& text)
 {
     m_said->setText(text);
-    m_said->setMinimumWidth(text.isEmpty() ? 0 : fontMetrics().horizontalAdvance(text) / 2);
+    arrange();
 }
 
 void StatusLine::display()
@@ -94,6 +132,7 @@ void StatusLine::display()
     m_data->setText(qtText(texts.data));
     for (QLabel* label : {m_foh, m_spread, m_weight, m_tilt, m_data})
         label->setVisible(!label->text().isEmpty());
+    arrange();
     emit overloaded(qtText(texts.overload.value_or("")));
 }
 

@@ -45,8 +45,13 @@ signals:
 protected:
     bool concerns(const Shown&) const override { return true; }
     void display() override;
+    QSize minimumSizeHint() const override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void arrange();
+
     ElidedLabel* m_said;
     ElidedLabel* m_foh;
     ElidedLabel* m_spread;

@@ -185,6 +185,7 @@ void ViewPanel::arrange()
         m_columnWidth = fraSPLControls->minimumSizeHint().width();
     const bool below = width() - m_columnWidth - m_bottom->handleWidth() <
                        std::max(kNarrowestCurve, width() / 2);
+    updateGeometry();
     if (below == (m_bottom->orientation() == Qt::Vertical))
         return;
     m_bottom->setOrientation(below ? Qt::Vertical : Qt::Horizontal);
