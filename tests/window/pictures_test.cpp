@@ -90,9 +90,12 @@ protected:
         auto* tabs = control<QTabWidget>("Main_SSTab");
         tabs->setCurrentIndex(1);
         QTest::qWait(30); // what the new fonts and texts need is known only then
-        window->resize(look.size);
-        QTest::qWait(10);
-        EXPECT_EQ(window->size(), look.size);
+        const bool fits = QTest::qWaitFor([&] {
+            window->resize(look.size);
+            QTest::qWait(10);
+            return window->size() == look.size;
+        });
+        EXPECT_TRUE(fits) << "smallest width " << window->minimumSizeHint().width();
         m_tiles.clear();
         for (int page = 0; page < tabs->count(); ++page) {
             tabs->setCurrentIndex(page);

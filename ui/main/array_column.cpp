@@ -214,6 +214,16 @@ void ArrayColumn::updateWidth()
         m_area->setMinimumWidth(width);
 }
 
+void ArrayColumn::focusNextBox()
+{
+    const int boxes = m_editor.setup().total();
+    int next = 0;
+    for (int i = 0; i < boxes; ++i)
+        if (cmbType[static_cast<std::size_t>(i)]->hasFocus())
+            next = (i + 1) % boxes;
+    cmbType[static_cast<std::size_t>(next)]->setFocus(Qt::ShortcutFocusReason);
+}
+
 void ArrayColumn::scrollToBottom()
 {
     m_keepsEnd = true;

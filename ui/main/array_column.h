@@ -38,6 +38,7 @@ public:
 
     void display();
     void scrollToTop();
+    void focusNextBox();
     /// And stays there until somebody scrolls.
     void scrollToBottom();
 

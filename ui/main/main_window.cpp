@@ -5,6 +5,7 @@
 #include "main/rigging_page.h"
 #include "main/room_page.h"
 #include "main/sub_array_page.h"
+#include "shell/keys_dialog.h"
 #include "shell/options_dialog.h"
 #include "shell/pictures.h"
 #include "shell/small_dialogs.h"
@@ -22,6 +23,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTimer>
 
 namespace orva::ui {
@@ -55,15 +57,16 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
 
     auto* setup = new QWidget(this);
     auto* setupLayout = new QHBoxLayout(setup);
-    auto* setupPage = new SetupPage(m_editor, setup);
+    m_setupPage = new SetupPage(m_editor, setup);
     m_views = new ViewPanel(m_editor, setup);
-    setupLayout->addWidget(setupPage);
+    setupLayout->addWidget(m_setupPage);
     setupLayout->addWidget(m_views, 1);
     Main_SSTab->addTab(new RoomPage(m_editor, this), QString());
     Main_SSTab->addTab(setup, QString());
     Main_SSTab->addTab(new RiggingPage(m_editor, this), QString());
     Main_SSTab->addTab(new SubArrayPage(m_editor, this), QString());
-    Main_SSTab->setCornerWidget(logoPicture(this));
+    m_logo = logoPicture(this);
+    Main_SSTab->setCornerWidget(m_logo);
 
     m_map = new MapCalculator(m_editor, *m_views, this);
     m_commands = new ProjectCommands(m_editor, this);
@@ -82,7 +85,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
                 m_statusArgument = argument;
                 showStatus();
             });
-    connect(setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
+    connect(m_setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
     connect(m_views, &ViewPanel::optimizeAsked, this,
             [this] { OptimizeDialog::launch(m_editor, *m_views, this); });
     connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showTitle);
@@ -91,6 +94,14 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     showRecentFiles();
     setGeometry(screen()->availableGeometry());
     m_placedSize = size();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    constexpr int kShort = 720; // every row counts then
+    m_logo->setVisible(height() >= kShort &&
+                       Main_SSTab->tabBar()->sizeHint().width() + m_logo->width() < width());
 }
 
 void MainWindow::showEvent(QShowEvent* event)
@@ -137,7 +148,7 @@ QAction* MainWindow::command(QMenu* menu, const QString& name, Text text,
     action->setObjectName(name);
     action->setShortcut(keys);
     connect(action, &QAction::triggered, this, run);
-    m_actionTexts.push_back({action, text});
+    m_actionTexts.push_back({action, text, 0});
     return action;
 }
 
@@ -146,7 +157,7 @@ QMenu* MainWindow::submenu(QMenu* parent, const char* name, Text text)
     QMenu* menu = parent ? parent->addMenu(QString()) : menuBar()->addMenu(QString());
     menu->setObjectName(name);
     menu->menuAction()->setObjectName(name);
-    m_actionTexts.push_back({menu->menuAction(), text});
+    m_actionTexts.push_back({menu->menuAction(), text, 0});
     return menu;
 }
 
@@ -170,7 +181,9 @@ void MainWindow::makeMenus()
         file, "mnuOpen", Text::MenuOpen, [this] { m_commands->Open(); }, QKeySequence("Ctrl+O"));
     command(
         file, "mnuSave", Text::MenuSave, [this] { m_commands->Save(); }, QKeySequence("Ctrl+S"));
-    command(file, "mnuSaveAs", Text::MenuSaveAs, [this] { m_commands->SaveAs(); });
+    command(
+        file, "mnuSaveAs", Text::MenuSaveAs, [this] { m_commands->SaveAs(); },
+        QKeySequence("Ctrl+Shift+S"));
     separator(file, "mnuSep1");
     command(
         file, "mnuPrint", Text::MenuPrint, [this] { createPrintVersion(); },
@@ -179,34 +192,100 @@ void MainWindow::makeMenus()
     for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
         mnuMRU[i] = file->addAction(m_session.text(Text::RecentFiles));
         mnuMRU[i]->setObjectName(elementName("mnuMRU", static_cast<int>(i)));
+        mnuMRU[i]->setShortcut(QKeySequence(QString("Ctrl+Alt+%1").arg(i + 1)));
         connect(mnuMRU[i], &QAction::triggered, this,
                 [this, i] { m_commands->OpenRecent(m_commands->recentFiles().paths().at(i)); });
     }
     separator(file, "mnuSep2");
-    command(file, "mnuExit", Text::MenuExit, [this] { exit(); });
+    command(
+        file, "mnuExit", Text::MenuExit, [this] { exit(); }, QKeySequence("Ctrl+Q"));
 
     QMenu* tools = submenu(nullptr, "mnuTools", Text::MenuTools);
-    command(tools, "mnuLoadData", Text::MenuLoadData, [this] { m_commands->LoadData(); });
-    command(tools, "mnuPythCalc", Text::MenuCalculator, [this] { calculator(); });
+    command(
+        tools, "mnuLoadData", Text::MenuLoadData, [this] { m_commands->LoadData(); },
+        QKeySequence("Ctrl+I"));
+    command(
+        tools, "mnuPythCalc", Text::MenuCalculator, [this] { calculator(); },
+        QKeySequence("Ctrl+T"));
 
     QMenu* options = submenu(nullptr, "mnuOptions", Text::MenuOptions);
-    command(options, "mnuToolsChangeLanguage", Text::MenuLanguage,
-            [this] { LanguageDialog::ShowDialog(m_session, false, this); });
+    command(
+        options, "mnuToolsChangeLanguage", Text::MenuLanguage,
+        [this] { LanguageDialog::ShowDialog(m_session, false, this); }, QKeySequence("Ctrl+L"));
     command(
         options, "mnuFont", Text::DisplayFont, [this] { displayFont(); }, QKeySequence("Ctrl+F"));
-    command(options, "mnuGenOptions", Text::GeneralOptions, [this] { generalOptions(); });
+    command(
+        options, "mnuGenOptions", Text::GeneralOptions, [this] { generalOptions(); },
+        QKeySequence("Ctrl+,"));
 
     QMenu* help = submenu(nullptr, "mnuHelp", Text::MenuHelp);
     command(
         help, "mnuCallHelp", Text::MenuCallHelp, [this] { m_commands->Help(); },
         QKeySequence("F1"));
-    command(help, "mnuAbout", Text::MenuAbout, [this] { AboutDialog(m_session, this).exec(); });
+    command(
+        help, "mnuKeys", Text::MenuKeys, [this] { KeysDialog(m_session, *this).exec(); },
+        QKeySequence("Ctrl+F1"));
+    command(
+        help, "mnuAbout", Text::MenuAbout, [this] { AboutDialog(m_session, this).exec(); },
+        QKeySequence("Shift+F1"));
+    makeKeys();
+}
+
+/// Commands that have no place in a menu: buttons and places of the window.
+void MainWindow::makeKeys()
+{
+    const auto key = [this](const QString& name, Text text, const char* keys,
+                            const std::function<void()>& run, int number = 0) {
+        auto* action = new QAction(this);
+        action->setObjectName(name);
+        action->setShortcut(QKeySequence(keys));
+        connect(action, &QAction::triggered, this, run);
+        addAction(action);
+        m_actionTexts.push_back({action, text, number});
+    };
+    const auto press = [this](const char* button) {
+        return [this, button] {
+            Main_SSTab->setCurrentIndex(SetupTab);
+            findChild<QAbstractButton*>(button)->click();
+        };
+    };
+    key("keyCalculate", Text::KeyCalculate, "F5", press("CalcBand_cmd"));
+    key("keyCalculateAll", Text::KeyCalculateAll, "Shift+F5", press("CalcAll_cmd"));
+    key("keyOptimize", Text::KeyOptimize, "F6", press("Optimize_cmd"));
+    key("keyAim", Text::KeyAim, "F7", press("cmdAuto"));
+    key("keyLock", Text::KeyLock, "F8", press("Lock_chk"));
+    key("keyNextArea", Text::KeyNextArea, "F3", [this] { selectNextArea(); });
+    key("keyNextBox", Text::KeyNextBox, "F4", [this] {
+        Main_SSTab->setCurrentIndex(SetupTab);
+        m_setupPage->focusNextBox();
+    });
+    for (int area = 1; area <= Room::kAreas; ++area)
+        key(
+            elementName("keyArea", area), Text::KeySelectArea,
+            QString("Ctrl+%1").arg(area).toUtf8(),
+            [this, area] {
+                if (area <= m_editor.room().GIGetNumAreas())
+                    m_editor.selectArea(area);
+            },
+            area);
+    constexpr Text kPages[] = {Text::LocationPage, Text::SetupPage, Text::RiggingPage,
+                               Text::SubArrayPage};
+    for (int page = RoomTab; page <= SubArrayTab; ++page)
+        key(elementName("keyPage", page), kPages[page],
+            QString("Alt+%1").arg(page + 1).toUtf8(),
+            [this, page] { Main_SSTab->setCurrentIndex(page); });
+}
+
+void MainWindow::selectNextArea()
+{
+    const int areas = m_editor.room().GIGetNumAreas();
+    m_editor.selectArea(m_editor.view().SelectedArea % areas + 1);
 }
 
 void MainWindow::showTexts()
 {
     for (const ActionText& shown : m_actionTexts)
-        shown.action->setText(m_session.text(shown.text));
+        shown.action->setText(m_session.text(shown.text).replace("%1", QString::number(shown.number)));
     const Text pages[] = {Text::LocationPage, Text::SetupPage, Text::RiggingPage,
                           Text::SubArrayPage};
     for (int page = RoomTab; page <= SubArrayTab; ++page)

@@ -28,11 +28,14 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     enum Page { RoomTab, SetupTab, RiggingTab, SubArrayTab };
 
     void makeMenus();
+    void makeKeys();
+    void selectNextArea();
     QAction* command(QMenu* menu, const QString& name, Text text, const std::function<void()>& run,
                      const QKeySequence& keys = {});
     QMenu* submenu(QMenu* parent, const char* name, Text text);
@@ -53,6 +56,8 @@ private:
     Session& m_session;
     Editor m_editor;
     QTabWidget* Main_SSTab;
+    QWidget* m_logo;
+    SetupPage* m_setupPage;
     ViewPanel* m_views;
     MapCalculator* m_map;
     ProjectCommands* m_commands;
@@ -65,6 +70,7 @@ private:
     struct ActionText {
         QAction* action;
         Text text;
+        int number; ///< in the text
     };
     std::vector<ActionText> m_actionTexts;
     std::array<QAction*, RecentFiles::kMost> mnuMRU;

@@ -20,6 +20,9 @@ class SetupPage final : public Page {
 public:
     SetupPage(Editor& editor, QWidget* parent);
 
+    /// From box to box, round again after the last.
+    void focusNextBox() { m_column->focusNextBox(); }
+
 signals:
     void autoAimAsked();
 

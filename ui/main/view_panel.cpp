@@ -7,7 +7,6 @@
 #include <QButtonGroup>
 #include <QEvent>
 #include <QGridLayout>
-#include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <algorithm>
@@ -54,13 +53,6 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
 
     connect(&editor, &Editor::areaSelected, AreaSpl_pbx, &DrawingWidget::redraw);
     connect(&editor.session(), &Session::LanguageChanged, this, &ViewPanel::showTexts);
-    for (int number = 1; number <= Room::kAreas; ++number) {
-        auto* shortcut = new QShortcut(QKeySequence(QString("Ctrl+%1").arg(number)), this);
-        connect(shortcut, &QShortcut::activated, this, [this, number] {
-            if (number <= m_editor.room().GIGetNumAreas())
-                m_editor.selectArea(number);
-        });
-    }
     showTexts();
 }
 
