@@ -254,8 +254,9 @@ private:
                 }));
                 const SummedMap map =
                     *CalcSummedSPL(cache, m_state.speakerData.BandLevel, grid, kAllBands, 1, {});
-                draw.push_back(
-                    secondsOf([&] { RenderSPLMap(surface, state.project.room, grid, map, {{}, map.max, {}}); }));
+                draw.push_back(secondsOf([&] {
+                    RenderSPLMap(surface, state.project.room, grid, map, {{}, map.max, {}});
+                }));
             }
         });
         return {"draw-map",

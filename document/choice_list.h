@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace orva {
@@ -15,7 +16,11 @@ struct Choice {
     /// A number as it reads.
     static Choice number(int value);
 
-    auto operator<=>(const Choice&) const = default;
+    friend bool operator==(const Choice&, const Choice&) = default;
+    friend bool operator<(const Choice& a, const Choice& b)
+    {
+        return std::tie(a.text, a.value, a.known) < std::tie(b.text, b.value, b.known);
+    }
 };
 
 /// A drop-down list of the window. An invalid one is shown red.

@@ -24,8 +24,8 @@ Point crossing(const Corners& corners, std::size_t side, double level)
 {
     constexpr std::array<Point, 4> kStart = {{{0, 0}, {1, 0}, {1, 1}, {0, 1}}};
     const std::size_t next = (side + 1) % 4;
-    const double part = (level - corners[side]) /
-                        (static_cast<double>(corners[next]) - corners[side]);
+    const double part =
+        (level - corners[side]) / (static_cast<double>(corners[next]) - corners[side]);
     return {kStart[side].x + part * (kStart[next].x - kStart[side].x),
             kStart[side].y + part * (kStart[next].y - kStart[side].y)};
 }
@@ -56,16 +56,16 @@ struct Thinned {
 Thinned thinned(const MapGrid& grid, const SummedMap& map, double pixel)
 {
     const double smallest = std::min(grid.CellW, grid.CellH);
-    const int stride = std::max(1, static_cast<int>(std::lround(kPixelsPerSquare * pixel /
-                                                                smallest)));
+    const int stride =
+        std::max(1, static_cast<int>(std::lround(kPixelsPerSquare * pixel / smallest)));
     Thinned thin{{}, (grid.columns - 1) / stride + 1, (grid.rows - 1) / stride + 1, stride};
     thin.levels.reserve(static_cast<std::size_t>(thin.columns) *
                         static_cast<std::size_t>(thin.rows));
     for (int row = 0; row < grid.rows; row += stride)
         for (int column = 0; column < grid.columns; column += stride)
-            thin.levels.push_back(map.levels[static_cast<std::size_t>(row) *
-                                                 static_cast<std::size_t>(grid.columns) +
-                                             static_cast<std::size_t>(column)]);
+            thin.levels.push_back(
+                map.levels[static_cast<std::size_t>(row) * static_cast<std::size_t>(grid.columns) +
+                           static_cast<std::size_t>(column)]);
     return thin;
 }
 

@@ -89,8 +89,8 @@ bool LabelPlaces::reserve(Point middle, std::string text)
 void LabelPlaces::printReserved()
 {
     for (const auto& [box, text] : m_reserved) {
-        m_surface.fillRectangle(
-            box.corner, {box.corner.x + box.size.x, box.corner.y + box.size.y}, Role::Canvas);
+        m_surface.fillRectangle(box.corner, {box.corner.x + box.size.x, box.corner.y + box.size.y},
+                                Role::Canvas);
         m_surface.print(box.corner, text);
     }
     m_reserved.clear();

@@ -45,7 +45,7 @@ LevelColours::LevelColours(const MapStyle& style, float largestDb,
     m_startDb = m_roundAudience ? *audienceMeanDb - kBelowMeanDb : given.startDb;
     m_spanDb = m_roundAudience ? kBelowMeanDb + kAboveMeanDb : given.spanDb;
     m_repeats = style.colours == MapColours::Classic && !m_roundAudience;
-    m_colours = m_repeats                             ? &hues()
+    m_colours = m_repeats                              ? &hues()
                 : style.colours == MapColours::Classic ? &risingHues()
                                                        : &evenColours();
     m_stepsPerDb = (m_repeats ? -256.0F : 256.0F) / m_spanDb;

@@ -21,11 +21,10 @@ std::string spreadText(const StatusFacts& facts)
 {
     std::string text;
     for (std::size_t i = 0; i < facts.areas.size(); ++i) {
-        const Message area =
-            facts.areas[i]
-                ? Message(Text::StatusArea, {fixedText(facts.areas[i]->mean, 1),
-                                             fixedText(facts.areas[i]->spread, 1)})
-                : Message(Text::StatusAreaSilent);
+        const Message area = facts.areas[i]
+                                 ? Message(Text::StatusArea, {fixedText(facts.areas[i]->mean, 1),
+                                                              fixedText(facts.areas[i]->spread, 1)})
+                                 : Message(Text::StatusAreaSilent);
         text += (i > 0 ? "  " : "") + area.text(facts.text.language);
     }
     return Message(Text::StatusAreas, {text}).text(facts.text.language);
@@ -42,8 +41,7 @@ double lowestEdge(const Project& project)
 Message heightMessage(const StatusFacts& facts)
 {
     const double height = lowestEdge(facts.project);
-    const std::string figure =
-        fixedText(std::abs(height) * facts.text.lengthFactor(), 2);
+    const std::string figure = fixedText(std::abs(height) * facts.text.lengthFactor(), 2);
     return Message(height < 0 ? Text::StatusBelowFloor : Text::StatusHeight,
                    {figure, std::string(lengthUnit(facts.text))});
 }
@@ -62,8 +60,7 @@ Message tiltMessage(const LineArray& array)
 
 std::string airText(const StatusFacts& facts)
 {
-    const double shown =
-        facts.celsius ? facts.temperatureC : facts.temperatureC * 1.8 + 32;
+    const double shown = facts.celsius ? facts.temperatureC : facts.temperatureC * 1.8 + 32;
     const std::string degrees = plainText(shown, 1) + (facts.celsius ? " °C" : " °F");
     return Message(Text::StatusAir, {degrees, plainText(kHumidityPercent, 0)})
         .text(facts.text.language);
@@ -91,8 +88,8 @@ StatusTexts statusTexts(const StatusFacts& facts)
     const LineArray& array = facts.project.array;
     const std::string total = plainText(array.totalWeightKg(), 1);
     const std::string allowed = plainText(array.system().maxWeightKg, 0);
-    texts.weight = text(Message(Text::StatusWeight, {total, allowed})) + ", " +
-                   text(heightMessage(facts));
+    texts.weight =
+        text(Message(Text::StatusWeight, {total, allowed})) + ", " + text(heightMessage(facts));
     texts.wrong = array.overloaded() || lowestEdge(facts.project) < 0;
     if (array.overloaded())
         texts.overload = text(Message(Text::StatusOverload, {total, allowed}));

@@ -30,8 +30,8 @@ struct StatusTexts {
     std::string spread;
     std::string weight; ///< and the height of the lowest edge
     std::string tilt;
-    std::string data; ///< air and loudspeaker data
-    bool wrong = false;              ///< too heavy, or below the floor
+    std::string data;                    ///< air and loudspeaker data
+    bool wrong = false;                  ///< too heavy, or below the floor
     std::optional<std::string> overload; ///< a sentence
 };
 

@@ -31,7 +31,7 @@ struct Settings {
     orva::Appearance Appearance = orva::Appearance::Classic;
     orva::MapColours MapColours = orva::MapColours::Classic;
     orva::MapRange MapRange = orva::MapRange::Given;
-    bool Contours = false; ///< lines of equal level in the map
+    bool Contours = false;      ///< lines of equal level in the map
     std::int16_t newSystem = 0; ///< of the next new project; stored as "NewCompact"
 
     friend bool operator==(const Settings&, const Settings&) = default;

@@ -14,8 +14,22 @@ namespace {
 /// Every field away from its default.
 Settings changed()
 {
-    return {false, false, 0, 0.328F, 1, -12.5F, false, 16.4F, 1.64F, 3.28F, false,
-            Appearance::Dark, MapColours::Even, MapRange::Audience, true, true};
+    return {false,
+            false,
+            0,
+            0.328F,
+            1,
+            -12.5F,
+            false,
+            16.4F,
+            1.64F,
+            3.28F,
+            false,
+            Appearance::Dark,
+            MapColours::Even,
+            MapRange::Audience,
+            true,
+            true};
 }
 
 TEST(Settings, FirstStartAndWayThroughTheStore)

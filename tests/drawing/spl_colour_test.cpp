@@ -26,8 +26,14 @@ TEST(SplColour, BothEndsOfARangeAreRedAndHuesFallInBetween)
 {
     const std::tuple<float, float, int> cases[] = {
         // largest level, level, hue
-        {50, 50, 0},        {50, 120, 0},     {50, 50.5F, 255}, {50, 85, 128},
-        {50, 119.9F, 1},    {49.9F, -75, 0},  {49.9F, 5, 0},    {49.9F, -35, 128},
+        {50, 50, 0},
+        {50, 120, 0},
+        {50, 50.5F, 255},
+        {50, 85, 128},
+        {50, 119.9F, 1},
+        {49.9F, -75, 0},
+        {49.9F, 5, 0},
+        {49.9F, -35, 128},
         {49.9F, -115, 128}, // repeats outside
         {49.9F, -std::numeric_limits<float>::infinity(), 0}};
     for (const auto& [largest, level, hue] : cases)

@@ -151,7 +151,7 @@ TEST_F(MapOfNewProject, EachCellAndBandIsCalculatedOnce)
     counting.evaluations = 0;
     EXPECT_FALSE(CalcRawSPL(
         counting, project.array, grid, {0, 1}, 1, [](int done, int) { return done < 4; }, cache));
-    EXPECT_EQ(counting.evaluations, 2U * 4 * static_cast<std::size_t>(grid.columns) * 12);
+    EXPECT_EQ(counting.evaluations, 2 * static_cast<std::size_t>(grid.columns) * 4 * 12);
 }
 
 TEST_F(MapOfNewProject, RowsOfAnyLengthToTheirLastCell)

@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace orva;
     auto loaded = readProject(std::as_bytes(std::span(data, size)), "fuzz.lad");
     if (!loaded) {
-        require(!loaded.error().what.empty() && !loaded.error().where.empty());
+        require(!loaded.error().what.text().empty() && !loaded.error().where.empty());
         return 0;
     }
     Project& project = loaded->project;
@@ -29,8 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     LineArray& array = project.array;
     const bool calculable = !array.fault();
-    require(calculable ==
-            (array.GIGetNumSpeakers() + array.GIGetNumBass() <= LineArray::kPositions));
+    const int boxes = array.GIGetNumSpeakers() + array.GIGetNumBass();
+    require(calculable == (!array.angleFault() && boxes <= LineArray::kPositions));
     const FloatPair center = array.GFACalcCOM();
     require(std::isfinite(center[0]) && std::isfinite(center[1]));
     (void)array.GFAGetOriginPTSandAng(true);

@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const auto read = readPart(text, "fuzz.json");
     if (!read) {
-        if (read.error().what.empty() || read.error().where != "fuzz.json")
+        if (read.error().what.text().empty() || read.error().where != "fuzz.json")
             std::abort();
         return 0;
     }

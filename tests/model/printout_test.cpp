@@ -105,29 +105,30 @@ TEST(Printout, TellsTheWeightAgainstTheLimit)
 TEST(Printout, WholeSheets)
 {
     // Weights and height by hand from the dimensions; the pin is the one whose angle comes closest.
-    EXPECT_EQ(
-        arrayOf({0, {2, 0, 1, 1}, true, -25, {1, 2, 4}}).GSGetPrintout({}),
-        lines({"Note: You are using the cluster in an uptilt arrangement!",
-               "This will require a strap or chainhoist between the upper and lower Rigging Frame "
-               "if you want to pick the cluster on the lower Rigging Frame with a second motor!",
-               "",
-               "Pick Point position : x:1   y: 7.5m\tPin Point : 3",
-               "Cradle Angle              : 2.5°",
-               "Straight Weight          : 30.2kg ",
-               "Trapezoidal Weight : 59.4kg ",
-               "Bass Weight               : 41kg ",
-               "Cable Weight              : 6kg ",
-               "Rigging Frame Weight : 33kg",
-               "Total Weight          : 169.6kg ",
-               "Height : 1.37m",
-               "",
-               " Box 1\tVM 415 F Bass",
-               "\t\t            Angle : 1.5°",
-               " Box 2\tVM 412 S Straight",
-               "\t\t            Angle : 3°",
-               " Box 3\tVM 412 T Trapezoidal",
-               "\t\t            Angle : 6°",
-               " Box 4\tVM 412 T Trapezoidal"}));
+    const char* const strap =
+        "This will require a strap or chainhoist between the upper and lower Rigging Frame "
+        "if you want to pick the cluster on the lower Rigging Frame with a second motor!";
+    EXPECT_EQ(arrayOf({0, {2, 0, 1, 1}, true, -25, {1, 2, 4}}).GSGetPrintout({}),
+              lines({"Note: You are using the cluster in an uptilt arrangement!",
+                     strap,
+                     "",
+                     "Pick Point position : x:1   y: 7.5m\tPin Point : 3",
+                     "Cradle Angle              : 2.5°",
+                     "Straight Weight          : 30.2kg ",
+                     "Trapezoidal Weight : 59.4kg ",
+                     "Bass Weight               : 41kg ",
+                     "Cable Weight              : 6kg ",
+                     "Rigging Frame Weight : 33kg",
+                     "Total Weight          : 169.6kg ",
+                     "Height : 1.37m",
+                     "",
+                     " Box 1\tVM 415 F Bass",
+                     "\t\t            Angle : 1.5°",
+                     " Box 2\tVM 412 S Straight",
+                     "\t\t            Angle : 3°",
+                     " Box 3\tVM 412 T Trapezoidal",
+                     "\t\t            Angle : 6°",
+                     " Box 4\tVM 412 T Trapezoidal"}));
     EXPECT_EQ(arrayOf({1, {1, 0, 0}, true, 6, {0, 5}, true}).GSGetPrintout({}),
               lines({"Pick Point position : x:1   y: 7.5m\tPin Point : 7",
                      "Cradle Angle             : -10.84°", "Compact Weight : 36.6kg ",

@@ -112,8 +112,8 @@ protected:
         AboutDialog about(session, window.get());
         CalculatorWindow calculator(session, window.get());
         SystemDialog system(session, window.get());
-        for (QWidget* dialog : std::initializer_list<QWidget*>{&options, &about, &calculator,
-                                                               &system}) {
+        for (QWidget* dialog :
+             std::initializer_list<QWidget*>{&options, &about, &calculator, &system}) {
             dialog->show();
             QTest::qWait(10);
             take(*dialog);
@@ -149,8 +149,7 @@ private:
             painter.drawPixmap(i % kColumns * tile.width(), i / kColumns * tile.height(), picture);
         }
         painter.end();
-        sheet.save(folder + "/" + name +
-                   QString("-ratio%1.png").arg(window->devicePixelRatioF()));
+        sheet.save(folder + "/" + name + QString("-ratio%1.png").arg(window->devicePixelRatioF()));
     }
 
     const QFont m_font = QApplication::font();
@@ -166,9 +165,9 @@ TEST_F(Pictures, NoTextIsCut)
          {Appearance::Classic, Appearance::Light, Appearance::Dark, Appearance::Desktop})
         for (const std::int32_t language : {1033, 1031})
             for (const auto& [size, font] : sizes) {
-                const bool few = (appearance == Appearance::Classic ||
-                                  appearance == Appearance::Dark) &&
-                                 (size.width() == 1024 || font > 1);
+                const bool few =
+                    (appearance == Appearance::Classic || appearance == Appearance::Dark) &&
+                    (size.width() == 1024 || font > 1);
                 if (all || few)
                     look({appearance, language, size, font});
             }

@@ -140,11 +140,10 @@ void ArrayColumn::makeScroller()
             [this] { VScroll1->setValue(VScroll1->value() - 1); });
     connect(spkDown_cmd, &QToolButton::clicked, this,
             [this] { VScroll1->setValue(VScroll1->value() + 1); });
-    connect(VScroll1, &QScrollBar::valueChanged, this,
-            [this](int value) {
-                m_keepsEnd = m_keepsEnd && value == VScroll1->maximum();
-                m_area->verticalScrollBar()->setValue(value * rowHeight());
-            });
+    connect(VScroll1, &QScrollBar::valueChanged, this, [this](int value) {
+        m_keepsEnd = m_keepsEnd && value == VScroll1->maximum();
+        m_area->verticalScrollBar()->setValue(value * rowHeight());
+    });
     connect(m_area->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int pixels) {
         const QSignalBlocker quiet(VScroll1);
         VScroll1->setValue((pixels + rowHeight() - 1) / rowHeight());
@@ -175,8 +174,7 @@ void ArrayColumn::display()
         cmbAngle[i]->setVisible(joint);
         cmbAngle[i]->setEnabled(enabled);
         if (joint)
-            showList(*cmbAngle[i], setup.cmbAngle[i],
-                     m_editor.session().text(Text::InvalidAngle));
+            showList(*cmbAngle[i], setup.cmbAngle[i], m_editor.session().text(Text::InvalidAngle));
     }
     displayPlaces();
     updateWidth();
@@ -196,10 +194,9 @@ void ArrayColumn::displayPlaces()
         m_tilts[i]->setVisible(used);
         const std::optional<BoxKind> kind = setup.kindAt(static_cast<int>(i));
         m_pictures[i]->show(kind ? &boxes.shape(*kind) : nullptr, boxes.topFront);
-        m_tilts[i]->setText(i < axes.size()
-                                ? qtText(fixedText(axes[i].angleDeg, 1)) +
-                                      m_editor.session().text(Text::Degrees)
-                                : QString());
+        m_tilts[i]->setText(i < axes.size() ? qtText(fixedText(axes[i].angleDeg, 1)) +
+                                                  m_editor.session().text(Text::Degrees)
+                                            : QString());
         m_tilts[i]->setToolTip(m_editor.session().text(Text::TiltTip).arg(i + 1));
     }
     lblFloor->setVisible(setup.stacked);

@@ -271,8 +271,7 @@ void MainWindow::makeKeys()
     constexpr Text kPages[] = {Text::LocationPage, Text::SetupPage, Text::RiggingPage,
                                Text::SubArrayPage};
     for (int page = RoomTab; page <= SubArrayTab; ++page)
-        key(elementName("keyPage", page), kPages[page],
-            QString("Alt+%1").arg(page + 1).toUtf8(),
+        key(elementName("keyPage", page), kPages[page], QString("Alt+%1").arg(page + 1).toUtf8(),
             [this, page] { Main_SSTab->setCurrentIndex(page); });
 }
 
@@ -285,7 +284,8 @@ void MainWindow::selectNextArea()
 void MainWindow::showTexts()
 {
     for (const ActionText& shown : m_actionTexts)
-        shown.action->setText(m_session.text(shown.text).replace("%1", QString::number(shown.number)));
+        shown.action->setText(
+            m_session.text(shown.text).replace("%1", QString::number(shown.number)));
     const Text pages[] = {Text::LocationPage, Text::SetupPage, Text::RiggingPage,
                           Text::SubArrayPage};
     for (int page = RoomTab; page <= SubArrayTab; ++page)

@@ -1,9 +1,9 @@
 #include "main/optimize_dialog.h"
 
 #include "drawing/array_drawing.h"
-#include "widgets/control_texts.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
+#include "widgets/control_texts.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>

@@ -26,8 +26,8 @@ private:
     QString m_what;
 };
 
-/// The figures of the status bar: level at the FOH, mean and spread of the areas, weight and height,
-/// tilt, air and data.
+/// The figures of the status bar: level at the FOH, mean and spread of the areas, weight and
+/// height, tilt, air and data.
 class StatusLine final : public Page {
     Q_OBJECT
 public:

@@ -175,8 +175,8 @@ void ViewPanel::arrange()
 {
     if (m_bottom->orientation() == Qt::Horizontal)
         m_columnWidth = fraSPLControls->minimumSizeHint().width();
-    const bool below = width() - m_columnWidth - m_bottom->handleWidth() <
-                       std::max(kNarrowestCurve, width() / 2);
+    const bool below =
+        width() - m_columnWidth - m_bottom->handleWidth() < std::max(kNarrowestCurve, width() / 2);
     updateGeometry();
     if (below == (m_bottom->orientation() == Qt::Vertical))
         return;

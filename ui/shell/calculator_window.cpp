@@ -3,9 +3,9 @@
 #include "document/room_form.h"
 #include "drawing/triangle_drawing.h"
 #include "engine/triangle.h"
-#include "widgets/control_texts.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
+#include "widgets/control_texts.h"
 
 #include <QGridLayout>
 #include <cmath>

@@ -186,9 +186,8 @@ QComboBox* OptionsDialog::list(const char* name, QGroupBox* frame,
 QGroupBox* OptionsDialog::appearanceFrame()
 {
     fraAppearance = named<QGroupBox>("fraAppearance", this);
-    cmbAppearance = list("cmbAppearance", fraAppearance, [this](int index) {
-        m_form.appearance = static_cast<Appearance>(index);
-    });
+    cmbAppearance = list("cmbAppearance", fraAppearance,
+                         [this](int index) { m_form.appearance = static_cast<Appearance>(index); });
     auto* layout = new QVBoxLayout(fraAppearance);
     layout->addWidget(cmbAppearance);
     layout->addStretch();
@@ -198,9 +197,8 @@ QGroupBox* OptionsDialog::appearanceFrame()
 QGroupBox* OptionsDialog::mapColoursFrame()
 {
     fraMapColours = named<QGroupBox>("fraMapColours", this);
-    cmbMapColours = list("cmbMapColours", fraMapColours, [this](int index) {
-        m_form.mapColours = static_cast<MapColours>(index);
-    });
+    cmbMapColours = list("cmbMapColours", fraMapColours,
+                         [this](int index) { m_form.mapColours = static_cast<MapColours>(index); });
     cmbMapRange = list("cmbMapRange", fraMapColours,
                        [this](int index) { m_form.mapRange = static_cast<MapRange>(index); });
     lblMapColours = named<QLabel>("lblMapColours", fraMapColours);

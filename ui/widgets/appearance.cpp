@@ -63,8 +63,8 @@ constexpr Flat kDark = {0x272C32, 0x1E2226, 0x39414A, 0xE6EAEE, 0x98A1AB,
 QPalette flatPalette(const Flat& flat)
 {
     QPalette palette(QColor(flat.button), QColor(flat.window));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                            QPalette::ToolTipText})
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, QColor(flat.text));
     palette.setColor(QPalette::Base, QColor(flat.base));
     palette.setColor(QPalette::AlternateBase, QColor(flat.window));

@@ -8,8 +8,9 @@
 
 namespace orva::ui {
 
-/// Where something is drawn: in the colours of the appearance, sharp at any device pixel ratio, drawn anew when it is
-/// resized. What is drawn is kept; painting only shows it, calculates nothing and changes nothing.
+/// Where something is drawn: in the colours of the appearance, sharp at any device pixel ratio,
+/// drawn anew when it is resized. What is drawn is kept; painting only shows it, calculates nothing
+/// and changes nothing.
 class DrawingWidget final : public QWidget {
     Q_OBJECT
 public:
