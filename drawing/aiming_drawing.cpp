@@ -4,6 +4,7 @@
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
+#include <algorithm>
 #include <string>
 
 namespace orva {
@@ -19,6 +20,28 @@ std::string labelOf(const AimingLine& line, const BassBoxView& bassBox, double s
     return fixedText(line.lengthM * options.text.lengthFactor(), 0) +
            (options.text.Units_Meters ? "m   " : "ft  ") +
            fixedText(travelTimeMs(line.lengthM, speedOfSound), 0) + ms;
+}
+
+/// What the colours of the lines say, in the lower left corner.
+void drawLegend(DrawingSurface& surface, std::span<const AimingLine> lines,
+                const DrawingOptions& options)
+{
+    const ScaleKeeper keeper(surface);
+    ResetScale(surface);
+    const double height = surface.textSize("0").y;
+    double y = surface.pixelHeight() - height - 4;
+    const auto entry = [&](bool meets, Role role, Text id) {
+        const bool drawn = std::any_of(lines.begin(), lines.end(), [&](const AimingLine& line) {
+            return line.meetsArea == meets;
+        });
+        if (!drawn)
+            return;
+        surface.line({6, y + height / 2}, {26, y + height / 2}, role, 2);
+        surface.print({32, y}, MlGetString(options.text.language, id), role);
+        y -= height;
+    };
+    entry(false, Role::Miss, Text::AimToNone);
+    entry(true, Role::Aim, Text::AimToArea);
 }
 
 } // namespace
@@ -46,6 +69,7 @@ void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
     for (const AimingLine& line : lines)
         if (line.meetsArea)
             labels.print(drawn(line.to), labelOf(line, bassBox, speedOfSound, options));
+    drawLegend(surface, lines, options);
     if (bassBox.used) {
         const Point foot = drawn({bassBox.place[0], bassBox.place[1]});
         surface.rectangle({foot.x - 0.4, foot.y - 1.1}, foot, Role::Array);

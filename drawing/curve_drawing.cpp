@@ -136,9 +136,12 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
         drawRuns(surface, curve.levels, curve.colour, curve.width, [&](std::size_t i, float level) {
             return Point{2.0 * static_cast<double>(i), -(level - levels.bottomDb)};
         });
-    if (picture.baseline)
+    if (picture.baseline) {
         surface.line({0, 0}, {end, 0}, Role::FitLine, 2);
-    else if (picture.fitLine)
+        const std::string name(MlGetString(options.text.language, Text::BaselineName));
+        const Point size = surface.textSize(name);
+        surface.print({end - size.x, -1.1 * size.y}, name, Role::FitLine);
+    } else if (picture.fitLine)
         surface.line(picture.pointAt(picture.fitLine->first, surface.pixelWidth()),
                      picture.pointAt(picture.fitLine->second, surface.pixelWidth()), Role::FitLine,
                      2);

@@ -30,12 +30,12 @@ std::string spreadText(const StatusFacts& facts)
     return Message(Text::StatusAreas, {text}).text(facts.text.language);
 }
 
-/// Metres from the floor up to the lowest edge of frame and boxes.
+/// Metres from the floor up to the lowest edge of a flown array, or to where a stack stands.
 double lowestEdge(const Project& project)
 {
-    const std::array<float, 4> bounds = project.array.GFAGetBounds(); // y down
-    return project.array.GFAGetCradleCoord()[1] -
-           static_cast<double>(std::max(bounds[1], bounds[3])) + project.room.reference().y;
+    const LineArray& array = project.array;
+    const double place = array.GFAGetCradleCoord()[1] + project.room.reference().y;
+    return array.GBGetMounting() ? place - array.GFAGetBounds()[1] : place;
 }
 
 Message heightMessage(const StatusFacts& facts)

@@ -265,10 +265,11 @@ TEST(AimingDrawing, LinesEndBlueWithFiguresThatNeverOverlap)
     LabelPlaces labels(surface);
     DrawAimingLines(surface, lines, {true, {1, 0}, false}, 344, {}, labels);
     const auto blue = surface.all("line", kBlue);
-    ASSERT_EQ(blue.size(), 3U);
+    ASSERT_EQ(blue.size(), 4U) << "the last one in the legend";
     expectAt(blue[2].points[1], 120, -5);
     const auto texts = surface.texts();
-    EXPECT_EQ(texts, (std::vector<std::string>{"10m   29ms", "10m   29ms"}))
+    EXPECT_EQ(texts, (std::vector<std::string>{"10m   29ms", "10m   29ms", "aims at no area",
+                                               "aims at an area"}))
         << "the third one ends far beside the picture";
     expectAt(surface.all("rectangle", kBlack).at(0).points[0], 0.6, -1.1);
 
