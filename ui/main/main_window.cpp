@@ -9,6 +9,7 @@
 #include "shell/options_dialog.h"
 #include "shell/pictures.h"
 #include "shell/small_dialogs.h"
+#include "widgets/accessible_list.h"
 #include "widgets/appearance.h"
 #include "widgets/control_texts.h"
 #include "widgets/controls.h"
@@ -20,6 +21,7 @@
 #include <QFontDialog>
 #include <QMenuBar>
 #include <QScreen>
+#include <QSet>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
@@ -32,10 +34,26 @@ namespace {
 
 constexpr int kWidestPath = 480; ///< pixels in the menu
 
+/// Of two commands of a menu with the same letter the second one goes without: it has a key.
+void partLetters(const QMenu& menu)
+{
+    QSet<QChar> taken;
+    for (QAction* action : menu.actions()) {
+        const qsizetype at = action->text().indexOf('&');
+        if (at < 0 || at + 1 >= action->text().size())
+            continue;
+        const QChar letter = action->text()[at + 1].toLower();
+        if (letter != '&' && taken.contains(letter))
+            action->setText(action->text().remove(at, 1));
+        taken.insert(letter);
+    }
+}
+
 } // namespace
 
 MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
 {
+    nameAccessibleLists();
     setObjectName("frmMain");
     setWindowIcon(programIcon());
     Main_SSTab = named<QTabWidget>("Main_SSTab", this);
@@ -286,6 +304,8 @@ void MainWindow::showTexts()
     for (const ActionText& shown : m_actionTexts)
         shown.action->setText(
             m_session.text(shown.text).replace("%1", QString::number(shown.number)));
+    for (const QMenu* menu : menuBar()->findChildren<QMenu*>())
+        partLetters(*menu);
     const Text pages[] = {Text::LocationPage, Text::SetupPage, Text::RiggingPage,
                           Text::SubArrayPage};
     for (int page = RoomTab; page <= SubArrayTab; ++page)

@@ -42,6 +42,7 @@ void cancelByEsc(QLineEdit& edit, const std::function<void()>& cancel);
 
 /// A list that the wheel changes only while it is open; else it scrolls what the list lies on.
 class ListBox final : public QComboBox {
+    Q_OBJECT
 public:
     explicit ListBox(QWidget* parent = nullptr);
 
