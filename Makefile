@@ -100,7 +100,7 @@ check-reference: all
 # Drives the real window from outside, where the driver is.
 UIDRIVER = ../shared/uidriver
 check-window: all
-	$(call install,xvfb openbox)
+	$(call install,xvfb openbox dbus at-spi2-core python3-pyatspi)
 	@if [ -d $(UIDRIVER) ]; then \
 	    UIDRIVER_BUILD=/tmp/uidriver-build $(UIDRIVER)/build.sh && \
 	    for check in tests/driven/check_*.py; do \

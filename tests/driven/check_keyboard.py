@@ -38,7 +38,7 @@ class Hands:
 
 def theatre():
     place = folder()
-    app = started(home=str(place))
+    app = started(cwd=str(place))
     hands = Hands(app)
     hands.key("Alt+1")
     hands.tab_to("RoomWidth_txt")
@@ -50,7 +50,9 @@ def theatre():
     hands.fill("1.5", "11.3")
     hands.key("F7")
     equal(app.get("PinAngle_opt(1)", "checked"), True, "aimed")
-    hands.key("F3", "F6")
+    hands.tab_to("box1Angle_txt")
+    hands.fill("-2")  # the top box looks to the last row
+    hands.key("F3", "F3", "F3", "F6")  # round to the first area
     app.wait_window("frmOptimize")
     hands.tab_to("chkQuick")
     hands.key("Space")

@@ -2,6 +2,8 @@
 
 #include "widgets/controls.h"
 
+#include <QScrollBar>
+
 namespace orva::ui {
 
 namespace {
@@ -136,6 +138,13 @@ void explainControls(QWidget& window, const Session& session)
             explain(texts.control, texts, 0);
         for (int i = 0; i < texts.elements; ++i)
             explain(elementName(texts.control, i), texts, i);
+    }
+    for (auto* area : window.findChildren<QAbstractScrollArea*>()) {
+        const QString name = area->accessibleName().isEmpty() ? session.text(Text::NameControls)
+                                                              : area->accessibleName();
+        area->verticalScrollBar()->setAccessibleName(session.text(Text::ScrollDownward).arg(name));
+        area->horizontalScrollBar()->setAccessibleName(
+            session.text(Text::ScrollSideways).arg(name));
     }
 }
 
