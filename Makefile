@@ -8,7 +8,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench fuzz format check-format check-static check-changed speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench fuzz format check-format check-static check-changed pictures speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -107,6 +107,14 @@ check-window: all
 	        echo "$$check" && UIDRIVER_BUILD=/tmp/uidriver-build UIDRIVER=$(abspath $(UIDRIVER)) python3 $$check || exit 1; \
 	    done; \
 	else echo "$(UIDRIVER) is not here: nothing to check"; fi
+
+# Pictures of all pages and dialogs, a sheet for each look: appearances, languages, sizes, fonts, pixel ratios.
+pictures: all
+	for ratio in 1 2; do \
+	    ORVA_PICTURES=$(abspath build/pictures) QT_SCALE_FACTOR=$$ratio QT_QPA_PLATFORM=offscreen \
+	        build/release/tests/orva_window_tests --gtest_filter='Pictures.*' || exit 1; \
+	done
+	@echo "The sheets are in build/pictures/."
 
 format: check-packages
 	clang-format -i $(SOURCES)

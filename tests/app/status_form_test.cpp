@@ -1,8 +1,8 @@
 #include "app/forms/status_form.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+
+#include <gtest/gtest.h>
 
 namespace orva {
 namespace {
@@ -61,9 +61,15 @@ TEST(StatusTexts, SayHowTheArrayHangsAndWhatIsWrong)
         array.GBSetMounting(test.flown);
         array.GBSetCradleCoord({1, test.height});
         array.GFACalcCOM();
-        const StatusTexts texts = statusTexts({project, true, 98.26F, true,
-                                               {AreaFigures{101.2, 3.4}, std::nullopt}, 21, true,
-                                               {}, ""});
+        const StatusTexts texts = statusTexts({project,
+                                               true,
+                                               98.26F,
+                                               true,
+                                               {AreaFigures{101.2, 3.4}, std::nullopt},
+                                               21,
+                                               true,
+                                               {},
+                                               ""});
         EXPECT_EQ(texts.foh, "FOH: 98.3 dB(A)");
         EXPECT_EQ(texts.spread, "Mean (spread): 101.2 (3.4)  silent dB");
         EXPECT_EQ(texts.tilt, test.tilt);

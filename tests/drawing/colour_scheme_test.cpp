@@ -26,8 +26,8 @@ double contrast(Colour a, Colour b)
 TEST(ColourScheme, TextsAndLinesStandOutFromTheCanvas)
 {
     EXPECT_NEAR(contrast(0x000000, 0xFFFFFF), 21, 1e-9);
-    const Role texts[] = {Role::Ink,   Role::AxisX,   Role::AxisY, Role::Aim,
-                          Role::Miss,  Role::FitLine, Role::Foh,   Role::Warning};
+    const Role texts[] = {Role::Ink,  Role::AxisX,   Role::AxisY, Role::Aim,
+                          Role::Miss, Role::FitLine, Role::Foh,   Role::Warning};
     for (const ColourScheme* scheme : {&lightScheme(), &darkScheme()}) {
         const Colour canvas = (*scheme)[Role::Canvas];
         for (const Role role : texts)

@@ -11,7 +11,8 @@ namespace {
 
 bool isControl(const QWidget& widget)
 {
-    return qobject_cast<const QLineEdit*>(&widget) || qobject_cast<const QAbstractButton*>(&widget) ||
+    return qobject_cast<const QLineEdit*>(&widget) ||
+           qobject_cast<const QAbstractButton*>(&widget) ||
            qobject_cast<const QComboBox*>(&widget) || qobject_cast<const DrawingWidget*>(&widget);
 }
 
@@ -52,8 +53,8 @@ TEST_F(Window, EveryCommandHasAKeyOfItsOwn)
             EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << key.toStdString();
             keys.insert(key);
         }
-        for (const char* given : {"Ctrl+P", "F1", "Ctrl+F", "Ctrl+1", "Ctrl+3", "F5", "F6", "Alt+4",
-                                  "Ctrl+F1"})
+        for (const char* given :
+             {"Ctrl+P", "F1", "Ctrl+F", "Ctrl+1", "Ctrl+3", "F5", "F6", "Alt+4", "Ctrl+F1"})
             EXPECT_TRUE(keys.contains(given)) << given;
         for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>()) {
             QSet<QChar> letters;

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QStyle>
+#include <QTimer>
 #include <algorithm>
 
 namespace orva::ui {
@@ -103,8 +104,8 @@ void StatusLine::resizeEvent(QResizeEvent* event)
 void StatusLine::changeEvent(QEvent* event)
 {
     Page::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        arrange();
+    if (event->type() == QEvent::FontChange) // its labels get the font after it
+        QTimer::singleShot(0, this, &StatusLine::arrange);
 }
 
 void StatusLine::say(const QString& text)
