@@ -1,3 +1,6 @@
+#include "shell/calculator_window.h"
+#include "shell/options_dialog.h"
+#include "shell/small_dialogs.h"
 #include "window_fixture.h"
 
 #include <QAccessible>
@@ -16,6 +19,26 @@ bool isControl(const QWidget& widget)
            qobject_cast<const QComboBox*>(&widget) || qobject_cast<const DrawingWidget*>(&widget);
 }
 
+/// The names of the visible controls of a window, each of its own.
+QSet<QString> namesIn(const QWidget& window)
+{
+    QSet<QString> names;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!isControl(*widget) || !widget->isVisible() || widget->objectName().isEmpty() ||
+            widget->objectName().startsWith("qt_"))
+            continue;
+        const std::string what = widget->objectName().toStdString();
+        const QString name = QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+        EXPECT_FALSE(name.trimmed().isEmpty()) << what;
+        EXPECT_FALSE(names.contains(name)) << what << ": " << name.toStdString();
+        names.insert(name);
+        if (qobject_cast<const QMainWindow*>(window.window())) {
+            EXPECT_FALSE(widget->toolTip().isEmpty()) << what;
+        }
+    }
+    return names;
+}
+
 TEST_F(Window, EveryControlSaysWhatItIsAndWhatItIsFor)
 {
     auto* tabs = control<QTabWidget>("Main_SSTab");
@@ -24,22 +47,20 @@ TEST_F(Window, EveryControlSaysWhatItIsAndWhatItIsFor)
         qsizetype controls = 0;
         for (int page = 0; page < tabs->count(); ++page) {
             tabs->setCurrentIndex(page);
-            QSet<QString> names;
-            for (QWidget* widget : tabs->widget(page)->findChildren<QWidget*>()) {
-                if (!isControl(*widget) || !widget->isVisible() || widget->objectName().isEmpty() ||
-                    widget->objectName().startsWith("qt_"))
-                    continue;
-                const std::string what = widget->objectName().toStdString();
-                const QString name =
-                    QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
-                EXPECT_FALSE(name.trimmed().isEmpty()) << what;
-                EXPECT_FALSE(names.contains(name)) << what << ": " << name.toStdString();
-                names.insert(name);
-                EXPECT_FALSE(widget->toolTip().isEmpty()) << what;
-            }
-            controls += names.size();
+            controls += namesIn(*tabs->widget(page)).size();
         }
         EXPECT_GT(controls, 80);
+        OptionsDialog options(session, window.get());
+        CalculatorWindow calculator(session, window.get());
+        SystemDialog system(session, window.get());
+        AboutDialog about(session, window.get());
+        for (QWidget* dialog :
+             std::initializer_list<QWidget*>{&options, &calculator, &system, &about}) {
+            SCOPED_TRACE(dialog->objectName().toStdString());
+            dialog->show();
+            EXPECT_GT(namesIn(*dialog).size(), 0);
+            dialog->hide();
+        }
     }
 }
 

@@ -91,6 +91,8 @@ void RiggingPage::display()
     displayWarnings();
     displayPins();
     Rigging_pbx->redraw();
+    const StatusTexts texts = statusTexts(m_editor.statusFacts());
+    Rigging_pbx->setAccessibleDescription(qtText(texts.weight + ", " + texts.tilt));
 }
 
 /// Why the sheet is not that of the setup on the page, or what in it is wrong.

@@ -243,6 +243,28 @@ void RoomPage::showTexts()
     }
 }
 
+/// The drawing in words.
+QString RoomPage::summary() const
+{
+    const Room& room = m_editor.room();
+    const auto length = [this](double metres) {
+        return qtText(shownLength(metres, m_editor.inMetres()));
+    };
+    QString text = m_editor.session()
+                       .text(Text::RoomSummary)
+                       .arg(length(room.size().width), length(room.size().height),
+                            qtText(lengthUnit(m_editor.session().textOptions())));
+    for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
+        const Segment area = room.area(number);
+        text += m_editor.session()
+                    .text(Text::AreaSummary)
+                    .arg(number)
+                    .arg(length(area.start.x), length(area.start.y), length(area.end.x),
+                         length(area.end.y));
+    }
+    return text;
+}
+
 void RoomPage::display()
 {
     const Room& room = m_editor.room();
@@ -251,6 +273,7 @@ void RoomPage::display()
         unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
     numAreas_cmb->setCurrentIndex(room.GIGetNumAreas() - 1);
     Room_pbx->redraw();
+    Room_pbx->setAccessibleDescription(summary());
 
     const OutOfRoom& outside = m_editor.outside();
     const QString where = m_editor.session().text(Text::InvalidOutside);

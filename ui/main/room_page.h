@@ -36,6 +36,7 @@ private:
     void addPairEntry(QLineEdit* edit, Text step, int element, FloatPair (Room::*get)() const,
                       bool (Room::*set)(std::span<const float>));
     void showTexts();
+    QString summary() const;
 
     Entries m_entries;
     QGroupBox* Project_fra;

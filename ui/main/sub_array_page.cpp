@@ -141,6 +141,11 @@ void SubArrayPage::display()
         SubDelay_txt[i]->setText(qtText(plainText(shown.delay[i], 2)));
     }
     picSubArray->redraw();
+    picSubArray->setAccessibleDescription(
+        m_editor.session()
+            .text(Text::SubSummary)
+            .arg(SubArray_txt.size())
+            .arg(qtText(plainText(m_editor.subArray().openingAngleDeg, 2))));
 }
 
 } // namespace orva::ui

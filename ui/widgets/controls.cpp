@@ -170,9 +170,21 @@ bool ColumnArea::eventFilter(QObject* watched, QEvent* event)
 {
     const bool filtered = QScrollArea::eventFilter(watched, event);
     if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
-        setFixedWidth(widget()->minimumSizeHint().width() +
-                      verticalScrollBar()->sizeHint().width());
+        fitWidth();
     return filtered;
+}
+
+void ColumnArea::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    fitWidth();
+}
+
+void ColumnArea::fitWidth()
+{
+    const QSize needed = widget()->minimumSizeHint();
+    const int bar = needed.height() > height() ? verticalScrollBar()->sizeHint().width() : 0;
+    setFixedWidth(needed.width() + bar);
 }
 
 QFrame* lineDivider(QWidget* parent)

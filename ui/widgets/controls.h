@@ -70,6 +70,10 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void fitWidth();
 };
 
 /// Where a window of that size lies whole on the screen without covering `keepFree`: right of it,
