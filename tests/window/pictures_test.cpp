@@ -105,7 +105,7 @@ protected:
                 click("CalcBand_cmd");
                 QTest::qWait(10);
                 take(*window);
-                click("Lock_chk");
+                control<QAbstractButton>("Lock_chk")->click();
             }
         }
         OptionsDialog options(session, window.get());

@@ -1,5 +1,6 @@
 #include "main/editor.h"
 
+#include "document/correction.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
@@ -16,6 +17,18 @@ Editor::Editor(Session& session) : m_session(session), m_view(session.state().gL
 }
 
 /// What is known of a state, once per edit.
+namespace {
+
+/// Whether the rules of the setup may have followed a step.
+bool isOfSetup(const StepName& step)
+{
+    return step.text == Text::StepSplay || step.text == Text::StepBoxType ||
+           step.text == Text::StepMidHigh || step.text == Text::StepStraight ||
+           step.text == Text::StepTrapezoidal || step.text == Text::StepBass;
+}
+
+} // namespace
+
 void Editor::derive()
 {
     m_outside = outOfRoom(room(), array());
@@ -38,9 +51,50 @@ bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)
                   Gesture gesture)
 {
     bool taken = false;
-    follow(m_document.edit(
-        what, [&](DocumentState& state) { return taken = change(state); }, gesture));
+    const SetupForm before = setup();
+    const Changes changes = m_document.edit(
+        what, [&](DocumentState& state) { return taken = change(state); }, gesture);
+    follow(changes);
+    if (taken && !changes.any()) { // corrected to what was there: the control shows it again
+        Changes shown;
+        shown.setup = true;
+        emit changed({shown, false, false});
+    }
+    if (taken && autoCorrect() && isOfSetup(what))
+        sayCorrections(before, what);
     return taken;
+}
+
+void Editor::sayCorrections(const SetupForm& before, const StepName& step)
+{
+    QStringList said;
+    if (const auto corrections = correctionsIn(before, setup(), step))
+        for (const Message& correction : *corrections)
+            said += m_session.text(correction);
+    emit corrected(said.join(", "));
+}
+
+void Editor::step(bool back)
+{
+    const std::optional<StepName> name = back ? m_document.undoName() : m_document.redoName();
+    if (!name)
+        return;
+    const Changes changes = back ? m_document.undo() : m_document.redo();
+    const bool unlocks = m_view.locked && (changes.array || changes.setup);
+    if (unlocks)
+        m_view.setLocked(false);
+    follow(changes);
+    emit stepTaken(*name, back, unlocks);
+}
+
+void Editor::undo()
+{
+    step(true);
+}
+
+void Editor::redo()
+{
+    step(false);
 }
 
 void Editor::cancel(Gesture gesture)

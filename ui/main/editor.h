@@ -58,6 +58,8 @@ public:
                   Gesture gesture = {});
     void editSubArray(const StepName& what, const std::function<void(SubArray&)>& edit,
                       Gesture gesture = {});
+    void undo();
+    void redo();
     /// Puts an array with other angles in the place of the current one.
     void acceptArray(const LineArray& array);
 
@@ -106,6 +108,10 @@ public:
 
 signals:
     void levelsChosen();
+    /// A step was taken back, or again; where the lock held it, that has ended.
+    void stepTaken(const orva::StepName& step, bool undone, bool unlocked);
+    /// What the rules of the setup changed beside what the user did; empty: nothing.
+    void corrected(const QString& what);
     void changed(const orva::ui::Shown& what);
     void areaSelected();
     void modifiedChanged();
@@ -119,6 +125,8 @@ private:
     void tryEdit(const StepName& what, const std::function<bool(DocumentState&)>& change,
                  Gesture gesture = {});
     void follow(const Changes& changes);
+    void step(bool back);
+    void sayCorrections(const SetupForm& before, const StepName& step);
     void replace(DocumentState state, const std::string& path);
     void derive();
 

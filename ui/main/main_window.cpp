@@ -4,6 +4,7 @@
 #include "main/optimize_dialog.h"
 #include "main/rigging_page.h"
 #include "main/room_page.h"
+#include "main/step_places.h"
 #include "main/sub_array_page.h"
 #include "shell/keys_dialog.h"
 #include "shell/options_dialog.h"
@@ -99,6 +100,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
     connect(m_commands, &ProjectCommands::statusChanged, this,
             [this](Text text, const QString& argument) {
+                m_corrections.clear();
                 m_statusText = text;
                 m_statusArgument = argument;
                 showStatus();
@@ -107,6 +109,12 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     connect(m_views, &ViewPanel::optimizeAsked, this,
             [this] { OptimizeDialog::launch(m_editor, *m_views, this); });
     connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showTitle);
+    connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showSteps);
+    connect(&m_editor, &Editor::stepTaken, this, &MainWindow::showStep);
+    connect(&m_editor, &Editor::corrected, this, [this](const QString& what) {
+        m_corrections = what;
+        showStatus();
+    });
     connect(&session, &Session::LanguageChanged, this, &MainWindow::showTexts);
     showTexts();
     showRecentFiles();
@@ -218,6 +226,12 @@ void MainWindow::makeMenus()
     command(
         file, "mnuExit", Text::MenuExit, [this] { exit(); }, QKeySequence("Ctrl+Q"));
 
+    QMenu* edit = submenu(nullptr, "mnuEdit", Text::MenuEdit);
+    m_undo = command(
+        edit, "mnuUndo", Text::MenuUndo, [this] { m_editor.undo(); }, QKeySequence("Ctrl+Z"));
+    m_redo = command(
+        edit, "mnuRedo", Text::MenuRedo, [this] { m_editor.redo(); }, QKeySequence("Ctrl+Shift+Z"));
+
     QMenu* tools = submenu(nullptr, "mnuTools", Text::MenuTools);
     command(
         tools, "mnuLoadData", Text::MenuLoadData, [this] { m_commands->LoadData(); },
@@ -312,13 +326,43 @@ void MainWindow::showTexts()
         Main_SSTab->setTabText(page, m_session.text(pages[page]));
     explainControls(*this, m_session);
     showTitle();
+    showSteps();
+    m_corrections.clear();
+    showStatus();
+}
+
+/// What Undo and Redo would do.
+void MainWindow::showSteps()
+{
+    const auto show = [this](QAction* action, const std::optional<StepName>& step, Text plain,
+                             Text named) {
+        action->setEnabled(step.has_value());
+        action->setText(step ? m_session.text(named).arg(m_session.text(step->message()))
+                             : m_session.text(plain));
+    };
+    show(m_undo, m_editor.document().undoName(), Text::MenuUndo, Text::MenuUndoStep);
+    show(m_redo, m_editor.document().redoName(), Text::MenuRedo, Text::MenuRedoStep);
+}
+
+/// Brings what a step changed before the user's eyes.
+void MainWindow::showStep(const StepName& step, bool undone, bool unlocked)
+{
+    const StepPlace place = placeOf(step);
+    Main_SSTab->setCurrentIndex(place.page);
+    if (auto* control = findChild<QWidget*>(place.control))
+        control->setFocus(Qt::OtherFocusReason);
+    const Text said = undone ? Text::Undone : Text::Redone;
+    m_corrections = m_session.text(said).arg(m_session.text(step.message()));
+    if (unlocked)
+        m_corrections = m_session.text(Text::UndoneUnlocked).arg(m_corrections);
     showStatus();
 }
 
 void MainWindow::showStatus()
 {
-    m_status->say(m_statusText != Text::None ? m_session.text(m_statusText).arg(m_statusArgument)
-                                             : QString());
+    const QString kept =
+        m_statusText != Text::None ? m_session.text(m_statusText).arg(m_statusArgument) : QString();
+    m_status->say(m_corrections.isEmpty() ? kept : m_corrections);
     m_status->refresh();
 }
 

@@ -43,6 +43,8 @@ private:
     void showTitle();
     void showRecentFiles();
     void showStatus();
+    void showSteps();
+    void showStep(const StepName& step, bool undone, bool unlocked);
     void fitFrame();
 
     void autoAim();
@@ -66,6 +68,9 @@ private:
     StatusLine* m_status;
     Text m_statusText = Text::None;
     QString m_statusArgument;
+    QString m_corrections; ///< what the last edit or step did, until something else is said
+    QAction* m_undo;
+    QAction* m_redo;
 
     struct ActionText {
         QAction* action;

@@ -82,6 +82,14 @@ public:
 protected:
     bool eventFilter(QObject* /*watched*/, QEvent* event) override
     {
+        if (event->type() == QEvent::ShortcutOverride && !m_edit.isModified()) {
+            // Nothing has been typed: the keys mean the program's own steps.
+            const auto* pressed = static_cast<QKeyEvent*>(event);
+            if (pressed->matches(QKeySequence::Undo) || pressed->matches(QKeySequence::Redo)) {
+                event->ignore();
+                return true;
+            }
+        }
         const bool key =
             event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
         if (!key || !m_edit.isModified() || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)

@@ -37,7 +37,8 @@ void showList(QComboBox& box, const ChoiceList& list, const QString& why = {});
 void showText(QLineEdit& edit, const QString& text);
 
 /// Calls `cancel` when Esc is pressed on what has been typed, and selects the text that is then
-/// there; nobody else sees that key.
+/// there; nobody else sees that key. Where nothing has been typed, Undo and Redo are not the
+/// entry's.
 void cancelByEsc(QLineEdit& edit, const std::function<void()>& cancel);
 
 /// A list that the wheel changes only while it is open; else it scrolls what the list lies on.

@@ -1,0 +1,59 @@
+#include "document/correction.h"
+
+#include <algorithm>
+#include <array>
+
+namespace orva {
+
+namespace {
+
+struct Count {
+    Text step;
+    ChoiceList SetupForm::*list;
+};
+constexpr std::array kCounts = {Count{Text::StepMidHigh, &SetupForm::cmbNumSpk},
+                                Count{Text::StepStraight, &SetupForm::cmbNumGer},
+                                Count{Text::StepTrapezoidal, &SetupForm::cmbNumSch},
+                                Count{Text::StepBass, &SetupForm::cmbNumBass}};
+
+/// The joints between the same boxes as before whose angle is another one.
+std::vector<int> correctedJoints(const SetupForm& before, const SetupForm& after,
+                                 const StepName& step)
+{
+    std::vector<int> joints;
+    const bool shifted = before.total() != after.total();
+    for (int joint = 0; joint + 1 < std::min(before.total(), after.total()) && !shifted; ++joint) {
+        const auto at = static_cast<std::size_t>(joint);
+        const bool own = step.text == Text::StepSplay && step.number == joint + 1;
+        if (!own && before.cmbAngle[at].value() != after.cmbAngle[at].value())
+            joints.push_back(joint + 1);
+    }
+    return joints;
+}
+
+} // namespace
+
+std::optional<std::vector<Message>> correctionsIn(const SetupForm& before, const SetupForm& after,
+                                                  const StepName& step)
+{
+    std::vector<Message> said;
+    for (const Count& count : kCounts) {
+        const bool ofOneKind = count.list == &SetupForm::cmbNumGer ||
+                               count.list == &SetupForm::cmbNumSch;
+        if (ofOneKind && !after.countsKinds())
+            continue; // nobody sees them
+        const int was = (before.*count.list).value();
+        const int is = (after.*count.list).value();
+        const bool own = step.text == count.step;
+        if (own == (was == is)) // what the user chose was refused, or another one followed
+            said.emplace_back(own ? Text::CorrectedBack : Text::CorrectedCount,
+                              std::vector<Message>{Message(count.step), number(is)});
+    }
+    const std::vector<int> joints = correctedJoints(before, after, step);
+    if (!joints.empty())
+        said.emplace_back(Text::CorrectedAngles,
+                          std::vector<Message>{number(joints.front()), number(joints.back())});
+    return said.empty() ? std::nullopt : std::optional(said);
+}
+
+} // namespace orva

@@ -1,0 +1,118 @@
+#include "window_fixture.h"
+
+#include <QMenu>
+#include <QRandomGenerator>
+
+namespace orva::ui {
+namespace {
+
+class Undo : public Window {
+protected:
+    const DocumentState& state() const { return window->editor().document().state(); }
+    QAction* action(const char* name) { return window->findChild<QAction*>(name); }
+    QString status() { return control<QLabel>("lblStatusText")->text(); }
+
+    /// Chooses or types something, anywhere, as a user would.
+    void doSomething(QRandomGenerator& random)
+    {
+        auto* tabs = control<QTabWidget>("Main_SSTab");
+        tabs->setCurrentIndex(static_cast<int>(random.bounded(4)));
+        QList<QWidget*> controls;
+        for (QWidget* widget : tabs->currentWidget()->findChildren<QWidget*>())
+            if (widget->isVisible() && widget->isEnabled() &&
+                (qobject_cast<QComboBox*>(widget) || qobject_cast<NumberEdit*>(widget)))
+                controls += widget;
+        if (controls.isEmpty())
+            return;
+        QWidget* chosen = controls[random.bounded(controls.size())];
+        if (auto* list = qobject_cast<QComboBox*>(chosen)) {
+            const int index = static_cast<int>(random.bounded(list->count()));
+            list->setCurrentIndex(index);
+            emit list->activated(index);
+            return;
+        }
+        auto* edit = static_cast<QLineEdit*>(chosen);
+        if (edit->isReadOnly())
+            return;
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, QString::number(static_cast<int>(random.bounded(40)) - 5));
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+};
+
+TEST_F(Undo, TakesBackAndShowsWhatItChanged)
+{
+    EXPECT_FALSE(action("mnuUndo")->isEnabled());
+    const DocumentState first = state();
+    choose("cmbAngle(4)", "3°");
+    const DocumentState changed = state();
+    EXPECT_EQ(action("mnuUndo")->text(), "&Undo: Splay angle 5");
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(3);
+    action("mnuUndo")->trigger();
+    EXPECT_EQ(state(), first);
+    EXPECT_EQ(control<QTabWidget>("Main_SSTab")->currentIndex(), 1);
+    EXPECT_TRUE(control("cmbAngle(4)")->hasFocus());
+    EXPECT_EQ(status(), "Undone: Splay angle 5");
+    EXPECT_FALSE(window->isWindowModified());
+    action("mnuRedo")->trigger();
+    EXPECT_EQ(state(), changed);
+    EXPECT_TRUE(window->isWindowModified());
+
+    control<QAbstractButton>("Lock_chk")->click();
+    ASSERT_TRUE(window->editor().view().locked);
+    action("mnuUndo")->trigger();
+    EXPECT_EQ(state(), first);
+    EXPECT_FALSE(window->editor().view().locked) << "the step was of what the lock holds";
+    EXPECT_EQ(status(), "Undone: Splay angle 5; the setup is no longer locked");
+
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
+    enter("FOHX_txt", "15");
+    QTest::keyClick(control("FOHX_txt"), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(state(), first) << "the entry lets go of keys that it has no use for";
+}
+
+TEST_F(Undo, SaysWhatTheRulesCorrected)
+{
+    choose("cmbAngle(10)", "7.5°");
+    choose("cmbType(11)", "VM 412 S");
+    EXPECT_TRUE(status().contains("splay angles 11 to 11 corrected")) << status().toStdString();
+    EXPECT_TRUE(status().contains("Number of straight boxes now 7")) << status().toStdString();
+    choose("cmbNumGer", "3"); // the column has 7
+    EXPECT_EQ(status(), "Number of straight boxes back to 7");
+    EXPECT_EQ(control<QComboBox>("cmbNumGer")->currentText(), "7");
+    action("mnuUndo")->trigger();
+    choose("cmbAngle(0)", "0°");
+    session.state().settings.AutoCorrect = false;
+    choose("cmbNumSch", "1");
+    EXPECT_EQ(state().setup.cmbNumSch.value(), 1);
+}
+
+TEST_F(Undo, RandomEditsAndAsManyUndosAreTheFirstState)
+{
+    for (const bool autoCorrect : {true, false}) {
+        session.state().settings.AutoCorrect = autoCorrect;
+        window = std::make_unique<MainWindow>(session);
+        window->begin();
+        window->show();
+        QRandomGenerator random(autoCorrect ? 7 : 8);
+        std::vector<DocumentState> states = {state()};
+        while (states.size() < 60) {
+            doSomething(random);
+            if (state() != states.back())
+                states.push_back(state());
+        }
+        const DocumentState last = state();
+        int undone = 0;
+        for (; action("mnuUndo")->isEnabled(); ++undone)
+            action("mnuUndo")->trigger();
+        EXPECT_EQ(state(), states.front());
+        EXPECT_GE(undone, static_cast<int>(states.size()) - 1);
+        while (action("mnuRedo")->isEnabled())
+            action("mnuRedo")->trigger();
+        EXPECT_EQ(state(), last);
+    }
+}
+
+} // namespace
+} // namespace orva::ui
