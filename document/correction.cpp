@@ -38,8 +38,8 @@ std::optional<std::vector<Message>> correctionsIn(const SetupForm& before, const
 {
     std::vector<Message> said;
     for (const Count& count : kCounts) {
-        const bool ofOneKind = count.list == &SetupForm::cmbNumGer ||
-                               count.list == &SetupForm::cmbNumSch;
+        const bool ofOneKind =
+            count.list == &SetupForm::cmbNumGer || count.list == &SetupForm::cmbNumSch;
         if (ofOneKind && !after.countsKinds())
             continue; // nobody sees them
         const int was = (before.*count.list).value();

@@ -1,5 +1,7 @@
 #include "app/state/settings.h"
 
+#include <QDateTime>
+#include <QFile>
 #include <QSettings>
 #include <QStringList>
 
@@ -48,6 +50,18 @@ private:
 };
 
 } // namespace
+
+Result<std::string> setSettingsAside()
+{
+    const QString file = QSettings("ORVA", "ORVA").fileName();
+    if (!QFile::exists(file))
+        return std::string();
+    const QString aside =
+        file + "." + QDateTime::currentDateTime().toString("yyyy-MM-dd-hhmmss") + ".old";
+    if (!QFile::rename(file, aside))
+        return Error{Message(Text::OptionsNotWritten), file.toStdString()};
+    return aside.toStdString();
+}
 
 std::unique_ptr<SettingsStore> platformSettingsStore()
 {

@@ -58,6 +58,10 @@ public:
 /// at the same time keep each other's keys.
 std::unique_ptr<SettingsStore> platformSettingsStore();
 
+/// Renames the platform's store of this user, if there is one, so that the next start is a first
+/// one; its new name, empty where there was none.
+Result<std::string> setSettingsAside();
+
 /// A missing or unreadable value, or one outside its range, is the default. Numbers are read with
 /// "." or ",".
 Settings LoadSettings(const SettingsStore& store);

@@ -21,6 +21,7 @@
 #include <QFileInfo>
 #include <QFontDialog>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QSet>
 #include <QShortcut>
@@ -28,6 +29,7 @@
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTimer>
+#include <QUrl>
 
 namespace orva::ui {
 
@@ -57,6 +59,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     nameAccessibleLists();
     setObjectName("frmMain");
     setWindowIcon(programIcon());
+    setAcceptDrops(true);
     Main_SSTab = named<QTabWidget>("Main_SSTab", this);
     Main_SSTab->setDocumentMode(true);
     lblOverload = named<QLabel>("lblOverload", this);
@@ -160,11 +163,47 @@ MainWindow::~MainWindow()
     delete takeCentralWidget();
 }
 
-void MainWindow::begin()
+void MainWindow::begin(const QString& file)
 {
-    if (m_session.state().settings.ShowNewQuery)
+    if (file.isEmpty() && m_session.state().settings.ShowNewQuery)
         SystemDialog(m_session, this).exec();
     m_editor.SetNewProject();
+    if (!file.isEmpty())
+        QTimer::singleShot(0, this, [this, file] { openFile(file); }); // over the window
+}
+
+/// A project, or loudspeaker data.
+void MainWindow::openFile(const QString& file)
+{
+    if (file.endsWith(".xhn", Qt::CaseInsensitive))
+        m_commands->importData(file);
+    else
+        m_commands->OpenRecent(file.toStdString());
+}
+
+namespace {
+
+/// The file that is dropped; empty for what is none.
+QString droppedFile(const QMimeData& data)
+{
+    const QList<QUrl> urls = data.urls();
+    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+}
+
+} // namespace
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!droppedFile(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    const QString file = droppedFile(*event->mimeData());
+    // The program that it was dragged from waits for this event to end.
+    QTimer::singleShot(0, this, [this, file] { openFile(file); });
 }
 
 QAction* MainWindow::command(QMenu* menu, const QString& name, Text text,
@@ -231,6 +270,7 @@ void MainWindow::makeMenus()
         edit, "mnuUndo", Text::MenuUndo, [this] { m_editor.undo(); }, QKeySequence("Ctrl+Z"));
     m_redo = command(
         edit, "mnuRedo", Text::MenuRedo, [this] { m_editor.redo(); }, QKeySequence("Ctrl+Shift+Z"));
+    m_redo->setShortcuts({QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")});
 
     QMenu* tools = submenu(nullptr, "mnuTools", Text::MenuTools);
     command(

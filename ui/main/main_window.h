@@ -22,11 +22,14 @@ public:
     ~MainWindow() override;
 
     /// Asks for the system where the user wants that, and makes the first project.
-    void begin();
+    /// With a file that is opened instead, where one is named.
+    void begin(const QString& file = {});
     const Editor& editor() const { return m_editor; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -47,6 +50,7 @@ private:
     void showStep(const StepName& step, bool undone, bool unlocked);
     void fitFrame();
 
+    void openFile(const QString& file);
     void autoAim();
     void createPrintVersion();
     void exit();

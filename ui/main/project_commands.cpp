@@ -212,23 +212,26 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
 
 void ProjectCommands::LoadData()
 {
-    Session& session = m_editor.session();
     const auto chosen = fileToOpen(Text::LoadDataTitle, filters(Text::SpeakerDataFiles, "*.xhn"));
-    if (!chosen)
-        return;
-    const std::string file = chosen->toStdString();
-    const Result<SpeakerDataLoad> imported = importSpeakerData(session.state(), file);
+    if (chosen)
+        importData(*chosen);
+}
+
+void ProjectCommands::importData(const QString& file)
+{
+    Session& session = m_editor.session();
+    const Result<SpeakerDataLoad> imported = importSpeakerData(session.state(), file.toStdString());
     const std::optional<Error> failure = imported ? imported->error : imported.error();
     if (failure) {
         if (imported && imported->bands > 0)
-            emit statusChanged(Text::DataPartlyImported, *chosen);
+            emit statusChanged(Text::DataPartlyImported, file);
         showMessage(m_window, session.text(Text::LoadDataFailed), kProgramTitle,
                     session.text(*failure));
         return;
     }
     if (imported->note)
         showMessage(m_window, session.text(*imported->note));
-    emit statusChanged(Text::DataImported, *chosen);
+    emit statusChanged(Text::DataImported, file);
 }
 
 void ProjectCommands::Help()

@@ -28,6 +28,7 @@ public:
     void SaveRTFFile(double aspect);
     /// Imports directivity data until the next system selection.
     void LoadData();
+    void importData(const QString& file);
     void Help();
 
 signals:

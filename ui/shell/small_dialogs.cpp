@@ -150,13 +150,17 @@ void SystemDialog::showTexts()
     OKButton->setText(m_session.text(Text::Ok));
 }
 
+void LanguageDialog::applyStored(Session& session)
+{
+    const std::string stored = session.store().value(kLanguageSection, "LangId").value_or("");
+    session.ChangeLanguage(static_cast<std::int32_t>(storedLanguage(stored)));
+}
+
 void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
 {
     SettingsStore& store = session.store();
-    if (startup) {
-        const std::string stored = store.value(kLanguageSection, "LangId").value_or("");
-        session.ChangeLanguage(static_cast<std::int32_t>(storedLanguage(stored)));
-    }
+    if (startup)
+        applyStored(session);
     const bool asked = store.value(kLanguageSection, "ShowDialog") != "False";
     if (startup && !asked)
         return;

@@ -52,6 +52,7 @@ class LanguageDialog final : public QDialog {
 public:
     /// At start the stored language is applied, and the dialog is shown only where the user wants
     /// that; otherwise it is always shown.
+    static void applyStored(Session& session);
     static void ShowDialog(Session& session, bool startup, QWidget* parent);
 
 private:

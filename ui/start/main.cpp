@@ -1,4 +1,5 @@
 #include "app/files/program_folder.h"
+#include "app/forms/start_options.h"
 #include "lang/string_table.h"
 #include "main/main_window.h"
 #include "shell/small_dialogs.h"
@@ -6,7 +7,9 @@
 #include "widgets/appearance.h"
 
 #include <QApplication>
-#include <QStyleFactory>
+#include <QFileInfo>
+#include <QUrl>
+#include <cstdio>
 
 namespace orva::ui {
 
@@ -18,16 +21,34 @@ void showDataFault(const Session& session, const QString& text, const QString& f
     showMessage(nullptr, text, kProgramTitle, found + session.text(Text::DataFileAdvice));
 }
 
-int run()
+/// A path or a file URL as an absolute path.
+QString fileOf(const std::string& argument)
+{
+    const QString text = QString::fromLocal8Bit(argument.c_str());
+    const QUrl url(text);
+    return QFileInfo(url.isLocalFile() ? url.toLocalFile() : text).absoluteFilePath();
+}
+
+int run(const StartOptions& options)
 {
     const std::unique_ptr<SettingsStore> store = platformSettingsStore();
     Session session(*store, programFolder(QCoreApplication::applicationDirPath().toStdString()));
     MlInit();
+    if (options.resetSettings)
+        if (const Result<std::string> aside = setSettingsAside(); !aside) {
+            std::fprintf(stderr, "orva: %s\n", aside.error().text().c_str());
+            return 1;
+        }
     useAppearance(LoadSettings(*store).Appearance);
-    LanguageDialog::ShowDialog(session, true, nullptr);
+    if (options.language)
+        session.ChangeLanguage(static_cast<std::int32_t>(*options.language));
+    else if (options.file)
+        LanguageDialog::applyStored(session);
+    else
+        LanguageDialog::ShowDialog(session, true, nullptr);
 
     {
-        SplashScreen splash(session);
+        SplashScreen splash(session, !options.noSplash && !options.file);
         splash.exec();
         StartData& loaded = splash.loaded();
         if (!loaded.load) {
@@ -46,7 +67,7 @@ int run()
     }
 
     MainWindow window(session);
-    window.begin();
+    window.begin(options.file ? fileOf(*options.file) : QString());
     window.show();
     return QApplication::exec();
 }
@@ -57,9 +78,20 @@ int run()
 
 int main(int argc, char** argv)
 {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const orva::Result<orva::StartOptions> options = orva::startOptions(arguments);
+    if (!options) {
+        std::fprintf(stderr, "orva: %s\n%s", options.error().text().c_str(),
+                     orva::startHelp().c_str());
+        return 2;
+    }
+    if (options->help || options->version) { // without a display
+        std::puts(options->help ? orva::startHelp().c_str() : "orva " ORVA_VERSION);
+        return 0;
+    }
     const QApplication application(argc, argv);
     QApplication::setOrganizationName("ORVA");
     QApplication::setApplicationName("ORVA");
     QApplication::setApplicationVersion(ORVA_VERSION);
-    return orva::ui::run();
+    return orva::ui::run(*options);
 }

@@ -15,9 +15,10 @@ constexpr int kCloseTick = 4;
 
 } // namespace
 
-SplashScreen::SplashScreen(Session& session)
+SplashScreen::SplashScreen(Session& session, bool waits)
     : QDialog(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       m_session(session),
+      m_waits(waits),
       m_loaded(std::make_unique<StartData>())
 {
     setObjectName("frmSplashScreen");
@@ -41,7 +42,7 @@ SplashScreen::SplashScreen(Session& session)
     SplashTimer = named<QTimer>("SplashTimer", this);
     connect(SplashTimer, &QTimer::timeout, this, &SplashScreen::tick);
     SplashTimer->setTimerType(Qt::PreciseTimer); // a coarse one is off by 100 ms in four ticks
-    SplashTimer->start(kTickMs);
+    SplashTimer->start(waits ? kTickMs : 0);
 }
 
 SplashScreen::~SplashScreen() = default;
@@ -50,6 +51,23 @@ void SplashScreen::showTexts()
 {
     setWindowTitle(kProgramTitle);
     lblTitle->setText(kProgramTitle + m_session.text(Text::SplashVersion) + ORVA_VERSION);
+}
+
+void SplashScreen::skip()
+{
+    m_waits = false;
+    if (m_whole)
+        accept();
+}
+
+void SplashScreen::keyPressEvent(QKeyEvent*)
+{
+    skip();
+}
+
+void SplashScreen::mousePressEvent(QMouseEvent*)
+{
+    skip();
 }
 
 void SplashScreen::tick()
@@ -72,7 +90,8 @@ void SplashScreen::load()
             m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder() / "bin");
         },
         [this] {
-            if (m_loaded->load)
+            m_whole = true;
+            if (m_loaded->load && m_waits)
                 SplashTimer->start(kTickMs);
             else
                 accept();

@@ -22,7 +22,9 @@ struct StartData {
 class SplashScreen final : public QDialog {
     Q_OBJECT
 public:
-    explicit SplashScreen(Session& session);
+    /// Without `waits` it ends as soon as everything is loaded; a click or a key ends the wait,
+    /// too.
+    SplashScreen(Session& session, bool waits);
     ~SplashScreen() override;
 
     /// What was loaded, once the dialog has been closed.
@@ -30,14 +32,21 @@ public:
 
     void reject() override {} // nothing works before everything is loaded
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
 private:
     void showTexts();
     void tick();
+    void skip();
     void load();
 
     Session& m_session;
     QLabel* lblTitle;
     QTimer* SplashTimer;
+    bool m_waits;
+    bool m_whole = false; ///< everything is loaded
     int m_ticks = 0;
     std::unique_ptr<StartData> m_loaded;
     Task m_loader;
