@@ -50,7 +50,9 @@ std::optional<std::vector<Message>> correctionsIn(const SetupForm& before, const
                               std::vector<Message>{Message(count.step), number(is)});
     }
     const std::vector<int> joints = correctedJoints(before, after, step);
-    if (!joints.empty())
+    if (joints.size() == 1)
+        said.emplace_back(Text::CorrectedAngle, std::vector<Message>{number(joints.front())});
+    else if (!joints.empty())
         said.emplace_back(Text::CorrectedAngles,
                           std::vector<Message>{number(joints.front()), number(joints.back())});
     return said.empty() ? std::nullopt : std::optional(said);

@@ -22,14 +22,18 @@ std::string labelOf(const AimingLine& line, const BassBoxView& bassBox, double s
            fixedText(travelTimeMs(line.lengthM, speedOfSound), 0) + ms;
 }
 
-/// What the colours of the lines say, in the lower left corner.
+/// What the colours of the lines say, in the lower left corner, `taken` pixels above the edge.
 void drawLegend(DrawingSurface& surface, std::span<const AimingLine> lines,
-                const DrawingOptions& options)
+                const DrawingOptions& options, LabelPlaces& labels, double taken)
 {
+    const Point size = surface.textSize(MlGetString(options.text.language, Text::AimToNone));
+    const Point corner = {surface.scale().left,
+                          surface.bottom() - 2.5 * size.y - taken * surface.pixelY()};
+    labels.occupy(corner, {corner.x + size.x + 40 * surface.pixelX(), surface.bottom()});
     const ScaleKeeper keeper(surface);
     ResetScale(surface);
     const double height = surface.textSize("0").y;
-    double y = surface.pixelHeight() - height - 4;
+    double y = surface.pixelHeight() - taken - height - 4;
     const auto entry = [&](bool meets, Role role, Text id) {
         const bool drawn = std::any_of(lines.begin(), lines.end(), [&](const AimingLine& line) {
             return line.meetsArea == meets;
@@ -48,8 +52,9 @@ void drawLegend(DrawingSurface& surface, std::span<const AimingLine> lines,
 
 void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
                      const BassBoxView& bassBox, double speedOfSound, const DrawingOptions& options,
-                     LabelPlaces& labels)
+                     LabelPlaces& labels, double taken)
 {
+    drawLegend(surface, lines, options, labels, taken);
     for (const AimingLine& line : lines) {
         const Point from = drawn(line.from);
         const Point to = drawn(line.to);
@@ -69,7 +74,6 @@ void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
     for (const AimingLine& line : lines)
         if (line.meetsArea)
             labels.print(drawn(line.to), labelOf(line, bassBox, speedOfSound, options));
-    drawLegend(surface, lines, options);
     if (bassBox.used) {
         const Point foot = drawn({bassBox.place[0], bassBox.place[1]});
         surface.rectangle({foot.x - 0.4, foot.y - 1.1}, foot, Role::Array);

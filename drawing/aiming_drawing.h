@@ -14,10 +14,11 @@ struct BassBoxView {
     bool showDelay = false; ///< its delay instead of distance and time of each aiming line
 };
 
-/// Aiming lines with what stands at their ends, and the bass box. The first 120 m of a line that
-/// meets an area are blue, all else is black.
+/// Aiming lines with what stands at their ends, the bass box, and in the lower left corner, `taken`
+/// pixels above the edge, what the colours say: the first 120 m of a line that meets an area, and
+/// all else.
 void DrawAimingLines(DrawingSurface& surface, std::span<const AimingLine> lines,
                      const BassBoxView& bassBox, double speedOfSound, const DrawingOptions& options,
-                     LabelPlaces& labels);
+                     LabelPlaces& labels, double taken = 0);
 
 } // namespace orva

@@ -80,6 +80,8 @@ public:
     }
     void circle(Point centre, double radius, Role role, double width = 1)
     {
+        if (m_rims)
+            circle(centre, radius, colour(Role::Canvas), width + kRim);
         circle(centre, radius, colour(role), width);
     }
     void arc(Point centre, double radius, double fromDeg, double toDeg, Role role)

@@ -33,7 +33,7 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
         drawFohLevel(labels, room, *content.fohDb, content.aWeighted);
     if (drawable && content.aimingLines)
         DrawAimingLines(surface, aimingLines(room, array), content.bassBox, speedOfSound, options,
-                        labels);
+                        labels, content.map ? colourBarHeight(surface) : 0);
     DrawProfiles(surface, room, content.profiles);
     surface.setRims(false);
     if (content.map)

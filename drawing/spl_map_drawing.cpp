@@ -70,7 +70,7 @@ void drawColourBar(DrawingSurface& surface, const SummedMap& map, const LevelCol
     const int low = static_cast<int>(std::floor(lowest));
     const int high =
         std::max(static_cast<int>(std::ceil(audience ? colours.endDb() : map.max)), low + 1);
-    const double height = std::max(23.0, 1.5 * surface.textSize("0").y);
+    const double height = colourBarHeight(surface);
     double narrowest = 20;
     for (const int level : {low, high})
         narrowest = std::max(narrowest, surface.textSize(std::to_string(level) + "   ").x);
@@ -119,6 +119,13 @@ void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid
     surface.cells(cellEdges(grid.left, width, grid.OffX, grid.CellW, grid.columns),
                   cellEdges(-grid.top, height, grid.OffY, grid.CellH, grid.rows), rowColours);
     drawColourBar(surface, map, colours);
+}
+
+double colourBarHeight(DrawingSurface& surface)
+{
+    const ScaleKeeper keeper(surface);
+    ResetScale(surface);
+    return std::max(23.0, 1.5 * surface.textSize("0").y);
 }
 
 void occupyMapLegend(LabelPlaces& labels, DrawingSurface& surface, const SummedMap& map,

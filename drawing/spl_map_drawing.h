@@ -14,6 +14,9 @@ namespace orva {
 void RenderSPLMap(DrawingSurface& surface, const Room& room, const MapGrid& grid,
                   const SummedMap& map, const LevelColours& colours);
 
+/// How high the colour bar is, pixels.
+double colourBarHeight(DrawingSurface& surface);
+
 /// Keeps the place of DrawMapLegend() free of labels.
 void occupyMapLegend(LabelPlaces& labels, DrawingSurface& surface, const SummedMap& map,
                      const DrawingOptions& options);

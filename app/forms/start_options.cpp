@@ -1,14 +1,18 @@
 #include "app/forms/start_options.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace orva {
 
 namespace {
 
-constexpr std::pair<std::string_view, Language> kLanguages[] = {
-    {"en", Language::English}, {"english", Language::English}, {"de", Language::German},
-    {"german", Language::German}, {"deutsch", Language::German}};
+constexpr std::pair<std::string_view, Language> kLanguages[] = {{"en", Language::English},
+                                                                {"english", Language::English},
+                                                                {"de", Language::German},
+                                                                {"german", Language::German},
+                                                                {"deutsch", Language::German}};
 
 std::optional<Language> languageNamed(std::string name)
 {
@@ -37,6 +41,13 @@ bool takeSwitch(StartOptions& options, std::string_view argument)
     return false;
 }
 
+/// Those of the toolkit, which takes them itself; each with a value.
+bool isToolkits(std::string_view argument)
+{
+    constexpr std::string_view kNames[] = {"-platform", "-style", "-geometry", "-display", "-name"};
+    return std::find(std::begin(kNames), std::end(kNames), argument) != std::end(kNames);
+}
+
 } // namespace
 
 Result<StartOptions> startOptions(std::span<const std::string> arguments)
@@ -56,11 +67,12 @@ Result<StartOptions> startOptions(std::span<const std::string> arguments)
             const bool apart = argument == kLanguage;
             if (apart && i + 1 == arguments.size())
                 return Error{"which language? (en, de)", argument};
-            const std::string name =
-                apart ? arguments[++i] : argument.substr(kLanguage.size() + 1);
+            const std::string name = apart ? arguments[++i] : argument.substr(kLanguage.size() + 1);
             options.language = languageNamed(name);
             if (!options.language)
                 return Error{"no such language (en, de)", name};
+        } else if (isToolkits(argument)) {
+            ++i;
         } else if (!takeSwitch(options, argument)) {
             return Error{"unknown option", argument};
         }

@@ -84,7 +84,8 @@ StatusTexts statusTexts(const StatusFacts& facts)
     if (facts.fohDb)
         texts.foh = text(Message(Text::Foh)) + " " + levelText(*facts.fohDb) +
                     (facts.aWeighted ? " dB(A)" : " dB");
-    texts.spread = spreadText(facts);
+    if (!facts.areas.empty())
+        texts.spread = spreadText(facts);
     const LineArray& array = facts.project.array;
     const std::string total = plainText(array.totalWeightKg(), 1);
     const std::string allowed = plainText(array.system().maxWeightKg, 0);

@@ -102,6 +102,16 @@ void forEachField(Record& settings, const Field& field)
 
 } // namespace
 
+bool sameButForLooks(const Settings& a, const Settings& b)
+{
+    Settings other = b;
+    other.Appearance = a.Appearance;
+    other.MapColours = a.MapColours;
+    other.MapRange = a.MapRange;
+    other.Contours = a.Contours;
+    return a == other;
+}
+
 Settings LoadSettings(const SettingsStore& store)
 {
     Settings settings;

@@ -37,6 +37,9 @@ struct Settings {
     friend bool operator==(const Settings&, const Settings&) = default;
 };
 
+/// Whether two differ in nothing that is calculated or measured, only in what it looks like.
+bool sameButForLooks(const Settings& a, const Settings& b);
+
 /// Where text values are kept by section and key.
 class SettingsStore {
 public:

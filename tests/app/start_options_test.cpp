@@ -13,23 +13,24 @@ TEST(StartOptions, ArgumentsOfTheWindow)
         std::optional<Language> language;
         std::string switches; ///< help, version, reset, no splash
     };
-    const Case cases[] = {{{}, "", {}, ""},
-                          {{"hall.lad"}, "hall.lad", {}, ""},
-                          {{"--", "--no-splash"}, "--no-splash", {}, ""},
-                          {{"--no-splash", "file:///tmp/a%20b.lad"}, "file:///tmp/a%20b.lad", {}, "s"},
-                          {{"--language", "DE", "x.lad"}, "x.lad", Language::German, ""},
-                          {{"--language=english"}, "", Language::English, ""},
-                          {{"-h"}, "", {}, "h"},
-                          {{"--version", "--reset-settings", "--help"}, "", {}, "hvr"}};
+    const Case cases[] = {
+        {{}, "", {}, ""},
+        {{"hall.lad"}, "hall.lad", {}, ""},
+        {{"--", "--no-splash"}, "--no-splash", {}, ""},
+        {{"--no-splash", "file:///tmp/a%20b.lad"}, "file:///tmp/a%20b.lad", {}, "s"},
+        {{"--language", "DE", "x.lad"}, "x.lad", Language::German, ""},
+        {{"--language=english"}, "", Language::English, ""},
+        {{"-platform", "xcb", "a.lad"}, "a.lad", {}, ""},
+        {{"-h"}, "", {}, "h"},
+        {{"--version", "--reset-settings", "--help"}, "", {}, "hvr"}};
     for (const Case& test : cases) {
         const Result<StartOptions> options = startOptions(test.arguments);
         ASSERT_TRUE(options);
         EXPECT_EQ(options->file.value_or(""), test.file);
         EXPECT_EQ(options->language, test.language);
-        const std::string switches = std::string(options->help ? "h" : "") +
-                                     (options->version ? "v" : "") +
-                                     (options->resetSettings ? "r" : "") +
-                                     (options->noSplash ? "s" : "");
+        const std::string switches =
+            std::string(options->help ? "h" : "") + (options->version ? "v" : "") +
+            (options->resetSettings ? "r" : "") + (options->noSplash ? "s" : "");
         EXPECT_EQ(switches, test.switches);
     }
     const std::pair<std::vector<std::string>, const char*> wrong[] = {

@@ -265,18 +265,18 @@ TEST(AimingDrawing, LinesEndBlueWithFiguresThatNeverOverlap)
     LabelPlaces labels(surface);
     DrawAimingLines(surface, lines, {true, {1, 0}, false}, 344, {}, labels);
     const auto blue = surface.all("line", kBlue);
-    ASSERT_EQ(blue.size(), 4U) << "the last one in the legend";
-    expectAt(blue[2].points[1], 120, -5);
+    ASSERT_EQ(blue.size(), 4U) << "the first one in the legend";
+    expectAt(blue[3].points[1], 120, -5);
     const auto texts = surface.texts();
-    EXPECT_EQ(texts, (std::vector<std::string>{"10m   29ms", "10m   29ms", "aims at no area",
-                                               "aims at an area"}))
+    EXPECT_EQ(texts, (std::vector<std::string>{"aims at no area", "aims at an area", "10m   29ms",
+                                               "10m   29ms"}))
         << "the third one ends far beside the picture";
     expectAt(surface.all("rectangle", kBlack).at(0).points[0], 0.6, -1.1);
 
     surface.calls.clear();
     LabelPlaces others(surface);
     DrawAimingLines(surface, lines, {true, {1, 0}, true}, 344, {Language::English, false}, others);
-    EXPECT_EQ(surface.texts().at(0), "-3ms"); // 9 m from the bass box, 10 m from the array
+    EXPECT_EQ(surface.texts().at(2), "-3ms"); // 9 m from the bass box, 10 m from the array
 }
 
 TEST(Labels, StandAtTheirPointOrNearItWithALine)

@@ -46,11 +46,18 @@ def without_a_display():
 def settings_set_aside():
     home = folder()
     app = started(language=1, home=str(home))
+    app.action("mnuGenOptions")
+    app.wait_window("frmOptions")
+    app.click("Meters_opt(1)")
+    app.click("Done_cmb")
     app.action("mnuExit")
     app.wait_exit()
     equal(stored(home)["MultiLang"]["LangId"], "1031")
     app = orva("--reset-settings", "--language", "en", "examples/club.lad", home=str(home))
-    app.close()
+    equal(app.text("lblUnits") if app.exists("lblUnits") else "m", "m")
+    app.action("mnuExit")
+    app.wait_exit()
+    equal(stored(home)["Options"]["Units_Meters"], "True")
     kept = [path.name for path in (home / ".config" / "ORVA").iterdir()]
     assert any(name.endswith(".old") for name in kept), kept
 

@@ -76,7 +76,7 @@ TEST_F(Undo, SaysWhatTheRulesCorrected)
 {
     choose("cmbAngle(10)", "7.5°");
     choose("cmbType(11)", "VM 412 S");
-    EXPECT_TRUE(status().contains("splay angles 11 to 11 corrected")) << status().toStdString();
+    EXPECT_TRUE(status().contains("splay angle 11 corrected")) << status().toStdString();
     EXPECT_TRUE(status().contains("Number of straight boxes now 7")) << status().toStdString();
     choose("cmbNumGer", "3"); // the column has 7
     EXPECT_EQ(status(), "Number of straight boxes back to 7");

@@ -118,7 +118,7 @@ void ArrayColumn::makeLists()
 
 void ArrayColumn::makeScroller()
 {
-    m_area = new QScrollArea(this);
+    m_area = named<QScrollArea>("areaBoxes", this);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);
     m_area->setFocusPolicy(Qt::NoFocus);

@@ -16,7 +16,6 @@ Editor::Editor(Session& session) : m_session(session), m_view(session.state().gL
     });
 }
 
-/// What is known of a state, once per edit.
 namespace {
 
 /// Whether the rules of the setup may have followed a step.
@@ -29,6 +28,7 @@ bool isOfSetup(const StepName& step)
 
 } // namespace
 
+/// What is known of a state, once per edit.
 void Editor::derive()
 {
     m_outside = outOfRoom(room(), array());
@@ -51,7 +51,8 @@ bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)
                   Gesture gesture)
 {
     bool taken = false;
-    const SetupForm before = setup();
+    const bool mayCorrect = autoCorrect() && isOfSetup(what);
+    const SetupForm before = mayCorrect ? setup() : SetupForm{};
     const Changes changes = m_document.edit(
         what, [&](DocumentState& state) { return taken = change(state); }, gesture);
     follow(changes);
@@ -60,8 +61,10 @@ bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)
         shown.setup = true;
         emit changed({shown, false, false});
     }
-    if (taken && autoCorrect() && isOfSetup(what))
+    if (taken && mayCorrect)
         sayCorrections(before, what);
+    else if (changes.any())
+        emit corrected({});
     return taken;
 }
 
@@ -79,6 +82,7 @@ void Editor::step(bool back)
     const std::optional<StepName> name = back ? m_document.undoName() : m_document.redoName();
     if (!name)
         return;
+    emit typingEnds();
     const Changes changes = back ? m_document.undo() : m_document.redo();
     const bool unlocks = m_view.locked && (changes.array || changes.setup);
     if (unlocks)
@@ -338,7 +342,7 @@ std::vector<std::optional<AreaFigures>> Editor::areaFigures() const
     return figures;
 }
 
-StatusFacts Editor::statusFacts() const
+StatusFacts Editor::statusFacts(bool levels) const
 {
     const ApplicationState& state = m_session.state();
     StatusFacts facts{m_document.state().project,
@@ -350,7 +354,7 @@ StatusFacts Editor::statusFacts() const
                       state.settings.Celsius_Fahren,
                       m_session.textOptions(),
                       state.importedData};
-    if (facts.calculable) {
+    if (facts.calculable && levels) {
         facts.fohDb = levelsAlong(fohLine(room()), 1).front();
         facts.areas = areaFigures();
     }

@@ -104,10 +104,13 @@ public:
     std::vector<float> levelsAlong(const Segment& line, int points) const;
     /// Of the areas in use, in their order.
     std::vector<std::optional<AreaFigures>> areaFigures() const;
-    StatusFacts statusFacts() const;
+    /// With `levels` those at the FOH and along the areas.
+    StatusFacts statusFacts(bool levels = true) const;
 
 signals:
     void levelsChosen();
+    /// What is being typed ends as it stands: a step is taken back.
+    void typingEnds();
     /// A step was taken back, or again; where the lock held it, that has ended.
     void stepTaken(const orva::StepName& step, bool undone, bool unlocked);
     /// What the rules of the setup changed beside what the user did; empty: nothing.

@@ -8,14 +8,15 @@ namespace orva::ui {
 
 Entries::Entries(Editor& editor) : m_editor(editor)
 {
-    // What was typed belongs to the project that is gone.
-    connect(&editor, &Editor::projectReplaced, this, [this] {
-        for (Entry& entry : m_entries) {
-            entry.typing = {};
-            entry.taken = true;
-            entry.edit->setModified(false);
-        }
-    });
+    // What was typed belongs to the project that is gone, or to a step before the one taken back.
+    for (const auto signal : {&Editor::projectReplaced, &Editor::typingEnds})
+        connect(&editor, signal, this, [this] {
+            for (Entry& entry : m_entries) {
+                entry.typing = {};
+                entry.taken = true;
+                entry.edit->setModified(false);
+            }
+        });
 }
 
 void Entries::add(QLineEdit* edit, const Take& take, const Show& show)

@@ -23,6 +23,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSet>
 #include <QShortcut>
 #include <QSplitter>
@@ -95,7 +96,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     statusBar()->setObjectName("statusBar");
     m_status = new StatusLine(m_editor, this);
     statusBar()->addWidget(m_status, 1);
-    connect(m_status, &StatusLine::overloaded, this, [this](const QString& why) {
+    connect(m_status, &StatusLine::overloaded, lblOverload, [this](const QString& why) {
         lblOverload->setText(why);
         lblOverload->setVisible(!why.isEmpty());
     });
@@ -107,6 +108,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
                 m_statusText = text;
                 m_statusArgument = argument;
                 showStatus();
+                m_status->refreshData();
             });
     connect(m_setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
     connect(m_views, &ViewPanel::optimizeAsked, this,
@@ -187,20 +189,26 @@ namespace {
 QString droppedFile(const QMimeData& data)
 {
     const QList<QUrl> urls = data.urls();
-    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+    const QString file = urls.size() == 1 ? urls.front().toLocalFile() : QString();
+    const bool known =
+        file.endsWith(".lad", Qt::CaseInsensitive) || file.endsWith(".xhn", Qt::CaseInsensitive);
+    return known ? file : QString();
 }
 
 } // namespace
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!droppedFile(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    if (droppedFile(*event->mimeData()).isEmpty())
+        return;
+    event->setDropAction(Qt::CopyAction); // the file stays where it is
+    event->accept();
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
     const QString file = droppedFile(*event->mimeData());
     // The program that it was dragged from waits for this event to end.
     QTimer::singleShot(0, this, [this, file] { openFile(file); });
@@ -336,6 +344,7 @@ void MainWindow::makeKeys()
             elementName("keyArea", area), Text::KeySelectArea,
             QString("Ctrl+%1").arg(area).toUtf8(),
             [this, area] {
+                Main_SSTab->setCurrentIndex(SetupTab);
                 if (area <= m_editor.room().GIGetNumAreas())
                     m_editor.selectArea(area);
             },
@@ -349,6 +358,7 @@ void MainWindow::makeKeys()
 
 void MainWindow::selectNextArea()
 {
+    Main_SSTab->setCurrentIndex(SetupTab);
     const int areas = m_editor.room().GIGetNumAreas();
     m_editor.selectArea(m_editor.view().SelectedArea % areas + 1);
 }
@@ -389,8 +399,13 @@ void MainWindow::showStep(const StepName& step, bool undone, bool unlocked)
 {
     const StepPlace place = placeOf(step);
     Main_SSTab->setCurrentIndex(place.page);
-    if (auto* control = findChild<QWidget*>(place.control))
+    auto* control = findChild<QWidget*>(place.control);
+    if (control && control->isVisible() && control->isEnabled()) {
         control->setFocus(Qt::OtherFocusReason);
+        for (QWidget* outer = control; outer; outer = outer->parentWidget())
+            if (auto* area = qobject_cast<QScrollArea*>(outer))
+                area->ensureWidgetVisible(control);
+    }
     const Text said = undone ? Text::Undone : Text::Redone;
     m_corrections = m_session.text(said).arg(m_session.text(step.message()));
     if (unlocked)
@@ -403,7 +418,6 @@ void MainWindow::showStatus()
     const QString kept =
         m_statusText != Text::None ? m_session.text(m_statusText).arg(m_statusArgument) : QString();
     m_status->say(m_corrections.isEmpty() ? kept : m_corrections);
-    m_status->refresh();
 }
 
 void MainWindow::showTitle()
@@ -442,8 +456,16 @@ void MainWindow::autoAim()
 void MainWindow::generalOptions()
 {
     OptionsDialog dialog(m_session, this);
-    connect(&dialog, &OptionsDialog::applied, this, [this] {
-        useAppearance(m_session.state().settings.Appearance);
+    Settings before = m_session.state().settings;
+    connect(&dialog, &OptionsDialog::applied, this, [this, &before] {
+        const Settings& now = m_session.state().settings;
+        useAppearance(now.Appearance);
+        const bool onlyLook = sameButForLooks(before, now);
+        before = now;
+        if (onlyLook) {
+            m_editor.redrawViews();
+            return;
+        }
         m_editor.followSettings();
         m_map->bringUpToDate();
         if (m_calculator)

@@ -91,7 +91,7 @@ void RiggingPage::display()
     displayWarnings();
     displayPins();
     Rigging_pbx->redraw();
-    const StatusTexts texts = statusTexts(m_editor.statusFacts());
+    const StatusTexts texts = statusTexts(m_editor.statusFacts(false));
     Rigging_pbx->setAccessibleDescription(qtText(texts.weight + ", " + texts.tilt));
 }
 

@@ -17,9 +17,10 @@ ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 }
 
-void ElidedLabel::explain(const QString& what)
+void ElidedLabel::show(const QString& text, const QString& meaning)
 {
-    m_what = what;
+    m_what = meaning;
+    setText(text);
     showTip();
 }
 
@@ -66,8 +67,8 @@ StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
     part("lblStatusWeight", m_weight);
     part("lblStatusTilt", m_tilt);
     part("lblStatusData", m_data);
-    connect(&editor.session(), &Session::LanguageChanged, this, &StatusLine::refresh);
-    connect(&editor, &Editor::levelsChosen, this, &StatusLine::refresh);
+    connect(&editor.session(), &Session::LanguageChanged, this, &StatusLine::display);
+    connect(&editor, &Editor::levelsChosen, this, &StatusLine::display);
 }
 
 /// Where there is not room for all, the most important ones are whole.
@@ -110,27 +111,29 @@ void StatusLine::changeEvent(QEvent* event)
 
 void StatusLine::say(const QString& text)
 {
-    m_said->setText(text);
+    m_said->show(text, {});
+    arrange();
+}
+
+void StatusLine::refreshData()
+{
+    m_data->show(qtText(statusTexts(m_editor.statusFacts(false)).data),
+                 m_editor.session().text(Text::StatusDataTip));
     arrange();
 }
 
 void StatusLine::display()
 {
     const StatusTexts texts = statusTexts(m_editor.statusFacts());
-    const auto explain = [this](ElidedLabel* label, Text what) {
-        label->explain(m_editor.session().text(what));
+    const auto show = [this](ElidedLabel* label, const std::string& text, Text meaning) {
+        label->show(qtText(text), m_editor.session().text(meaning));
     };
-    explain(m_foh, Text::StatusFohTip);
-    explain(m_spread, Text::StatusSpreadTip);
-    explain(m_weight, Text::StatusWeightTip);
-    explain(m_tilt, Text::StatusTiltTip);
-    explain(m_data, Text::StatusDataTip);
-    m_foh->setText(qtText(texts.foh));
-    m_spread->setText(qtText(texts.spread));
-    m_weight->setText(qtText(texts.weight));
+    show(m_foh, texts.foh, Text::StatusFohTip);
+    show(m_spread, texts.spread, Text::StatusSpreadTip);
+    show(m_weight, texts.weight, Text::StatusWeightTip);
+    show(m_tilt, texts.tilt, Text::StatusTiltTip);
+    show(m_data, texts.data, Text::StatusDataTip);
     m_weight->setForegroundRole(texts.wrong ? QPalette::BrightText : QPalette::WindowText);
-    m_tilt->setText(qtText(texts.tilt));
-    m_data->setText(qtText(texts.data));
     for (QLabel* label : {m_foh, m_spread, m_weight, m_tilt, m_data})
         label->setVisible(!label->text().isEmpty());
     arrange();

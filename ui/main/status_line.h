@@ -12,8 +12,8 @@ class ElidedLabel final : public QLabel {
 public:
     explicit ElidedLabel(const QString& name, QWidget* parent);
 
-    /// What the tip says.
-    void explain(const QString& what);
+    /// The text, and what it means, which the tip says.
+    void show(const QString& text, const QString& meaning);
     QSize minimumSizeHint() const override;
 
 protected:
@@ -35,15 +35,19 @@ public:
 
     /// What the program says about what it did.
     void say(const QString& text);
-    /// Asks for the figures again.
-    void refresh() { display(); }
+    /// Other loudspeaker data are current; the levels follow when something is calculated.
+    void refreshData();
 
 signals:
     /// Why the rig may not hang; empty where it may.
     void overloaded(const QString& why);
 
 protected:
-    bool concerns(const Shown&) const override { return true; }
+    bool concerns(const Shown& what) const override
+    {
+        const Changes& changes = what.changes;
+        return what.everything || what.view || changes.room || changes.array || changes.setup;
+    }
     void display() override;
     QSize minimumSizeHint() const override;
     void resizeEvent(QResizeEvent* event) override;

@@ -23,14 +23,18 @@ KeysDialog::KeysDialog(const Session& session, QWidget& window) : QDialog(&windo
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->verticalHeader()->hide();
+    const auto plain = [](QString text) { // "&&" is an ampersand, "&" marks a letter
+        return text.replace("&&", QChar(0)).remove('&').replace(QChar(0), '&').trimmed();
+    };
     for (const QAction* action : window.findChildren<QAction*>()) {
         if (action->shortcut().isEmpty() || !action->isVisible())
             continue;
         const int row = table->rowCount();
         table->insertRow(row);
         table->setItem(row, 0,
-                       new QTableWidgetItem(action->shortcut().toString(QKeySequence::NativeText)));
-        table->setItem(row, 1, new QTableWidgetItem(action->text().remove('&').trimmed()));
+                       new QTableWidgetItem(QKeySequence::listToString(action->shortcuts(),
+                                                                       QKeySequence::NativeText)));
+        table->setItem(row, 1, new QTableWidgetItem(plain(action->text())));
     }
     table->resizeColumnsToContents();
     table->horizontalHeader()->setStretchLastSection(true);

@@ -31,14 +31,15 @@ QString fileOf(const std::string& argument)
 
 int run(const StartOptions& options)
 {
-    const std::unique_ptr<SettingsStore> store = platformSettingsStore();
-    Session session(*store, programFolder(QCoreApplication::applicationDirPath().toStdString()));
-    MlInit();
+    // Before anything reads them.
     if (options.resetSettings)
         if (const Result<std::string> aside = setSettingsAside(); !aside) {
             std::fprintf(stderr, "orva: %s\n", aside.error().text().c_str());
             return 1;
         }
+    const std::unique_ptr<SettingsStore> store = platformSettingsStore();
+    Session session(*store, programFolder(QCoreApplication::applicationDirPath().toStdString()));
+    MlInit();
     useAppearance(LoadSettings(*store).Appearance);
     if (options.language)
         session.ChangeLanguage(static_cast<std::int32_t>(*options.language));

@@ -54,6 +54,7 @@ constexpr ControlText kTexts[] = {
     {"Lock_chk", 0, Text::None, Text::TipLockChk},
     {"cmbType", 32, Text::NameCmbType, Text::TipCmbType},
     {"cmbAngle", 31, Text::NameCmbAngle, Text::TipCmbAngle},
+    {"areaBoxes", 0, Text::NameBoxes, Text::None},
     {"VScroll1", 0, Text::NameVScroll1, Text::TipVScroll1},
     {"spkUp_cmd", 0, Text::NameSpkUpCmd, Text::TipSpkUpCmd},
     {"spkDown_cmd", 0, Text::NameSpkDownCmd, Text::TipSpkDownCmd},

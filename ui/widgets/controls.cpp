@@ -77,6 +77,7 @@ public:
         : QObject(&edit), m_edit(edit), m_cancel(std::move(cancel))
     {
         edit.installEventFilter(this);
+        edit.setAcceptDrops(false); // a file that is dropped is opened, not typed
     }
 
 protected:
@@ -97,6 +98,7 @@ protected:
         event->accept();
         if (event->type() == QEvent::KeyPress) {
             m_cancel();
+            m_edit.setModified(false);
             m_edit.selectAll();
         }
         return true;
