@@ -128,7 +128,8 @@ QWidget* SetupPage::mountingFrame()
     PinNumber_cmb = named<ListBox>("PinNumber_cmb", frame);
     connect(PinNumber_cmb, &QComboBox::activated, this, [this](int index) {
         if (index != m_editor.setup().PinNumber_cmb.selected)
-            m_editor.choosePin(PinNumber_cmb->itemText(index).toInt() - 1);
+            m_editor.choosePin(
+                m_editor.setup().PinNumber_cmb.items[static_cast<std::size_t>(index)].value - 1);
     });
     Label10 = named<QLabel>("Label10", frame);
     PinAngle_lbl = named<QLabel>("PinAngle_lbl", frame);
