@@ -33,8 +33,15 @@ std::vector<int> correctedJoints(const SetupForm& before, const SetupForm& after
 
 } // namespace
 
-std::optional<std::vector<Message>> correctionsIn(const SetupForm& before, const SetupForm& after,
-                                                  const StepName& step)
+bool mayCorrect(const StepName& step)
+{
+    return step.text == Text::StepSplay || step.text == Text::StepBoxType ||
+           std::any_of(kCounts.begin(), kCounts.end(),
+                       [&](const Count& count) { return count.step == step.text; });
+}
+
+std::vector<Message> correctionsIn(const SetupForm& before, const SetupForm& after,
+                                   const StepName& step)
 {
     std::vector<Message> said;
     for (const Count& count : kCounts) {
@@ -55,7 +62,7 @@ std::optional<std::vector<Message>> correctionsIn(const SetupForm& before, const
     else if (!joints.empty())
         said.emplace_back(Text::CorrectedAngles,
                           std::vector<Message>{number(joints.front()), number(joints.back())});
-    return said.empty() ? std::nullopt : std::optional(said);
+    return said;
 }
 
 } // namespace orva

@@ -4,9 +4,11 @@
 
 namespace orva {
 
-/// What the rules of the setup changed beside what the user did in a step: counts that followed or
-/// went back, angles that their boxes did not allow. None where they changed nothing else.
-std::optional<std::vector<Message>> correctionsIn(const SetupForm& before, const SetupForm& after,
-                                                  const StepName& step);
+/// Whether the rules of the setup may change more in such a step than the user did.
+bool mayCorrect(const StepName& step);
+
+/// What they changed: counts that followed or went back, angles that their boxes did not allow.
+std::vector<Message> correctionsIn(const SetupForm& before, const SetupForm& after,
+                                   const StepName& step);
 
 } // namespace orva

@@ -82,8 +82,8 @@ void drawBox(DrawingSurface& surface, const LineArray& array, const ArrayFrame& 
     const auto at = [&](FloatPair own) { return frame.place(box.point(own)); };
     const BoxGeometry& boxes = array.system().boxes;
     const BoxShape& shape = *box.shape;
-    drawClosed(surface,
-               {at(boxes.topFront), at(shape.hinge), at(shape.bottomRear), at(shape.topRear)});
+    const auto [topFront, hinge, bottomRear, topRear] = boxes.outline(shape);
+    drawClosed(surface, {at(topFront), at(hinge), at(bottomRear), at(topRear)});
     if (&shape != &boxes.bass)
         drawClosed(surface, {at(boxes.marks[0]), at(boxes.marks[1]), at(boxes.marks[2])});
     if (!detailed)

@@ -16,6 +16,8 @@ struct MapStyle {
     MapColours colours = MapColours::Classic;
     MapRange range = MapRange::Given;
     bool contours = false; ///< lines of equal level every 3 dB
+
+    friend bool operator==(const MapStyle&, const MapStyle&) = default;
 };
 
 /// How drawings are made for the user: the grids in the unit of `text`. The values are those of a

@@ -37,6 +37,16 @@ struct Air {
 constexpr float kColdestC = -20;
 constexpr float kHottestC = 50;
 
+/// As people read temperatures elsewhere.
+constexpr double fahrenheit(double celsius)
+{
+    return celsius * 1.8 + 32;
+}
+constexpr double celsiusOfFahrenheit(double degrees)
+{
+    return (degrees - 32) / 1.8;
+}
+
 /// The air at `t` °C.
 Air airAt(float t);
 

@@ -34,6 +34,11 @@ struct BoxGeometry {
     std::array<float, 3> drawing;   ///< further drawing constants
 
     const BoxShape& shape(BoxKind kind) const;
+    /// The corners of a box from the side: down its front, up its rear.
+    std::array<FloatPair, 4> outline(const BoxShape& shape) const
+    {
+        return {topFront, shape.hinge, shape.bottomRear, shape.topRear};
+    }
 };
 
 /// The cradle (rigging frame) in the array frame: origin at the top front corner of the top box,

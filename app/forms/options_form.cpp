@@ -19,11 +19,6 @@ namespace {
 constexpr std::pair<std::string_view, std::optional<bool>> kTemperatureUnits[] = {
     {"", {}}, {"°", {}}, {"°C", true}, {"C", true}, {"°F", false}, {"F", false}};
 
-double fahrenheit(double celsius)
-{
-    return celsius * 1.8 + 32;
-}
-
 double withinRange(double degreesC)
 {
     return std::clamp<double>(degreesC, kColdestC, kHottestC);
@@ -31,7 +26,7 @@ double withinRange(double degreesC)
 
 double celsiusOf(double degrees, bool celsius)
 {
-    return celsius ? degrees : (degrees - 32) / 1.8;
+    return celsius ? degrees : celsiusOfFahrenheit(degrees);
 }
 
 std::string lengthText(double length)
@@ -57,9 +52,7 @@ OptionsForm::OptionsForm(const Settings& stored)
       pixel(stored.PixelRes == 1),
       showNewQuery(stored.ShowNewQuery),
       appearance(stored.Appearance),
-      mapColours(stored.MapColours),
-      mapRange(stored.MapRange),
-      contours(stored.Contours),
+      map(stored.map),
       temperature(temperatureText(celsius ? stored.Temperature : fahrenheit(stored.Temperature))),
       resolution(lengthText(stored.SPLResolution)),
       grids{lengthText(stored.GridUnit_Room), lengthText(stored.GridUnit_Rigging),
@@ -121,9 +114,7 @@ void OptionsForm::chooseDefaults()
     resolution = lengthText(first.SPLResolution);
     grids = OptionsForm(first).grids;
     appearance = first.Appearance;
-    mapColours = first.MapColours;
-    mapRange = first.MapRange;
-    contours = first.Contours;
+    map = first.map;
 }
 
 double OptionsForm::celsiusTyped() const
@@ -187,9 +178,7 @@ Settings OptionsForm::applied(const Settings& stored) const
     settings.GridUnit_Rigging = number(valid.grids[1]);
     settings.GridUnit_Area = number(valid.grids[2]);
     settings.Appearance = appearance;
-    settings.MapColours = mapColours;
-    settings.MapRange = mapRange;
-    settings.Contours = contours;
+    settings.map = map;
     return settings;
 }
 
@@ -205,8 +194,7 @@ bool OptionsForm::differsFrom(const Settings& stored) const
     return !sameTexts || metres != stored.Units_Meters || autoCorrect != stored.AutoCorrect ||
            celsius != stored.Celsius_Fahren || pixel != (stored.PixelRes == 1) ||
            showNewQuery != stored.ShowNewQuery || appearance != stored.Appearance ||
-           mapColours != stored.MapColours || mapRange != stored.MapRange ||
-           contours != stored.Contours;
+           map != stored.map;
 }
 
 } // namespace orva

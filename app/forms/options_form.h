@@ -21,9 +21,7 @@ public:
     bool pixel; ///< the resolution is not in use
     bool showNewQuery;
     Appearance appearance;
-    MapColours mapColours;
-    MapRange mapRange;
-    bool contours;
+    MapStyle map;
     std::string temperature;
     std::string resolution;
     std::array<std::string, kGrids> grids;

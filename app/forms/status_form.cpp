@@ -60,7 +60,7 @@ Message tiltMessage(const LineArray& array)
 
 std::string airText(const StatusFacts& facts)
 {
-    const double shown = facts.celsius ? facts.temperatureC : facts.temperatureC * 1.8 + 32;
+    const double shown = facts.celsius ? facts.temperatureC : fahrenheit(facts.temperatureC);
     const std::string degrees = plainText(shown, 1) + (facts.celsius ? " °C" : " °F");
     return Message(Text::StatusAir, {degrees, plainText(kHumidityPercent, 0)})
         .text(facts.text.language);

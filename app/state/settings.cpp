@@ -95,9 +95,9 @@ void forEachField(Record& settings, const Field& field)
     field("GridUnit_Area", settings.GridUnit_Area, kAboveZero, kLargest);
     field("ShowNewQuery", settings.ShowNewQuery);
     field("Appearance", settings.Appearance, Appearance::Desktop);
-    field("MapColours", settings.MapColours, MapColours::Even);
-    field("MapRange", settings.MapRange, MapRange::Audience);
-    field("Contours", settings.Contours);
+    field("MapColours", settings.map.colours, MapColours::Even);
+    field("MapRange", settings.map.range, MapRange::Audience);
+    field("Contours", settings.map.contours);
 }
 
 } // namespace
@@ -106,9 +106,7 @@ bool sameButForLooks(const Settings& a, const Settings& b)
 {
     Settings other = b;
     other.Appearance = a.Appearance;
-    other.MapColours = a.MapColours;
-    other.MapRange = a.MapRange;
-    other.Contours = a.Contours;
+    other.map = a.map;
     return a == other;
 }
 

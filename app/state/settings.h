@@ -29,9 +29,7 @@ struct Settings {
     float GridUnit_Area = DrawingOptions{}.GridUnit_Area;
     bool ShowNewQuery = true;
     orva::Appearance Appearance = orva::Appearance::Classic;
-    orva::MapColours MapColours = orva::MapColours::Classic;
-    orva::MapRange MapRange = orva::MapRange::Given;
-    bool Contours = false;      ///< lines of equal level in the map
+    MapStyle map;               ///< stored as "MapColours", "MapRange" and "Contours"
     std::int16_t newSystem = 0; ///< of the next new project; stored as "NewCompact"
 
     friend bool operator==(const Settings&, const Settings&) = default;

@@ -26,9 +26,7 @@ Settings changed()
             3.28F,
             false,
             Appearance::Dark,
-            MapColours::Even,
-            MapRange::Audience,
-            true,
+            {MapColours::Even, MapRange::Audience, true},
             true};
 }
 

@@ -16,6 +16,10 @@ class Hands:
         self.app.key(*keys)
         self.pressed += len(keys)
 
+    def type(self, text):
+        self.app.type(text)
+        self.pressed += len(text)
+
     def tab(self, times=1):
         self.key(*["Tab"] * times)
 
@@ -23,8 +27,7 @@ class Hands:
         """Types into entries that follow each other; None leaves one as it is."""
         for figure in figures:
             if figure is not None:
-                self.app.type(figure)
-                self.pressed += len(figure)
+                self.type(figure)
             self.tab()
 
     def tab_to(self, name):
@@ -62,18 +65,12 @@ def theatre():
     hands.tab_to("cmdCommit")
     hands.key("Space")
     app.wait_no_window("frmOptimize")
-    hands.key("Ctrl+S")
-    app.file_dialog()
-    hands.app.type("t")
-    hands.pressed += 1
-    hands.key("Enter")
-    app.wait_idle()
-    hands.key("Ctrl+P")
-    app.file_dialog()
-    hands.app.type("t")
-    hands.pressed += 1
-    hands.key("Enter")
-    app.wait_idle()
+    for command in ("Ctrl+S", "Ctrl+P"):
+        hands.key(command)
+        app.file_dialog()
+        hands.type("t")
+        hands.key("Enter")
+        app.wait_idle()
     print(f"    {hands.pressed} keys")
     assert hands.pressed <= 150, hands.pressed
     projects = list(place.rglob("t.lad"))

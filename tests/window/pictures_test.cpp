@@ -1,6 +1,3 @@
-#include "main/optimize_dialog.h"
-#include "shell/options_dialog.h"
-#include "shell/small_dialogs.h"
 #include "widgets/appearance.h"
 #include "window_fixture.h"
 
@@ -82,9 +79,9 @@ protected:
         font.setPointSizeF(m_font.pointSizeF() * look.font);
         QApplication::setFont(font);
         session.state().settings.Appearance = look.appearance;
-        session.state().settings.MapColours =
+        session.state().settings.map.colours =
             look.appearance == Appearance::Classic ? MapColours::Classic : MapColours::Even;
-        session.state().settings.Contours = look.appearance != Appearance::Classic;
+        session.state().settings.map.contours = look.appearance != Appearance::Classic;
         useAppearance(look.appearance);
         session.ChangeLanguage(look.language);
         auto* tabs = control<QTabWidget>("Main_SSTab");
@@ -108,18 +105,10 @@ protected:
                 control<QAbstractButton>("Lock_chk")->click();
             }
         }
-        OptionsDialog options(session, window.get());
-        AboutDialog about(session, window.get());
-        CalculatorWindow calculator(session, window.get());
-        SystemDialog system(session, window.get());
-        for (QWidget* dialog :
-             std::initializer_list<QWidget*>{&options, &about, &calculator, &system}) {
-            dialog->show();
-            QTest::qWait(10);
-            take(*dialog);
-            EXPECT_LE(dialog->height(), look.size.height()) << dialog->objectName().toStdString();
-            dialog->hide();
-        }
+        eachDialog([&](QWidget& dialog) {
+            take(dialog);
+            EXPECT_LE(dialog.height(), look.size.height());
+        });
         save(nameOf(look));
     }
 

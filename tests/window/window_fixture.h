@@ -2,6 +2,9 @@
 
 #include "app/state/memory_settings.h"
 #include "main/main_window.h"
+#include "shell/calculator_window.h"
+#include "shell/options_dialog.h"
+#include "shell/small_dialogs.h"
 #include "widgets/controls.h"
 
 #include <QAbstractButton>
@@ -68,6 +71,22 @@ protected:
     {
         control<DrawingWidget>(name)->picture();
         return control(name)->accessibleDescription();
+    }
+    /// Shows the dialogs that ask for nothing, one after the other.
+    void eachDialog(const std::function<void(QWidget&)>& visit)
+    {
+        OptionsDialog options(session, window.get());
+        AboutDialog about(session, window.get());
+        CalculatorWindow calculator(session, window.get());
+        SystemDialog system(session, window.get());
+        for (QWidget* dialog :
+             std::initializer_list<QWidget*>{&options, &about, &calculator, &system}) {
+            SCOPED_TRACE(dialog->objectName().toStdString());
+            dialog->show();
+            QTest::qWait(10);
+            visit(*dialog);
+            dialog->hide();
+        }
     }
     /// Answers the next message and keeps its text.
     void answer(QMessageBox::StandardButton button)

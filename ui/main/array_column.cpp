@@ -16,10 +16,11 @@ BoxPicture::BoxPicture(QWidget* parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void BoxPicture::show(const BoxShape* shape, FloatPair topFront)
+void BoxPicture::setOutline(const std::optional<std::array<FloatPair, 4>>& outline)
 {
-    m_shape = shape;
-    m_topFront = topFront;
+    if (outline == m_outline)
+        return;
+    m_outline = outline;
     update();
 }
 
@@ -31,12 +32,11 @@ QSize BoxPicture::sizeHint() const
 
 void BoxPicture::paintEvent(QPaintEvent*)
 {
-    if (!m_shape)
+    if (!m_outline)
         return;
     constexpr double kLargestM = 0.8; // of all boxes, so that larger ones look larger
     QPolygonF side;
-    for (const FloatPair& corner :
-         {m_topFront, m_shape->hinge, m_shape->bottomRear, m_shape->topRear})
+    for (const FloatPair& corner : *m_outline)
         side << QPointF(corner[0], corner[1]);
     const double scale = (width() - 2) / kLargestM;
     const QRectF bounds = side.boundingRect();
@@ -193,7 +193,8 @@ void ArrayColumn::displayPlaces()
         m_pictures[i]->setVisible(used);
         m_tilts[i]->setVisible(used);
         const std::optional<BoxKind> kind = setup.kindAt(static_cast<int>(i));
-        m_pictures[i]->show(kind ? &boxes.shape(*kind) : nullptr, boxes.topFront);
+        m_pictures[i]->setOutline(kind ? std::optional(boxes.outline(boxes.shape(*kind)))
+                                       : std::nullopt);
         m_tilts[i]->setText(i < axes.size() ? qtText(fixedText(axes[i].angleDeg, 1)) +
                                                   m_editor.session().text(Text::Degrees)
                                             : QString());

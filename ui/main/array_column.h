@@ -16,7 +16,7 @@ class BoxPicture final : public QWidget {
 public:
     explicit BoxPicture(QWidget* parent);
     /// None: an empty place.
-    void show(const BoxShape* shape, FloatPair topFront);
+    void setOutline(const std::optional<std::array<FloatPair, 4>>& outline);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -24,8 +24,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    const BoxShape* m_shape = nullptr;
-    FloatPair m_topFront{};
+    std::optional<std::array<FloatPair, 4>> m_outline;
 };
 
 /// The array from top to bottom: a list for each box's type with its picture and its tilt, between

@@ -16,18 +16,6 @@ Editor::Editor(Session& session) : m_session(session), m_view(session.state().gL
     });
 }
 
-namespace {
-
-/// Whether the rules of the setup may have followed a step.
-bool isOfSetup(const StepName& step)
-{
-    return step.text == Text::StepSplay || step.text == Text::StepBoxType ||
-           step.text == Text::StepMidHigh || step.text == Text::StepStraight ||
-           step.text == Text::StepTrapezoidal || step.text == Text::StepBass;
-}
-
-} // namespace
-
 /// What is known of a state, once per edit.
 void Editor::derive()
 {
@@ -51,8 +39,8 @@ bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)
                   Gesture gesture)
 {
     bool taken = false;
-    const bool mayCorrect = autoCorrect() && isOfSetup(what);
-    const SetupForm before = mayCorrect ? setup() : SetupForm{};
+    const bool corrects = autoCorrect() && mayCorrect(what);
+    const SetupForm before = corrects ? setup() : SetupForm{};
     const Changes changes = m_document.edit(
         what, [&](DocumentState& state) { return taken = change(state); }, gesture);
     follow(changes);
@@ -61,7 +49,7 @@ bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)
         shown.setup = true;
         emit changed({shown, false, false});
     }
-    if (taken && mayCorrect)
+    if (taken && corrects)
         sayCorrections(before, what);
     else if (changes.any())
         emit corrected({});
@@ -71,9 +59,8 @@ bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)
 void Editor::sayCorrections(const SetupForm& before, const StepName& step)
 {
     QStringList said;
-    if (const auto corrections = correctionsIn(before, setup(), step))
-        for (const Message& correction : *corrections)
-            said += m_session.text(correction);
+    for (const Message& correction : correctionsIn(before, setup(), step))
+        said += m_session.text(correction);
     emit corrected(said.join(", "));
 }
 
@@ -316,7 +303,7 @@ RoomViewContent Editor::roomViewContent(bool aimingLines) const
     content.bassBox = {array().GBGetBassBox(), array().GFAGetBassBoxCoord(),
                        m_session.state().settings.ShowDelay == 1};
     content.aWeighted = m_view.levels.aWeighted;
-    if (content.map && m_session.state().settings.MapRange == MapRange::Audience)
+    if (content.map && m_session.state().settings.map.range == MapRange::Audience)
         content.audienceMeanDb = audienceMean(areaFigures());
     if (m_view.levels.mapType != LevelChoiceForm::Detailed)
         content.fohDb = levelsAlong(fohLine(room()), 1).front();

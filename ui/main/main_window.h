@@ -4,6 +4,7 @@
 #include "main/project_commands.h"
 #include "main/setup_page.h"
 #include "main/status_line.h"
+#include "main/step_places.h"
 #include "shell/calculator_window.h"
 
 #include <QAction>
@@ -34,13 +35,14 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    enum Page { RoomTab, SetupTab, RiggingTab, SubArrayTab };
-
     void makeMenus();
     void makeKeys();
-    void selectNextArea();
-    QAction* command(QMenu* menu, const QString& name, Text text, const std::function<void()>& run,
-                     const QKeySequence& keys = {});
+    void showCommands();
+    void showArea(int number);
+    /// In a menu, or in the window alone, with that number in its text.
+    QAction* command(QWidget* where, const QString& name, Text text,
+                     const std::function<void()>& run, const QKeySequence& keys = {},
+                     int number = 0);
     QMenu* submenu(QMenu* parent, const char* name, Text text);
     void showTexts();
     void showTitle();

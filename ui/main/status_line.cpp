@@ -17,7 +17,7 @@ ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 }
 
-void ElidedLabel::show(const QString& text, const QString& meaning)
+void ElidedLabel::tell(const QString& text, const QString& meaning)
 {
     m_what = meaning;
     setText(text);
@@ -67,7 +67,6 @@ StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
     part("lblStatusWeight", m_weight);
     part("lblStatusTilt", m_tilt);
     part("lblStatusData", m_data);
-    connect(&editor.session(), &Session::LanguageChanged, this, &StatusLine::display);
     connect(&editor, &Editor::levelsChosen, this, &StatusLine::display);
 }
 
@@ -111,13 +110,13 @@ void StatusLine::changeEvent(QEvent* event)
 
 void StatusLine::say(const QString& text)
 {
-    m_said->show(text, {});
+    m_said->tell(text, {});
     arrange();
 }
 
 void StatusLine::refreshData()
 {
-    m_data->show(qtText(statusTexts(m_editor.statusFacts(false)).data),
+    m_data->tell(qtText(statusTexts(m_editor.statusFacts(false)).data),
                  m_editor.session().text(Text::StatusDataTip));
     arrange();
 }
@@ -126,7 +125,7 @@ void StatusLine::display()
 {
     const StatusTexts texts = statusTexts(m_editor.statusFacts());
     const auto show = [this](ElidedLabel* label, const std::string& text, Text meaning) {
-        label->show(qtText(text), m_editor.session().text(meaning));
+        label->tell(qtText(text), m_editor.session().text(meaning));
     };
     show(m_foh, texts.foh, Text::StatusFohTip);
     show(m_spread, texts.spread, Text::StatusSpreadTip);

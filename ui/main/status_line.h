@@ -13,7 +13,7 @@ public:
     explicit ElidedLabel(const QString& name, QWidget* parent);
 
     /// The text, and what it means, which the tip says.
-    void show(const QString& text, const QString& meaning);
+    void tell(const QString& text, const QString& meaning);
     QSize minimumSizeHint() const override;
 
 protected:

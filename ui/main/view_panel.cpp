@@ -143,6 +143,7 @@ QWidget* ViewPanel::controlsFrame()
 /// In a column beside the curve, or in fewer rows below it.
 void ViewPanel::arrangeControls(bool below)
 {
+    m_bottom->setOrientation(below ? Qt::Vertical : Qt::Horizontal);
     auto* layout = static_cast<QGridLayout*>(fraSPLControls->layout());
     const auto place = [layout](QWidget* control, int row, int column, int columns = 1) {
         layout->addWidget(control, row, column, 1, columns); // moves one that has a place
@@ -178,10 +179,8 @@ void ViewPanel::arrange()
     const bool below =
         width() - m_columnWidth - m_bottom->handleWidth() < std::max(kNarrowestCurve, width() / 2);
     updateGeometry();
-    if (below == (m_bottom->orientation() == Qt::Vertical))
-        return;
-    m_bottom->setOrientation(below ? Qt::Vertical : Qt::Horizontal);
-    arrangeControls(below);
+    if (below != (m_bottom->orientation() == Qt::Vertical))
+        arrangeControls(below);
 }
 
 /// Of the controls below the curve: where they do not fit beside it they move.
@@ -202,8 +201,7 @@ void ViewPanel::changeEvent(QEvent* event)
     Page::changeEvent(event);
     if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
         return;
-    m_bottom->setOrientation(Qt::Horizontal); // its column is measured anew
-    arrangeControls(false);
+    arrangeControls(false); // its column is measured anew
     QTimer::singleShot(0, this, &ViewPanel::arrange);
 }
 
@@ -346,7 +344,6 @@ void ViewPanel::showTexts()
     CalcAll_cmd->setText(text(Text::CalculateAll));
     Optimize_cmd->setText(text(Text::Optimize));
     display();
-    m_bottom->setOrientation(Qt::Horizontal);
     arrangeControls(false);
     arrange();
 }

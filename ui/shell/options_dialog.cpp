@@ -197,17 +197,18 @@ QGroupBox* OptionsDialog::appearanceFrame()
 QGroupBox* OptionsDialog::mapColoursFrame()
 {
     fraMapColours = named<QGroupBox>("fraMapColours", this);
-    cmbMapColours = list("cmbMapColours", fraMapColours,
-                         [this](int index) { m_form.mapColours = static_cast<MapColours>(index); });
+    cmbMapColours = list("cmbMapColours", fraMapColours, [this](int index) {
+        m_form.map.colours = static_cast<MapColours>(index);
+    });
     cmbMapRange = list("cmbMapRange", fraMapColours,
-                       [this](int index) { m_form.mapRange = static_cast<MapRange>(index); });
+                       [this](int index) { m_form.map.range = static_cast<MapRange>(index); });
     lblMapColours = named<QLabel>("lblMapColours", fraMapColours);
     lblMapColours->setBuddy(cmbMapColours);
     lblMapRange = named<QLabel>("lblMapRange", fraMapColours);
     lblMapRange->setBuddy(cmbMapRange);
     chkContours = named<QCheckBox>("chkContours", fraMapColours);
     connect(chkContours, &QCheckBox::clicked, this, [this](bool checked) {
-        m_form.contours = checked;
+        m_form.map.contours = checked;
         updateApplyButton();
     });
     auto* layout = new QGridLayout(fraMapColours);
@@ -296,9 +297,9 @@ void OptionsDialog::showItems(QComboBox& box, std::initializer_list<Text> items)
 void OptionsDialog::display()
 {
     cmbAppearance->setCurrentIndex(static_cast<int>(m_form.appearance));
-    cmbMapColours->setCurrentIndex(static_cast<int>(m_form.mapColours));
-    cmbMapRange->setCurrentIndex(static_cast<int>(m_form.mapRange));
-    chkContours->setChecked(m_form.contours);
+    cmbMapColours->setCurrentIndex(static_cast<int>(m_form.map.colours));
+    cmbMapRange->setCurrentIndex(static_cast<int>(m_form.map.range));
+    chkContours->setChecked(m_form.map.contours);
     Meters_opt[m_form.metres ? 0 : 1]->setChecked(true);
     AutoCor_opt[m_form.autoCorrect ? 0 : 1]->setChecked(true);
     optTempUnit[m_form.celsius ? 0 : 1]->setChecked(true);

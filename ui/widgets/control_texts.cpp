@@ -2,6 +2,7 @@
 
 #include "widgets/controls.h"
 
+#include <QHash>
 #include <QScrollBar>
 
 namespace orva::ui {
@@ -120,8 +121,12 @@ constexpr ControlText kTexts[] = {
 
 void explainControls(QWidget& window, const Session& session)
 {
+    QHash<QString, QWidget*> byName;
+    for (QWidget* widget : window.findChildren<QWidget*>())
+        if (!byName.contains(widget->objectName()))
+            byName.insert(widget->objectName(), widget);
     const auto explain = [&](const QString& control, const ControlText& texts, int index) {
-        auto* widget = window.findChild<QWidget*>(control);
+        QWidget* widget = byName.value(control);
         if (!widget)
             return;
         const auto text = [&](Text id) {

@@ -33,11 +33,8 @@ TextOptions Session::textOptions() const
 
 DrawingOptions Session::drawingOptions() const
 {
-    return {textOptions(),
-            m_state.settings.GridUnit_Room,
-            m_state.settings.GridUnit_Rigging,
-            m_state.settings.GridUnit_Area,
-            {m_state.settings.MapColours, m_state.settings.MapRange, m_state.settings.Contours}};
+    return {textOptions(), m_state.settings.GridUnit_Room, m_state.settings.GridUnit_Rigging,
+            m_state.settings.GridUnit_Area, m_state.settings.map};
 }
 
 QString minutesAndSeconds(double seconds)
