@@ -142,17 +142,15 @@ void MainWindow::makeKeys()
     key("keyOptimize", Text::KeyOptimize, "F6", press("Optimize_cmd"));
     key("keyAim", Text::KeyAim, "F7", press("cmdAuto"));
     key("keyLock", Text::KeyLock, "F8", press("Lock_chk"));
-    key("keyNextArea", Text::KeyNextArea, "F3", [this] {
-        showArea(m_editor.view().SelectedArea % m_editor.room().GIGetNumAreas() + 1);
-    });
+    key("keyNextArea", Text::KeyNextArea, "F3",
+        [this] { showArea(m_editor.view().SelectedArea % m_editor.room().GIGetNumAreas() + 1); });
     key("keyNextBox", Text::KeyNextBox, "F4", [this] {
         Main_SSTab->setCurrentIndex(SetupTab);
         m_setupPage->focusNextBox();
     });
     for (int area = 1; area <= Room::kAreas; ++area)
         key(
-            elementName("keyArea", area), Text::KeySelectArea,
-            QString("Ctrl+%1").arg(area),
+            elementName("keyArea", area), Text::KeySelectArea, QString("Ctrl+%1").arg(area),
             [this, area] { showArea(area); }, area);
     for (int page = RoomTab; page <= SubArrayTab; ++page)
         key(elementName("keyPage", page), kPageTitles[page], QString("Alt+%1").arg(page + 1),
