@@ -26,7 +26,7 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     MemorySettings store;
-    ui::Session session(store, QCoreApplication::applicationDirPath().toStdString() + "/..");
+    ui::Session session(store, {QCoreApplication::applicationDirPath().toStdString() + "/.."});
     session.state().settings.ShowNewQuery = false;
     if (!LoadSystemData(session.state(), session.programFolder() / "bin"))
         return 1;

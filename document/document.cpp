@@ -85,4 +85,10 @@ void Document::markSaved(std::string path)
     m_path = std::move(path);
 }
 
+void Document::markUnsaved()
+{
+    m_clean.reset();
+    m_modified = true;
+}
+
 } // namespace orva

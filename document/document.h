@@ -47,6 +47,8 @@ public:
     void open(DocumentState state, std::string path);
     /// The state was written to that file.
     void markSaved(std::string path);
+    /// No file holds the state, whatever is done to it, until it is saved.
+    void markUnsaved();
     /// Whether the state is not the one that was opened or saved last.
     bool modified() const { return m_modified; }
     /// Its file; empty for none.
@@ -56,7 +58,7 @@ private:
     Changes become(DocumentState state);
 
     DocumentState m_state;
-    DocumentState m_clean;
+    std::optional<DocumentState> m_clean = DocumentState{}; ///< as its file has it
     bool m_modified = false;
     std::string m_path;
     History m_history;

@@ -15,4 +15,7 @@ double powerOfLevel(double levelDb);
 void weightedLevels(std::span<const float* const> planes, std::span<const float> factors,
                     std::span<float> levels);
 
+/// Name of those vectors: "AVX2".
+const char* vectorTarget();
+
 } // namespace orva

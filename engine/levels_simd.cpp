@@ -48,6 +48,11 @@ void weightedLevelsHere(std::span<const float* const> planes, std::span<const fl
     }
 }
 
+const char* vectorTargetHere()
+{
+    return hwy::TargetName(HWY_TARGET);
+}
+
 } // namespace orva::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -55,11 +60,17 @@ HWY_AFTER_NAMESPACE();
 namespace orva {
 
 HWY_EXPORT(weightedLevelsHere);
+HWY_EXPORT(vectorTargetHere);
 
 void weightedLevels(std::span<const float* const> planes, std::span<const float> factors,
                     std::span<float> levels)
 {
     HWY_DYNAMIC_DISPATCH(weightedLevelsHere)(planes, factors, levels);
+}
+
+const char* vectorTarget()
+{
+    return HWY_DYNAMIC_DISPATCH(vectorTargetHere)();
 }
 
 } // namespace orva

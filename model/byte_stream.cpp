@@ -17,12 +17,12 @@ Result<Done> ByteReader::need(std::size_t count, Text block) const
         std::string(m_name)};
 }
 
-std::uint32_t ByteReader::unsignedField(std::size_t size)
+std::uint64_t ByteReader::unsignedField(std::size_t size)
 {
     assert(m_bytes.size() - m_offset >= size);
-    std::uint32_t value = 0;
+    std::uint64_t value = 0;
     for (std::size_t i = 0; i < size; ++i)
-        value |= std::to_integer<std::uint32_t>(m_bytes[m_offset + i]) << (8 * i);
+        value |= std::to_integer<std::uint64_t>(m_bytes[m_offset + i]) << (8 * i);
     m_lastField = m_offset;
     m_offset += size;
     return value;
@@ -35,12 +35,17 @@ std::int16_t ByteReader::i16()
 
 std::int32_t ByteReader::i32()
 {
-    return std::bit_cast<std::int32_t>(unsignedField(4));
+    return std::bit_cast<std::int32_t>(static_cast<std::uint32_t>(unsignedField(4)));
 }
 
 float ByteReader::f32()
 {
-    return std::bit_cast<float>(unsignedField(4));
+    return std::bit_cast<float>(static_cast<std::uint32_t>(unsignedField(4)));
+}
+
+double ByteReader::f64()
+{
+    return std::bit_cast<double>(unsignedField(8));
 }
 
 std::string ByteReader::chars(std::size_t count)
@@ -67,7 +72,7 @@ Error ByteReader::error(Message what) const
     return {std::move(what), std::string(m_name) + ", byte " + std::to_string(m_lastField)};
 }
 
-void ByteWriter::unsignedField(std::uint32_t value, std::size_t size)
+void ByteWriter::unsignedField(std::uint64_t value, std::size_t size)
 {
     for (std::size_t i = 0; i < size; ++i)
         m_bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
@@ -86,6 +91,11 @@ void ByteWriter::i32(std::int32_t value)
 void ByteWriter::f32(float value)
 {
     unsignedField(std::bit_cast<std::uint32_t>(value), 4);
+}
+
+void ByteWriter::f64(double value)
+{
+    unsignedField(std::bit_cast<std::uint64_t>(value), 8);
 }
 
 void ByteWriter::f32(std::span<const float> values)

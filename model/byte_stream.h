@@ -27,6 +27,7 @@ public:
     std::int16_t i16();
     std::int32_t i32();
     float f32();
+    double f64();
     std::string chars(std::size_t count);
 
     /// Fills `values`; an error if one of them is not a finite number.
@@ -36,7 +37,7 @@ public:
     Error error(Message what) const;
 
 private:
-    std::uint32_t unsignedField(std::size_t size);
+    std::uint64_t unsignedField(std::size_t size);
 
     std::span<const std::byte> m_bytes;
     std::string_view m_name;
@@ -50,13 +51,14 @@ public:
     void i16(std::int16_t value);
     void i32(std::int32_t value);
     void f32(float value);
+    void f64(double value);
     void f32(std::span<const float> values);
     void chars(std::string_view text);
 
     const std::vector<std::byte>& bytes() const { return m_bytes; }
 
 private:
-    void unsignedField(std::uint32_t value, std::size_t size);
+    void unsignedField(std::uint64_t value, std::size_t size);
 
     std::vector<std::byte> m_bytes;
 };

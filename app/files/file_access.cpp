@@ -231,6 +231,16 @@ Result<Done> PendingFiles::close(File& file)
     return Done{};
 }
 
+namespace {
+
+bool sameContent(const struct stat& a, const struct stat& b)
+{
+    return a.st_ino == b.st_ino && a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
+           a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
+} // namespace
+
 Result<Done> PendingFiles::place(File& file)
 {
     if (!file.replaced)
@@ -240,6 +250,12 @@ Result<Done> PendingFiles::place(File& file)
         if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP || errno == ENOENT)
             return placeByLink(file);
         return failed(Text::NotWrittenBecause, "rename", file.path);
+    }
+    // Whoever wrote it since it was looked at does not lose that.
+    struct stat old = {};
+    if (m_disk.lstat(file.temporary, old) == 0 && !sameContent(old, *file.replaced)) {
+        m_disk.exchange(file.temporary, file.target);
+        return Error{Message(Text::WrittenMeanwhile), file.path};
     }
     file.old = std::exchange(file.temporary, {});
     file.placed = true;

@@ -52,25 +52,37 @@ bool isToolkits(std::string_view argument)
 
 Result<StartOptions> startOptions(std::span<const std::string> arguments)
 {
-    constexpr std::string_view kLanguage = "--language";
     StartOptions options;
     bool onlyFiles = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
+        // "--name VALUE" or "--name=VALUE"; empty where the value lacks
+        std::string value;
+        const auto takesValue = [&](const std::string& name) {
+            if (argument == name && i + 1 < arguments.size())
+                value = arguments[++i];
+            else if (argument.starts_with(name + "="))
+                value = argument.substr(name.size() + 1);
+            else
+                return argument == name;
+            return true;
+        };
         if (!onlyFiles && argument == "--") {
             onlyFiles = true;
         } else if (onlyFiles || argument.empty() || argument[0] != '-') {
             if (options.file)
                 return Error{"one project at a time", argument};
             options.file = argument;
-        } else if (argument == kLanguage || argument.starts_with(std::string(kLanguage) + "=")) {
-            const bool apart = argument == kLanguage;
-            if (apart && i + 1 == arguments.size())
+        } else if (takesValue("--language")) {
+            if (value.empty())
                 return Error{"which language? (en, de)", argument};
-            const std::string name = apart ? arguments[++i] : argument.substr(kLanguage.size() + 1);
-            options.language = languageNamed(name);
+            options.language = languageNamed(value);
             if (!options.language)
-                return Error{"no such language (en, de)", name};
+                return Error{"no such language (en, de)", value};
+        } else if (takesValue("--log")) {
+            if (value.empty())
+                return Error{"which file?", argument};
+            options.log = value;
         } else if (isToolkits(argument)) {
             ++i;
         } else if (!takeSwitch(options, argument)) {
@@ -88,6 +100,7 @@ std::string startHelp()
            "  --version            print the version\n"
            "  --language en|de     the language of this run\n"
            "  --no-splash          start without the splash screen's wait\n"
+           "  --log FILE           write what happens there instead of to the state folder\n"
            "  --reset-settings     set the stored options aside and start with the first ones\n";
 }
 

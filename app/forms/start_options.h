@@ -16,6 +16,7 @@ struct StartOptions {
     bool resetSettings = false; ///< the store is set aside, not lost
     bool noSplash = false;
     std::optional<Language> language; ///< of this run
+    std::optional<std::string> log{}; ///< the file that the log goes to
     std::optional<std::string> file;  ///< a path or a file URL, as given
 };
 

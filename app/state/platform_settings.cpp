@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <QLockFile>
 #include <QSettings>
 #include <QStringList>
 
@@ -24,6 +25,15 @@ public:
     void setValue(std::string_view section, std::string_view key, std::string_view text) override
     {
         m_settings.setValue(path(section, key), fromUtf8(text));
+    }
+
+    Result<Done> exchange(const std::function<void()>& change) override
+    {
+        QLockFile lock(m_settings.fileName() + ".exchange");
+        constexpr int kPatienceMs = 2000; // then rather at once than never
+        lock.tryLock(kPatienceMs);
+        m_settings.sync();
+        return SettingsStore::exchange(change);
     }
 
     Result<Done> flush() override

@@ -47,4 +47,14 @@ void RecentFiles::SaveRecentFiles(SettingsStore& store) const
         store.setValue(kSection, std::to_string(i), m_paths[i]);
 }
 
+void RecentFiles::change(SettingsStore& store, const std::function<void(RecentFiles&)>& edit)
+{
+    // What cannot be stored is told at the end of the program.
+    (void)store.exchange([&] {
+        LoadRecentFiles(store);
+        edit(*this);
+        SaveRecentFiles(store);
+    });
+}
+
 } // namespace orva

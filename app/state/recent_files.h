@@ -22,6 +22,8 @@ public:
     void LoadRecentFiles(const SettingsStore& store);
     /// Stored paths beyond those of the list stay as they are.
     void SaveRecentFiles(SettingsStore& store) const;
+    /// Changes the stored list, which others may have changed, and takes it over.
+    void change(SettingsStore& store, const std::function<void(RecentFiles&)>& edit);
 
 private:
     std::vector<std::string> m_paths;

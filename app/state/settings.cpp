@@ -1,5 +1,6 @@
 #include "app/state/settings.h"
 
+#include "app/state/memory_settings.h"
 #include "engine/acoustics.h"
 #include "model/systems.h"
 
@@ -125,6 +126,19 @@ void SaveSettings(const Settings& settings, SettingsStore& store)
     forEachField(settings, WriteField{store});
     const bool compact = settings.newSystem == kCompactSystem;
     WriteField{store}("NewCompact", compact);
+}
+
+void SaveChangedSettings(const Settings& settings, const Settings& stored, SettingsStore& store)
+{
+    MemorySettings before;
+    MemorySettings now;
+    SaveSettings(stored, before);
+    SaveSettings(settings, now);
+    for (const auto& [place, text] : now.values) {
+        const std::string_view key = std::string_view(place).substr(place.find('/') + 1);
+        if (before.values.at(place) != text || !store.value(kSection, key))
+            store.setValue(kSection, key, text);
+    }
 }
 
 } // namespace orva

@@ -4,6 +4,7 @@
 #include "model/result.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,6 +52,13 @@ public:
                                              std::string_view key) const = 0;
     virtual void setValue(std::string_view section, std::string_view key,
                           std::string_view text) = 0;
+    /// Reads what others wrote, runs `change` and brings what it set to where it is kept, with
+    /// nobody between.
+    virtual Result<Done> exchange(const std::function<void()>& change)
+    {
+        change();
+        return flush();
+    }
     /// Brings what was set to where it is kept; an error says why it could not.
     virtual Result<Done> flush() = 0;
 };
@@ -69,5 +77,8 @@ Settings LoadSettings(const SettingsStore& store);
 
 /// Writes every key. Numbers are written with ".".
 void SaveSettings(const Settings& settings, SettingsStore& store);
+/// Writes the keys of what differs from `stored`, and those that the store lacks: what another
+/// program has written meanwhile stays.
+void SaveChangedSettings(const Settings& settings, const Settings& stored, SettingsStore& store);
 
 } // namespace orva

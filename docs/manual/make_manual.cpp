@@ -119,7 +119,7 @@ bool makeManual(const QString& texts, const QString& project, const std::filesys
                 const QString& output)
 {
     MemorySettings store;
-    ui::Session session(store, programs);
+    ui::Session session(store, {programs});
     session.state().settings.ShowNewQuery = false;
     if (!LoadSystemData(session.state(), programs / "bin"))
         return false;

@@ -20,6 +20,7 @@ TEST(StartOptions, ArgumentsOfTheWindow)
         {{"--no-splash", "file:///tmp/a%20b.lad"}, "file:///tmp/a%20b.lad", {}, "s"},
         {{"--language", "DE", "x.lad"}, "x.lad", Language::German, ""},
         {{"--language=english"}, "", Language::English, ""},
+        {{"--log", "l.txt", "--log=m.txt", "a.lad"}, "a.lad", {}, "m.txt"},
         {{"-platform", "xcb", "a.lad"}, "a.lad", {}, ""},
         {{"-h"}, "", {}, "h"},
         {{"--version", "--reset-settings", "--help"}, "", {}, "hvr"}};
@@ -28,9 +29,10 @@ TEST(StartOptions, ArgumentsOfTheWindow)
         ASSERT_TRUE(options);
         EXPECT_EQ(options->file.value_or(""), test.file);
         EXPECT_EQ(options->language, test.language);
-        const std::string switches =
-            std::string(options->help ? "h" : "") + (options->version ? "v" : "") +
-            (options->resetSettings ? "r" : "") + (options->noSplash ? "s" : "");
+        const std::string switches = std::string(options->help ? "h" : "") +
+                                     (options->version ? "v" : "") +
+                                     (options->resetSettings ? "r" : "") +
+                                     (options->noSplash ? "s" : "") + options->log.value_or("");
         EXPECT_EQ(switches, test.switches);
     }
     const std::pair<std::vector<std::string>, const char*> wrong[] = {
@@ -38,6 +40,7 @@ TEST(StartOptions, ArgumentsOfTheWindow)
         {{"--nosplash"}, "--nosplash: unknown option"},
         {{"-x"}, "-x: unknown option"},
         {{"--language"}, "--language: which language? (en, de)"},
+        {{"--log"}, "--log: which file?"},
         {{"--language=fr"}, "fr: no such language (en, de)"}};
     for (const auto& [arguments, message] : wrong) {
         const Result<StartOptions> options = startOptions(arguments);

@@ -1,5 +1,6 @@
 #include "document/document.h"
 #include "document/setup_edit.h"
+#include "document/state_bytes.h"
 
 #include <random>
 
@@ -64,8 +65,12 @@ TEST(Document, UndoneEditsGiveEveryStateBackAndRedoneOnesToo)
         for (int step = 0; step < 40; ++step) {
             const Changes changes = document.edit(
                 kSplay, [&](DocumentState& state) { return editSomething(state, random); });
-            if (changes.any())
-                states.push_back(document.state());
+            if (!changes.any())
+                continue;
+            states.push_back(document.state());
+            const Result<DocumentState> read = readState(writeState(document.state()), "r");
+            ASSERT_TRUE(read) << read.error().text();
+            ASSERT_EQ(*read, document.state());
         }
         ASSERT_GT(states.size(), 10U);
         for (std::size_t i = states.size() - 1; i > 0; --i) {

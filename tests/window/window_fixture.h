@@ -4,6 +4,7 @@
 #include "main/main_window.h"
 #include "shell/calculator_window.h"
 #include "shell/options_dialog.h"
+#include "shell/recover_dialog.h"
 #include "shell/small_dialogs.h"
 #include "widgets/controls.h"
 
@@ -79,8 +80,11 @@ protected:
         AboutDialog about(session, window.get());
         CalculatorWindow calculator(session, window.get());
         SystemDialog system(session, window.get());
+        std::vector<LeftBehind> left;
+        left.push_back({{}, {}, {}, {{}, "/a/folder/of/projects/theatre.lad"}});
+        RecoverDialog recover(session, left, window.get());
         for (QWidget* dialog :
-             std::initializer_list<QWidget*>{&options, &about, &calculator, &system}) {
+             std::initializer_list<QWidget*>{&options, &about, &calculator, &system, &recover}) {
             SCOPED_TRACE(dialog->objectName().toStdString());
             dialog->show();
             QTest::qWait(10);
@@ -101,7 +105,7 @@ protected:
 
     MemorySettings store;
     QTemporaryDir programFolder;
-    Session session{store, programFolder.path().toStdString()};
+    Session session{store, {programFolder.path().toStdString()}};
     std::unique_ptr<MainWindow> window;
     QString asked;
 };

@@ -252,6 +252,14 @@ void Editor::open(Project project, const std::string& path)
     replace(documentOf(std::move(project)), path);
 }
 
+void Editor::recover(DocumentState state, const std::string& path)
+{
+    m_view.fitLine.reset();
+    replace(std::move(state), path);
+    m_document.markUnsaved();
+    emit modifiedChanged();
+}
+
 void Editor::markSaved(const std::string& path)
 {
     m_document.markSaved(path);

@@ -66,6 +66,8 @@ public:
     void SetNewProject();
     /// Another project, read from that file; ends the lock.
     void open(Project project, const std::string& path);
+    /// Work that was never saved, of that file; empty: of none.
+    void recover(DocumentState state, const std::string& path);
     void markSaved(const std::string& path);
 
     // What is looked at.

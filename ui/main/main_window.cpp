@@ -7,6 +7,7 @@
 #include "main/sub_array_page.h"
 #include "shell/options_dialog.h"
 #include "shell/pictures.h"
+#include "shell/recover_dialog.h"
 #include "shell/small_dialogs.h"
 #include "widgets/accessible_list.h"
 #include "widgets/appearance.h"
@@ -32,6 +33,11 @@ namespace orva::ui {
 namespace {
 
 constexpr int kWidestPath = 480; ///< pixels in the menu
+
+std::filesystem::path recoveryFolder(const Session& session)
+{
+    return session.folders().state / "recovery";
+}
 
 } // namespace
 
@@ -100,6 +106,13 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
         m_corrections = what;
         showStatus();
     });
+    if (!session.folders().state.empty()) {
+        m_recovery = std::make_unique<RecoveryKeeper>(m_editor, recoveryFolder(session));
+        connect(m_recovery.get(), &RecoveryKeeper::failed, this, [this](const Error& why) {
+            m_corrections = m_session.text(Text::RecoveryFailed).arg(m_session.text(why));
+            showStatus();
+        });
+    }
     connect(&session, &Session::LanguageChanged, this, &MainWindow::showTexts);
     showTexts();
     showRecentFiles();
@@ -147,11 +160,35 @@ MainWindow::~MainWindow()
 
 void MainWindow::begin(const QString& file)
 {
-    if (file.isEmpty() && m_session.state().settings.ShowNewQuery)
+    if (recover())
+        return;
+    if (file.isEmpty() && m_session.state().settings.ShowNewQuery) {
         SystemDialog(m_session, this).exec();
+        (void)m_session.storeSettings(); // told at the end of the program
+    }
     m_editor.SetNewProject();
     if (!file.isEmpty())
         QTimer::singleShot(0, this, [this, file] { openFile(file); }); // over the window
+}
+
+/// Offers what has been left behind; whether the user took some of it.
+bool MainWindow::recover()
+{
+    if (!m_recovery)
+        return false;
+    Found found = findLeftBehind(recoveryFolder(m_session));
+    for (const Message& damaged : found.damaged)
+        showMessage(this, m_session.text(damaged));
+    if (found.left.empty())
+        return false;
+    std::optional<LeftBehind> chosen = RecoverDialog(m_session, found.left, this).chosen();
+    if (!chosen)
+        return false;
+    m_editor.recover(chosen->unsaved.state, chosen->unsaved.path);
+    m_recovery->takeOver(std::move(*chosen));
+    m_statusText = Text::Recovered;
+    showStatus();
+    return true;
 }
 
 /// A project, or loudspeaker data.
@@ -287,6 +324,7 @@ void MainWindow::generalOptions()
         useAppearance(now.Appearance);
         const bool onlyLook = sameButForLooks(before, now);
         before = now;
+        (void)m_session.storeSettings(); // told at the end of the program
         if (onlyLook) {
             m_editor.redrawViews();
             return;
@@ -345,11 +383,17 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
+void MainWindow::endUnasked()
+{
+    if (m_recovery)
+        m_recovery->writeNow();
+    (void)m_session.storeSettings();
+}
+
 void MainWindow::AppShutdown()
 {
-    m_commands->recentFiles().SaveRecentFiles(m_session.store());
-    SaveSettings(m_session.state().settings, m_session.store());
-    if (const Result<Done> stored = m_session.store().flush(); !stored)
+    m_recovery.reset(); // a proper end
+    if (const Result<Done> stored = m_session.storeSettings(); !stored)
         showMessage(this, m_session.text(Text::OptionsNotStored), kProgramTitle,
                     m_session.text(stored.error()));
     if (m_calculator)

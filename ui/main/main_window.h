@@ -2,6 +2,7 @@
 
 #include "main/map_calculator.h"
 #include "main/project_commands.h"
+#include "main/recovery_keeper.h"
 #include "main/setup_page.h"
 #include "main/status_line.h"
 #include "main/step_places.h"
@@ -25,6 +26,8 @@ public:
     /// Asks for the system where the user wants that, and makes the first project.
     /// With a file that is opened instead, where one is named.
     void begin(const QString& file = {});
+    /// The end comes unasked: what is not saved and the options are stored.
+    void endUnasked();
     const Editor& editor() const { return m_editor; }
 
 protected:
@@ -53,6 +56,7 @@ private:
     void fitFrame();
 
     void openFile(const QString& file);
+    bool recover();
     void autoAim();
     void createPrintVersion();
     void exit();
@@ -69,6 +73,7 @@ private:
     ViewPanel* m_views;
     MapCalculator* m_map;
     ProjectCommands* m_commands;
+    std::unique_ptr<RecoveryKeeper> m_recovery;
     QPointer<CalculatorWindow> m_calculator;
     QLabel* lblOverload;
     StatusLine* m_status;

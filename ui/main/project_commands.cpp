@@ -69,6 +69,7 @@ bool ProjectCommands::mayClose(bool mayCancel)
 void ProjectCommands::New(std::int16_t system)
 {
     m_editor.session().state().settings.newSystem = system;
+    (void)m_editor.session().storeSettings(); // told at the end of the program
     guarded([this] {
         m_editor.SetNewProject();
         emit statusChanged(Text::None, {});
@@ -177,9 +178,16 @@ bool ProjectCommands::SaveFile(bool saveAs)
     if (!write(target, projectBytes(m_editor.document().state().project), Text::SaveFailed))
         return false;
     m_editor.markSaved(target.toStdString());
-    m_recentFiles.AddToRecentFiles(m_editor.document().path());
-    emit recentFilesChanged();
+    remember(m_editor.document().path());
     return true;
+}
+
+/// At once, so that several windows share the list.
+void ProjectCommands::remember(const std::string& path)
+{
+    m_recentFiles.change(m_editor.session().store(),
+                         [&](RecentFiles& files) { files.AddToRecentFiles(path); });
+    emit recentFilesChanged();
 }
 
 void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
@@ -205,8 +213,7 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
         return;
     }
     m_editor.open(std::move(loaded->project), name.toStdString());
-    m_recentFiles.AddToRecentFiles(m_editor.document().path());
-    emit recentFilesChanged();
+    remember(m_editor.document().path());
     emit statusChanged(Text::None, {});
 }
 

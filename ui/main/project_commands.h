@@ -52,6 +52,7 @@ private:
                                       const QStringList& filters);
     bool write(const QString& target, const std::string& bytes, Text failed);
     void openFile(const QString& file);
+    void remember(const std::string& path);
 
     Editor& m_editor;
     QWidget* m_window;

@@ -4,6 +4,7 @@
 #include "model/systems.h"
 #include "shell/pictures.h"
 #include "widgets/controls.h"
+#include "widgets/outside_program.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>
@@ -74,11 +75,21 @@ AboutDialog::AboutDialog(Session& session, QWidget* parent) : QDialog(parent), m
     layout->addLayout(bottom);
     bottom->addWidget(logoPicture(this));
     bottom->addStretch();
+    cmdLogFolder = named<QPushButton>("cmdLogFolder", this);
+    cmdLogFolder->setAutoDefault(false);
+    cmdLogFolder->setVisible(!session.folders().logFile.empty());
+    connect(cmdLogFolder, &QPushButton::clicked, this, [this] {
+        const QString folder = QString::fromStdString(m_session.folders().logFile.parent_path());
+        openOutside(folder, this, [this, folder] {
+            showMessage(this, m_session.text(Text::NotOpened).arg(folder));
+        });
+    });
     cmdSysInfo = named<QPushButton>("cmdSysInfo", this);
     cmdOK = named<QPushButton>("cmdOK", this);
     cmdSysInfo->setAutoDefault(false); // Enter is OK, wherever the focus is
     cmdOK->setDefault(true);
     cmdOK->setFocus();
+    bottom->addWidget(cmdLogFolder);
     bottom->addWidget(cmdSysInfo);
     bottom->addWidget(cmdOK);
     connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
@@ -95,6 +106,7 @@ void AboutDialog::showTexts()
     lblDescription->setText(m_session.text(Text::AboutDescription));
     lblDisclaimer->setText(m_session.text(Text::AboutCredit));
     cmdOK->setText(m_session.text(Text::Ok));
+    cmdLogFolder->setText(m_session.text(Text::OpenLogFolder));
     cmdSysInfo->setText(m_session.text(Text::SystemInfo));
 }
 
@@ -173,6 +185,7 @@ void LanguageDialog::ShowDialog(Session& session, bool startup, QWidget* parent)
     const bool show =
         dialog.result() == QDialog::Accepted ? dialog.chkShowOnStartup->isChecked() : asked;
     store.setValue(kLanguageSection, "ShowDialog", show ? "True" : "False");
+    (void)store.flush(); // told at the end of the program
 }
 
 LanguageDialog::LanguageDialog(Session& session, bool showOnStartup, QWidget* parent)

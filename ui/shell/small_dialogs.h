@@ -28,6 +28,7 @@ private:
     QLabel* lblDescription;
     QLabel* lblDisclaimer;
     QPushButton* cmdOK;
+    QPushButton* cmdLogFolder;
     QPushButton* cmdSysInfo;
 };
 

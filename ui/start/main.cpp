@@ -1,8 +1,12 @@
 #include "app/files/program_folder.h"
+#include "app/files/recovery.h"
+#include "app/files/state_folder.h"
 #include "app/forms/start_options.h"
 #include "lang/string_table.h"
 #include "main/main_window.h"
 #include "shell/small_dialogs.h"
+#include "start/emergency.h"
+#include "start/logging.h"
 #include "start/splash_screen.h"
 #include "widgets/appearance.h"
 
@@ -38,7 +42,12 @@ int run(const StartOptions& options)
             return 1;
         }
     const std::unique_ptr<SettingsStore> store = platformSettingsStore();
-    Session session(*store, programFolder(QCoreApplication::applicationDirPath().toStdString()));
+    const Folders folders{
+        programFolder(QCoreApplication::applicationDirPath().toStdString()), stateFolder(),
+        options.log ? std::filesystem::absolute(*options.log) : stateFolder() / "orva.log"};
+    startLog(folders.logFile);
+    logStartFacts();
+    Session session(*store, folders);
     MlInit();
     useAppearance(LoadSettings(*store).Appearance);
     if (options.language)
@@ -59,6 +68,7 @@ int run(const StartOptions& options)
         const Language language = session.state().gLanguageId;
         session.state() = std::move(loaded.state);
         session.state().gLanguageId = language;
+        session.settingsLoaded();
         for (const SpeakerDataLoad& file : *loaded.load)
             if (file.error)
                 showDataFault(session, session.text(Text::LoadDataFailed),
@@ -68,6 +78,7 @@ int run(const StartOptions& options)
     }
 
     MainWindow window(session);
+    const Emergency emergency([&window] { window.endUnasked(); });
     window.begin(options.file ? fileOf(*options.file) : QString());
     window.show();
     return QApplication::exec();

@@ -1,5 +1,7 @@
 #include "widgets/messages.h"
 
+#include "app/files/log.h"
+
 #include <QCloseEvent>
 #include <QKeyEvent>
 
@@ -17,6 +19,7 @@ void showMessage(QWidget* parent, const QString& text, const QString& title, con
     QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(more);
+    qCWarning(logMessages, "%s: %s", qPrintable(text), qPrintable(more));
     box.exec();
 }
 

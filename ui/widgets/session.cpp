@@ -16,9 +16,19 @@ QString qtText(std::string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-Session::Session(SettingsStore& store, std::filesystem::path programFolder)
-    : m_store(store), m_programFolder(std::move(programFolder))
+Session::Session(SettingsStore& store, Folders folders)
+    : m_store(store), m_folders(std::move(folders))
 {
+}
+
+Result<Done> Session::storeSettings()
+{
+    const Settings& now = m_state.settings;
+    const Result<Done> stored =
+        m_store.exchange([&] { SaveChangedSettings(now, m_stored, m_store); });
+    if (stored)
+        m_stored = now;
+    return stored;
 }
 
 std::string_view Session::MlText(Text id) const

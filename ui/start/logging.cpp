@@ -1,0 +1,71 @@
+#include "start/logging.h"
+
+#include "app/files/log.h"
+#include "engine/levels.h"
+
+#include <QDateTime>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSysInfo>
+#include <memory>
+
+#include <unistd.h>
+
+namespace orva::ui {
+
+namespace {
+
+std::unique_ptr<LogFile> logFile;
+QtMessageHandler console = nullptr;
+
+const char* levelName(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return "debug";
+    case QtInfoMsg:
+        return "info";
+    case QtWarningMsg:
+        return "warning";
+    case QtCriticalMsg:
+        return "error";
+    case QtFatalMsg:
+        return "fatal";
+    }
+    return "";
+}
+
+void handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    const std::string_view category = context.category ? context.category : "";
+    if (type != QtDebugMsg)
+        logFile->write(QString("%1 [%2] %3 %4: %5")
+                           .arg(QDateTime::currentDateTime().toString(Qt::ISODateWithMs))
+                           .arg(::getpid())
+                           .arg(levelName(type), context.category ? context.category : "",
+                                QString(text).replace('\n', "; "))
+                           .toStdString());
+    if (!category.starts_with("orva."))
+        console(type, context, text);
+}
+
+} // namespace
+
+void startLog(const std::string& file)
+{
+    logFile = std::make_unique<LogFile>(file);
+    console = qInstallMessageHandler(handle);
+}
+
+void logStartFacts()
+{
+    qCInfo(logStart, "ORVA %s, Qt %s, %s, %s, %s", ORVA_VERSION, qVersion(),
+           qPrintable(QSysInfo::prettyProductName()), qPrintable(QGuiApplication::platformName()),
+           vectorTarget());
+    for (const QScreen* screen : QGuiApplication::screens())
+        qCInfo(logStart, "screen %s: %d x %d at %d, %d, ratio %g", qPrintable(screen->name()),
+               screen->geometry().width(), screen->geometry().height(), screen->geometry().x(),
+               screen->geometry().y(), screen->devicePixelRatio());
+}
+
+} // namespace orva::ui
