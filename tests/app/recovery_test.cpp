@@ -82,8 +82,9 @@ TEST_F(Recovery, AProperEndLeavesNothing)
         ASSERT_TRUE(file.write(recoveryBytes(unsaved(4))));
     }
     EXPECT_EQ(files(), 0U);
-    std::ofstream(folder / "1-2-0.lock");
-    std::ofstream(folder / temporaryName("1-2-0.recovery", 4'194'304, 0));
+    for (const std::string& rest :
+         {std::string("1-2-0.lock"), temporaryName("1-2-0.recovery", 4'194'304, 0)})
+        std::ofstream(folder / rest) << "rest";
     EXPECT_TRUE(findLeftBehind(folder).left.empty());
     EXPECT_EQ(files(), 0U) << "rests of processes that wrote nothing whole";
 }
@@ -95,10 +96,12 @@ TEST_F(Recovery, DamagedFilesAreSetAside)
     std::mt19937 random(1);
     for (int i = 0; i < 400; ++i) {
         std::string damaged = whole;
-        if (i % 2 == 0)
+        if (i % 2 == 0) {
             damaged.resize(random() % whole.size());
-        else
-            damaged[random() % whole.size()] ^= static_cast<char>(1U << random() % 8);
+        } else {
+            char& byte = damaged[random() % whole.size()];
+            byte = static_cast<char>(byte ^ (1 << random() % 8));
+        }
         EXPECT_FALSE(readRecovery(damaged, "r")) << i;
     }
     leave(2);

@@ -24,8 +24,7 @@ Session::Session(SettingsStore& store, Folders folders)
 Result<Done> Session::storeSettings()
 {
     const Settings& now = m_state.settings;
-    const Result<Done> stored =
-        m_store.exchange([&] { SaveChangedSettings(now, m_stored, m_store); });
+    Result<Done> stored = m_store.exchange([&] { SaveChangedSettings(now, m_stored, m_store); });
     if (stored)
         m_stored = now;
     return stored;
