@@ -7,7 +7,6 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSysInfo>
-#include <memory>
 
 #include <unistd.h>
 
@@ -15,7 +14,8 @@ namespace orva::ui {
 
 namespace {
 
-std::unique_ptr<LogFile> logFile;
+/// Stays to the very end: the toolkit may say something after main().
+LogFile* logFile = nullptr;
 QtMessageHandler console = nullptr;
 
 const char* levelName(QtMsgType type)
@@ -53,7 +53,8 @@ void handle(QtMsgType type, const QMessageLogContext& context, const QString& te
 
 void startLog(const std::string& file)
 {
-    logFile = std::make_unique<LogFile>(file);
+    static auto& made = *new LogFile(file);
+    logFile = &made;
     console = qInstallMessageHandler(handle);
 }
 
