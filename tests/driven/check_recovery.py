@@ -149,4 +149,5 @@ def no_place():
 
 
 if __name__ == "__main__":
+    signal.signal(signal.SIGHUP, signal.SIG_DFL)  # under nohup the program would ignore it, as it should
     sys.exit(run([signals, two_windows, no_place, kills]))
