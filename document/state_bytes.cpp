@@ -131,8 +131,7 @@ Result<SetupForm> readSetup(ByteReader& in)
 std::vector<std::byte> writeState(const DocumentState& state)
 {
     ByteWriter out;
-    out.chars(std::string_view(reinterpret_cast<const char*>(writeProject(state.project).data()),
-                               kProjectFileBytes));
+    out.append(writeProject(state.project));
     writeSetup(out, state.setup);
     return out.bytes();
 }

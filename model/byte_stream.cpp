@@ -106,7 +106,11 @@ void ByteWriter::f32(std::span<const float> values)
 
 void ByteWriter::chars(std::string_view text)
 {
-    const auto bytes = std::as_bytes(std::span(text));
+    append(std::as_bytes(std::span(text)));
+}
+
+void ByteWriter::append(std::span<const std::byte> bytes)
+{
     m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
 }
 

@@ -54,6 +54,7 @@ public:
     void f64(double value);
     void f32(std::span<const float> values);
     void chars(std::string_view text);
+    void append(std::span<const std::byte> bytes);
 
     const std::vector<std::byte>& bytes() const { return m_bytes; }
 

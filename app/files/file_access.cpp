@@ -115,6 +115,14 @@ bool isSameFile(const fs::path& a, const fs::path& b)
     return targetA && targetB && *targetA == *targetB;
 }
 
+bool isStillNamed(int descriptor, const fs::path& path)
+{
+    struct stat held = {};
+    struct stat named = {};
+    return ::fstat(descriptor, &held) == 0 && ::stat(path.c_str(), &named) == 0 &&
+           held.st_dev == named.st_dev && held.st_ino == named.st_ino;
+}
+
 PendingFiles::~PendingFiles()
 {
     for (File& file : m_files)

@@ -21,6 +21,9 @@ Result<std::string> readFile(const std::filesystem::path& path, std::size_t limi
 /// Whether both names mean the same file, be it there or not.
 bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
 
+/// Whether the open file is still the one of that name.
+bool isStillNamed(int descriptor, const std::filesystem::path& path);
+
 /// What a save that went well has to tell, each a line: what of an old file could not be kept.
 struct Saved {
     std::vector<Message> notes;

@@ -1,5 +1,7 @@
 #include "app/files/log.h"
 
+#include "app/files/file_access.h"
+
 #include <string>
 #include <utility>
 
@@ -21,7 +23,7 @@ LogFile::~LogFile()
 
 bool LogFile::open()
 {
-    if (m_descriptor >= 0 && current())
+    if (m_descriptor >= 0 && isStillNamed(m_descriptor, m_file))
         return true;
     close();
     std::error_code error;
@@ -37,19 +39,10 @@ void LogFile::close()
         ::close(std::exchange(m_descriptor, -1));
 }
 
-/// Whether the open file is still the one of that name.
-bool LogFile::current() const
-{
-    struct stat held = {};
-    struct stat named = {};
-    return ::fstat(m_descriptor, &held) == 0 && ::stat(m_file.c_str(), &named) == 0 &&
-           held.st_ino == named.st_ino;
-}
-
 /// A full file becomes the one before. Of several processes one does it.
 void LogFile::turnOver()
 {
-    if (::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0 && current())
+    if (::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0 && isStillNamed(m_descriptor, m_file))
         ::rename(m_file.c_str(), (m_file.string() + ".1").c_str());
 }
 

@@ -28,7 +28,6 @@ public:
 private:
     bool open();
     void close();
-    bool current() const;
     void turnOver();
 
     std::mutex m_mutex;

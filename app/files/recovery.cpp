@@ -66,10 +66,7 @@ HeldLock HeldLock::take(const fs::path& file)
     if (descriptor < 0)
         return lock;
     // Whoever held it may have removed the file between the two calls.
-    struct stat held = {};
-    struct stat named = {};
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || ::fstat(descriptor, &held) != 0 ||
-        ::lstat(file.c_str(), &named) != 0 || held.st_ino != named.st_ino) {
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !isStillNamed(descriptor, file)) {
         ::close(descriptor);
         return lock;
     }
@@ -91,8 +88,7 @@ std::string recoveryBytes(const Unsaved& unsaved)
     ByteWriter out;
     out.i32(static_cast<std::int32_t>(unsaved.path.size()));
     out.chars(unsaved.path);
-    const std::vector<std::byte> state = writeState(unsaved.state);
-    out.chars(asText(state));
+    out.append(writeState(unsaved.state));
     const std::string content(asText(out.bytes()));
     return std::string(kMagic) + checkOf(content) + content;
 }

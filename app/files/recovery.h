@@ -19,7 +19,6 @@ public:
     /// where there can be no file.
     static HeldLock take(const std::filesystem::path& file);
     explicit operator bool() const { return m_descriptor >= 0; }
-    const std::filesystem::path& file() const { return m_file; }
     /// Ends it and removes the file.
     void remove();
 

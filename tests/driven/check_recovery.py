@@ -16,22 +16,47 @@ def left(home):
     return sorted(file.name for file in (pathlib.Path(home) / ".local/state/ORVA/recovery").glob("*"))
 
 
-def again(home, *arguments):
-    app = PatientApp([str(BUILD / "orva"), "--no-splash", "--language", "en", *arguments], home=str(home))
+def used_home():
+    """Where the program has run before."""
+    home = folder()
+    started(home=str(home)).close()
+    return home
+
+
+def again(home, **options):
+    app = PatientApp([str(BUILD / "orva"), "--no-splash", "--language", "en"], home=str(home), **options)
     app.wait(lambda: app.exists("dlgRecover") or app.exists("frmNewCorS") or
              (app.exists("frmMain") and app.get("frmMain", "visible")), "a window")
     return app
 
 
-def begun(home):
-    """A start that offers nothing."""
-    app = again(home)
-    assert not app.exists("dlgRecover")
+def new_project(app):
     app.wait_window("frmNewCorS")
     app.click("OKButton")
     app.wait_window("frmMain")
     app.wait_idle()
     return app
+
+
+def begun(home, **options):
+    """A start that offers nothing."""
+    app = again(home, **options)
+    assert not app.exists("dlgRecover")
+    return new_project(app)
+
+
+def recovered(app):
+    app.wait_window("dlgRecover")
+    app.click("cmdRecover")
+    app.wait_window("frmMain")
+    app.wait_idle()
+
+
+def give_up(app):
+    """A proper end without saving."""
+    app.action("mnuExit")
+    app.answer("No")
+    app.wait_exit()
 
 
 def end(app, signal_number):
@@ -41,8 +66,7 @@ def end(app, signal_number):
 
 def kills():
     random.seed(7)
-    home = folder()
-    started(home=str(home)).close()
+    home = used_home()
     for kill in range(KILLS):
         app = begun(home)
         app.tab("Main_SSTab", 1)
@@ -57,16 +81,12 @@ def kills():
         last_before = [width for when, width in edits if died - when >= 2.0][-1:]
         app = again(home)
         if app.exists("dlgRecover"):
-            app.click("cmdRecover")
-            app.wait_window("frmMain")
-            app.wait_idle()
+            recovered(app)
             found = app.text("Cradle_txt(0)")
             whole = allowed | set(last_before)  # or the beginning of one, being typed
             assert any(width.startswith(found) for width in whole), f"kill {kill}: {found} is more than 2 s old"
             equal(app.get("frmMain", "windowModified"), True)
-            app.action("mnuExit")
-            app.answer("No")
-            app.wait_exit()
+            give_up(app)
         else:
             assert not last_before, f"kill {kill}: nothing offered after {died - edits[0][0]:.1f} s"
             app.close()
@@ -74,8 +94,7 @@ def kills():
 
 
 def signals():
-    home = folder()
-    started(home=str(home)).close()
+    home = used_home()
     for number in (signal.SIGTERM, signal.SIGHUP):
         app = begun(home)
         app.action("mnuGenOptions")
@@ -89,26 +108,20 @@ def signals():
         app = again(home)
         app.wait_window("dlgRecover")
         app.click("cmdRecoverLater")
-        app.wait_window("frmNewCorS")
-        app.click("OKButton")
-        app.wait_window("frmMain")
-        app.wait_idle()
+        new_project(app)
         second = again(home)  # the first one no longer looks
         second.wait_window("dlgRecover")
         second.click("cmdDiscard")
         second.answer("Yes")
-        second.wait_window("frmNewCorS")
-        second.click("OKButton")
+        new_project(second)
         for window in (app, second):
-            window.wait_window("frmMain")
             window.action("mnuExit")
             window.wait_exit()
         equal(left(home), [])
 
 
 def two_windows():
-    home = folder()
-    started(home=str(home)).close()
+    home = used_home()
     windows = [begun(home), begun(home)]
     for window, name in zip(windows, ("first", "second")):
         window.tab("Main_SSTab", 0)
@@ -119,25 +132,30 @@ def two_windows():
     names = set()
     for _ in windows:
         app = again(home)
-        app.wait_window("dlgRecover")
-        app.click("cmdRecover")
-        app.wait_window("frmMain")
-        app.wait_idle()
+        recovered(app)
         names.add(app.text("ProjectName_txt").strip())
-        app.action("mnuExit")
-        app.answer("No")
-        app.wait_exit()
+        give_up(app)
     equal(names, {"first", "second"})
     equal(left(home), [])
 
 
+def lost_display():
+    home = used_home()
+    app = begun(home, display="xvfb", screen="1280x800x24")
+    app.tab("Main_SSTab", 1)
+    app.enter("Cradle_txt(0)", "7")
+    app.xvfb.kill()
+    app.process.wait(timeout=30)
+    app = again(home)
+    recovered(app)
+    equal(app.text("Cradle_txt(0)"), "7")
+    give_up(app)
+
+
 def no_place():
-    home = folder()
-    started(home=str(home)).close()
+    home = used_home()
     state = pathlib.Path(home) / ".local/state/ORVA/recovery"
     state.parent.mkdir(parents=True, exist_ok=True)
-    if state.exists():
-        state.rmdir()
     state.write_text("no folder")
     app = begun(home)
     app.tab("Main_SSTab", 1)
@@ -150,4 +168,4 @@ def no_place():
 
 if __name__ == "__main__":
     signal.signal(signal.SIGHUP, signal.SIG_DFL)  # under nohup the program would ignore it, as it should
-    sys.exit(run([signals, two_windows, no_place, kills]))
+    sys.exit(run([signals, lost_display, two_windows, no_place, kills]))

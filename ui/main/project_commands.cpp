@@ -249,14 +249,7 @@ void ProjectCommands::Help()
         showMessage(m_window, m_editor.session().text(Text::HelpMissing));
         return;
     }
-    openFile(file);
-}
-
-void ProjectCommands::openFile(const QString& file)
-{
-    openOutside(file, this, [this, file] {
-        showMessage(m_window, m_editor.session().text(Text::NotOpened).arg(file));
-    });
+    openOutside(m_editor.session(), file, m_window);
 }
 
 void ProjectCommands::SaveRTFFile(double aspect)
@@ -275,7 +268,7 @@ void ProjectCommands::SaveRTFFile(double aspect)
         showMessage(m_window, session.text(Text::ReportFailed), kProgramTitle,
                     session.text(report.error()));
     else if (write(*chosen, *report, Text::ReportFailed))
-        openFile(*chosen);
+        openOutside(session, *chosen, m_window);
 }
 
 } // namespace orva::ui

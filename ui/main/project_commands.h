@@ -51,7 +51,6 @@ private:
     std::optional<QString> fileToSave(const std::string& extension, Text titleText,
                                       const QStringList& filters);
     bool write(const QString& target, const std::string& bytes, Text failed);
-    void openFile(const QString& file);
     void remember(const std::string& path);
 
     Editor& m_editor;

@@ -26,9 +26,18 @@ RecoveryKeeper::~RecoveryKeeper()
         removeLeftBehind(*m_source);
 }
 
-std::string RecoveryKeeper::bytes() const
+/// What the file needs now; it may be done on any thread.
+std::function<Result<Done>()> RecoveryKeeper::due()
 {
-    return recoveryBytes({m_editor.document().state(), m_editor.document().path()});
+    const Document& document = m_editor.document();
+    if (document.modified())
+        return [this, unsaved = Unsaved{document.state(), document.path()}] {
+            return m_file.write(recoveryBytes(unsaved));
+        };
+    return [this]() -> Result<Done> {
+        m_file.remove();
+        return Done{};
+    };
 }
 
 void RecoveryKeeper::takeOver(LeftBehind left)
@@ -54,13 +63,8 @@ void RecoveryKeeper::work()
         return; // its end comes back here
     m_open = false;
     const auto outcome = std::make_shared<Result<Done>>(Done{});
-    if (m_editor.document().modified())
-        m_task.start(
-            [this, outcome, bytes = bytes()](const Task::Stop&) { *outcome = m_file.write(bytes); },
-            [this, outcome] { finished(*outcome); });
-    else
-        m_task.start([this](const Task::Stop&) { m_file.remove(); },
-                     [this, outcome] { finished(*outcome); });
+    m_task.start([outcome, act = due()](const Task::Stop&) { *outcome = act(); },
+                 [this, outcome] { finished(*outcome); });
 }
 
 void RecoveryKeeper::finished(const Result<Done>& written)
@@ -80,12 +84,9 @@ void RecoveryKeeper::finished(const Result<Done>& written)
 
 void RecoveryKeeper::writeNow()
 {
-    m_due.stop();
     if (!m_task.wait(kPatienceMs))
         return; // the disk has not even taken the one before
-    if (!m_editor.document().modified())
-        m_file.remove();
-    else if (const Result<Done> written = m_file.write(bytes()); !written)
+    if (const Result<Done> written = due()(); !written)
         qCWarning(logFiles, "%s", written.error().text().c_str());
 }
 

@@ -26,7 +26,7 @@ signals:
     void failed(const orva::Error& why);
 
 private:
-    std::string bytes() const;
+    std::function<Result<Done>()> due();
     void follow();
     void work();
     void finished(const Result<Done>& written);

@@ -70,17 +70,22 @@ void RecoverDialog::showList()
     lstRecover->setCurrentRow(0);
 }
 
-void RecoverDialog::discard()
+/// The one that is selected; null where none is.
+LeftBehind* RecoverDialog::current()
 {
     const int row = lstRecover->currentRow();
-    if (row < 0 || Question(this,
-                            m_session.text(Text::RecoverDiscardSure)
-                                .arg(entry(m_left.at(static_cast<std::size_t>(row)))),
-                            QMessageBox::Yes | QMessageBox::No)
-                           .exec() != QMessageBox::Yes)
+    return row < 0 ? nullptr : &m_left.at(static_cast<std::size_t>(row));
+}
+
+void RecoverDialog::discard()
+{
+    LeftBehind* unwanted = current();
+    if (!unwanted || Question(this, m_session.text(Text::RecoverDiscardSure).arg(entry(*unwanted)),
+                              QMessageBox::Yes | QMessageBox::No)
+                             .exec() != QMessageBox::Yes)
         return;
-    removeLeftBehind(m_left.at(static_cast<std::size_t>(row)));
-    m_left.erase(m_left.begin() + row);
+    removeLeftBehind(*unwanted);
+    m_left.erase(m_left.begin() + lstRecover->currentRow());
     if (m_left.empty())
         reject();
     else
@@ -89,9 +94,9 @@ void RecoverDialog::discard()
 
 std::optional<LeftBehind> RecoverDialog::chosen()
 {
-    if (exec() != Accepted || lstRecover->currentRow() < 0)
+    if (exec() != Accepted || !current())
         return std::nullopt;
-    return std::move(m_left.at(static_cast<std::size_t>(lstRecover->currentRow())));
+    return std::move(*current());
 }
 
 } // namespace orva::ui

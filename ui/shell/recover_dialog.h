@@ -23,6 +23,7 @@ private:
     void showTexts();
     void showList();
     void discard();
+    LeftBehind* current();
     QString entry(const LeftBehind& left) const;
 
     Session& m_session;

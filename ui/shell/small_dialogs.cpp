@@ -79,10 +79,9 @@ AboutDialog::AboutDialog(Session& session, QWidget* parent) : QDialog(parent), m
     cmdLogFolder->setAutoDefault(false);
     cmdLogFolder->setVisible(!session.folders().logFile.empty());
     connect(cmdLogFolder, &QPushButton::clicked, this, [this] {
-        const QString folder = QString::fromStdString(m_session.folders().logFile.parent_path());
-        openOutside(folder, this, [this, folder] {
-            showMessage(this, m_session.text(Text::NotOpened).arg(folder));
-        });
+        openOutside(m_session,
+                    QString::fromStdString(m_session.folders().logFile.parent_path().string()),
+                    this);
     });
     cmdSysInfo = named<QPushButton>("cmdSysInfo", this);
     cmdOK = named<QPushButton>("cmdOK", this);

@@ -42,9 +42,10 @@ int run(const StartOptions& options)
             return 1;
         }
     const std::unique_ptr<SettingsStore> store = platformSettingsStore();
+    const std::filesystem::path state = stateFolder();
     const Folders folders{
-        programFolder(QCoreApplication::applicationDirPath().toStdString()), stateFolder(),
-        options.log ? std::filesystem::absolute(*options.log) : stateFolder() / "orva.log"};
+        programFolder(QCoreApplication::applicationDirPath().toStdString()), state,
+        options.log ? std::filesystem::absolute(*options.log) : state / "orva.log"};
     startLog(folders.logFile);
     logStartFacts();
     Session session(*store, folders);

@@ -22,8 +22,11 @@ bool openByQt(const QString& file)
 
 } // namespace
 
-void openOutside(const QString& file, QObject* receiver, const std::function<void()>& failed)
+void openOutside(const Session& session, const QString& file, QWidget* window)
 {
+    const auto failed = [&session, file, window] {
+        showMessage(window, session.text(Text::NotOpened).arg(file));
+    };
     const QString opener = QStandardPaths::findExecutable("xdg-open");
     if (opener.isEmpty()) {
         if (!openByQt(file))
@@ -36,12 +39,12 @@ void openOutside(const QString& file, QObject* receiver, const std::function<voi
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardOutputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
-    QObject::connect(process, &QProcess::finished, receiver,
+    QObject::connect(process, &QProcess::finished, window,
                      [failed](int code, QProcess::ExitStatus status) {
                          if (code != 0 || status != QProcess::NormalExit)
                              failed();
                      });
-    QObject::connect(process, &QProcess::errorOccurred, receiver,
+    QObject::connect(process, &QProcess::errorOccurred, window,
                      [failed](QProcess::ProcessError error) {
                          if (error == QProcess::FailedToStart)
                              failed();

@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QObject>
-#include <functional>
+#include "widgets/session.h"
+
+#include <QWidget>
 
 namespace orva::ui {
 
-/// Has the platform open a file with the program for its kind, which outlives this one. `failed` is
-/// called once, at once or later, when none did, as long as `receiver` lives.
-void openOutside(const QString& file, QObject* receiver, const std::function<void()>& failed);
+/// Has the platform open a file or folder with the program for its kind, which outlives this one.
+/// When none did, at once or later, `window` says so as long as it lives.
+void openOutside(const Session& session, const QString& file, QWidget* window);
 
 } // namespace orva::ui
