@@ -51,10 +51,15 @@ std::vector<Message> correctionsIn(const SetupForm& before, const SetupForm& aft
             continue; // nobody sees them
         const int was = (before.*count.list).value();
         const int is = (after.*count.list).value();
-        const bool own = step.text == count.step;
-        if (own == (was == is)) // what the user chose was refused, or another one followed
-            said.emplace_back(own ? Text::CorrectedBack : Text::CorrectedCount,
-                              std::vector<Message>{Message(count.step), number(is)});
+        if (step.text != count.step) {
+            if (was != is)
+                said.emplace_back(Text::CorrectedCount,
+                                  std::vector<Message>{Message(count.step), number(is)});
+        } else if (is != step.number) { // not what the user chose
+            said.emplace_back(
+                was == is ? Text::CorrectedBack : Text::CorrectedFit,
+                std::vector<Message>{Message(count.step), number(is), number(step.number)});
+        }
     }
     const std::vector<int> joints = correctedJoints(before, after, step);
     if (joints.size() == 1)

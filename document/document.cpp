@@ -71,24 +71,25 @@ Changes Document::redo()
     return after ? become(std::move(*after)) : Changes{};
 }
 
-void Document::open(DocumentState state, std::string path)
+void Document::open(DocumentState state, DocumentFile file)
 {
     m_state = std::move(state);
     m_history = History(m_state);
-    markSaved(std::move(path));
+    markSaved(m_state, std::move(file));
 }
 
-void Document::markSaved(std::string path)
+void Document::markSaved(DocumentState state, DocumentFile file)
 {
-    m_clean = m_state;
-    m_modified = false;
-    m_path = std::move(path);
+    m_clean = std::move(state);
+    m_modified = m_state != m_clean;
+    m_file = std::move(file);
 }
 
-void Document::markUnsaved()
+void Document::markUnsaved(std::optional<std::string> fileBytes)
 {
     m_clean.reset();
     m_modified = true;
+    m_file.bytes = std::move(fileBytes);
 }
 
 } // namespace orva

@@ -18,6 +18,16 @@ struct Changes {
 };
 Changes changesBetween(const DocumentState& before, const DocumentState& after);
 
+/// The file of a document.
+struct DocumentFile {
+    std::string path; ///< empty: none
+    /// What it held when it was read or written last, or when the user last decided about it; none:
+    /// it was not there.
+    std::optional<std::string> bytes{};
+
+    friend bool operator==(const DocumentFile&, const DocumentFile&) = default;
+};
+
 /// What is edited: one value, its file, its history. There is one way to change it.
 class Document {
 public:
@@ -44,15 +54,16 @@ public:
     std::optional<StepName> redoName() const { return m_history.redoName(); }
 
     /// Another project, with a history of its own; unchanged.
-    void open(DocumentState state, std::string path);
-    /// The state was written to that file.
-    void markSaved(std::string path);
-    /// No file holds the state, whatever is done to it, until it is saved.
-    void markUnsaved();
+    void open(DocumentState state, DocumentFile file);
+    /// That state, which was current once, was written to that file.
+    void markSaved(DocumentState state, DocumentFile file);
+    /// The file holds something else, and no file the state, whatever is done to it, until it is
+    /// saved.
+    void markUnsaved(std::optional<std::string> fileBytes);
     /// Whether the state is not the one that was opened or saved last.
     bool modified() const { return m_modified; }
-    /// Its file; empty for none.
-    const std::string& path() const { return m_path; }
+    const DocumentFile& file() const { return m_file; }
+    const std::string& path() const { return m_file.path; }
 
 private:
     Changes become(DocumentState state);
@@ -60,7 +71,7 @@ private:
     DocumentState m_state;
     std::optional<DocumentState> m_clean = DocumentState{}; ///< as its file has it
     bool m_modified = false;
-    std::string m_path;
+    DocumentFile m_file;
     History m_history;
     std::uint64_t m_lastGesture = 0;
 };

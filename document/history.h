@@ -24,7 +24,7 @@ struct DocumentState {
 /// What a step is called: "Splay angle 5".
 struct StepName {
     Text text = Text::None;
-    int number = 0; ///< in the text's %1, if it has one
+    int number = 0; ///< in the text's %1, if it has one; the chosen one of a count
 
     Message message() const { return Message(text, {orva::number(number)}); }
     friend bool operator==(const StepName&, const StepName&) = default;

@@ -105,6 +105,15 @@ Result<std::string> readFile(const fs::path& path, std::size_t limit, Disk& disk
     return bytes;
 }
 
+Result<std::optional<std::string>> contentOf(const fs::path& path, std::size_t limit, Disk& disk)
+{
+    std::error_code error;
+    if (!fs::exists(path, error) && !error)
+        return std::optional<std::string>();
+    Result<std::string> bytes = readFile(path, limit, disk);
+    return bytes ? Result<std::optional<std::string>>(std::move(*bytes)) : bytes.error();
+}
+
 bool isSameFile(const fs::path& a, const fs::path& b)
 {
     std::error_code error;
@@ -252,7 +261,7 @@ bool sameContent(const struct stat& a, const struct stat& b)
 Result<Done> PendingFiles::place(File& file)
 {
     if (!file.replaced)
-        return placeByLink(file);
+        return placeNew(file);
     if (m_disk.exchange(file.temporary, file.target) != 0) {
         // Not on every file system, and not when somebody removed the old file.
         if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP || errno == ENOENT)
@@ -266,6 +275,20 @@ Result<Done> PendingFiles::place(File& file)
         return Error{Message(Text::WrittenMeanwhile), file.path};
     }
     file.old = std::exchange(file.temporary, {});
+    file.placed = true;
+    return Done{};
+}
+
+/// Nobody loses a file that has appeared meanwhile.
+Result<Done> PendingFiles::placeNew(File& file)
+{
+    if (m_disk.renameNew(file.temporary, file.target) != 0) {
+        if (errno == EEXIST)
+            return Error{Message(Text::WrittenMeanwhile), file.path};
+        if (m_disk.rename(file.temporary, file.target) != 0)
+            return failed(Text::NotWrittenBecause, "rename", file.path);
+    }
+    file.temporary.clear();
     file.placed = true;
     return Done{};
 }

@@ -18,6 +18,10 @@ namespace orva {
 Result<std::string> readFile(const std::filesystem::path& path, std::size_t limit,
                              Disk& disk = systemDisk());
 
+/// What a name stands for at the moment: the bytes of its file, none where there is no such file.
+Result<std::optional<std::string>> contentOf(const std::filesystem::path& path, std::size_t limit,
+                                             Disk& disk = systemDisk());
+
 /// Whether both names mean the same file, be it there or not.
 bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
 
@@ -65,6 +69,7 @@ private:
     Result<Done> write(File& file, std::string_view bytes);
     Result<Done> close(File& file);
     Result<Done> place(File& file);
+    Result<Done> placeNew(File& file);
     Result<Done> placeByLink(File& file);
     Result<Done> setAside(File& file);
     Result<Done> syncFolder(const File& file);

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kMagic = "ORVA recovery 1\n";
+constexpr std::string_view kMagic = "ORVA recovery 2\n";
 constexpr std::size_t kCheckBytes = 20;
 constexpr std::size_t kMostBytes = 1U << 20U;
 constexpr const char* kEnding = ".recovery";
@@ -83,11 +83,40 @@ void HeldLock::remove()
     ::close(std::exchange(m_descriptor, -1));
 }
 
+namespace {
+
+constexpr std::int32_t kNoText = -1;
+
+void append(ByteWriter& out, const std::optional<std::string>& text)
+{
+    out.i32(text ? static_cast<std::int32_t>(text->size()) : kNoText);
+    out.chars(text.value_or(""));
+}
+
+/// Takes a text with its length off the front; false where it is not whole.
+bool take(std::string_view& content, std::optional<std::string>& text)
+{
+    ByteReader in(asBytes(content), {});
+    if (content.size() < sizeof(std::int32_t))
+        return false;
+    const std::int32_t length = in.i32();
+    content.remove_prefix(sizeof length);
+    if (length == kNoText)
+        return true;
+    if (length < 0 || static_cast<std::size_t>(length) > content.size())
+        return false;
+    text = content.substr(0, static_cast<std::size_t>(length));
+    content.remove_prefix(text->size());
+    return true;
+}
+
+} // namespace
+
 std::string recoveryBytes(const Unsaved& unsaved)
 {
     ByteWriter out;
-    out.i32(static_cast<std::int32_t>(unsaved.path.size()));
-    out.chars(unsaved.path);
+    append(out, unsaved.file.path);
+    append(out, unsaved.file.bytes);
     out.append(writeState(unsaved.state));
     const std::string content(asText(out.bytes()));
     return std::string(kMagic) + checkOf(content) + content;
@@ -96,20 +125,18 @@ std::string recoveryBytes(const Unsaved& unsaved)
 Result<Unsaved> readRecovery(std::string_view bytes, std::string_view name)
 {
     const Error damaged{Message(Text::RecoveryDamaged), std::string(name)};
-    if (bytes.substr(0, kMagic.size()) != kMagic || bytes.size() < kMagic.size() + kCheckBytes + 4)
+    if (bytes.substr(0, kMagic.size()) != kMagic || bytes.size() < kMagic.size() + kCheckBytes)
         return damaged;
     const std::string_view check = bytes.substr(kMagic.size(), kCheckBytes);
-    const std::string_view content = bytes.substr(kMagic.size() + kCheckBytes);
+    std::string_view content = bytes.substr(kMagic.size() + kCheckBytes);
     if (checkOf(content) != check)
         return damaged;
-    ByteReader in(asBytes(content), name);
-    const std::int32_t length = in.i32();
-    if (length < 0 || static_cast<std::size_t>(length) > content.size() - 4)
-        return damaged;
     Unsaved unsaved;
-    unsaved.path = in.chars(static_cast<std::size_t>(length));
-    Result<DocumentState> state =
-        readState(asBytes(content.substr(4 + static_cast<std::size_t>(length))), name);
+    std::optional<std::string> path;
+    if (!take(content, path) || !take(content, unsaved.file.bytes))
+        return damaged;
+    unsaved.file.path = path.value_or("");
+    Result<DocumentState> state = readState(asBytes(content), name);
     if (!state)
         return state.error();
     unsaved.state = std::move(*state);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/files/file_access.h"
-#include "document/history.h"
+#include "document/document.h"
 
 #include <chrono>
 
@@ -27,11 +27,10 @@ private:
     int m_descriptor = -1;
 };
 
-/// A state that is not saved, with the path of its project (empty: none), as it lies in a recovery
-/// file.
+/// A state that is not saved, and its file, as they lie in a recovery file.
 struct Unsaved {
     DocumentState state;
-    std::string path;
+    DocumentFile file;
 };
 
 /// With a check that finds damage.

@@ -28,6 +28,9 @@ public:
     void chooseMapType(MapType type);
     void chooseAveraging(int index);
     void chooseBand(int index);
+    /// As they were chosen, whatever the map type makes of them.
+    int averaging() const { return m_averaging; }
+    int band() const { return m_band; }
     /// The texts in another language; what is selected stays.
     void setLanguage(Language language);
 

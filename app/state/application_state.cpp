@@ -2,21 +2,10 @@
 
 #include "engine/fast_kernel.h"
 #include "engine/literal_kernel.h"
-#include "engine/speaker_data_text.h"
 
 namespace orva {
 
 namespace {
-
-Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file,
-                                           const Directivity& before)
-{
-    // one byte more than is allowed, so that the reader sees that the file is too large
-    const Result<std::string> text = readFile(file, kSpeakerDataMaxBytes + 1);
-    if (!text)
-        return text.error();
-    return ReadSpeakerDataText(*text, before, file.string());
-}
 
 SpeakerDataLoad loadOf(const SpeakerDataReading& reading, const std::filesystem::path& file)
 {
@@ -31,6 +20,16 @@ SpeakerDataLoad loadOf(const SpeakerDataReading& reading, const std::filesystem:
 }
 
 } // namespace
+
+Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file,
+                                           const Directivity& before)
+{
+    // one byte more than is allowed, so that the reader sees that the file is too large
+    const Result<std::string> text = readFile(file, kSpeakerDataMaxBytes + 1);
+    if (!text)
+        return text.error();
+    return ReadSpeakerDataText(*text, before, file.string());
+}
 
 std::shared_ptr<const LevelKernel> ApplicationState::levelKernel()
 {
@@ -121,17 +120,23 @@ Result<Saved> saveProject(const Project& project, const std::filesystem::path& f
     return writeFile(file, projectBytes(project));
 }
 
+SpeakerDataLoad takeSpeakerData(ApplicationState& state, const SpeakerDataReading& reading,
+                                const std::filesystem::path& file)
+{
+    state.speakerData.directivity = reading.directivity;
+    state.directivityChanged();
+    if (reading.bands > 0)
+        state.importedData = file.filename().string();
+    return loadOf(reading, file);
+}
+
 Result<SpeakerDataLoad> importSpeakerData(ApplicationState& state,
                                           const std::filesystem::path& file)
 {
     const Result<SpeakerDataReading> reading = readSpeakerData(file, state.speakerData.directivity);
     if (!reading)
         return reading.error();
-    state.speakerData.directivity = reading->directivity;
-    state.directivityChanged();
-    if (reading->bands > 0)
-        state.importedData = file.filename().string();
-    return loadOf(*reading, file);
+    return takeSpeakerData(state, *reading, file);
 }
 
 } // namespace orva

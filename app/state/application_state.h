@@ -6,6 +6,7 @@
 #include "engine/kernel_tables.h"
 #include "engine/level_kernel.h"
 #include "engine/speaker_data.h"
+#include "engine/speaker_data_text.h"
 #include "lang/language.h"
 #include "model/project_file.h"
 #include "model/result.h"
@@ -81,9 +82,14 @@ std::string projectBytes(const Project& project);
 /// Writes a project.
 Result<Saved> saveProject(const Project& project, const std::filesystem::path& file);
 
-/// Replaces the current directivity by what a speaker data file holds, until the next
-/// SelectSystem(). An error, and nothing changed, when the file cannot be read; the bands that it
-/// holds are taken.
+/// What a speaker data file holds, over that directivity: what it lacks stays. An error when it
+/// cannot be read.
+Result<SpeakerDataReading> readSpeakerData(const std::filesystem::path& file,
+                                           const Directivity& before);
+/// Makes that the current directivity until the next SelectSystem().
+SpeakerDataLoad takeSpeakerData(ApplicationState& state, const SpeakerDataReading& reading,
+                                const std::filesystem::path& file);
+/// Both; an error, and nothing changed, when the file cannot be read.
 Result<SpeakerDataLoad> importSpeakerData(ApplicationState& state,
                                           const std::filesystem::path& file);
 

@@ -27,6 +27,11 @@ void RecentFiles::AddToRecentFiles(const std::string& path)
     m_paths.resize(std::min(m_paths.size(), kMost));
 }
 
+void RecentFiles::remove(const std::string& path)
+{
+    std::erase_if(m_paths, [&](const std::string& listed) { return sameFile(listed, path); });
+}
+
 void RecentFiles::LoadRecentFiles(const SettingsStore& store)
 {
     std::vector<std::string> stored;
@@ -52,8 +57,11 @@ void RecentFiles::change(SettingsStore& store, const std::function<void(RecentFi
     // What cannot be stored is told at the end of the program.
     (void)store.exchange([&] {
         LoadRecentFiles(store);
+        const std::size_t before = m_paths.size();
         edit(*this);
         SaveRecentFiles(store);
+        for (std::size_t removed = m_paths.size(); removed < before; ++removed)
+            store.setValue(kSection, std::to_string(removed), "");
     });
 }
 

@@ -18,6 +18,8 @@ public:
     /// Puts a path at the top; the last of too many drops out.
     void AddToRecentFiles(const std::string& path);
 
+    void remove(const std::string& path);
+
     /// Up to the first missing or empty one of the stored paths, in their order.
     void LoadRecentFiles(const SettingsStore& store);
     /// Stored paths beyond those of the list stay as they are.

@@ -1,5 +1,7 @@
 #include "app/state/task.h"
 
+#include <QCoreApplication>
+
 namespace orva {
 
 Task::~Task()
@@ -33,6 +35,14 @@ void Task::start(std::function<void(const Stop&)> work, std::function<void()> do
 bool Task::wait(int ms)
 {
     return !m_thread || m_thread->wait(static_cast<unsigned long>(ms));
+}
+
+bool Task::tellWithin(int ms)
+{
+    if (!wait(ms))
+        return false;
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    return true;
 }
 
 } // namespace orva

@@ -26,6 +26,8 @@ public:
     bool stopping() const { return m_stop; }
     /// Waits for its end; false when it did not come in time.
     bool wait(int ms);
+    /// Waits as long for its end and tells it at once; false when it did not come in time.
+    bool tellWithin(int ms);
     bool running() const { return m_thread && m_thread->isRunning(); }
 
 private:

@@ -25,7 +25,7 @@ protected:
 
     static Unsaved unsaved(float x)
     {
-        Unsaved made{newDocument(kCompactSystem, true), "/a folder/club.lad"};
+        Unsaved made{newDocument(kCompactSystem, true), {"/a folder/club.lad", "held"}};
         made.state.project.array.GBSetCradleCoord({x, 5});
         return made;
     }
@@ -62,7 +62,7 @@ TEST_F(Recovery, OffersWhatProcessesLeftThatAreGoneAndToOneOnly)
         const float x = left.unsaved.state.project.array.GFAGetCradleCoord()[0];
         EXPECT_TRUE(x == 2 || x == 3);
         EXPECT_EQ(left.unsaved.state, unsaved(x).state);
-        EXPECT_EQ(left.unsaved.path, "/a folder/club.lad");
+        EXPECT_EQ(left.unsaved.file, (DocumentFile{"/a folder/club.lad", "held"}));
     }
     EXPECT_TRUE(findLeftBehind(folder).left.empty()) << "they are being offered";
     removeLeftBehind(found.left.front());

@@ -60,7 +60,7 @@ TEST(Document, UndoneEditsGiveEveryStateBackAndRedoneOnesToo)
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         Document document;
-        document.open(newDocument(seed % 2 == 0 ? kStandardSystem : kCompactSystem, true), "a.lad");
+        document.open(newDocument(seed % 2 == 0 ? kStandardSystem : kCompactSystem, true), {"a.lad"});
         std::vector<DocumentState> states = {document.state()};
         for (int step = 0; step < 40; ++step) {
             const Changes changes = document.edit(
@@ -117,7 +117,7 @@ TEST(Document, SaysWhatChanged)
          "as"}};
     for (const auto& [what, change, wanted] : cases) {
         Document document;
-        document.open(newDocument(kStandardSystem, true), "");
+        document.open(newDocument(kStandardSystem, true), {""});
         EXPECT_EQ(text(document.edit(kSplay, change)), wanted) << what;
         EXPECT_EQ(document.modified(), *wanted != 0) << what;
     }
@@ -126,7 +126,7 @@ TEST(Document, SaysWhatChanged)
 TEST(Document, AGestureIsOneStep)
 {
     Document document;
-    document.open(newDocument(kStandardSystem, true), "a.lad");
+    document.open(newDocument(kStandardSystem, true), {"a.lad"});
     const auto move = [&](float x, Gesture gesture) {
         document.edit(
             {Text::StepCradle},
@@ -151,7 +151,7 @@ TEST(Document, AGestureIsOneStep)
     EXPECT_EQ(document.state(), first);
     EXPECT_FALSE(document.redoName()) << "what was cancelled is gone";
     move(8, {});
-    document.markSaved("b.lad");
+    document.markSaved(document.state(), {"b.lad"});
     document.undo();
     EXPECT_TRUE(document.modified());
     document.redo();
@@ -163,7 +163,7 @@ TEST(Document, ManyStepsStaySmall)
 {
     std::mt19937 random(3);
     Document document;
-    document.open(newDocument(kStandardSystem, true), "");
+    document.open(newDocument(kStandardSystem, true), {""});
     const auto inUse = [] { return mallinfo2().uordblks; };
     const std::size_t before = inUse();
     for (int step = 0; step < 10000; ++step)

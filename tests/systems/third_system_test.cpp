@@ -81,7 +81,7 @@ TEST(ThirdSystem, NewProjectSetupGeometryLevelsSheetAndFile)
 
     // The setup's rules.
     Document document;
-    document.open(newDocument(kThird, true), "");
+    document.open(newDocument(kThird, true), {""});
     EXPECT_TRUE(document.state().setup.countsKinds());
     EXPECT_EQ(document.state().setup.cmbNumSpk.items.size(), 10U);
     EXPECT_EQ(document.state().setup.PinNumber_cmb.items.size(), 4U);

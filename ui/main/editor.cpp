@@ -226,10 +226,10 @@ void Editor::mapFinished()
     redrawViews();
 }
 
-void Editor::replace(DocumentState state, const std::string& path)
+void Editor::replace(DocumentState state, DocumentFile file)
 {
     SelectSystem(m_session.state(), state.project.array.GIGetArrayType());
-    m_document.open(std::move(state), path);
+    m_document.open(std::move(state), std::move(file));
     m_view.setLocked(false);
     m_view.subArrayDecimals = 3;
     m_view.clearMap();
@@ -247,22 +247,27 @@ void Editor::SetNewProject()
     replace(newDocument(m_session.state().settings.newSystem, autoCorrect()), {});
 }
 
-void Editor::open(Project project, const std::string& path)
+void Editor::open(Project project, DocumentFile file)
 {
-    replace(documentOf(std::move(project)), path);
+    replace(documentOf(std::move(project)), std::move(file));
 }
 
-void Editor::recover(DocumentState state, const std::string& path)
+void Editor::recover(DocumentState state, DocumentFile file)
 {
     m_view.fitLine.reset();
-    replace(std::move(state), path);
-    m_document.markUnsaved();
+    replace(std::move(state), file);
+    markUnsaved(std::move(file.bytes));
+}
+
+void Editor::markSaved(DocumentState state, DocumentFile file)
+{
+    m_document.markSaved(std::move(state), std::move(file));
     emit modifiedChanged();
 }
 
-void Editor::markSaved(const std::string& path)
+void Editor::markUnsaved(std::optional<std::string> fileBytes)
 {
-    m_document.markSaved(path);
+    m_document.markUnsaved(std::move(fileBytes));
     emit modifiedChanged();
 }
 

@@ -65,10 +65,12 @@ public:
 
     void SetNewProject();
     /// Another project, read from that file; ends the lock.
-    void open(Project project, const std::string& path);
-    /// Work that was never saved, of that file; empty: of none.
-    void recover(DocumentState state, const std::string& path);
-    void markSaved(const std::string& path);
+    void open(Project project, DocumentFile file);
+    /// Work that was never saved, of that file.
+    void recover(DocumentState state, DocumentFile file);
+    void markSaved(DocumentState state, DocumentFile file);
+    /// Its file holds something else now; none: it is gone.
+    void markUnsaved(std::optional<std::string> fileBytes);
 
     // What is looked at.
 
@@ -132,7 +134,7 @@ private:
     void follow(const Changes& changes);
     void step(bool back);
     void sayCorrections(const SetupForm& before, const StepName& step);
-    void replace(DocumentState state, const std::string& path);
+    void replace(DocumentState state, DocumentFile file);
     void derive();
 
     Session& m_session;

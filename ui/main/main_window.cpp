@@ -1,6 +1,7 @@
 #include "main/main_window.h"
 
 #include "engine/auto_aim.h"
+#include "main/last_session.h"
 #include "main/optimize_dialog.h"
 #include "main/rigging_page.h"
 #include "main/room_page.h"
@@ -16,9 +17,12 @@
 
 #include <QApplication>
 #include <QBoxLayout>
+#include <QComboBox>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QHash>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
@@ -37,6 +41,18 @@ constexpr int kWidestPath = 480; ///< pixels in the menu
 std::filesystem::path recoveryFolder(const Session& session)
 {
     return session.folders().state / "recovery";
+}
+
+/// What the entries and lists below a widget show.
+QHash<const QWidget*, QString> shownIn(const QWidget& page)
+{
+    QHash<const QWidget*, QString> shown;
+    for (const auto* entry : page.findChildren<QLineEdit*>())
+        if (!entry->isReadOnly())
+            shown[entry] = entry->text();
+    for (const auto* list : page.findChildren<QComboBox*>())
+        shown[list] = list->currentText();
+    return shown;
 }
 
 } // namespace
@@ -96,11 +112,16 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
                 showStatus();
                 m_status->refreshData();
             });
+    connect(&m_commands->disk(), &DiskQueue::waits, this, [this](bool waits) {
+        m_corrections = waits ? m_session.text(Text::WaitForDisk) : QString();
+        showStatus();
+    });
     connect(m_setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
     connect(m_views, &ViewPanel::optimizeAsked, this,
             [this] { OptimizeDialog::launch(m_editor, *m_views, this); });
     connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showTitle);
     connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showSteps);
+    connect(&m_editor, &Editor::typingEnds, this, [this] { m_shownBefore = shownIn(*Main_SSTab); });
     connect(&m_editor, &Editor::stepTaken, this, &MainWindow::showStep);
     connect(&m_editor, &Editor::corrected, this, [this](const QString& what) {
         m_corrections = what;
@@ -116,7 +137,8 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     connect(&session, &Session::LanguageChanged, this, &MainWindow::showTexts);
     showTexts();
     showRecentFiles();
-    setGeometry(screen()->availableGeometry());
+    if (!restoreWindow(*this, m_editor))
+        setGeometry(screen()->availableGeometry());
     m_placedSize = size();
 }
 
@@ -131,9 +153,18 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
+    if (!std::exchange(m_divided, true))
+        QTimer::singleShot(0, this, [this] { restoreDivisions(*this, m_session.store()); });
     // A window manager adds its frame only after the window is shown.
     for (const int ms : {0, 100, 500})
         QTimer::singleShot(ms, this, &MainWindow::fitFrame);
+}
+
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        QTimer::singleShot(0, m_commands, &ProjectCommands::lookOutside);
+    return QMainWindow::event(event);
 }
 
 /// Title bar and edges lie on the screen, too, as long as nobody has moved the window.
@@ -184,7 +215,7 @@ bool MainWindow::recover()
     std::optional<LeftBehind> chosen = RecoverDialog(m_session, found.left, this).chosen();
     if (!chosen)
         return false;
-    m_editor.recover(chosen->unsaved.state, chosen->unsaved.path);
+    m_editor.recover(chosen->unsaved.state, chosen->unsaved.file);
     m_recovery->takeOver(std::move(*chosen));
     m_statusText = Text::Recovered;
     showStatus();
@@ -256,13 +287,32 @@ void MainWindow::showSteps()
     show(m_redo, m_editor.document().redoName(), Text::MenuRedo, Text::MenuRedoStep);
 }
 
+/// Of what a step changed the control that it is named after, or the first one.
+QWidget* MainWindow::changedControl(const StepPlace& place) const
+{
+    const auto usable = [](const QWidget* control) {
+        return control && control->isVisible() && control->isEnabled();
+    };
+    auto* named = findChild<QWidget*>(place.control);
+    QWidget* first = nullptr;
+    const QHash<const QWidget*, QString> now = shownIn(*Main_SSTab->currentWidget());
+    for (auto* control : Main_SSTab->currentWidget()->findChildren<QWidget*>()) {
+        if (!usable(control) || !now.contains(control) ||
+            now.value(control) == m_shownBefore.value(control))
+            continue;
+        if (control == named)
+            return named;
+        first = first ? first : control;
+    }
+    return first || !usable(named) ? first : named;
+}
+
 /// Brings what a step changed before the user's eyes.
 void MainWindow::showStep(const StepName& step, bool undone, bool unlocked)
 {
     const StepPlace place = placeOf(step);
     Main_SSTab->setCurrentIndex(place.page);
-    auto* control = findChild<QWidget*>(place.control);
-    if (control && control->isVisible() && control->isEnabled()) {
+    if (QWidget* control = changedControl(place)) {
         control->setFocus(Qt::OtherFocusReason);
         for (QWidget* outer = control; outer; outer = outer->parentWidget())
             if (auto* area = qobject_cast<QScrollArea*>(outer))
@@ -294,15 +344,20 @@ void MainWindow::showTitle()
 void MainWindow::showRecentFiles()
 {
     const std::vector<std::string>& paths = m_commands->recentFiles().paths();
+    bool anyMissing = false;
     for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
         mnuMRU[i]->setVisible(i < paths.size());
         if (i >= paths.size())
             continue;
         const QString path = QString::fromStdString(paths[i]);
         const QString shown = fontMetrics().elidedText(path, Qt::ElideMiddle, kWidestPath);
-        mnuMRU[i]->setText(QString(shown).replace("&", "&&")); // no shortcut
+        const QString name = QString(shown).replace("&", "&&"); // no shortcut
+        const bool missing = m_commands->isMissing(paths[i]);
+        anyMissing |= missing;
+        mnuMRU[i]->setText(missing ? m_session.text(Text::RecentMissing).arg(name) : name);
         mnuMRU[i]->setToolTip(path);
     }
+    m_forgetMissing->setVisible(anyMissing);
 }
 
 void MainWindow::autoAim()
@@ -387,17 +442,20 @@ void MainWindow::endUnasked()
 {
     if (m_recovery)
         m_recovery->writeNow();
+    keepWindow(*this, m_editor);
     (void)m_session.storeSettings();
 }
 
 void MainWindow::AppShutdown()
 {
-    m_recovery.reset(); // a proper end
+    keepWindow(*this, m_editor);
     if (const Result<Done> stored = m_session.storeSettings(); !stored)
         showMessage(this, m_session.text(Text::OptionsNotStored), kProgramTitle,
                     m_session.text(stored.error()));
     if (m_calculator)
         m_calculator->close();
+    hide(); // a slow disk holds up nobody
+    m_recovery.reset(); // a proper end
 }
 
 } // namespace orva::ui

@@ -35,6 +35,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -53,6 +54,7 @@ private:
     void showStatus();
     void showSteps();
     void showStep(const StepName& step, bool undone, bool unlocked);
+    QWidget* changedControl(const StepPlace& place) const;
     void fitFrame();
 
     void openFile(const QString& file);
@@ -82,6 +84,7 @@ private:
     QString m_corrections; ///< what the last edit or step did, until something else is said
     QAction* m_undo;
     QAction* m_redo;
+    QHash<const QWidget*, QString> m_shownBefore; ///< the step that is taken back, or again
 
     struct ActionText {
         QAction* action;
@@ -90,7 +93,9 @@ private:
     };
     std::vector<ActionText> m_actionTexts;
     std::array<QAction*, RecentFiles::kMost> mnuMRU;
+    QAction* m_forgetMissing;
     QSize m_placedSize; ///< that the program gave the window
+    bool m_divided = false;
     bool Exiting = false;
 };
 

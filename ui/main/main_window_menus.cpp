@@ -83,6 +83,9 @@ void MainWindow::makeMenus()
         connect(mnuMRU[i], &QAction::triggered, this,
                 [this, i] { m_commands->OpenRecent(m_commands->recentFiles().paths().at(i)); });
     }
+    m_forgetMissing = command(file, "mnuForgetMissing", Text::MenuForgetMissing,
+                              [this] { m_commands->forgetMissing(); });
+    connect(file, &QMenu::aboutToShow, m_commands, &ProjectCommands::lookForRecent);
     separator(file, "mnuSep2");
     command(
         file, "mnuExit", Text::MenuExit, [this] { exit(); }, QKeySequence("Ctrl+Q"));

@@ -1,26 +1,15 @@
 #include "main/project_commands.h"
 
-#include "app/files/file_access.h"
-#include "app/files/file_names.h"
 #include "app/files/report_file.h"
 #include "widgets/outside_program.h"
 
+#include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 
 namespace orva::ui {
 
 namespace {
-
-/// Writes a file, but not over one that is write-protected.
-Result<Saved> written(const QString& target, const std::string& bytes)
-{
-    const QFileInfo info(target);
-    if (info.exists() && !info.isWritable())
-        return Error{Message(Text::WriteProtected), target.toStdString()};
-    return writeFile(target.toStdString(), bytes);
-}
 
 QString localPath(const std::string& path)
 {
@@ -30,9 +19,14 @@ QString localPath(const std::string& path)
 } // namespace
 
 ProjectCommands::ProjectCommands(Editor& editor, QWidget* window)
-    : QObject(window), m_editor(editor), m_window(window)
+    : QObject(window),
+      m_editor(editor),
+      m_window(window),
+      m_files(editor, window),
+      m_disk(editor.session(), window)
 {
     m_recentFiles.LoadRecentFiles(editor.session().store());
+    connect(&editor, &Editor::projectReplaced, this, [this] { m_undecided.reset(); });
 }
 
 ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
@@ -53,17 +47,21 @@ ProjectCommands::Answer ProjectCommands::askToSave(bool mayCancel)
 
 void ProjectCommands::guarded(const std::function<void()>& command)
 {
+    if (!m_disk.finish()) // a save that is not done yet
+        return;
     if (!m_editor.document().modified() || askToSave(true) == Answer::Discard)
         command();
 }
 
 bool ProjectCommands::mayClose(bool mayCancel)
 {
+    if (!m_disk.finish())
+        return false;
     if (!m_editor.document().modified())
         return true;
     const Answer answer = askToSave(mayCancel);
     return answer == Answer::Discard ||
-           (answer == Answer::Saved && !m_editor.document().modified());
+           (answer == Answer::Saved && m_disk.finish() && !m_editor.document().modified());
 }
 
 void ProjectCommands::New(std::int16_t system)
@@ -89,7 +87,7 @@ void ProjectCommands::OpenRecent(const std::string& path)
 void ProjectCommands::Save()
 {
     if (m_editor.document().modified())
-        SaveFile(m_editor.document().path().empty());
+        SaveFile(false);
 }
 
 void ProjectCommands::SaveAs()
@@ -97,89 +95,120 @@ void ProjectCommands::SaveAs()
     SaveFile(true);
 }
 
-QStringList ProjectCommands::filters(Text ownKind, const char* ownPattern) const
+/// The name that it is given, with its ending, which the user knows to be replaced.
+std::optional<QString> ProjectCommands::fileToSave(FileKind kind)
 {
-    // The dialog shows all but the last brackets, which hold the pattern.
-    return {m_editor.session().text(ownKind) + " (" + ownPattern + ")",
-            m_editor.session().text(Text::AllFiles) + " (*)"};
-}
-
-QString ProjectCommands::folder() const
-{
-    return m_editor.document().path().empty()
-               ? QString()
-               : QFileInfo(localPath(m_editor.document().path())).absolutePath();
-}
-
-std::optional<QString> ProjectCommands::fileToOpen(Text titleText, const QStringList& filters)
-{
-    QFileDialog dialog(m_window, m_editor.session().text(titleText), folder());
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(filters);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    const std::optional<QString> chosen = m_files.toSave(kind);
+    if (!chosen)
         return std::nullopt;
-    return dialog.selectedFiles().front();
-}
-
-std::optional<QString> ProjectCommands::fileToSave(const std::string& extension, Text titleText,
-                                                   const QStringList& filters)
-{
-    QFileDialog dialog(m_window, m_editor.session().text(titleText), folder());
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setNameFilters(filters);
-    dialog.setDefaultSuffix(QString::fromStdString(extension.substr(1)));
-    dialog.selectFile(
-        QString::fromStdString(proposedFileName(m_editor.room().GSGetProjectName(), extension)));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return std::nullopt;
-    const QString chosen = dialog.selectedFiles().front();
-    const QString whole = QString::fromStdString(withExtension(chosen.toStdString(), extension));
+    QString whole = FileChooser::wholeName(kind, *chosen);
+    if (whole == *chosen)
+        return whole;
     // The dialog has asked about the name as it was typed only.
-    if (whole != chosen && QFileInfo::exists(whole) &&
-        Question(m_window, m_editor.session().text(Text::ReplaceFile).arg(whole),
-                 QMessageBox::Yes | QMessageBox::No)
-                .exec() != QMessageBox::Yes)
+    const std::optional<bool> exists =
+        m_disk.run<bool>([whole] { return QFileInfo::exists(whole); });
+    if (!exists || (*exists && Question(m_window,
+                                        m_editor.session().text(Text::ReplaceFile).arg(whole),
+                                        QMessageBox::Yes | QMessageBox::No)
+                                       .exec() != QMessageBox::Yes))
         return std::nullopt;
     return whole;
 }
 
-/// Writes a file and tells what went wrong, or what of the old one could not be kept.
-bool ProjectCommands::write(const QString& target, const std::string& bytes, Text failed)
+/// Tells what went wrong, or what of an old file could not be kept. Whether it is written.
+bool ProjectCommands::told(const SaveOutcome& outcome, Text failed)
 {
     const Session& session = m_editor.session();
-    const Result<Saved> saved = written(target, bytes);
-    if (!saved) {
-        showMessage(m_window, session.text(failed), kProgramTitle, session.text(saved.error()));
-        return false;
-    }
-    for (const Message& note : saved->notes)
-        showMessage(m_window, session.text(note));
-    return true;
+    if (const Error* error = std::get_if<Error>(&outcome))
+        showMessage(m_window, session.text(failed), kProgramTitle, session.text(*error));
+    const Saved* saved = std::get_if<Saved>(&outcome);
+    if (saved)
+        for (const Message& note : saved->notes)
+            showMessage(m_window, session.text(note));
+    return saved;
 }
 
-bool ProjectCommands::SaveFile(bool saveAs)
+void ProjectCommands::SaveFile(bool saveAs)
 {
-    const Session& session = m_editor.session();
     if (!m_editor.setupValid()) {
-        showMessage(m_window, session.text(Text::SetupInvalidToSave));
-        return false;
+        showMessage(m_window, m_editor.session().text(Text::SetupInvalidToSave));
+        return;
     }
-    QString target = localPath(m_editor.document().path());
-    if (saveAs) {
-        const auto chosen =
-            fileToSave(".lad", Text::SaveTitle, filters(Text::ProjectFiles, "*.lad"));
-        if (!chosen)
-            return false;
-        target = *chosen;
+    const std::string& own = m_saves > 0 ? m_target : m_editor.document().path();
+    if (!saveAs && !own.empty()) {
+        save(own, true);
+        return;
     }
-    if (!write(target, projectBytes(m_editor.document().state().project), Text::SaveFailed))
-        return false;
-    m_editor.markSaved(target.toStdString());
-    remember(m_editor.document().path());
-    return true;
+    if (const auto chosen = fileToSave(FileKind::Project))
+        save(chosen->toStdString(), false);
+}
+
+/// Its own file holds what is known of it, or nothing is written.
+void ProjectCommands::save(const std::string& target, bool own)
+{
+    m_target = target;
+    ++m_saves;
+    const DocumentState state = m_editor.document().state();
+    const DocumentFile file{target, projectBytes(state.project)};
+    m_disk.add<SaveOutcome>(
+        [this, file, own] {
+            std::optional<std::optional<std::string>> expected;
+            if (own && file.path == m_editor.document().path())
+                expected = m_editor.document().file().bytes;
+            return [file, expected] { return saveOver(file.path, *file.bytes, expected); };
+        },
+        [this, state, file](const SaveOutcome& outcome) { saved(state, file, outcome); });
+}
+
+void ProjectCommands::saved(const DocumentState& state, const DocumentFile& file,
+                            const SaveOutcome& outcome)
+{
+    --m_saves;
+    if (std::holds_alternative<Saved>(outcome)) {
+        m_undecided.reset();
+        m_editor.markSaved(state, file);
+        remember(file.path);
+    }
+    told(outcome, Text::SaveFailed);
+    const auto* outside = std::get_if<ChangedOutside>(&outcome);
+    if (outside && decideOutside(outside->now) == OutsideAnswer::KeepMine)
+        SaveFile(false);
+}
+
+/// Asks, and does all but to save over it.
+OutsideAnswer ProjectCommands::decideOutside(const std::optional<std::string>& now)
+{
+    const Document& document = m_editor.document();
+    const QString file = localPath(document.path());
+    const OutsideAnswer answer =
+        askOutside(m_editor.session(), m_window, file, !now, document.modified());
+    if (answer == OutsideAnswer::Reload) {
+        load(file);
+        return answer;
+    }
+    // No file holds what is here, so closing will ask.
+    m_editor.markUnsaved(answer == OutsideAnswer::KeepMine ? now : document.file().bytes);
+    m_undecided = now;
+    if (answer == OutsideAnswer::SaveAs)
+        SaveFile(true);
+    return answer;
+}
+
+void ProjectCommands::lookOutside()
+{
+    const DocumentFile asked = m_editor.document().file();
+    if (asked.path.empty() || m_look.running() || m_disk.busy() || QApplication::activeModalWidget())
+        return;
+    using Now = Result<std::optional<std::string>>;
+    const auto found = std::make_shared<std::optional<Now>>();
+    m_look.start([found, path = asked.path](
+                     const Task::Stop&) { *found = contentOf(path, kMostCompared); },
+                 [this, found, asked] {
+                     const Now& now = **found;
+                     if (now && *now != asked.bytes && m_undecided != *now && !m_disk.busy() &&
+                         m_editor.document().file() == asked && !QApplication::activeModalWidget())
+                         decideOutside(*now);
+                 });
 }
 
 /// At once, so that several windows share the list.
@@ -187,57 +216,101 @@ void ProjectCommands::remember(const std::string& path)
 {
     m_recentFiles.change(m_editor.session().store(),
                          [&](RecentFiles& files) { files.AddToRecentFiles(path); });
+    m_missing.erase(path);
+    emit recentFilesChanged();
+}
+
+void ProjectCommands::lookForRecent()
+{
+    if (m_lookForRecent.running())
+        return;
+    const auto missing = std::make_shared<std::set<std::string>>();
+    m_lookForRecent.start(
+        [missing, paths = m_recentFiles.paths()](const Task::Stop&) {
+            for (const std::string& path : paths)
+                if (!QFileInfo::exists(localPath(path)))
+                    missing->insert(path);
+        },
+        [this, missing] {
+            m_missing = *missing;
+            emit recentFilesChanged();
+        });
+}
+
+void ProjectCommands::forgetMissing()
+{
+    m_recentFiles.change(m_editor.session().store(), [&](RecentFiles& files) {
+        for (const std::string& path : m_missing)
+            files.remove(path);
+    });
+    m_missing.clear();
     emit recentFilesChanged();
 }
 
 void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
 {
-    Session& session = m_editor.session();
-    QString name = localPath(fileName);
-    if (useDialog) {
-        const auto chosen = fileToOpen(Text::LoadTitle, filters(Text::ProjectFiles, "*.lad"));
-        if (!chosen)
-            return;
-        name = *chosen;
-    }
-    if (!QFileInfo::exists(name)) {
+    if (!useDialog)
+        load(localPath(fileName));
+    else if (const auto chosen = m_files.toOpen(FileKind::Project))
+        load(*chosen);
+}
+
+void ProjectCommands::load(const QString& name)
+{
+    const Session& session = m_editor.session();
+    const std::string path = name.toStdString();
+    const auto content = m_disk.run<Result<std::optional<std::string>>>(
+        [path] { return contentOf(path, kMostCompared); });
+    if (!content)
+        return;
+    if (*content && !**content) {
         showMessage(m_window,
                     session.text(Text::FileMissing1) + name + session.text(Text::FileMissing2),
                     session.text(Text::LoadFailed));
         return;
     }
-    Result<LoadedProject> loaded = loadProject(name.toStdString());
+    Result<LoadedProject> loaded =
+        *content ? readProject(asBytes(***content), path) : content->error();
     if (!loaded) {
         showMessage(m_window, session.text(Text::FileInvalid), session.text(Text::LoadFailed),
                     session.text(loaded.error()));
         return;
     }
-    m_editor.open(std::move(loaded->project), name.toStdString());
-    remember(m_editor.document().path());
+    m_editor.open(std::move(loaded->project), {path, **content});
+    remember(path);
     emit statusChanged(Text::None, {});
 }
 
 void ProjectCommands::LoadData()
 {
-    const auto chosen = fileToOpen(Text::LoadDataTitle, filters(Text::SpeakerDataFiles, "*.xhn"));
-    if (chosen)
+    if (const auto chosen = m_files.toOpen(FileKind::SpeakerData))
         importData(*chosen);
 }
 
 void ProjectCommands::importData(const QString& file)
 {
     Session& session = m_editor.session();
-    const Result<SpeakerDataLoad> imported = importSpeakerData(session.state(), file.toStdString());
-    const std::optional<Error> failure = imported ? imported->error : imported.error();
-    if (failure) {
-        if (imported && imported->bands > 0)
+    const std::filesystem::path path = file.toStdString();
+    const auto reading = m_disk.run<Result<SpeakerDataReading>>(
+        [path, before = session.state().speakerData.directivity] {
+            return readSpeakerData(path, before);
+        });
+    if (!reading)
+        return;
+    SpeakerDataLoad load;
+    if (*reading)
+        load = takeSpeakerData(session.state(), **reading, path);
+    else
+        load.error = reading->error();
+    if (load.error) {
+        if (load.bands > 0)
             emit statusChanged(Text::DataPartlyImported, file);
         showMessage(m_window, session.text(Text::LoadDataFailed), kProgramTitle,
-                    session.text(*failure));
+                    session.text(*load.error));
         return;
     }
-    if (imported->note)
-        showMessage(m_window, session.text(*imported->note));
+    if (load.note)
+        showMessage(m_window, session.text(*load.note));
     emit statusChanged(Text::DataImported, file);
 }
 
@@ -259,16 +332,25 @@ void ProjectCommands::SaveRTFFile(double aspect)
         showMessage(m_window, session.text(Text::SetupInvalidToSave));
         return;
     }
-    const auto chosen = fileToSave(".rtf", Text::SaveReportTitle, filters(Text::RtfFiles, "*.rtf"));
+    const auto chosen = fileToSave(FileKind::Report);
     if (!chosen)
         return;
     const Result<std::string> report =
         rtfReportOf(m_editor.array(), session.drawingOptions(), aspect, QLocale::system());
-    if (!report)
+    if (!report) {
         showMessage(m_window, session.text(Text::ReportFailed), kProgramTitle,
                     session.text(report.error()));
-    else if (write(*chosen, *report, Text::ReportFailed))
-        openOutside(session, *chosen, m_window);
+        return;
+    }
+    const QString file = *chosen;
+    m_disk.add<SaveOutcome>(
+        [file, bytes = *report] {
+            return [file, bytes] { return saveOver(file.toStdString(), bytes, {}); };
+        },
+        [this, file](const SaveOutcome& outcome) {
+            if (told(outcome, Text::ReportFailed))
+                openOutside(m_editor.session(), file, m_window);
+        });
 }
 
 } // namespace orva::ui

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "app/files/save_over.h"
 #include "app/state/recent_files.h"
-#include "main/editor.h"
+#include "main/disk_queue.h"
+#include "main/file_chooser.h"
+#include "main/outside_question.h"
 
-#include <QWidget>
+#include <set>
 
 namespace orva::ui {
 
@@ -14,6 +17,10 @@ public:
     ProjectCommands(Editor& editor, QWidget* window);
 
     const RecentFiles& recentFiles() const { return m_recentFiles; }
+    /// Whether it was not there when lookForRecent() looked last.
+    bool isMissing(const std::string& recent) const { return m_missing.contains(recent); }
+    void lookForRecent();
+    void forgetMissing();
 
     void New(std::int16_t system);
     void Open();
@@ -23,6 +30,9 @@ public:
     /// Whether the window may close: nothing to save, saved, or given up. With `mayCancel` the
     /// question has a Cancel button.
     bool mayClose(bool mayCancel);
+    /// Looks, beside the window, whether another program has changed the file of the project, and
+    /// asks what then.
+    void lookOutside();
 
     /// Writes the report and opens it; `aspect` is the shape of its rigging picture.
     void SaveRTFFile(double aspect);
@@ -30,6 +40,8 @@ public:
     void LoadData();
     void importData(const QString& file);
     void Help();
+
+    DiskQueue& disk() { return m_disk; }
 
 signals:
     void recentFilesChanged();
@@ -42,20 +54,28 @@ private:
     /// Runs a command that drops the project: at once, after No, never after Yes or Cancel.
     void guarded(const std::function<void()>& command);
 
-    bool SaveFile(bool saveAs);
+    void SaveFile(bool saveAs);
+    void save(const std::string& target, bool own);
+    void saved(const DocumentState& state, const DocumentFile& file, const SaveOutcome& outcome);
+    bool told(const SaveOutcome& outcome, Text failed);
+    OutsideAnswer decideOutside(const std::optional<std::string>& now);
     void LoadFile(bool useDialog, const std::string& fileName);
-    QStringList filters(Text ownKind, const char* ownPattern) const;
-    QString folder() const;
-    std::optional<QString> fileToOpen(Text titleText, const QStringList& filters);
-    /// The name ends in the extension.
-    std::optional<QString> fileToSave(const std::string& extension, Text titleText,
-                                      const QStringList& filters);
-    bool write(const QString& target, const std::string& bytes, Text failed);
+    void load(const QString& file);
+    std::optional<QString> fileToSave(FileKind kind);
     void remember(const std::string& path);
 
     Editor& m_editor;
     QWidget* m_window;
+    FileChooser m_files;
     RecentFiles m_recentFiles;
+    std::set<std::string> m_missing;
+    std::string m_target; ///< of the saves that are not done yet
+    int m_saves = 0;      ///< of those
+    /// What the file held when the user did not want to decide about it.
+    std::optional<std::optional<std::string>> m_undecided;
+    DiskQueue m_disk;
+    Task m_look;
+    Task m_lookForRecent;
 };
 
 } // namespace orva::ui

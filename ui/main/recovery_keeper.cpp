@@ -31,7 +31,7 @@ std::function<Result<Done>()> RecoveryKeeper::due()
 {
     const Document& document = m_editor.document();
     if (document.modified())
-        return [this, unsaved = Unsaved{document.state(), document.path()}] {
+        return [this, unsaved = Unsaved{document.state(), document.file()}] {
             return m_file.write(recoveryBytes(unsaved));
         };
     return [this]() -> Result<Done> {

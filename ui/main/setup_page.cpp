@@ -74,9 +74,10 @@ void SetupPage::addCount(QComboBox* box, Text step, ChoiceList SetupForm::*list,
                          void (SetupForm::*choose)(int, bool))
 {
     connect(box, &QComboBox::activated, this, [this, step, list, choose](int index) {
-        if (index != (m_editor.setup().*list).selected)
+        const ChoiceList& counts = m_editor.setup().*list;
+        if (index != counts.selected)
             m_editor.editSetup(
-                {step}, [&](SetupForm& setup) { (setup.*choose)(index, m_editor.autoCorrect()); });
+                {step, counts.items.at(static_cast<std::size_t>(index)).value}, [&](SetupForm& setup) { (setup.*choose)(index, m_editor.autoCorrect()); });
     });
 }
 

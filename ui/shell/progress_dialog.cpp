@@ -54,6 +54,14 @@ void ProgressDialog::beginStage(const QString& caption, bool canAbort)
     showPercent(0);
 }
 
+void ProgressDialog::beginWaiting(const QString& caption)
+{
+    beginStage(caption, true);
+    pbarPercent->setRange(0, 0);
+    Label2->hide();
+    lblPercent->hide();
+}
+
 void ProgressDialog::showPercent(int percent)
 {
     pbarPercent->setValue(percent);

@@ -23,8 +23,17 @@ public:
     /// What is being done; the time left counts from here.
     void beginStage(const QString& caption, bool canAbort);
     void showPercent(int percent);
+    /// Nobody knows how long it takes.
+    void beginWaiting(const QString& caption);
 
-    void reject() override { Aborted = true; }
+    void reject() override
+    {
+        Aborted = true;
+        emit aborted();
+    }
+
+signals:
+    void aborted();
 
 private:
     void showTexts();
