@@ -1,4 +1,4 @@
-#include "app/files/file_access.h"
+#include "app/files/save_over.h"
 #include "app/state/application_state.h"
 #include "model/project_file.h"
 
@@ -87,6 +87,31 @@ TEST_F(Files, StayAsTheyWereWhenWritingFails)
     EXPECT_FALSE(writeFile(folder / "missing" / "a.lad", "x"));
     EXPECT_FALSE(readFile(folder / "missing.lad", 10));
     EXPECT_FALSE(readFile(folder, 10));
+}
+
+TEST_F(Files, WhatAnotherProgramWroteIsNotSavedOver)
+{
+    const std::filesystem::path file = folder / "a.lad";
+    using Content = std::optional<std::string>;
+    struct Case {
+        Content now;                     ///< what is there
+        std::optional<Content> expected; ///< what is known of it
+        bool written;
+    };
+    for (const Case& c : {Case{"old", Content("old"), true}, Case{"theirs", Content("old"), false},
+                          Case{{}, Content("old"), false}, Case{"theirs", Content(), false},
+                          Case{{}, Content(), true}, Case{"theirs", {}, true}}) {
+        std::filesystem::remove(file);
+        if (c.now) {
+            ASSERT_TRUE(writeFile(file, *c.now));
+        }
+        const SaveOutcome outcome = saveOver(file, "mine", c.expected);
+        EXPECT_EQ(std::holds_alternative<Saved>(outcome), c.written);
+        EXPECT_EQ(*contentOf(file, 100), c.written ? Content("mine") : c.now);
+        if (const auto* outside = std::get_if<ChangedOutside>(&outcome)) {
+            EXPECT_EQ(outside->now, c.now);
+        }
+    }
 }
 
 TEST_F(Files, AProjectMakesItsSystemsDataCurrent)

@@ -86,9 +86,12 @@ TEST_F(FileFailures, OfTheSecondFileLeaveBothOld)
 {
     const fs::path fresh = folder / "new.png";
     const std::tuple<Failures, fs::path, fs::path> cases[] = {
-        {{{"exchange", 2, EIO}}, a, b},   {{{"exchange", 0, EINVAL}, {"rename", 2, EIO}}, a, b},
-        {{{"renameNew", 1, EIO}, {"rename", 1, EIO}}, a, fresh}, {{{"exchange", 1, EIO}}, fresh, b},
-        {{{"close", 2, EIO}}, a, b},      {{{"fsync", 4, EIO}}, fresh, b}};
+        {{{"exchange", 2, EIO}}, a, b},
+        {{{"exchange", 0, EINVAL}, {"rename", 2, EIO}}, a, b},
+        {{{"renameNew", 1, EIO}, {"rename", 1, EIO}}, a, fresh},
+        {{{"exchange", 1, EIO}}, fresh, b},
+        {{{"close", 2, EIO}}, a, b},
+        {{{"fsync", 4, EIO}}, fresh, b}};
     for (const auto& [failures, first, second] : cases) {
         SCOPED_TRACE(first.string() + " " + second.string());
         FailingDisk disk(failures);

@@ -60,9 +60,10 @@ TEST(Document, UndoneEditsGiveEveryStateBackAndRedoneOnesToo)
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         Document document;
-        document.open(newDocument(seed % 2 == 0 ? kStandardSystem : kCompactSystem, true), {"a.lad"});
+        document.open(newDocument(seed % 2 == 0 ? kStandardSystem : kCompactSystem, true),
+                      {"a.lad"});
         std::vector<DocumentState> states = {document.state()};
-        for (int step = 0; step < 40; ++step) {
+        for (int step = 0; step < 200; ++step) {
             const Changes changes = document.edit(
                 kSplay, [&](DocumentState& state) { return editSomething(state, random); });
             if (!changes.any())

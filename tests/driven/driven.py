@@ -26,7 +26,8 @@ class PatientApp(App):
 
 
 def start(home=None, program=BUILD / "orva", **options):
-    return PatientApp([str(program)], home=home, display=os.environ.get("ORVA_DISPLAY", "offscreen"), **options)
+    return PatientApp([str(program)], home=home,
+                      **{"display": os.environ.get("ORVA_DISPLAY", "offscreen"), **options})
 
 
 def started(language=0, system=0, size=(1280, 720), **options):

@@ -24,9 +24,8 @@ public:
     void add(const std::function<Work<T>()>& begin, const std::function<void(T)>& done)
     {
         const auto outcome = std::make_shared<std::optional<T>>();
-        enqueue(
-            {[outcome, begin] { return [outcome, work = begin()] { *outcome = work(); }; },
-             [outcome, done] { done(std::move(**outcome)); }});
+        enqueue({[outcome, begin] { return [outcome, work = begin()] { *outcome = work(); }; },
+                 [outcome, done] { done(std::move(**outcome)); }});
     }
     /// Does it and waits, under the progress dialog where it takes long. None where the user did
     /// not want to wait: the work goes on, and what it finds does not count.

@@ -18,8 +18,8 @@ constexpr int kMostPixels = 100'000;
 /// Where the curve has its controls below it, nothing is there to divide.
 bool divides(const QSplitter& splitter)
 {
-    return splitter.orientation() == (splitter.objectName() == kSplitters[0] ? Qt::Vertical
-                                                                            : Qt::Horizontal);
+    return splitter.orientation() ==
+           (splitter.objectName() == kSplitters[0] ? Qt::Vertical : Qt::Horizontal);
 }
 
 QString asText(const QByteArray& bytes)
@@ -92,8 +92,7 @@ void keepWindow(const QMainWindow& window, const Editor& editor)
 {
     QMap<QString, QString> values;
     values[kWindow] = asText(window.saveGeometry());
-    values[kPage] =
-        QString::number(window.findChild<QTabWidget*>("Main_SSTab")->currentIndex());
+    values[kPage] = QString::number(window.findChild<QTabWidget*>("Main_SSTab")->currentIndex());
     for (const char* name : kSplitters) {
         const auto* splitter = window.findChild<QSplitter*>(name);
         QStringList sizes;

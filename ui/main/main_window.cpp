@@ -17,8 +17,8 @@
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QComboBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QFileInfo>
 #include <QFontDialog>
 #include <QHash>
@@ -162,7 +162,8 @@ void MainWindow::showEvent(QShowEvent* event)
 
 bool MainWindow::event(QEvent* event)
 {
-    if (event->type() == QEvent::WindowActivate)
+    // After a dialog as after another program.
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowUnblocked)
         QTimer::singleShot(0, m_commands, &ProjectCommands::lookOutside);
     return QMainWindow::event(event);
 }
@@ -191,13 +192,13 @@ MainWindow::~MainWindow()
 
 void MainWindow::begin(const QString& file)
 {
-    if (recover())
-        return;
-    if (file.isEmpty() && m_session.state().settings.ShowNewQuery) {
+    const bool recovered = recover();
+    if (!recovered && file.isEmpty() && m_session.state().settings.ShowNewQuery) {
         SystemDialog(m_session, this).exec();
         (void)m_session.storeSettings(); // told at the end of the program
     }
-    m_editor.SetNewProject();
+    if (!recovered)
+        m_editor.SetNewProject();
     if (!file.isEmpty())
         QTimer::singleShot(0, this, [this, file] { openFile(file); }); // over the window
 }
@@ -454,7 +455,7 @@ void MainWindow::AppShutdown()
                     m_session.text(stored.error()));
     if (m_calculator)
         m_calculator->close();
-    hide(); // a slow disk holds up nobody
+    hide();             // a slow disk holds up nobody
     m_recovery.reset(); // a proper end
 }
 

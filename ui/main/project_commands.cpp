@@ -107,10 +107,10 @@ std::optional<QString> ProjectCommands::fileToSave(FileKind kind)
     // The dialog has asked about the name as it was typed only.
     const std::optional<bool> exists =
         m_disk.run<bool>([whole] { return QFileInfo::exists(whole); });
-    if (!exists || (*exists && Question(m_window,
-                                        m_editor.session().text(Text::ReplaceFile).arg(whole),
-                                        QMessageBox::Yes | QMessageBox::No)
-                                       .exec() != QMessageBox::Yes))
+    if (!exists ||
+        (*exists && Question(m_window, m_editor.session().text(Text::ReplaceFile).arg(whole),
+                             QMessageBox::Yes | QMessageBox::No)
+                            .exec() != QMessageBox::Yes))
         return std::nullopt;
     return whole;
 }
@@ -197,18 +197,21 @@ OutsideAnswer ProjectCommands::decideOutside(const std::optional<std::string>& n
 void ProjectCommands::lookOutside()
 {
     const DocumentFile asked = m_editor.document().file();
-    if (asked.path.empty() || m_look.running() || m_disk.busy() || QApplication::activeModalWidget())
+    if (asked.path.empty() || m_look.running() || m_disk.busy() ||
+        QApplication::activeModalWidget())
         return;
     using Now = Result<std::optional<std::string>>;
     const auto found = std::make_shared<std::optional<Now>>();
-    m_look.start([found, path = asked.path](
-                     const Task::Stop&) { *found = contentOf(path, kMostCompared); },
-                 [this, found, asked] {
-                     const Now& now = **found;
-                     if (now && *now != asked.bytes && m_undecided != *now && !m_disk.busy() &&
-                         m_editor.document().file() == asked && !QApplication::activeModalWidget())
-                         decideOutside(*now);
-                 });
+    m_look.start(
+        [found, path = asked.path](const Task::Stop&) { *found = contentOf(path, kMostCompared); },
+        [this, found, asked] {
+            const Now& now = **found;
+            const bool differs = now && *now != asked.bytes;
+            const bool known = differs && m_undecided && *m_undecided == *now;
+            if (differs && !known && !m_disk.busy() && m_editor.document().file() == asked &&
+                !QApplication::activeModalWidget())
+                decideOutside(*now);
+        });
 }
 
 /// At once, so that several windows share the list.

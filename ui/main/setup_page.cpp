@@ -77,7 +77,8 @@ void SetupPage::addCount(QComboBox* box, Text step, ChoiceList SetupForm::*list,
         const ChoiceList& counts = m_editor.setup().*list;
         if (index != counts.selected)
             m_editor.editSetup(
-                {step, counts.items.at(static_cast<std::size_t>(index)).value}, [&](SetupForm& setup) { (setup.*choose)(index, m_editor.autoCorrect()); });
+                {step, counts.items.at(static_cast<std::size_t>(index)).value},
+                [&](SetupForm& setup) { (setup.*choose)(index, m_editor.autoCorrect()); });
     });
 }
 

@@ -57,8 +57,9 @@ QString RecoverDialog::entry(const LeftBehind& left) const
     const QString when = locale.toString(QDateTime::fromSecsSinceEpoch(written), "d MMM yyyy h:mm");
     const QString project =
         QString::fromStdString(left.unsaved.state.project.room.GSGetProjectName()).trimmed();
-    const QString what = left.unsaved.file.path.empty() ? m_session.text(Text::RecoverNeverSaved)
-                                                   : QString::fromStdString(left.unsaved.file.path);
+    const QString what = left.unsaved.file.path.empty()
+                             ? m_session.text(Text::RecoverNeverSaved)
+                             : QString::fromStdString(left.unsaved.file.path);
     return when + "   " + (project.isEmpty() ? QString() : project + "   ") + what;
 }
 
