@@ -78,6 +78,7 @@ bench: all
 	build/release/bench/orva_bench build/bench.json
 	build/release/bench/orva_search_bench build/bench_search.json
 	build/release/bench/orva_edit_bench
+	build/release/bench/orva_live_bench build/bench_live.json
 
 # Fuzzes the readers, FUZZ_SECONDS each. What is found stays in build/fuzz/.
 fuzz: packages
@@ -94,7 +95,8 @@ fuzz: packages
 # The reference cases of the commands that are there, where the folder is.
 COMMANDS = new,show,geometry,rigging,levels,map,optimize,aim,subarray,report
 check-reference: all
-	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS); \
+	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS) && \
+	    $(REFERENCE)/check.py --cli $(CLI) --cases $(REFERENCE)/beyond/cases --data $(REFERENCE)/beyond/data --commands levels,spectrum; \
 	else echo "$(REFERENCE) is not here: nothing to check"; fi
 
 # Drives the real window from outside, where the driver is.

@@ -33,6 +33,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     addGeometryCommand(program, work);
     addRiggingCommand(program, work);
     addLevelsCommand(program, work);
+    addSpectrumCommand(program, work);
     addMapCommand(program, work);
     addOptimizeCommand(program, work);
     addAimCommand(program, work);

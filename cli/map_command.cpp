@@ -68,7 +68,8 @@ Result<Done> calculateMap(const Options& options, const Console& console)
                                   {options.file});
         !apart)
         return apart;
-    Result<OpenProject> state = openForPrediction(options.file, options.common, console);
+    Result<OpenProject> state =
+        openForPrediction(options.file, options.common, options.prediction, console);
     if (!state)
         return state.error();
     const std::optional<MapGrid> grid =

@@ -129,7 +129,8 @@ Result<Done> optimize(const Options& options, const Console& console)
 {
     if (auto apart = checkOutputs(console, options.common, {options.outFile}, {}); !apart)
         return apart;
-    Result<OpenProject> state = openForPrediction(options.file, options.common, console);
+    Result<OpenProject> state =
+        openForPrediction(options.file, options.common, options.prediction, console);
     if (!state)
         return state.error();
     if (options.area > state->project.room.GIGetNumAreas())

@@ -141,6 +141,13 @@ void addPredictionOptions(CLI::App& command, PredictionOptions& options)
         ->type_name("HZ")
         ->capture_default_str();
     command.add_flag("--a-weighted", options.aWeighted, "apply A-weighting");
+    command
+        .add_option(
+            "--humidity", options.humidityPercent,
+            "relative humidity in percent, 1 to 100: the air absorbs as at this humidity and "
+            "the temperature (default: as at 60 % and 20 °C)")
+        ->check(numberBetween(kDriestPercent, kWettestPercent))
+        ->type_name("PERCENT");
 }
 
 TextOptions CommonOptions::text() const

@@ -10,6 +10,7 @@
 #include "model/result.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,7 @@ struct PredictionOptions {
     std::string averaging = "third";
     int bandHz = 1000;
     bool aWeighted = false;
+    std::optional<float> humidityPercent; ///< none: the given absorption
 
     LevelChoice choice() const;
 };
@@ -101,6 +103,7 @@ void addMapCommand(CLI::App& program, Work& work);
 void addOptimizeCommand(CLI::App& program, Work& work);
 void addAimCommand(CLI::App& program, Work& work);
 void addReportCommand(CLI::App& program, Work& work);
+void addSpectrumCommand(CLI::App& program, Work& work);
 void addSubArrayCommand(CLI::App& program, Work& work);
 
 } // namespace orva

@@ -31,7 +31,7 @@ Result<OpenProject> openForCalculation(const std::string& projectFile)
 }
 
 Result<OpenProject> openForPrediction(const std::string& projectFile, const CommonOptions& options,
-                                      const Console& console)
+                                      const PredictionOptions& prediction, const Console& console)
 {
     Result<OpenProject> project = openForCalculation(projectFile);
     if (!project)
@@ -50,7 +50,7 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
         return *data.error;
     warnOf(data);
     SelectSystem(*project, system);
-    UpdateSpeedOfSound(*project, options.temperatureC);
+    setWeather(*project, options.temperatureC, prediction.humidityPercent);
     if (options.speakerDataFile.empty())
         return project;
     const Result<SpeakerDataLoad> imported = importSpeakerData(*project, options.speakerDataFile);

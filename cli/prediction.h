@@ -17,6 +17,6 @@ Result<OpenProject> openForCalculation(const std::string& projectFile);
 /// The same with loudspeaker data and air as the options say, ready to predict. An error also when
 /// the data of the project's system is not whole.
 Result<OpenProject> openForPrediction(const std::string& projectFile, const CommonOptions& options,
-                                      const Console& console);
+                                      const PredictionOptions& prediction, const Console& console);
 
 } // namespace orva

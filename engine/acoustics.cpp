@@ -13,14 +13,19 @@ constexpr PerBand<double> kAWeightingDb = {
     -1.87296,  -0.82247,  0.00797,   0.59961,   0.98311,  1.19831,  1.26505,  1.18825,
     0.95075,   0.51746,   -0.16364,  -1.17028,  -2.56892, -4.40606};
 
+/// dB per metre, negative.
+float absorption(double f, double t, double humidityPercent)
+{
+    return static_cast<float>(-AtmosphericAbsorption(f, 1.0, t, 1013.0, humidityPercent));
+}
+
 BandConstants makeBandConstants()
 {
     BandConstants constants{};
     for (std::size_t b = 0; b < kBands; ++b) {
         constants.BandCentre[b] =
             static_cast<float>(62.5 * std::exp2((static_cast<double>(b) + 2) / 3));
-        constants.AirAbsorption[b] = static_cast<float>(
-            -AtmosphericAbsorption(constants.BandCentre[b], 1.0, 20.0, 1013.0, kHumidityPercent));
+        constants.AirAbsorption[b] = absorption(constants.BandCentre[b], 20.0, kHumidityPercent);
         constants.AWeightFactor[b] = static_cast<float>(std::pow(10, kAWeightingDb[b] / 10));
     }
     return constants;
@@ -42,7 +47,15 @@ double SpeedOfSoundAt(float t)
 Air airAt(float t)
 {
     const auto speed = static_cast<float>(SpeedOfSoundAt(t));
-    return {speed, static_cast<float>(6.2831854820251465 / speed)};
+    return {speed, static_cast<float>(6.2831854820251465 / speed), bandConstants().AirAbsorption};
+}
+
+Air weatherAt(float t, float humidityPercent)
+{
+    Air air = airAt(t);
+    for (std::size_t b = 0; b < kBands; ++b)
+        air.Absorption[b] = absorption(bandConstants().BandCentre[b], t, humidityPercent);
+    return air;
 }
 
 double AtmosphericAbsorption(double f, double d, double t, [[maybe_unused]] double p, double hr)

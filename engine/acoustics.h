@@ -28,10 +28,13 @@ struct BandConstants {
 };
 const BandConstants& bandConstants();
 
-/// What the temperature sets.
+/// What the weather sets.
 struct Air {
-    float SpeedOfSound; ///< m/s
-    float WaveFactor;   ///< 2 pi / SpeedOfSound, rad per (Hz m)
+    float SpeedOfSound;        ///< m/s
+    float WaveFactor;          ///< 2 pi / SpeedOfSound, rad per (Hz m)
+    PerBand<float> Absorption; ///< dB per metre, negative
+
+    friend bool operator==(const Air&, const Air&) = default;
 };
 /// Air as it is meant here, °C.
 constexpr float kColdestC = -20;
@@ -47,8 +50,13 @@ constexpr double celsiusOfFahrenheit(double degrees)
     return (degrees - 32) / 1.8;
 }
 
-/// The air at `t` °C.
+constexpr float kDriestPercent = 1;
+constexpr float kWettestPercent = 100;
+
+/// The air at `t` °C; it absorbs as at 20 °C and 60 % humidity.
 Air airAt(float t);
+/// The air at `t` °C and that relative humidity in percent, which absorbs as such.
+Air weatherAt(float t, float humidityPercent);
 
 /// Speed of sound in m/s at `t` °C.
 double SpeedOfSoundAt(float t);

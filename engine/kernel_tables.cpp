@@ -119,7 +119,7 @@ std::shared_ptr<const RadialTable> RadialTable::make(const Air& air,
     PerBand<Complex> perMetre;
     for (std::size_t band = 0; band < kBands; ++band) {
         const double waveNumber = static_cast<double>(air.WaveFactor) * constants.BandCentre[band];
-        perMetre[band] = Complex(constants.AirAbsorption[band] * kNepersPerDb, waveNumber);
+        perMetre[band] = Complex(air.Absorption[band] * kNepersPerDb, waveNumber);
         table->waveNumber[BandRow::re(band)] = static_cast<float>(waveNumber);
         table->turnsPerMetre[band] = waveNumber / kTurn;
         table->gainPerMetre[band] = static_cast<float>(perMetre[band].real());

@@ -42,7 +42,7 @@ void LiteralKernel::bandPowers(std::span<const Source> sources, std::span<const 
             const double kr = r * m_air.WaveFactor;
             for (int b = bands.from; b <= bands.to; ++b) {
                 const auto band = static_cast<std::size_t>(b);
-                const double level = spread + r * constants.AirAbsorption[band] -
+                const double level = spread + r * m_air.Absorption[band] -
                                      DirMagnitudeAt(m_directivity, b, direction / 5);
                 const double amplitude = std::pow(10.0, level / 20);
                 const double phase =

@@ -69,6 +69,8 @@ struct BandReference {
                : which == LevelField::Continuous ? Continuous
                                                  : Peak;
     }
+
+    friend bool operator==(const BandReference&, const BandReference&) = default;
 };
 
 /// What predictions read: the current directivity and levels of one system.

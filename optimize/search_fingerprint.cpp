@@ -69,6 +69,7 @@ std::string searchFingerprint(const SearchTask& task, const CandidateSet& candid
     print.add(static_cast<int>(task.choice.field));
     print.add(task.choice.aWeighted);
     print.addFigures(std::array{task.air.SpeedOfSound, task.air.WaveFactor});
+    print.addFigures(task.air.Absorption);
     addSpeakerData(print, task.speakerData);
     const JointRange range = candidates.range();
     print.add(range.first);

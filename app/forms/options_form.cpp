@@ -53,10 +53,13 @@ OptionsForm::OptionsForm(const Settings& stored)
       showNewQuery(stored.ShowNewQuery),
       appearance(stored.Appearance),
       map(stored.map),
+      weather(stored.Weather),
+      humidity(temperatureText(stored.Humidity)),
       temperature(temperatureText(celsius ? stored.Temperature : fahrenheit(stored.Temperature))),
       resolution(lengthText(stored.SPLResolution)),
       grids{lengthText(stored.GridUnit_Room), lengthText(stored.GridUnit_Rigging),
             lengthText(stored.GridUnit_Area)},
+      m_keptHumidity(humidity),
       m_keptTemperature(temperature),
       m_keptResolution(resolution),
       m_keptGrids(grids)
@@ -115,6 +118,8 @@ void OptionsForm::chooseDefaults()
     grids = OptionsForm(first).grids;
     appearance = first.Appearance;
     map = first.map;
+    weather = first.Weather;
+    humidity = temperatureText(first.Humidity);
 }
 
 double OptionsForm::celsiusTyped() const
@@ -127,6 +132,14 @@ double OptionsForm::celsiusTyped() const
     return celsiusOf(ParseDecimalText(m_keptTemperature), celsius);
 }
 
+double OptionsForm::humidityTyped() const
+{
+    const std::optional<TypedNumber> typed = typedNumber(humidity);
+    const bool taken = typed && (typed->unit.empty() || typed->unit == "%");
+    return std::clamp<double>(taken ? typed->value : ParseDecimalText(m_keptHumidity),
+                              kDriestPercent, kWettestPercent);
+}
+
 double OptionsForm::length(const std::string& text, const std::string& kept) const
 {
     return std::abs(typedLength(text, metres).value_or(ParseDecimalText(kept)));
@@ -136,6 +149,11 @@ void OptionsForm::validateTemperature()
 {
     const double degrees = withinRange(celsiusTyped());
     m_keptTemperature = temperature = temperatureText(celsius ? degrees : fahrenheit(degrees));
+}
+
+void OptionsForm::validateHumidity()
+{
+    m_keptHumidity = humidity = temperatureText(humidityTyped());
 }
 
 void OptionsForm::validateResolution()
@@ -158,6 +176,7 @@ Settings OptionsForm::applied(const Settings& stored) const
 {
     OptionsForm valid = *this;
     valid.validateTemperature();
+    valid.validateHumidity();
     valid.validateResolution();
     for (std::size_t i = 0; i < kGrids; ++i)
         valid.validateGrid(i);
@@ -177,6 +196,8 @@ Settings OptionsForm::applied(const Settings& stored) const
     settings.GridUnit_Room = number(valid.grids[0]);
     settings.GridUnit_Rigging = number(valid.grids[1]);
     settings.GridUnit_Area = number(valid.grids[2]);
+    settings.Weather = weather;
+    settings.Humidity = number(valid.humidity);
     settings.Appearance = appearance;
     settings.map = map;
     return settings;
@@ -187,6 +208,7 @@ bool OptionsForm::differsFrom(const Settings& stored) const
     const bool sameTexts =
         // as shown: degrees Fahrenheit rarely come back to the same °C
         std::abs(celsiusTyped() - static_cast<double>(stored.Temperature)) < 5e-4 &&
+        says(humidityTyped(), stored.Humidity) &&
         (pixel || says(length(resolution, m_keptResolution), stored.SPLResolution)) &&
         says(length(grids[0], m_keptGrids[0]), stored.GridUnit_Room) &&
         says(length(grids[1], m_keptGrids[1]), stored.GridUnit_Rigging) &&
@@ -194,7 +216,7 @@ bool OptionsForm::differsFrom(const Settings& stored) const
     return !sameTexts || metres != stored.Units_Meters || autoCorrect != stored.AutoCorrect ||
            celsius != stored.Celsius_Fahren || pixel != (stored.PixelRes == 1) ||
            showNewQuery != stored.ShowNewQuery || appearance != stored.Appearance ||
-           map != stored.map;
+           map != stored.map || weather != stored.Weather;
 }
 
 } // namespace orva

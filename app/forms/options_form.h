@@ -22,6 +22,8 @@ public:
     bool showNewQuery;
     Appearance appearance;
     MapStyle map;
+    bool weather;
+    std::string humidity; ///< percent
     std::string temperature;
     std::string resolution;
     std::array<std::string, kGrids> grids;
@@ -37,6 +39,8 @@ public:
 
     /// To the range -20..50 °C.
     void validateTemperature();
+    /// To the range 1..100 %.
+    void validateHumidity();
     /// No resolution means pixels.
     void validateResolution();
     /// Above 0; 1 for nothing.
@@ -49,9 +53,11 @@ public:
 
 private:
     double celsiusTyped() const;
+    double humidityTyped() const;
     /// A length typed, or the one kept, in the unit shown.
     double length(const std::string& text, const std::string& kept) const;
 
+    std::string m_keptHumidity;
     std::string m_keptTemperature;
     std::string m_keptResolution;
     std::array<std::string, kGrids> m_keptGrids;

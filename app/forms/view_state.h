@@ -26,6 +26,7 @@ struct ViewState {
         RawSplCache cache;
         std::optional<SummedMap> shown;
         LevelChoice shownChoice{}; ///< of what is shown
+        bool coarse = false;       ///< shown with coarser cells than those chosen
 
         /// Nothing of it holds any more.
         void clear()
@@ -33,6 +34,7 @@ struct ViewState {
             Valid = false;
             cache.clear();
             shown.reset();
+            coarse = false;
         }
     };
     Map map;

@@ -87,8 +87,20 @@ void SelectSystem(ApplicationState& state, std::int16_t system)
 
 void UpdateSpeedOfSound(ApplicationState& state, float temperatureC)
 {
-    state.air = airAt(temperatureC);
+    setWeather(state, temperatureC, std::nullopt);
+}
+
+void setWeather(ApplicationState& state, float temperatureC, std::optional<float> humidityPercent)
+{
+    state.air = humidityPercent ? weatherAt(temperatureC, *humidityPercent) : airAt(temperatureC);
     state.airChanged();
+}
+
+void followWeather(ApplicationState& state)
+{
+    const Settings& settings = state.settings;
+    setWeather(state, settings.Temperature,
+               settings.Weather ? std::optional(settings.Humidity) : std::nullopt);
 }
 
 void MlSetLanguage(ApplicationState& state, std::int32_t languageId)

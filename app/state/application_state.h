@@ -66,6 +66,10 @@ void SelectSystem(ApplicationState& state, std::int16_t system);
 
 /// The air at a temperature in °C.
 void UpdateSpeedOfSound(ApplicationState& state, float temperatureC);
+/// The same with the humidity at which the air absorbs, in percent; none: the given absorption.
+void setWeather(ApplicationState& state, float temperatureC, std::optional<float> humidityPercent);
+/// The air as the settings say.
+void followWeather(ApplicationState& state);
 
 /// Makes a language current; English for an identifier that is not supported.
 void MlSetLanguage(ApplicationState& state, std::int32_t languageId);

@@ -1,7 +1,6 @@
 #include "app/state/settings.h"
 
 #include "app/state/memory_settings.h"
-#include "engine/acoustics.h"
 #include "model/systems.h"
 
 #include <algorithm>
@@ -95,6 +94,9 @@ void forEachField(Record& settings, const Field& field)
     field("GridUnit_Rigging", settings.GridUnit_Rigging, kAboveZero, kLargest);
     field("GridUnit_Area", settings.GridUnit_Area, kAboveZero, kLargest);
     field("ShowNewQuery", settings.ShowNewQuery);
+    field("Weather", settings.Weather);
+    field("Humidity", settings.Humidity, kDriestPercent, kWettestPercent);
+    field("LiveMap", settings.LiveMap);
     field("Appearance", settings.Appearance, Appearance::Desktop);
     field("MapColours", settings.map.colours, MapColours::Even);
     field("MapRange", settings.map.range, MapRange::Audience);
@@ -108,6 +110,7 @@ bool sameButForLooks(const Settings& a, const Settings& b)
     Settings other = b;
     other.Appearance = a.Appearance;
     other.map = a.map;
+    other.LiveMap = a.LiveMap;
     return a == other;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/drawing_options.h"
+#include "engine/acoustics.h"
 #include "model/result.h"
 
 #include <cstdint>
@@ -29,6 +30,9 @@ struct Settings {
     float GridUnit_Rigging = DrawingOptions{}.GridUnit_Rigging;
     float GridUnit_Area = DrawingOptions{}.GridUnit_Area;
     bool ShowNewQuery = true;
+    bool Weather = false; ///< the air absorbs as at temperature and humidity
+    float Humidity = static_cast<float>(kHumidityPercent); ///< percent, 1..100
+    bool LiveMap = false;                                  ///< the map follows every edit
     orva::Appearance Appearance = orva::Appearance::Classic;
     MapStyle map;               ///< stored as "MapColours", "MapRange" and "Contours"
     std::int16_t newSystem = 0; ///< of the next new project; stored as "NewCompact"

@@ -21,6 +21,8 @@ public:
     /// Runs `work`; then, once this thread's event loop comes to it, `done`. What ran before is
     /// stopped and waited for, and its end is not told.
     void start(std::function<void(const Stop& stop)> work, std::function<void()> done);
+    /// Stops what runs and waits for it; its end is not told.
+    void end();
     /// Asks the work to stop.
     void stop() { m_stop = true; }
     bool stopping() const { return m_stop; }
@@ -31,8 +33,6 @@ public:
     bool running() const { return m_thread && m_thread->isRunning(); }
 
 private:
-    void end();
-
     std::unique_ptr<QThread> m_thread;
     std::atomic<bool> m_stop = false;
 };

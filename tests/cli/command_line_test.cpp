@@ -70,7 +70,10 @@ TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
         "levels p.lad --band 1001\nlevels p.lad --band 1000.0\nlevels p.lad --points 0\n"
         "levels p.lad --points 1.5\nlevels p.lad --points 1000001\nlevels p.lad --area 0\n"
         "levels p.lad --temperature 50.1\nlevels p.lad --temperature -20.1\nmap p.lad --width 0\n"
-        "levels p.lad --temperature nan\nlevels p.lad --threads 0\nlevels p.lad --map-type loud\n"
+        "spectrum p.lad\nspectrum p.lad --at 1\nspectrum p.lad --at 1,2,3\n"
+        "spectrum p.lad --at 1,2 --area 1\nspectrum p.lad --at 1,2 --points 3\n"
+        "levels p.lad --humidity 0.5\nlevels p.lad --temperature nan\nlevels p.lad --threads "
+        "0\nlevels p.lad --map-type loud\n"
         "levels p.lad --averaging fifth\nmap p.lad --cell 0\nmap p.lad --cell -1\n"
         "map p.lad --cell nan\nmap p.lad --cell inf\nmap p.lad --cell 1e-60\n"
         "map p.lad --language fr\nnew\nnew x.lad --system large\noptimize p.lad\n"
@@ -223,6 +226,33 @@ TEST_F(CommandLine, MapsAreWrittenFromTheTopAndAgreeWithTheirFigures)
     EXPECT_EQ(std::max_element(levels.begin(), levels.end()) - levels.begin(), 15);
 }
 
+TEST_F(CommandLine, TheSpectrumAlongAnAreaAgreesWithItsLevels)
+{
+    const std::string csv = folder / "levels.csv";
+    const std::string band = " --band 4000 --a-weighted --humidity 10 --points 4 ";
+    const Json levels = run("levels " + project + band + "--csv " + csv).json();
+    const Json spectrum = run("spectrum " + project + band + "--area 1").json();
+    std::ifstream file(csv);
+    std::string line;
+    std::getline(file, line);
+    EXPECT_EQ(line, "area,point,distance,x,y,level");
+    for (std::size_t point = 0; point < 4; ++point) {
+        const Json& heard = spectrum["points"][point];
+        EXPECT_EQ(heard["total"], levels["areas"][0]["levels"][point]);
+        EXPECT_EQ(heard["levels"][16], heard["total"]) << "4 kHz alone";
+        std::getline(file, line);
+        char start[64];
+        std::snprintf(start, sizeof start, "1,%zu,%.3f,%.3f,%.3f,%.3f", point + 1,
+                      static_cast<double>(point) * 15 / 4, heard["x"].get<double>(),
+                      heard["y"].get<double>(), heard["total"].get<double>());
+        EXPECT_EQ(line, start);
+    }
+    EXPECT_LT(spectrum["points"][0]["levels"][16],
+              run("spectrum " + project + " --band 4000 --a-weighted --area 1")
+                  .json()["points"][0]["levels"][16])
+        << "dry air absorbs more";
+}
+
 TEST_F(CommandLine, LevelsWithoutARadiatingBoxAreNull)
 {
     std::fstream file(project, std::ios::in | std::ios::out | std::ios::binary);
@@ -232,6 +262,8 @@ TEST_F(CommandLine, LevelsWithoutARadiatingBoxAreNull)
     const Outcome levels = run("levels " + project + " --points 3");
     EXPECT_TRUE(levels.json()["foh"].is_null()) << levels.err;
     EXPECT_TRUE(levels.json()["areas"][0]["levels"][2].is_null());
+    const Json heard = run("spectrum " + project + " --at 1,2").json()["points"][0];
+    EXPECT_TRUE(heard["box"].is_null() && heard["delay"].is_null() && heard["total"].is_null());
     const std::string csv = folder / "map.csv";
     ASSERT_EQ(run("map " + project + " --cell 9 --csv " + csv).status, 0);
     std::string row;

@@ -26,6 +26,11 @@ TEST(Acoustics, BandsAndAir)
     EXPECT_DOUBLE_EQ(SpeedOfSoundAt(0), 331.4);
     EXPECT_NEAR(airAt(21).SpeedOfSound, 344.139, 0.001);
     EXPECT_NEAR(airAt(21).WaveFactor, 0.018258, 0.000001);
+    EXPECT_EQ(weatherAt(20, 60), airAt(20)) << "the given absorption is that of 20 °C and 60 %";
+    EXPECT_EQ(airAt(35).Absorption, constants.AirAbsorption) << "whatever the temperature";
+    // ISO 9613-2, table 2: 15 °C, 20 %, 8 kHz: 202 dB/km; 30 °C, 70 %: 59.3
+    EXPECT_NEAR(weatherAt(15, 20).Absorption[19], -0.202, 0.002);
+    EXPECT_NEAR(weatherAt(30, 70).Absorption[19], -0.0593, 0.001);
 }
 
 TEST(Acoustics, RangesAreCutAtTheEnds)

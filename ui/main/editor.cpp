@@ -185,6 +185,22 @@ void Editor::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose)
     emit levelsChosen();
 }
 
+void Editor::setLive(bool live)
+{
+    m_session.state().settings.LiveMap = live;
+    (void)m_session.storeSettings(); // told at the end of the program
+    m_view.clearMap();
+    redrawViews();
+}
+
+void Editor::dataImported()
+{
+    if (!live())
+        return;
+    m_view.clearMap();
+    redrawViews();
+}
+
 void Editor::setFitLine(const std::optional<FitLine>& line)
 {
     m_view.fitLine = line;
@@ -204,7 +220,7 @@ void Editor::shortenSubArray()
 void Editor::setShowDelay(bool show)
 {
     m_session.state().settings.ShowDelay = show ? 1 : 0;
-    if (!m_view.locked)
+    if (!m_view.locked && !live())
         m_view.clearMap();
     redrawViews();
 }
@@ -273,7 +289,7 @@ void Editor::markUnsaved(std::optional<std::string> fileBytes)
 
 void Editor::followSettings()
 {
-    if (m_view.locked && m_view.map.shown)
+    if (m_view.locked && m_view.map.shown && !live())
         m_view.map.Valid = false;
     else
         m_view.clearMap();

@@ -77,6 +77,12 @@ public:
     void selectArea(int number);
     void setLocked(bool lock);
     void chooseLevels(const std::function<void(LevelChoiceForm&)>& choose);
+    /// Whether the map follows every edit.
+    bool live() const { return m_session.state().settings.LiveMap; }
+    /// What was calculated before belongs to the other way and goes.
+    void setLive(bool live);
+    /// Other loudspeaker data: a live map follows.
+    void dataImported();
     void setFitLine(const std::optional<FitLine>& line);
     void setBaseline(bool shown);
     /// Sub-array positions are shown with two decimals once the options have been looked at.

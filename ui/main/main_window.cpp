@@ -94,6 +94,11 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     Main_SSTab->setCornerWidget(m_logo);
 
     m_map = new MapCalculator(m_editor, *m_views, this);
+    m_live = new LiveMap(m_editor, *m_views);
+    connect(m_live, &LiveMap::coarse, this, [this](bool coarse) {
+        m_corrections = coarse ? m_session.text(Text::CoarseMap) : QString();
+        showStatus();
+    });
     m_commands = new ProjectCommands(m_editor, this);
     statusBar()->setObjectName("statusBar");
     m_status = new StatusLine(m_editor, this);

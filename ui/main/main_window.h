@@ -1,5 +1,6 @@
 #pragma once
 
+#include "main/live_map.h"
 #include "main/map_calculator.h"
 #include "main/project_commands.h"
 #include "main/recovery_keeper.h"
@@ -74,6 +75,7 @@ private:
     SetupPage* m_setupPage;
     ViewPanel* m_views;
     MapCalculator* m_map;
+    LiveMap* m_live;
     ProjectCommands* m_commands;
     std::unique_ptr<RecoveryKeeper> m_recovery;
     QPointer<CalculatorWindow> m_calculator;

@@ -1,7 +1,6 @@
 #include "main/map_calculator.h"
 
 #include "app/state/task.h"
-#include "drawing/room_drawing.h"
 #include "engine/parallel.h"
 #include "widgets/controls.h"
 
@@ -57,12 +56,16 @@ private:
 MapCalculator::MapCalculator(Editor& editor, ViewPanel& views, QWidget* window)
     : QObject(window), m_editor(editor), m_views(views), m_window(window)
 {
-    connect(&views, &ViewPanel::calculateAllAsked, this, [this] {
-        m_editor.lockForMap();
+    const auto lock = [this] {
+        if (!m_editor.live())
+            m_editor.lockForMap();
+    };
+    connect(&views, &ViewPanel::calculateAllAsked, this, [this, lock] {
+        lock();
         CalcMapping(true, false);
     });
-    connect(&views, &ViewPanel::calculateBandAsked, this, [this] {
-        m_editor.lockForMap();
+    connect(&views, &ViewPanel::calculateBandAsked, this, [this, lock] {
+        lock();
         CalcMapping(false, false);
     });
     connect(&views, &ViewPanel::levelChoiceChanged, this, [this] { CalcMapping(false, true); });
@@ -70,18 +73,7 @@ MapCalculator::MapCalculator(Editor& editor, ViewPanel& views, QWidget* window)
 
 bool MapCalculator::prepareGrid()
 {
-    const Settings& settings = m_editor.session().state().settings;
-    const Room& room = m_editor.room();
-    const QWidget& view = m_views.roomView();
-    auto [cellW, cellH] = devicePixel(room, std::max(1, view.width()), std::max(1, view.height()),
-                                      view.devicePixelRatioF());
-    if (settings.PixelRes == 0) {
-        const double resolution = metresOf(settings.SPLResolution, settings.Units_Meters);
-        cellW = std::max(cellW, resolution);
-        cellH = std::max(cellH, resolution);
-    }
-    const std::optional<MapGrid> grid =
-        PrepareMapGrid(room, static_cast<float>(cellW), static_cast<float>(cellH));
+    const std::optional<MapGrid> grid = m_views.mapGrid();
     m_editor.map().clear();
     if (!grid)
         return false;
@@ -135,7 +127,8 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
 {
     if (m_busy)
         return;
-    if (!m_editor.calculable()) {
+    // A live map calculates itself before it is drawn.
+    if (!m_editor.calculable() || m_editor.live()) {
         m_editor.redrawViews();
         return;
     }

@@ -305,6 +305,7 @@ void ProjectCommands::importData(const QString& file)
         load = takeSpeakerData(session.state(), **reading, path);
     else
         load.error = reading->error();
+    m_editor.dataImported();
     if (load.error) {
         if (load.bands > 0)
             emit statusChanged(Text::DataPartlyImported, file);

@@ -121,6 +121,8 @@ QWidget* ViewPanel::controlsFrame()
     chkAiming = named<QCheckBox>("chkAiming", fraSPLControls);
     chkAiming->setEnabled(false);
     connect(chkAiming, &QCheckBox::clicked, this, &ViewPanel::calculateBandAsked);
+    chkLive = named<QCheckBox>("chkLive", fraSPLControls);
+    connect(chkLive, &QCheckBox::clicked, this, [this](bool on) { m_editor.setLive(on); });
     CalcBand_cmd = named<QPushButton>("CalcBand_cmd", fraSPLControls);
     CalcAll_cmd = named<QPushButton>("CalcAll_cmd", fraSPLControls);
     chkDrawLine = named<QCheckBox>("chkDrawLine", fraSPLControls);
@@ -158,13 +160,15 @@ void ViewPanel::arrangeControls(bool below)
     place(chkAWeight, 2, 0);
     place(chkAiming, 2, 1, 2);
     if (below) {
-        place(CalcBand_cmd, 3, 0);
-        place(CalcAll_cmd, 3, 1, 2);
+        place(chkLive, 3, 0);
+        place(CalcBand_cmd, 3, 1);
+        place(CalcAll_cmd, 3, 2);
         place(chkDrawLine, 4, 0);
         place(Optimize_cmd, 4, 1, 2);
         return;
     }
-    place(CalcBand_cmd, 3, 0, 3);
+    place(chkLive, 3, 0);
+    place(CalcBand_cmd, 3, 1, 2);
     place(CalcAll_cmd, 4, 0, 3);
     place(m_divider, 5, 0, 3);
     place(chkDrawLine, 6, 0);
@@ -212,9 +216,26 @@ void ViewPanel::chooseLevels(const std::function<void(LevelChoiceForm&)>& choose
     emit levelChoiceChanged();
 }
 
+std::optional<MapGrid> ViewPanel::mapGrid() const
+{
+    const Settings& settings = m_editor.session().state().settings;
+    auto [cellW, cellH] =
+        devicePixel(m_editor.room(), std::max(1, Main_pbx->width()),
+                    std::max(1, Main_pbx->height()), Main_pbx->devicePixelRatioF());
+    if (settings.PixelRes == 0) {
+        const double resolution = metresOf(settings.SPLResolution, settings.Units_Meters);
+        cellW = std::max(cellW, resolution);
+        cellH = std::max(cellH, resolution);
+    }
+    return PrepareMapGrid(m_editor.room(), static_cast<float>(cellW), static_cast<float>(cellH));
+}
+
 void ViewPanel::prepareRoom()
 {
     const BusyPointer pointer;
+    if (m_followMap)
+        m_followMap();
+    chkAiming->setEnabled(m_editor.view().map.shown.has_value());
     m_room = m_editor.roomViewContent(aimingLines());
     int number = 0;
     for (const int points : profilePointsOf(m_editor.room(), std::max(1, Main_pbx->width()),
@@ -341,6 +362,7 @@ void ViewPanel::showTexts()
     chkAWeight->setText(text(Text::AWeighted));
     chkAiming->setText(text(Text::ShowAimingLines));
     chkDrawLine->setText(text(Text::DrawFitLine));
+    chkLive->setText(text(Text::LiveLabel));
     CalcAll_cmd->setText(text(Text::CalculateAll));
     Optimize_cmd->setText(text(Text::Optimize));
     display();
@@ -354,8 +376,9 @@ void ViewPanel::display()
     AreaSpl_pbx->redraw();
     displayLevels();
     chkAiming->setEnabled(m_editor.view().map.shown.has_value());
-    CalcAll_cmd->setEnabled(m_editor.calculable());
-    CalcBand_cmd->setEnabled(m_editor.calculable());
+    chkLive->setChecked(m_editor.live());
+    CalcAll_cmd->setEnabled(m_editor.calculable() && !m_editor.live());
+    CalcBand_cmd->setEnabled(m_editor.calculable() && !m_editor.live());
     Optimize_cmd->setEnabled(m_editor.calculable());
 }
 

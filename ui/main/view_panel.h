@@ -24,6 +24,10 @@ public:
     DrawingWidget& roomView() const { return *Main_pbx; }
     DrawingWidget& curveView() const { return *AreaSpl_pbx; }
 
+    /// The cells of the map as the options say, none smaller than a pixel; none for too many.
+    std::optional<MapGrid> mapGrid() const;
+    /// Called before the room is drawn, to bring the map to what holds.
+    void setFollowMap(std::function<void()> follow) { m_followMap = std::move(follow); }
     bool aimingLines() const { return chkAiming->isChecked(); }
     /// What else the curve picture shows; none: the curve of the selected area.
     using CurveSource = std::function<CurvePicture(int points)>;
@@ -66,6 +70,7 @@ private:
     void arrangeControls(bool below);
     void chooseLevels(const std::function<void(LevelChoiceForm&)>& choose);
 
+    std::function<void()> m_followMap;
     std::optional<int> m_areaUnderMouse;
     CurveSource m_otherCurves;
     RoomViewContent m_room; ///< as it is shown
@@ -83,6 +88,7 @@ private:
     QComboBox* cmbTerzOktave;
     QCheckBox* chkAWeight;
     QCheckBox* chkAiming;
+    QCheckBox* chkLive;
     QPushButton* CalcBand_cmd;
     QPushButton* CalcAll_cmd;
     QCheckBox* chkDrawLine;

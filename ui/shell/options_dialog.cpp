@@ -103,11 +103,23 @@ QGroupBox* OptionsDialog::temperatureFrame()
     pair("optTempUnit", optTempUnit, frame, [this](bool first) { m_form.chooseCelsius(first); });
     txtTemp = entry(
         "txtTemp", m_form.temperature, [this] { m_form.validateTemperature(); }, frame);
-    auto* layout = new QHBoxLayout(frame);
-    layout->addWidget(txtTemp);
-    layout->addWidget(optTempUnit[0]);
-    layout->addWidget(optTempUnit[1]);
-    layout->addStretch();
+    chkWeather = named<QCheckBox>("chkWeather", frame);
+    connect(chkWeather, &QCheckBox::clicked, this, [this](bool checked) {
+        m_form.weather = checked;
+        display();
+    });
+    lblHumidity = named<QLabel>("lblHumidity", frame);
+    txtHumidity = entry(
+        "txtHumidity", m_form.humidity, [this] { m_form.validateHumidity(); }, frame);
+    lblHumidity->setBuddy(txtHumidity);
+    auto* layout = new QGridLayout(frame);
+    layout->addWidget(txtTemp, 0, 0);
+    layout->addWidget(optTempUnit[0], 0, 1);
+    layout->addWidget(optTempUnit[1], 0, 2);
+    layout->addWidget(chkWeather, 1, 0, 1, 4);
+    layout->addWidget(txtHumidity, 2, 0);
+    layout->addWidget(lblHumidity, 2, 1, 1, 3);
+    layout->setColumnStretch(3, 1);
     return frame;
 }
 
@@ -259,6 +271,8 @@ void OptionsDialog::showTexts()
     fraTemp->setTitle(text(Text::Temperature));
     txtTemp->setAccessibleName(text(Text::Temperature));
     optTempUnit[0]->setText(text(Text::Celsius));
+    chkWeather->setText(text(Text::WeatherLabel));
+    lblHumidity->setText(text(Text::HumidityLabel));
     optTempUnit[1]->setText(text(Text::Fahrenheit));
     Frame3->setTitle(text(Text::MapFrame));
     Label2->setText(text(Text::MapResolution));
@@ -304,6 +318,9 @@ void OptionsDialog::display()
     AutoCor_opt[m_form.autoCorrect ? 0 : 1]->setChecked(true);
     optTempUnit[m_form.celsius ? 0 : 1]->setChecked(true);
     showText(*txtTemp, qtText(m_form.temperature));
+    chkWeather->setChecked(m_form.weather);
+    txtHumidity->setEnabled(m_form.weather);
+    showText(*txtHumidity, qtText(m_form.humidity));
     pixelRes_chk->setChecked(m_form.pixel);
     SPLRes_txt->setEnabled(!m_form.pixel);
     showText(*SPLRes_txt,
@@ -326,7 +343,7 @@ void OptionsDialog::apply()
     Settings& settings = m_session.state().settings;
     settings = m_form.applied(settings);
     m_form = OptionsForm(settings);
-    UpdateSpeedOfSound(m_session.state(), settings.Temperature);
+    followWeather(m_session.state());
     display();
     emit applied();
 }

@@ -70,6 +70,9 @@ private:
     QLabel* Label1;
     QLabel* Label2;
     QLineEdit* txtTemp;
+    QCheckBox* chkWeather;
+    QLineEdit* txtHumidity;
+    QLabel* lblHumidity;
     QLineEdit* SPLRes_txt;
     QCheckBox* pixelRes_chk;
     QPushButton* cmbLambda;

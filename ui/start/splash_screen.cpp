@@ -86,7 +86,7 @@ void SplashScreen::load()
     m_loader.start(
         [this](const Task::Stop&) {
             m_loaded->state.settings = LoadSettings(m_session.store());
-            UpdateSpeedOfSound(m_loaded->state, m_loaded->state.settings.Temperature);
+            followWeather(m_loaded->state);
             m_loaded->load = LoadSystemData(m_loaded->state, m_session.programFolder() / "bin");
         },
         [this] {

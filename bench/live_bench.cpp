@@ -1,0 +1,173 @@
+// How long it takes from an event until the live map is on the screen: 24 boxes, broadband,
+// 1920 x 1080. Writes live figures in ms beside the time of the kernel alone for the same map.
+#include "app/state/memory_settings.h"
+#include "engine/parallel.h"
+#include "engine/spl_map.h"
+#include "main/main_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QTest>
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <vector>
+
+using namespace orva;
+
+namespace {
+
+constexpr int kRuns = 200;
+
+double median(std::vector<double>& figures)
+{
+    std::sort(figures.begin(), figures.end());
+    return figures[figures.size() / 2];
+}
+
+double msOf(const std::function<void()>& act)
+{
+    QElapsedTimer timer;
+    timer.start();
+    act();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+struct Row {
+    std::string name;
+    double ms;
+    double kernelMs;
+    double mostMs;
+};
+
+class Bench {
+public:
+    explicit Bench(ui::Session& session) : m_window(session), m_session(session)
+    {
+        m_window.resize(1920, 1080);
+        m_window.begin();
+        m_window.show();
+        find<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+        choose("cmbNumSpk", 23);
+        find<QCheckBox>("chkLive")->click();
+        paint();
+    }
+
+    template<typename Control>
+    Control* find(const char* name)
+    {
+        return m_window.findChild<Control*>(name);
+    }
+    void choose(const char* name, int index)
+    {
+        auto* box = find<QComboBox>(name);
+        box->setCurrentIndex(index);
+        emit box->activated(index);
+    }
+    void enter(const char* name, const char* text)
+    {
+        auto* edit = find<QLineEdit>(name);
+        edit->selectAll();
+        edit->insert(text);
+        emit edit->textEdited(text);
+        emit edit->editingFinished();
+    }
+    void paint()
+    {
+        QApplication::processEvents();
+        find<ui::DrawingWidget>("Main_pbx")->grab();
+    }
+    bool coarse() { return m_window.editor().view().map.coarse; }
+    void waitForFine()
+    {
+        while (coarse())
+            QTest::qWait(1);
+        paint();
+    }
+    void turnJoint()
+    {
+        auto* joint = find<QComboBox>("cmbAngle(5)");
+        choose("cmbAngle(5)", (joint->currentIndex() + 1) % joint->count());
+    }
+    double kernelMs()
+    {
+        const MapGrid grid = m_window.editor().view().map.grid;
+        RawSplCache cache;
+        std::vector<double> ms;
+        for (int run = 0; run < 20; ++run) {
+            cache.clear();
+            ms.push_back(msOf([&] {
+                CalcRawSPL(*m_session.state().levelKernel(), m_window.editor().array(), grid,
+                           {0, kBands - 1}, coreCount(), {}, cache);
+            }));
+        }
+        return median(ms);
+    }
+    Row row(const char* name, double mostMs, const std::function<void()>& act,
+            const std::function<void()>& rest = {})
+    {
+        std::vector<double> ms;
+        for (int run = 0; run < kRuns; ++run) {
+            ms.push_back(msOf(act));
+            if (rest)
+                rest();
+        }
+        return {name, median(ms), kernelMs(), mostMs};
+    }
+
+private:
+    ui::MainWindow m_window;
+    ui::Session& m_session;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    MemorySettings store;
+    ui::Session session(store, {QCoreApplication::applicationDirPath().toStdString() + "/.."});
+    session.state().settings.ShowNewQuery = false;
+    if (!LoadSystemData(session.state(), session.programFolder() / "bin"))
+        return 1;
+    Bench bench(session);
+    std::vector<Row> rows;
+    const auto edit = [&] {
+        bench.turnJoint();
+        bench.paint();
+    };
+    rows.push_back(bench.row("live-theatre", 16, edit));
+    rows.push_back(bench.row("live-weighting", 3, [&] {
+        bench.find<QCheckBox>("chkAWeight")->click();
+        bench.paint();
+    }));
+    bench.enter("RoomWidth_txt", "120");
+    bench.enter("RoomHeight_txt", "30");
+    bench.waitForFine();
+    rows.push_back(bench.row("live-field-first", 16, edit, [&] { bench.waitForFine(); }));
+    rows.push_back(bench.row("live-field", 130, [&] {
+        edit();
+        bench.waitForFine();
+    }));
+
+    std::ofstream file(argc > 1 ? argv[1] : "bench_live.json");
+    file << "{\"rows\": [";
+    const char* before = "\n";
+    bool met = true;
+    for (const Row& row : rows) {
+        std::printf("%-18s %7.2f ms (most %g), %5.2f x kernel (%.2f ms)\n", row.name.c_str(),
+                    row.ms, row.mostMs, row.ms / row.kernelMs, row.kernelMs);
+        file << before << "  {\"name\": \"" << row.name << "\", \"value\": " << row.ms
+             << ", \"ratio\": " << row.ms / row.kernelMs << "}";
+        before = ",\n";
+        met = met && row.ms < row.mostMs;
+    }
+    file << "\n]}\n";
+    return met ? 0 : 1;
+}

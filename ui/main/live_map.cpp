@@ -1,0 +1,149 @@
+#include "main/live_map.h"
+
+#include <QElapsedTimer>
+#include <cmath>
+
+namespace orva::ui {
+
+namespace {
+
+/// Of a frame, for the map; the rest is for drawing.
+constexpr double kMapMs = 5;
+/// Cells that are calculated at once on any machine.
+constexpr double kFewCells = 2000;
+
+} // namespace
+
+LiveMap::LiveMap(Editor& editor, ViewPanel& views)
+    : QObject(&views), m_editor(editor), m_views(views)
+{
+    views.setFollowMap([this] { follow(); });
+}
+
+std::optional<LiveMap::Work> LiveMap::wanted() const
+{
+    const std::optional<MapGrid> grid = m_views.mapGrid();
+    if (!grid || !m_editor.live() || !m_editor.calculable())
+        return std::nullopt;
+    ApplicationState& state = m_editor.session().state();
+    return Work{state.levelKernel(), m_editor.array(), state.speakerData.BandLevel,
+                m_editor.view().levels.choice(), *grid};
+}
+
+/// Whether what is shown is, or soon will be, that one.
+bool LiveMap::isThere(const Work& work) const
+{
+    const ViewState::Map& map = m_editor.view().map;
+    const std::optional<Work>& made = map.coarse ? m_coming : m_whole;
+    return map.shown && map.shownChoice == work.choice && made && made->samePowers(work) &&
+           made->levels == work.levels;
+}
+
+void LiveMap::follow()
+{
+    const std::optional<Work> work = wanted();
+    if (!work) {
+        m_fine.end();
+        m_coming.reset();
+        if (m_editor.live())
+            emit coarse(false);
+        return;
+    }
+    m_editor.map().Valid = true;
+    if (isThere(*work))
+        return;
+    m_fine.end();
+    m_coming.reset();
+    if (!m_whole || !m_whole->samePowers(*work)) {
+        m_planes.clear();
+        m_whole.reset();
+    }
+    if (expectedMs(*work) > kMapMs)
+        showCoarse(*work, expectedMs(*work));
+    if (expectedMs(*work) > kMapMs) {
+        finish(*work);
+        return;
+    }
+    SummedMap shown = timed(*work, m_planes);
+    m_whole = work;
+    show(*work, std::move(shown), true);
+}
+
+/// Infinite where nothing like it was calculated before.
+double LiveMap::expectedMs(const Work& work) const
+{
+    if (m_whole && m_whole->samePowers(work))
+        return 0;
+    const bool known = m_cell.boxes == static_cast<std::size_t>(work.array.boxCount()) &&
+                       m_cell.bands == work.choice.bands.count();
+    return known ? m_cell.ms * static_cast<double>(work.grid.cells())
+                 : std::numeric_limits<double>::infinity();
+}
+
+std::optional<SummedMap> LiveMap::calculate(const Work& work, const Progress& progress,
+                                            RawSplCache& cache)
+{
+    if (!CalcRawSPL(*work.kernel, work.array, work.grid, work.choice.bands, coreCount(), progress,
+                    cache))
+        return std::nullopt;
+    return CalcSummedSPL(cache, work.levels, work.grid, work.choice, coreCount(), progress);
+}
+
+SummedMap LiveMap::timed(const Work& work, RawSplCache& cache)
+{
+    const bool whole = expectedMs(work) > 0;
+    QElapsedTimer timer;
+    timer.start();
+    SummedMap shown = calculate(work, {}, cache).value_or(SummedMap{});
+    const double ms =
+        static_cast<double>(timer.nsecsElapsed()) / 1e6 / static_cast<double>(work.grid.cells());
+    if (whole)
+        m_cell = {static_cast<std::size_t>(work.array.boxCount()), work.choice.bands.count(), ms};
+    return shown;
+}
+
+void LiveMap::show(const Work& work, SummedMap shown, bool whole)
+{
+    ViewState::Map& map = m_editor.map();
+    map.grid = work.grid;
+    map.shown = std::move(shown);
+    map.shownChoice = work.choice;
+    map.coarse = !whole;
+    emit coarse(!whole);
+}
+
+/// As many cells as there is time for, whole room at once.
+void LiveMap::showCoarse(const Work& work, double expectedMs)
+{
+    const double cells = std::isfinite(expectedMs)
+                             ? static_cast<double>(work.grid.cells()) * kMapMs / expectedMs
+                             : kFewCells;
+    const auto factor = static_cast<float>(
+        std::ceil(std::sqrt(static_cast<double>(work.grid.cells()) / std::max(cells, 1.0))));
+    const std::optional<MapGrid> grid =
+        PrepareMapGrid(m_editor.room(), work.grid.CellW * factor, work.grid.CellH * factor);
+    Work few = work;
+    few.grid = grid.value_or(work.grid);
+    m_coarse.clear();
+    SummedMap shown = timed(few, m_coarse);
+    show(few, std::move(shown), false);
+}
+
+void LiveMap::finish(const Work& work)
+{
+    m_coming = work;
+    const auto shown = std::make_shared<std::optional<SummedMap>>();
+    m_fine.start(
+        [this, work, shown](const Task::Stop& stopped) {
+            *shown = calculate(
+                work, [&](int, int) { return !stopped(); }, m_planes);
+        },
+        [this, work, shown] {
+            m_coming.reset();
+            m_whole = work;
+            show(work, std::move(**shown), true);
+            m_views.roomView().redraw();
+        });
+}
+
+} // namespace orva::ui
