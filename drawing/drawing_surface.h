@@ -21,6 +21,28 @@ struct Scale {
     double height = 1;
 };
 
+/// The part of a given view that is shown larger.
+struct Zoom {
+    double factor = 1; ///< 1..kMost
+    double x = 0;      ///< of the given width, what lies to the left of the part
+    double y = 0;      ///< of the given height, what lies above it
+
+    static constexpr double kMost = 40;
+
+    Scale of(const Scale& given) const
+    {
+        return {given.left + x * given.width, given.top + y * given.height, given.width / factor,
+                given.height / factor};
+    }
+    /// `times` larger, the place at these parts of the shown width and height staying where it is;
+    /// never beyond the given view.
+    Zoom at(double partX, double partY, double times) const;
+    /// Moved by these parts of the shown width and height.
+    Zoom panned(double partX, double partY) const;
+
+    friend bool operator==(const Zoom&, const Zoom&) = default;
+};
+
 /// What everything is drawn on. Points and lengths are in user units, line widths and text heights
 /// in pixels (device-independent ones).
 class DrawingSurface {
@@ -36,6 +58,9 @@ public:
 
     const Scale& scale() const { return m_scale; }
     void setScale(const Scale& scale) { m_scale = scale; }
+    /// Which part of a view that can be zoomed is drawn.
+    const Zoom& zoom() const { return m_zoom; }
+    void setZoom(const Zoom& zoom) { m_zoom = zoom; }
     /// User units per pixel.
     double pixelX() const { return m_scale.width / pixelWidth(); }
     double pixelY() const { return m_scale.height / pixelHeight(); }
@@ -123,6 +148,7 @@ public:
 
 private:
     Scale m_scale;
+    Zoom m_zoom;
     static constexpr double kRim = 2;
 
     const ColourScheme* m_scheme = &classicScheme();

@@ -38,7 +38,8 @@ Size devicePixel(const Room& room, double pixelWidth, double pixelHeight, double
 
 Point GRoomSetup(DrawingSurface& surface, const Room& room)
 {
-    surface.setScale(roomViewScale(room, surface.pixelWidth(), surface.pixelHeight()));
+    surface.setScale(
+        surface.zoom().of(roomViewScale(room, surface.pixelWidth(), surface.pixelHeight())));
     return {-surface.scale().left, -surface.scale().top};
 }
 

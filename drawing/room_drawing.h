@@ -7,9 +7,9 @@
 
 namespace orva {
 
-/// Fits the room with a margin of 30 pixels, in metres, the point of reference at (0, 0): a room
-/// point (x, y) is drawn at (x, -y). Returns how far the point of reference lies from the left and
-/// the top.
+/// Fits the room with a margin of 30 pixels, or the surface's part of that view, in metres, the
+/// point of reference at (0, 0): a room point (x, y) is drawn at (x, -y). Returns how far the point
+/// of reference lies from the left and the top.
 Point GRoomSetup(DrawingSurface& surface, const Room& room);
 
 /// The scale that GRoomSetup() gives a surface so many pixels large.

@@ -1,9 +1,25 @@
 #include "drawing/scale.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
 namespace orva {
+
+Zoom Zoom::at(double partX, double partY, double times) const
+{
+    const double wanted = std::clamp(factor * times, 1.0, kMost);
+    Zoom zoomed{wanted, x + partX * (1 / factor - 1 / wanted),
+                y + partY * (1 / factor - 1 / wanted)};
+    return zoomed.panned(0, 0);
+}
+
+Zoom Zoom::panned(double partX, double partY) const
+{
+    const double most = 1 - 1 / factor;
+    return {factor, std::clamp(x + partX / factor, 0.0, most),
+            std::clamp(y + partY / factor, 0.0, most)};
+}
 
 void ResetScale(DrawingSurface& surface)
 {

@@ -28,8 +28,10 @@ bool ViewState::unlockWithoutMap()
     return true;
 }
 
-void ViewState::follow(int areas)
+void ViewState::follow(int areas, int boxes)
 {
+    if (selectedBox && *selectedBox >= boxes)
+        selectedBox.reset();
     if (SelectedArea > areas)
         SelectedArea = 1;
 }

@@ -18,6 +18,8 @@ struct ViewState {
     bool baseline = false; ///< a level line stands in for a fit line that was not drawn
     bool locked = false;
     int subArrayDecimals = 3;
+    Zoom zoom;                      ///< of the section
+    std::optional<int> selectedBox; ///< from 0
 
     /// What the map is: the grid, what has been calculated on it, what is shown.
     struct Map {
@@ -48,8 +50,8 @@ struct ViewState {
     void clearMap();
     /// Ends such a lock where no map is shown; whether it did.
     bool unlockWithoutMap();
-    /// Another state of the document: an area that is gone is not selected.
-    void follow(int areas);
+    /// Another state of the document: an area or box that is gone is not selected.
+    void follow(int areas, int boxes);
 };
 
 } // namespace orva

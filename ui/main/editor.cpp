@@ -21,7 +21,7 @@ void Editor::derive()
 {
     m_outside = outOfRoom(room(), array());
     m_arrayWhole = !array().fault();
-    m_view.follow(room().GIGetNumAreas());
+    m_view.follow(room().GIGetNumAreas(), array().boxCount());
 }
 
 void Editor::follow(const Changes& changes)
@@ -137,6 +137,42 @@ bool Editor::editArray(const StepName& what, const std::function<bool(LineArray&
         gesture);
 }
 
+bool Editor::moveHandle(const Handle& handle, const DocumentState& start, const Shift& shift,
+                        Gesture gesture)
+{
+    if (m_view.locked && handle.ofArray())
+        return false;
+    return edit(
+        handle.step(),
+        [&](DocumentState& state) {
+            return orva::moveHandle(state, start, handle, shift, autoCorrect());
+        },
+        gesture);
+}
+
+void Editor::turnBox(int position, int steps)
+{
+    if (m_view.locked || position < 0 || position >= setup().total())
+        return;
+    if (position > 0) {
+        const auto joint = static_cast<std::size_t>(position - 1);
+        const int index = setup().cmbAngle[joint].selected + steps;
+        if (index >= 0 && index < static_cast<int>(setup().cmbAngle[joint].items.size()))
+            editSetup({Text::StepSplay, position}, [&](SetupForm& form) {
+                form.chooseAngle(position - 1, index, autoCorrect());
+            });
+    } else if (!setup().pinMode || setup().stacked) {
+        constexpr double kStepDeg = 0.1;
+        editSetup({Text::StepFirstAngle}, [&](SetupForm& form) {
+            form.box1Angle = SetupForm::validAngle(form.box1Angle + kStepDeg * steps);
+        });
+    } else {
+        const int index = setup().PinNumber_cmb.selected + steps;
+        if (index >= 0 && index < static_cast<int>(setup().PinNumber_cmb.items.size()))
+            choosePin(setup().PinNumber_cmb.items[static_cast<std::size_t>(index)].value - 1);
+    }
+}
+
 bool Editor::editRoom(const StepName& what, const std::function<bool(Room&)>& change,
                       Gesture gesture)
 {
@@ -201,6 +237,20 @@ void Editor::dataImported()
     redrawViews();
 }
 
+void Editor::setZoom(const Zoom& zoom)
+{
+    if (zoom == m_view.zoom)
+        return;
+    m_view.zoom = zoom;
+    emit zoomed();
+}
+
+void Editor::selectBox(std::optional<int> position)
+{
+    m_view.selectedBox = position;
+    emit boxSelected();
+}
+
 void Editor::setFitLine(const std::optional<FitLine>& line)
 {
     m_view.fitLine = line;
@@ -248,6 +298,8 @@ void Editor::replace(DocumentState state, DocumentFile file)
     m_document.open(std::move(state), std::move(file));
     m_view.setLocked(false);
     m_view.subArrayDecimals = 3;
+    m_view.zoom = {};
+    m_view.selectedBox.reset();
     m_view.clearMap();
     derive();
     emit projectReplaced();

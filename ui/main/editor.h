@@ -4,6 +4,7 @@
 #include "app/forms/view_state.h"
 #include "document/document.h"
 #include "document/room_form.h"
+#include "document/section_handle.h"
 #include "document/setup_edit.h"
 #include "drawing/room_view.h"
 #include "widgets/session.h"
@@ -54,6 +55,12 @@ public:
     /// Of the array's points or the bass box.
     bool editArray(const StepName& what, const std::function<bool(LineArray&)>& edit,
                    Gesture gesture = {});
+    /// Drags what is taken hold of; the lock holds what is of the array.
+    bool moveHandle(const Handle& handle, const DocumentState& start, const Shift& shift,
+                    Gesture gesture = {});
+    /// Turns the joint above a box (from 0) by so many entries of its list; the first box by pins
+    /// or tenths of a degree.
+    void turnBox(int position, int steps);
     bool editRoom(const StepName& what, const std::function<bool(Room&)>& edit,
                   Gesture gesture = {});
     void editSubArray(const StepName& what, const std::function<void(SubArray&)>& edit,
@@ -83,6 +90,10 @@ public:
     void setLive(bool live);
     /// Other loudspeaker data: a live map follows.
     void dataImported();
+    /// Which part of the section is shown.
+    void setZoom(const Zoom& zoom);
+    /// The box that the wheel turns, from 0.
+    void selectBox(std::optional<int> position);
     void setFitLine(const std::optional<FitLine>& line);
     void setBaseline(bool shown);
     /// Sub-array positions are shown with two decimals once the options have been looked at.
@@ -119,6 +130,8 @@ public:
 
 signals:
     void levelsChosen();
+    void zoomed();
+    void boxSelected();
     /// What is being typed ends as it stands: a step is taken back.
     void typingEnds();
     /// A step was taken back, or again; where the lock held it, that has ended.

@@ -4,6 +4,7 @@
 #include "lang/decimal_text.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
+#include "main/section_hand.h"
 #include "widgets/controls.h"
 
 #include <QGridLayout>
@@ -38,6 +39,8 @@ RoomPage::RoomPage(Editor& editor, QWidget* parent) : Page(editor, parent), m_en
         },
         this);
     layout->addWidget(Room_pbx, 1);
+    auto* hand = new SectionHand(m_editor, *Room_pbx, false);
+    Room_pbx->setOverlay([hand](DrawingSurface& surface) { hand->drawOverlay(surface); });
 
     connect(&editor.session(), &Session::LanguageChanged, this, &RoomPage::showTexts);
     showTexts();

@@ -67,8 +67,10 @@ void ViewPanel::makeRoomView()
         },
         this);
     Main_pbx->setPrepare([this] { prepareRoom(); });
+    m_hand = new SectionHand(m_editor, *Main_pbx, true);
     Main_pbx->setOverlay([this](DrawingSurface& surface) {
-        if (!m_areaUnderMouse)
+        m_hand->drawOverlay(surface);
+        if (!m_areaUnderMouse || m_hand->dragging())
             return;
         const Segment area = m_editor.room().area(*m_areaUnderMouse);
         const auto [left, right] = std::minmax({area.start.x, area.end.x});

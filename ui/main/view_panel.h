@@ -1,6 +1,7 @@
 #pragma once
 
 #include "main/page.h"
+#include "main/section_hand.h"
 #include "widgets/drawing_widget.h"
 
 #include <QCheckBox>
@@ -77,6 +78,7 @@ private:
     CurvePicture m_curve;
 
     DrawingWidget* Main_pbx;
+    SectionHand* m_hand;
     DrawingWidget* AreaSpl_pbx;
     QSplitter* m_bottom;
     int m_columnWidth = 0; ///< that the controls need beside the curve

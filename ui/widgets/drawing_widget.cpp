@@ -71,6 +71,8 @@ void DrawingWidget::render()
     painter.setFont(font());
     PainterSurface surface(painter, shown);
     surface.setScheme(drawingScheme());
+    if (m_zoom)
+        surface.setZoom(m_zoom());
     m_draw(surface);
     m_scale = surface.scale();
     update();

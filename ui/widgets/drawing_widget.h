@@ -25,6 +25,9 @@ public:
     /// Drawn over the rest at each repaint, in the scale that the drawing left behind.
     void setOverlay(Draw overlay) { m_overlay = std::move(overlay); }
 
+    /// Which part of a view that can be zoomed is drawn.
+    void setZoom(std::function<Zoom()> zoom) { m_zoom = std::move(zoom); }
+
     /// The drawing, made anew if need be, as a picture.
     const QPixmap& picture();
     /// A point of the widget in the user coordinates that the drawing left behind.
@@ -59,6 +62,7 @@ private:
     Draw m_draw;
     Draw m_overlay;
     std::function<void()> m_prepare;
+    std::function<Zoom()> m_zoom;
     QPixmap m_picture;
     Scale m_scale;
     bool m_stale = true;
