@@ -1,5 +1,6 @@
 #include "drawing/curve_drawing.h"
 
+#include "lang/message.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 #include "model/vector_math.h"
@@ -37,11 +38,13 @@ std::optional<Extremes> extremesOf(std::span<const float> levels, std::optional<
 /// Draws the runs of finite levels; `at` says where a level of a given number lies.
 template<typename At>
 void drawRuns(DrawingSurface& surface, std::span<const float> levels, Role colour, double width,
-              At at)
+              At at, int dash = 0)
 {
     std::vector<Point> run;
+    const auto length = static_cast<std::size_t>(dash);
     for (std::size_t i = 0; i <= levels.size(); ++i) {
-        if (i < levels.size() && std::isfinite(levels[i])) {
+        const bool drawn = length == 0 || i / length % 2 == 0;
+        if (i < levels.size() && drawn && std::isfinite(levels[i])) {
             run.push_back(at(i, levels[i]));
             continue;
         }
@@ -90,6 +93,96 @@ Point CurvePicture::pointAt(CurvePoint place, double pictureWidth) const
     return {place.alongM * pixelsPerMetre, scale().bottomDb - place.levelDb};
 }
 
+namespace {
+
+/// Distances under the ticks, as many as fit.
+void drawDistances(DrawingSurface& surface, const CurvePicture& picture,
+                   const DrawingOptions& options)
+{
+    const double end = curveEnd(surface.pixelWidth());
+    const double shown = picture.lengthM * options.text.lengthFactor();
+    double step = options.GridUnit_Area;
+    if (!(shown > 0) || !(step > 0))
+        return;
+    while (step / shown * end < surface.textSize("0000").x)
+        step *= 2;
+    for (double at = 0; at <= shown; at += step) {
+        const std::string label = plainText(at, 1);
+        surface.print({at / shown * end - surface.textSize(label).x / 2, 7 * surface.pixelY()},
+                      label);
+    }
+}
+
+/// Mean with 3 dB to either side, largest and smallest level of a curve.
+void drawSpread(DrawingSurface& surface, const Curve& curve, double bottomDb,
+                const DrawingOptions& options)
+{
+    const auto least = std::min_element(curve.levels.begin(), curve.levels.end());
+    const auto largest = std::max_element(curve.levels.begin(), curve.levels.end());
+    if (least == curve.levels.end() || !std::isfinite(*least))
+        return;
+    double sum = 0;
+    for (const float level : curve.levels)
+        sum += static_cast<double>(level);
+    const double mean = sum / static_cast<double>(curve.levels.size());
+    const double right = 2 * static_cast<double>(curve.levels.size());
+    for (const double over : {-3.0, 0.0, 3.0})
+        surface.line({0, bottomDb - mean - over}, {right, bottomDb - mean - over}, Role::Leader,
+                     over == 0 ? 2 : 1);
+    const std::string text =
+        Message(Text::MeanOfArea, {fixedText(mean, 1)}).text(options.text.language);
+    const Point size = surface.textSize(text);
+    surface.print({right - size.x, bottomDb - mean - 1.1 * size.y}, text);
+    for (const auto extreme : {largest, least}) {
+        const Point at{2 * static_cast<double>(extreme - curve.levels.begin()),
+                       bottomDb - *extreme};
+        const std::string level = fixedText(*extreme, 1);
+        surface.line({at.x, at.y - 3 * surface.pixelY()}, {at.x, at.y + 3 * surface.pixelY()},
+                     curve.colour, 2);
+        surface.print({at.x + 4, extreme == largest ? at.y - surface.textSize(level).y : at.y},
+                      level);
+    }
+}
+
+/// "98.2 dB at 5 m, -0.4 dB per m", above the first end of the fit line.
+void drawFitFigures(DrawingSurface& surface, const CurvePicture& picture,
+                    const DrawingOptions& options)
+{
+    const auto [first, second] = *picture.fitLine;
+    const double metres = second.alongM - first.alongM;
+    if (metres == 0)
+        return;
+    const double factor = options.text.lengthFactor();
+    const std::string unit(lengthUnit(options.text));
+    const std::string text =
+        Message(Text::FitLineFigures,
+                {fixedText(first.levelDb, 1), fixedText(first.alongM * factor, 1), unit,
+                 fixedText((second.levelDb - first.levelDb) / metres / factor, 2), unit})
+            .text(options.text.language);
+    const Point at = picture.pointAt(first, surface.pixelWidth());
+    surface.print({at.x, at.y - 1.2 * surface.textSize(text).y}, text, Role::FitLine);
+}
+
+void drawFigures(DrawingSurface& surface, const CurvePicture& picture,
+                 const DrawingOptions& options)
+{
+    drawDistances(surface, picture, options);
+    const double bottom = picture.scale().bottomDb;
+    double left = 0;
+    for (const Curve& curve : picture.curves) {
+        if (curve.area == picture.area)
+            drawSpread(surface, curve, bottom, options);
+        const std::string name = std::string(MlGetString(options.text.language, Text::CurveTitle)) +
+                                 std::to_string(curve.area);
+        surface.print({left, surface.scale().top}, name, curve.colour);
+        left += surface.textSize(name + "    ").x;
+    }
+    if (picture.fitLine && !picture.baseline)
+        drawFitFigures(surface, picture, options);
+}
+
+} // namespace
+
 void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const DrawingOptions& options)
 {
     const double lengthM = picture.lengthM;
@@ -106,7 +199,7 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
         surface.setTextHeight(surface.textHeight() - 1);
     for (int line = 0; line * 5 <= range; ++line) {
         const double above = line * 5;
-        const bool labelled = line % 2 == 0;
+        const bool labelled = line % 2 == 0 || picture.detailed;
         surface.line({labelled ? -6.0 : -3.0, -above}, {end, -above}, Role::Grid);
         if (!labelled)
             continue;
@@ -129,13 +222,19 @@ void DrawCurves(DrawingSurface& surface, const CurvePicture& picture, const Draw
                               std::to_string(picture.area);
     const Point size = surface.textSize(title);
     const double room = 0.11 * range - size.y; // above the highest grid line
-    surface.print({surface.scale().left + (surface.scale().width - size.x) / 2,
-                   surface.scale().top + std::max(0.0, room / 2)},
-                  title);
+    if (!picture.detailed)                     // else the curves have names
+        surface.print({surface.scale().left + (surface.scale().width - size.x) / 2,
+                       surface.scale().top + std::max(0.0, room / 2)},
+                      title);
     for (const Curve& curve : picture.curves)
-        drawRuns(surface, curve.levels, curve.colour, curve.width, [&](std::size_t i, float level) {
-            return Point{2.0 * static_cast<double>(i), -(level - levels.bottomDb)};
-        });
+        drawRuns(
+            surface, curve.levels, curve.colour, curve.width,
+            [&](std::size_t i, float level) {
+                return Point{2.0 * static_cast<double>(i), -(level - levels.bottomDb)};
+            },
+            curve.dash);
+    if (picture.detailed)
+        drawFigures(surface, picture, options);
     if (picture.baseline) {
         surface.line({0, 0}, {end, 0}, Role::FitLine, 2);
         const std::string name(MlGetString(options.text.language, Text::BaselineName));

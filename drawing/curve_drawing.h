@@ -29,6 +29,8 @@ struct Curve {
     std::vector<float> levels;
     Role colour = Role::Curve;
     double width = 1;
+    int dash = 0; ///< points that are drawn, then as many that are not; 0: all are
+    int area = 0; ///< that it is named after where areas are told apart
 };
 
 /// A place in the curve picture: metres along the area from its start, dB.
@@ -50,6 +52,8 @@ struct CurvePicture {
     std::vector<Curve> curves; ///< the last one on top
     std::optional<FitLine> fitLine;
     bool baseline = false; ///< the fit line runs along the bottom, whatever level that is
+    /// Distances, every level and the figures of `area` are written into it.
+    bool detailed = false;
 
     CurveScale scale() const;
     /// The place at a point in the user coordinates of a picture so many pixels wide.

@@ -29,6 +29,7 @@ struct Segment {
 
     /// The place so many metres from the start, in the direction of the angle.
     Point at(double metres) const;
+    friend bool operator==(const Segment&, const Segment&) = default;
 };
 
 /// Start x, y, end x, y, angle, length: the order of files and entries.

@@ -62,11 +62,32 @@ std::string airText(const StatusFacts& facts)
 {
     const double shown = facts.celsius ? facts.temperatureC : fahrenheit(facts.temperatureC);
     const std::string degrees = plainText(shown, 1) + (facts.celsius ? " °C" : " °F");
-    return Message(Text::StatusAir, {degrees, plainText(kHumidityPercent, 0)})
+    return Message(Text::StatusAir, {degrees, plainText(facts.humidityPercent, 1)})
         .text(facts.text.language);
 }
 
 } // namespace
+
+std::string heardText(const Heard& heard, bool aWeighted, const TextOptions& options)
+{
+    const auto length = [&](double metres) {
+        return fixedText(metres * options.lengthFactor(), 2);
+    };
+    const std::string unit(lengthUnit(options));
+    const std::string over = heard.overFohDb > 0 ? "+" : "";
+    std::string text =
+        Message(Text::ProbePlace,
+                {length(heard.at.x), length(heard.at.y), unit,
+                 levelText(heard.levelDb) + (aWeighted ? " dB(A)" : " dB"),
+                 std::isfinite(heard.overFohDb) ? over + fixedText(heard.overFohDb, 1) : "-"})
+            .text(options.language);
+    if (heard.box)
+        text +=
+            Message(Text::ProbeBox, {number(heard.box->position + 1), length(heard.box->distanceM),
+                                     unit, fixedText(heard.delayMs, 1)})
+                .text(options.language);
+    return text;
+}
 
 StatusTexts statusTexts(const StatusFacts& facts)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/area_figures.h"
+#include "app/forms/prediction.h"
 #include "lang/language.h"
 #include "model/project.h"
 
@@ -19,6 +19,7 @@ struct StatusFacts {
     bool aWeighted;
     std::vector<std::optional<AreaFigures>> areas; ///< those in use, in their order
     float temperatureC;
+    float humidityPercent; ///< at which the air absorbs
     bool celsius;
     TextOptions text;
     std::string importedData; ///< the file's name; empty for the program's own data
@@ -36,5 +37,8 @@ struct StatusTexts {
 };
 
 StatusTexts statusTexts(const StatusFacts& facts);
+
+/// What is heard at a place, in one line.
+std::string heardText(const Heard& heard, bool aWeighted, const TextOptions& options);
 
 } // namespace orva

@@ -5,6 +5,7 @@
 #include "engine/spl_map.h"
 
 #include <optional>
+#include <vector>
 
 namespace orva {
 
@@ -20,6 +21,13 @@ struct ViewState {
     int subArrayDecimals = 3;
     Zoom zoom;                      ///< of the section
     std::optional<int> selectedBox; ///< from 0
+    std::optional<Point> probe;     ///< under the pointer, room frame
+    std::vector<Point> pins;        ///< markers of the probe
+    static constexpr std::size_t kMostPins = 8;
+    bool pinning = false;  ///< clicks set markers
+    bool allAreas = false; ///< the curve picture shows them all
+    double rowPitchM = 0.9;
+    double rowOffsetM = 0; ///< of the first row
 
     /// What the map is: the grid, what has been calculated on it, what is shown.
     struct Map {

@@ -13,7 +13,7 @@ void Task::end()
 {
     if (!m_thread)
         return;
-    m_thread->disconnect(this);
+    ++m_run; // its end may be on its way already
     m_stop = true;
     m_thread->wait();
     m_thread.reset();
@@ -25,7 +25,9 @@ void Task::start(std::function<void(const Stop&)> work, std::function<void()> do
     m_stop = false;
     m_thread.reset(QThread::create(
         [this, work = std::move(work)] { work([this] { return m_stop.load(); }); }));
-    connect(m_thread.get(), &QThread::finished, this, [this, done = std::move(done)] {
+    connect(m_thread.get(), &QThread::finished, this, [this, run = m_run, done = std::move(done)] {
+        if (run != m_run)
+            return;
         m_thread->wait();
         done();
     });

@@ -35,6 +35,7 @@ public:
 private:
     std::unique_ptr<QThread> m_thread;
     std::atomic<bool> m_stop = false;
+    std::uint64_t m_run = 0; ///< how often one was ended
 };
 
 } // namespace orva

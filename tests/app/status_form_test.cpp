@@ -67,6 +67,7 @@ TEST(StatusTexts, SayHowTheArrayHangsAndWhatIsWrong)
                                                true,
                                                {AreaFigures{101.2, 3.4}, std::nullopt},
                                                21,
+                                               60,
                                                true,
                                                {},
                                                ""});
@@ -80,7 +81,7 @@ TEST(StatusTexts, SayHowTheArrayHangsAndWhatIsWrong)
     }
     const Project project = newProject(kStandardSystem);
     const StatusTexts other = statusTexts(
-        {project, false, {}, false, {}, 21, false, {Language::German, false}, "other.xhn"});
+        {project, false, {}, false, {}, 21, 60, false, {Language::German, false}, "other.xhn"});
     EXPECT_EQ(other.data, "69.8 °F, 60 %, Daten: other.xhn");
     EXPECT_EQ(other.weight, "Setup ungültig");
     EXPECT_TRUE(other.wrong && other.foh.empty() && other.tilt.empty() && !other.overload);

@@ -251,6 +251,34 @@ void Editor::selectBox(std::optional<int> position)
     emit boxSelected();
 }
 
+void Editor::probe(const std::optional<Point>& place)
+{
+    m_view.probe = place;
+    emit probed();
+}
+
+std::optional<Heard> Editor::heardAt(const Point& place) const
+{
+    const Prediction* predicted = calculable() ? prediction() : nullptr;
+    return predicted
+               ? std::optional(predicted->heardAt(place, room().foh(), m_view.levels.choice()))
+               : std::nullopt;
+}
+
+void Editor::pin(const Point& place)
+{
+    if (m_view.pins.size() == ViewState::kMostPins)
+        return;
+    m_view.pins.push_back(place);
+    emit pinned();
+}
+
+void Editor::unpin(std::size_t index)
+{
+    m_view.pins.erase(m_view.pins.begin() + static_cast<std::ptrdiff_t>(index));
+    emit pinned();
+}
+
 void Editor::setFitLine(const std::optional<FitLine>& line)
 {
     m_view.fitLine = line;
@@ -299,6 +327,8 @@ void Editor::replace(DocumentState state, DocumentFile file)
     m_view.setLocked(false);
     m_view.subArrayDecimals = 3;
     m_view.zoom = {};
+    m_view.probe.reset();
+    m_view.pins.clear();
     m_view.selectedBox.reset();
     m_view.clearMap();
     derive();
@@ -391,15 +421,23 @@ RoomViewContent Editor::roomViewContent(bool aimingLines) const
     return content;
 }
 
-std::vector<float> Editor::levelsAlong(const Segment& line, int points) const
+Prediction* Editor::prediction() const
 {
     if (!m_arrayWhole)
-        return std::vector<float>(static_cast<std::size_t>(points),
-                                  -std::numeric_limits<float>::infinity());
-    return orva::levelsAlong(*m_session.state().levelKernel(),
-                             m_session.state().speakerData.BandLevel, array(), line,
-                             m_view.levels.choice(), points)
-        .levels;
+        return nullptr;
+    ApplicationState& state = m_session.state();
+    const std::shared_ptr<const LevelKernel> kernel = state.levelKernel();
+    if (!m_prediction || !m_prediction->isOf(kernel, state.speakerData.BandLevel, array()))
+        m_prediction.emplace(kernel, state.speakerData.BandLevel, array(), state.air.SpeedOfSound);
+    return &*m_prediction;
+}
+
+std::vector<float> Editor::levelsAlong(const Segment& line, int points) const
+{
+    if (Prediction* predicted = prediction())
+        return predicted->levelsAlong(line, points, m_view.levels.choice());
+    return std::vector<float>(static_cast<std::size_t>(points),
+                              -std::numeric_limits<float>::infinity());
 }
 
 std::vector<std::optional<AreaFigures>> Editor::areaFigures() const
@@ -419,6 +457,8 @@ StatusFacts Editor::statusFacts(bool levels) const
                       m_view.levels.aWeighted,
                       {},
                       state.settings.Temperature,
+                      state.settings.Weather ? state.settings.Humidity
+                                             : static_cast<float>(kHumidityPercent),
                       state.settings.Celsius_Fahren,
                       m_session.textOptions(),
                       state.importedData};

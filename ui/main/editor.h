@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/forms/prediction.h"
 #include "app/forms/status_form.h"
 #include "app/forms/view_state.h"
 #include "document/document.h"
@@ -94,6 +95,16 @@ public:
     void setZoom(const Zoom& zoom);
     /// The box that the wheel turns, from 0.
     void selectBox(std::optional<int> position);
+    /// Where the pointer is, room frame; none: elsewhere.
+    void probe(const std::optional<Point>& place);
+    std::optional<Heard> heardAt(const Point& place) const;
+    /// Markers that stay; one more than kMostPins is not taken.
+    void pin(const Point& place);
+    void unpin(std::size_t index);
+    void setPinning(bool pinning) { m_view.pinning = pinning; }
+    void setAllAreas(bool all) { m_view.allAreas = all; }
+    /// Pitch or offset of the rows.
+    void setRows(double ViewState::*which, double metres) { m_view.*which = metres; }
     void setFitLine(const std::optional<FitLine>& line);
     void setBaseline(bool shown);
     /// Sub-array positions are shown with two decimals once the options have been looked at.
@@ -121,6 +132,8 @@ public:
     QStringList warnings() const;
     const OutOfRoom& outside() const { return m_outside; }
 
+    /// The levels of what is edited; none where nothing may be calculated.
+    Prediction* prediction() const;
     RoomViewContent roomViewContent(bool aimingLines) const;
     std::vector<float> levelsAlong(const Segment& line, int points) const;
     /// Of the areas in use, in their order.
@@ -132,6 +145,8 @@ signals:
     void levelsChosen();
     void zoomed();
     void boxSelected();
+    void probed();
+    void pinned();
     /// What is being typed ends as it stands: a step is taken back.
     void typingEnds();
     /// A step was taken back, or again; where the lock held it, that has ended.
@@ -161,6 +176,7 @@ private:
     ViewState m_view;
     bool m_arrayWhole = true;
     OutOfRoom m_outside;
+    mutable std::optional<Prediction> m_prediction; ///< made when it is asked for
 };
 
 } // namespace orva::ui

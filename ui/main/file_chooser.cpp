@@ -20,7 +20,8 @@ struct Kind {
 constexpr Kind kKinds[] = {
     {".lad", Text::ProjectFiles, Text::LoadTitle, Text::SaveTitle, "FolderProjects"},
     {".rtf", Text::RtfFiles, Text::None, Text::SaveReportTitle, "FolderReports"},
-    {".xhn", Text::SpeakerDataFiles, Text::LoadDataTitle, Text::None, "FolderData"}};
+    {".xhn", Text::SpeakerDataFiles, Text::LoadDataTitle, Text::None, "FolderData"},
+    {".csv", Text::CsvFiles, Text::None, Text::SaveCsvTitle, "FolderTables"}};
 
 const Kind& recordOf(FileKind kind)
 {
@@ -42,7 +43,7 @@ QString FileChooser::folder(FileKind kind) const
     const std::string& project = m_editor.document().path();
     if (kind != FileKind::SpeakerData && !project.empty())
         return QFileInfo(QString::fromStdString(project)).absolutePath();
-    const QString last = lastSession(m_editor.session().store(), recordOf(kind).folderKey);
+    QString last = lastSession(m_editor.session().store(), recordOf(kind).folderKey);
     if (last.isEmpty() && !project.empty())
         return QFileInfo(QString::fromStdString(project)).absolutePath();
     return last;

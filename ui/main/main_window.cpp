@@ -100,6 +100,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
         showStatus();
     });
     m_commands = new ProjectCommands(m_editor, this);
+    connect(m_views, &ViewPanel::csvAsked, m_commands, &ProjectCommands::saveTable);
     statusBar()->setObjectName("statusBar");
     m_status = new StatusLine(m_editor, this);
     statusBar()->addWidget(m_status, 1);

@@ -318,6 +318,16 @@ void ProjectCommands::importData(const QString& file)
     emit statusChanged(Text::DataImported, file);
 }
 
+void ProjectCommands::saveTable(const std::string& csv)
+{
+    const auto chosen = fileToSave(FileKind::Table);
+    if (!chosen)
+        return;
+    m_disk.add<SaveOutcome>([file = chosen->toStdString(),
+                             csv] { return [file, csv] { return saveOver(file, csv, {}); }; },
+                            [this](const SaveOutcome& outcome) { told(outcome, Text::CsvFailed); });
+}
+
 void ProjectCommands::Help()
 {
     const QString file = QDir(QString::fromStdString(m_editor.session().programFolder().string()))
@@ -346,7 +356,7 @@ void ProjectCommands::SaveRTFFile(double aspect)
                     session.text(report.error()));
         return;
     }
-    const QString file = *chosen;
+    const QString& file = *chosen;
     m_disk.add<SaveOutcome>(
         [file, bytes = *report] {
             return [file, bytes] { return saveOver(file.toStdString(), bytes, {}); };

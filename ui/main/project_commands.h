@@ -36,6 +36,7 @@ public:
 
     /// Writes the report and opens it; `aspect` is the shape of its rigging picture.
     void SaveRTFFile(double aspect);
+    void saveTable(const std::string& csv);
     /// Imports directivity data until the next system selection.
     void LoadData();
     void importData(const QString& file);

@@ -120,6 +120,8 @@ bool SectionHand::press(const QMouseEvent& event)
     }
     if (event.button() != Qt::LeftButton)
         return false;
+    if (m_click && m_click(event.position()))
+        return true;
     const std::optional<Handle> handle = handleUnder(event.position());
     const std::optional<int> box = boxUnder(event.position());
     const bool point = handle && handle->kind != HandleKind::Area;

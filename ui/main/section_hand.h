@@ -15,6 +15,8 @@ public:
 
     /// What is under the pointer, and the selected box, over the picture.
     void drawOverlay(DrawingSurface& surface) const;
+    /// Asked first what a click with the left button does; true: nothing else.
+    void setClick(std::function<bool(QPointF)> click) { m_click = std::move(click); }
     bool dragging() const { return m_drag && m_drag->moved; }
 
 protected:
@@ -52,6 +54,7 @@ private:
     std::optional<Handle> m_selected; ///< that the cursor keys nudge
     std::optional<QPointF> m_pan;     ///< where the pointer was
     bool m_space = false;
+    std::function<bool(QPointF)> m_click;
 };
 
 } // namespace orva::ui

@@ -58,6 +58,10 @@ StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
     m_said = new ElidedLabel("lblStatusText", this);
     m_said->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     layout->addWidget(m_said, 1);
+    m_probe = new ElidedLabel("lblStatusProbe", this);
+    m_probe->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_probe->hide();
+    layout->addWidget(m_probe, 3);
     const auto part = [&](const char* name, ElidedLabel*& label) {
         label = new ElidedLabel(name, this);
         layout->addWidget(label);
@@ -68,6 +72,22 @@ StatusLine::StatusLine(Editor& editor, QWidget* parent) : Page(editor, parent)
     part("lblStatusTilt", m_tilt);
     part("lblStatusData", m_data);
     connect(&editor, &Editor::levelsChosen, this, &StatusLine::display);
+    connect(&editor, &Editor::probed, this, &StatusLine::showProbe);
+}
+
+/// While the pointer is over a view it matters more than where the rig hangs.
+void StatusLine::showProbe()
+{
+    const std::optional<Point>& place = m_editor.view().probe;
+    const std::optional<Heard> heard = place ? m_editor.heardAt(*place) : std::nullopt;
+    const bool wasShown = m_probe->isVisible();
+    m_probe->setVisible(heard.has_value());
+    if (heard)
+        m_probe->tell(qtText(heardText(*heard, m_editor.view().levels.aWeighted,
+                                       m_editor.session().textOptions())),
+                      {});
+    if (wasShown != m_probe->isVisible())
+        arrange();
 }
 
 /// Where there is not room for all, the most important ones are whole.
@@ -77,6 +97,8 @@ void StatusLine::arrange()
     int room = width() - layout()->contentsMargins().left() * 2;
     if (!m_said->text().isEmpty())
         room -= std::min(room / 4, m_said->sizeHint().width());
+    if (!m_probe->isHidden())
+        room -= m_probe->sizeHint().width() + gap;
     ElidedLabel* const byWeight[] = {m_foh, m_weight, m_spread, m_tilt, m_data};
     for (const ElidedLabel* label : byWeight)
         room -= label->isHidden() ? 0 : label->minimumSizeHint().width() + gap;

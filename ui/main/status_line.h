@@ -56,7 +56,10 @@ protected:
 private:
     void arrange();
 
+    void showProbe();
+
     ElidedLabel* m_said;
+    ElidedLabel* m_probe;
     ElidedLabel* m_foh;
     ElidedLabel* m_spread;
     ElidedLabel* m_weight;

@@ -10,6 +10,7 @@
 #include <QSplitter>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
 
 namespace orva::ui {
 
@@ -34,7 +35,9 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
     connectFitLine();
 
     m_bottom = named<QSplitter>("splCurve", this);
-    m_bottom->addWidget(AreaSpl_pbx);
+    m_pages = new LevelPages(editor, AreaSpl_pbx, this);
+    connect(m_pages, &LevelPages::csvAsked, this, &ViewPanel::csvAsked);
+    m_bottom->addWidget(m_pages);
     m_bottom->addWidget(controlsFrame());
     m_bottom->setStretchFactor(0, 1);
     m_bottom->setStretchFactor(1, 0);
@@ -70,6 +73,7 @@ void ViewPanel::makeRoomView()
     m_hand = new SectionHand(m_editor, *Main_pbx, true);
     Main_pbx->setOverlay([this](DrawingSurface& surface) {
         m_hand->drawOverlay(surface);
+        drawPins(surface);
         if (!m_areaUnderMouse || m_hand->dragging())
             return;
         const Segment area = m_editor.room().area(*m_areaUnderMouse);
@@ -78,8 +82,13 @@ void ViewPanel::makeRoomView()
         surface.rectangle({left - kMarkerMarginM, -high - kMarkerMarginM},
                           {right + kMarkerMarginM, -low + kMarkerMarginM}, Role::Marker);
     });
-    connect(Main_pbx, &DrawingWidget::moved, this, &ViewPanel::markArea);
+    connect(Main_pbx, &DrawingWidget::moved, this, [this](QPointF position) {
+        markArea(position);
+        const Point at = Main_pbx->userPoint(position);
+        m_editor.probe(Point{at.x, -at.y});
+    });
     connect(Main_pbx, &DrawingWidget::left, this, [this] {
+        m_editor.probe({});
         m_areaUnderMouse.reset();
         Main_pbx->update();
     });
@@ -88,7 +97,38 @@ void ViewPanel::makeRoomView()
                 if (button == Qt::LeftButton)
                     selectArea(position);
             });
+    m_hand->setClick([this](QPointF position) { return pinOrUnpin(position); });
+    connect(&m_editor, &Editor::pinned, Main_pbx, qOverload<>(&QWidget::update));
     connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map().Valid = false; });
+}
+
+/// A click while markers are set: on one it removes it.
+bool ViewPanel::pinOrUnpin(QPointF position)
+{
+    if (!m_editor.view().pinning)
+        return false;
+    constexpr double kReachPx = 8;
+    const Point at = Main_pbx->userPoint(position);
+    const double reach = kReachPx * Main_pbx->scale().width / std::max(1, Main_pbx->width());
+    const std::vector<Point>& pins = m_editor.view().pins;
+    const auto hit = std::find_if(pins.begin(), pins.end(), [&](const Point& pin) {
+        return std::hypot(pin.x - at.x, pin.y + at.y) <= reach;
+    });
+    if (hit != pins.end())
+        m_editor.unpin(static_cast<std::size_t>(hit - pins.begin()));
+    else
+        m_editor.pin({at.x, -at.y});
+    return true;
+}
+
+void ViewPanel::drawPins(DrawingSurface& surface) const
+{
+    int number = 0;
+    for (const Point& pin : m_editor.view().pins) {
+        surface.circle({pin.x, -pin.y}, 4 * surface.pixelX(), Role::Ink, 2);
+        surface.print({pin.x + 6 * surface.pixelX(), -pin.y - 14 * surface.pixelY()},
+                      std::to_string(++number));
+    }
 }
 
 QWidget* ViewPanel::controlsFrame()
@@ -125,6 +165,13 @@ QWidget* ViewPanel::controlsFrame()
     connect(chkAiming, &QCheckBox::clicked, this, &ViewPanel::calculateBandAsked);
     chkLive = named<QCheckBox>("chkLive", fraSPLControls);
     connect(chkLive, &QCheckBox::clicked, this, [this](bool on) { m_editor.setLive(on); });
+    chkProbe = named<QCheckBox>("chkProbe", fraSPLControls);
+    connect(chkProbe, &QCheckBox::clicked, &m_editor, &Editor::setPinning);
+    chkAllAreas = named<QCheckBox>("chkAllAreas", fraSPLControls);
+    connect(chkAllAreas, &QCheckBox::clicked, this, [this](bool all) {
+        m_editor.setAllAreas(all);
+        AreaSpl_pbx->redraw();
+    });
     CalcBand_cmd = named<QPushButton>("CalcBand_cmd", fraSPLControls);
     CalcAll_cmd = named<QPushButton>("CalcAll_cmd", fraSPLControls);
     chkDrawLine = named<QCheckBox>("chkDrawLine", fraSPLControls);
@@ -152,7 +199,7 @@ void ViewPanel::arrangeControls(bool below)
     const auto place = [layout](QWidget* control, int row, int column, int columns = 1) {
         layout->addWidget(control, row, column, 1, columns); // moves one that has a place
     };
-    layout->setRowStretch(7, below ? 0 : 1);
+    layout->setRowStretch(8, below ? 0 : 1);
     m_divider->setVisible(!below);
     for (int i = 0; i < 3; ++i)
         place(MapType_opt[i], 0, i);
@@ -167,6 +214,8 @@ void ViewPanel::arrangeControls(bool below)
         place(CalcAll_cmd, 3, 2);
         place(chkDrawLine, 4, 0);
         place(Optimize_cmd, 4, 1, 2);
+        place(chkProbe, 5, 0);
+        place(chkAllAreas, 5, 1, 2);
         return;
     }
     place(chkLive, 3, 0);
@@ -175,6 +224,8 @@ void ViewPanel::arrangeControls(bool below)
     place(m_divider, 5, 0, 3);
     place(chkDrawLine, 6, 0);
     place(Optimize_cmd, 6, 1, 2);
+    place(chkProbe, 7, 0);
+    place(chkAllAreas, 7, 1, 2);
 }
 
 /// The curve gets half the width at least.
@@ -261,6 +312,8 @@ void ViewPanel::prepareRoom()
 void ViewPanel::setCurves(CurveSource source)
 {
     m_otherCurves = std::move(source);
+    if (m_otherCurves)
+        m_pages->setCurrentIndex(0);
     AreaSpl_pbx->redraw();
 }
 
@@ -274,6 +327,30 @@ double ViewPanel::shortestFitLineM() const
     constexpr double kShortestPixels = 2;
     const Segment area = m_editor.room().area(m_editor.view().SelectedArea);
     return kShortestPixels / curveEnd(AreaSpl_pbx->width()) * area.lengthM;
+}
+
+/// All areas over the same metres, the selected one on top.
+CurvePicture ViewPanel::allCurves(int points) const
+{
+    constexpr Role kColours[] = {Role::Result1, Role::Result2, Role::Result3};
+    constexpr int kDashes[] = {0, 6, 2};
+    CurvePicture picture = areaCurve(1);
+    picture.curves.clear();
+    picture.detailed = true;
+    for (int number = 1; number <= m_editor.room().GIGetNumAreas(); ++number)
+        picture.lengthM = std::max(picture.lengthM, m_editor.room().area(number).lengthM);
+    for (int number = 1; number <= m_editor.room().GIGetNumAreas(); ++number) {
+        const Segment area = m_editor.room().area(number);
+        const double share = picture.lengthM > 0 ? area.lengthM / picture.lengthM : 0;
+        const auto at = static_cast<std::size_t>(number - 1);
+        const int own = std::max(1, static_cast<int>(points * share));
+        const bool selected = number == picture.area;
+        Curve curve{m_editor.levelsAlong(area, own), kColours[at], selected ? 2.0 : 1.0,
+                    kDashes[at], number};
+        picture.curves.insert(selected ? picture.curves.end() : picture.curves.begin(),
+                              std::move(curve));
+    }
+    return picture;
 }
 
 CurvePicture ViewPanel::areaCurve(int points) const
@@ -290,7 +367,9 @@ void ViewPanel::prepareCurve()
 {
     const BusyPointer pointer;
     const int points = curvePoints();
-    m_curve = m_otherCurves ? m_otherCurves(points) : areaCurve(points);
+    m_curve = m_otherCurves              ? m_otherCurves(points)
+              : m_editor.view().allAreas ? allCurves(points)
+                                         : areaCurve(points);
     const std::vector<float>& levels = m_curve.curves.back().levels;
     const auto [least, largest] = std::minmax_element(levels.begin(), levels.end());
     AreaSpl_pbx->setAccessibleDescription(
@@ -318,11 +397,28 @@ void ViewPanel::selectArea(QPointF position)
     m_editor.selectArea(*found);
 }
 
+/// The place on the area below the pointer.
+void ViewPanel::probeOnCurve(QPointF position)
+{
+    const double along =
+        m_curve.placeAt(AreaSpl_pbx->userPoint(position), AreaSpl_pbx->width()).alongM;
+    const Segment area = m_editor.room().area(m_curve.area);
+    if (along >= 0 && along <= area.lengthM)
+        m_editor.probe(area.at(along));
+    else
+        m_editor.probe({});
+}
+
 void ViewPanel::connectFitLine()
 {
+    connect(AreaSpl_pbx, &DrawingWidget::moved, this, &ViewPanel::probeOnCurve);
+    connect(AreaSpl_pbx, &DrawingWidget::left, this, [this] { m_editor.probe({}); });
     const auto drawing = [this] { return chkDrawLine->isChecked(); };
     const auto place = [this](QPointF position) {
-        return m_curve.placeAt(AreaSpl_pbx->userPoint(position), AreaSpl_pbx->width());
+        CurvePoint at = m_curve.placeAt(AreaSpl_pbx->userPoint(position), AreaSpl_pbx->width());
+        if (m_curve.detailed) // longer areas go on
+            at.alongM = std::min(at.alongM, m_editor.room().area(m_curve.area).lengthM);
+        return at;
     };
     connect(AreaSpl_pbx, &DrawingWidget::pressed, this,
             [this, drawing, place](QPointF position, Qt::MouseButton button) {
@@ -365,6 +461,8 @@ void ViewPanel::showTexts()
     chkAiming->setText(text(Text::ShowAimingLines));
     chkDrawLine->setText(text(Text::DrawFitLine));
     chkLive->setText(text(Text::LiveLabel));
+    chkProbe->setText(text(Text::ProbeLabel));
+    chkAllAreas->setText(text(Text::AllAreasLabel));
     CalcAll_cmd->setText(text(Text::CalculateAll));
     Optimize_cmd->setText(text(Text::Optimize));
     display();

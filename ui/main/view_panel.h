@@ -1,5 +1,6 @@
 #pragma once
 
+#include "main/level_pages.h"
 #include "main/page.h"
 #include "main/section_hand.h"
 #include "widgets/drawing_widget.h"
@@ -45,6 +46,7 @@ signals:
     /// What is shown has changed: cached bands are summed again.
     void levelChoiceChanged();
     void optimizeAsked();
+    void csvAsked(const std::string& csv);
 
 protected:
     bool concerns(const Shown& what) const override
@@ -62,7 +64,11 @@ private:
     void prepareRoom();
     void prepareCurve();
     CurvePicture areaCurve(int points) const;
+    CurvePicture allCurves(int points) const;
     void markArea(QPointF position);
+    bool pinOrUnpin(QPointF position);
+    void drawPins(DrawingSurface& surface) const;
+    void probeOnCurve(QPointF position);
     void selectArea(QPointF position);
     void connectFitLine();
     void showTexts();
@@ -80,6 +86,7 @@ private:
     DrawingWidget* Main_pbx;
     SectionHand* m_hand;
     DrawingWidget* AreaSpl_pbx;
+    LevelPages* m_pages;
     QSplitter* m_bottom;
     int m_columnWidth = 0; ///< that the controls need beside the curve
     QFrame* m_divider;
@@ -91,6 +98,8 @@ private:
     QCheckBox* chkAWeight;
     QCheckBox* chkAiming;
     QCheckBox* chkLive;
+    QCheckBox* chkProbe;
+    QCheckBox* chkAllAreas;
     QPushButton* CalcBand_cmd;
     QPushButton* CalcAll_cmd;
     QCheckBox* chkDrawLine;

@@ -1,0 +1,57 @@
+#include "app/forms/rows_table.h"
+
+#include "lang/number_text.h"
+
+#include <cmath>
+
+namespace orva {
+
+std::vector<SeatRow> seatRows(Prediction& prediction, const Segment& area,
+                              const LevelChoice& choice, double pitchM, double offsetM)
+{
+    const std::optional<AreaFigures> figures = prediction.figuresOf(area, choice);
+    std::vector<SeatRow> rows;
+    constexpr double kSlackM = 1e-6; // a last row at the very end
+    for (double along = offsetM; along <= area.lengthM + kSlackM && rows.size() < kMostRows;
+         along = offsetM + pitchM * static_cast<double>(rows.size())) {
+        const Point at = area.at(along);
+        const float level = prediction.levelAt(at, choice);
+        const std::optional<NearestBox> box = prediction.nearestTo(at);
+        rows.push_back({static_cast<int>(rows.size()) + 1, along, at, level,
+                        static_cast<double>(level) - (figures ? figures->mean : 0), box,
+                        box ? prediction.delayMs(*box) : 0});
+    }
+    return rows;
+}
+
+std::vector<std::string> rowTexts(const SeatRow& row, const TextOptions& options)
+{
+    const auto length = [&](double metres) {
+        return fixedText(metres * options.lengthFactor(), 2);
+    };
+    const auto level = [](double db) {
+        return std::isfinite(db) ? fixedText(db, 1) : std::string("-");
+    };
+    return {std::to_string(row.number),
+            length(row.alongM),
+            length(row.at.x),
+            length(row.at.y),
+            level(row.levelDb),
+            level(row.overMeanDb),
+            row.box ? std::to_string(row.box->position + 1) : "-",
+            row.box ? fixedText(row.delayMs, 1) : "-"};
+}
+
+std::string rowsCsv(const std::vector<SeatRow>& rows, const TextOptions& options)
+{
+    std::string csv = "row,distance,x,y,level,to_mean,box,arrival\n";
+    for (const SeatRow& row : rows) {
+        std::string line;
+        for (const std::string& text : rowTexts(row, options))
+            line += (line.empty() ? "" : ",") + text;
+        csv += line + '\n';
+    }
+    return csv;
+}
+
+} // namespace orva
