@@ -10,7 +10,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QTest>
 #include <algorithm>
 #include <cstdio>
@@ -94,6 +96,29 @@ public:
         auto* joint = find<QComboBox>("cmbAngle(5)");
         choose("cmbAngle(5)", (joint->currentIndex() + 1) % joint->count());
     }
+    /// The pointer moves on; the status line tells what is there.
+    void point()
+    {
+        auto* view = find<ui::DrawingWidget>("Main_pbx");
+        m_pointer = (m_pointer + 7) % 400;
+        const QPointF at(200 + m_pointer, 200);
+        QMouseEvent move(QEvent::MouseMove, at, view->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                         {});
+        QApplication::sendEvent(view, &move);
+        QApplication::processEvents();
+        find<QLabel>("lblStatusProbe")->grab();
+    }
+    /// The strip of an array that was not heard before, and its picture.
+    void drawStrip()
+    {
+        Prediction fresh(m_session.state().levelKernel(), m_session.state().speakerData.BandLevel,
+                         m_window.editor().array(), m_session.state().air.SpeedOfSound);
+        (void)fresh.bandsAlong(m_window.editor().room().area(1), kAreaReceivers,
+                               m_window.editor().view().levels.choice());
+        auto* view = find<ui::DrawingWidget>("Strip_pbx");
+        view->redraw();
+        view->picture();
+    }
     double kernelMs()
     {
         const MapGrid grid = m_window.editor().view().map.grid;
@@ -123,6 +148,7 @@ public:
 private:
     ui::MainWindow m_window;
     ui::Session& m_session;
+    int m_pointer = 0;
 };
 
 } // namespace
@@ -147,6 +173,10 @@ int main(int argc, char** argv)
         bench.find<QCheckBox>("chkAWeight")->click();
         bench.paint();
     }));
+    rows.push_back(bench.row("probe", 2, [&] { bench.point(); }));
+    bench.find<QTabWidget>("Curve_tab")->setCurrentIndex(2);
+    rows.push_back(bench.row("strip", 4, [&] { bench.drawStrip(); }));
+    bench.find<QTabWidget>("Curve_tab")->setCurrentIndex(0);
     bench.enter("RoomWidth_txt", "120");
     bench.enter("RoomHeight_txt", "30");
     bench.waitForFine();

@@ -127,8 +127,12 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
 {
     if (m_busy)
         return;
-    // A live map calculates itself before it is drawn.
-    if (!m_editor.calculable() || m_editor.live()) {
+    if (m_editor.live()) { // the map calculates itself before it is drawn
+        m_views.roomView().redraw();
+        m_views.curveView().redraw();
+        return;
+    }
+    if (!m_editor.calculable()) {
         m_editor.redrawViews();
         return;
     }

@@ -8,7 +8,7 @@ OutsideAnswer askOutside(const Session& session, QWidget* window, const QString&
                          bool loses)
 {
     QMessageBox box(QMessageBox::Question, kProgramTitle,
-                    session.text(removed ? Text::RemovedOutside : Text::ChangedOutside).arg(file),
+                    session.text(removed ? Text::RemovedOutside : Text::ChangedOutside).arg("\n" + file),
                     QMessageBox::NoButton, window);
     box.setObjectName("dlgOutside");
     box.setTextFormat(Qt::PlainText);
