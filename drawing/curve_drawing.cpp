@@ -74,11 +74,24 @@ CurveScale CurveScale::of(std::span<const float> levels)
     return {bottom, std::max(top, bottom + 10)};
 }
 
+void LevelRange::add(std::span<const float> levels)
+{
+    if (least.empty())
+        least = largest = {levels.begin(), levels.end()};
+    for (std::size_t point = 0; point < levels.size(); ++point) {
+        least[point] = std::min(least[point], levels[point]);
+        largest[point] = std::max(largest[point], levels[point]);
+    }
+}
+
 CurveScale CurvePicture::scale() const
 {
     std::vector<float> all;
     for (const Curve& curve : curves)
         all.insert(all.end(), curve.levels.begin(), curve.levels.end());
+    if (range)
+        for (const std::vector<float>* edge : {&range->least, &range->largest})
+            all.insert(all.end(), edge->begin(), edge->end());
     return CurveScale::of(all);
 }
 
@@ -168,6 +181,14 @@ void drawFigures(DrawingSurface& surface, const CurvePicture& picture,
 {
     drawDistances(surface, picture, options);
     const double bottom = picture.scale().bottomDb;
+    if (picture.range)
+        for (const std::vector<float>* edge : {&picture.range->least, &picture.range->largest})
+            drawRuns(
+                surface, *edge, Role::Leader, 1,
+                [&](std::size_t i, float level) {
+                    return Point{2.0 * static_cast<double>(i), bottom - level};
+                },
+                3);
     double left = 0;
     for (const Curve& curve : picture.curves) {
         if (curve.area == picture.area)

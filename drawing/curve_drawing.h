@@ -45,6 +45,14 @@ struct FitLine {
     CurvePoint second;
 };
 
+/// Least and largest levels at the points of a curve.
+struct LevelRange {
+    std::vector<float> least;
+    std::vector<float> largest;
+
+    void add(std::span<const float> levels);
+};
+
 /// What the curve picture of an audience area shows.
 struct CurvePicture {
     int area = 1;
@@ -54,6 +62,7 @@ struct CurvePicture {
     bool baseline = false; ///< the fit line runs along the bottom, whatever level that is
     /// Distances, every level and the figures of `area` are written into it.
     bool detailed = false;
+    std::optional<LevelRange> range{}; ///< of `area`, where it may vary
 
     CurveScale scale() const;
     /// The place at a point in the user coordinates of a picture so many pixels wide.

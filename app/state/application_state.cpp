@@ -3,6 +3,9 @@
 #include "engine/fast_kernel.h"
 #include "engine/literal_kernel.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace orva {
 
 namespace {
@@ -35,26 +38,50 @@ std::shared_ptr<const LevelKernel> ApplicationState::levelKernel()
 {
     if (m_kernel)
         return m_kernel;
-    if (!m_directivityTable)
-        m_directivityTable = DirectivityTable::make(speakerData.directivity);
     if (!m_radialTable)
         m_radialTable = RadialTable::make(air);
-    m_kernel =
-        std::make_shared<FastKernel>(m_directivityTable, m_radialTable,
-                                     std::make_unique<LiteralKernel>(speakerData.directivity, air));
+    m_kernel = made(air, m_radialTable);
     return m_kernel;
+}
+
+std::shared_ptr<const LevelKernel> ApplicationState::made(const Air& forAir,
+                                                          std::shared_ptr<const RadialTable> radial)
+{
+    if (!m_directivityTable)
+        m_directivityTable = DirectivityTable::make(speakerData.directivity);
+    return std::make_shared<FastKernel>(
+        m_directivityTable, std::move(radial),
+        std::make_unique<LiteralKernel>(speakerData.directivity, forAir));
+}
+
+const std::vector<std::shared_ptr<const LevelKernel>>& ApplicationState::weatherKernels()
+{
+    constexpr float kDegrees = 10;
+    constexpr float kPercent = 20;
+    if (!m_weatherKernels.empty())
+        return m_weatherKernels;
+    for (const float warmer : {-kDegrees, kDegrees})
+        for (const float moister : {-kPercent, kPercent}) {
+            const Air weather =
+                weatherAt(std::clamp(settings.Temperature + warmer, kColdestC, kHottestC),
+                          std::clamp(settings.Humidity + moister, kDriestPercent, kWettestPercent));
+            m_weatherKernels.push_back(made(weather, RadialTable::make(weather)));
+        }
+    return m_weatherKernels;
 }
 
 void ApplicationState::directivityChanged()
 {
     m_directivityTable.reset();
     m_kernel.reset();
+    m_weatherKernels.clear();
 }
 
 void ApplicationState::airChanged()
 {
     m_radialTable.reset();
     m_kernel.reset();
+    m_weatherKernels.clear();
 }
 
 Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesystem::path& folder)

@@ -30,6 +30,9 @@ struct ApplicationState {
     /// The kernel for the current directivity and air; it and its tables are made when first asked
     /// for and stay until either changes.
     std::shared_ptr<const LevelKernel> levelKernel();
+    /// Kernels for the weather that may come: 10 °C colder and warmer, 20 % drier and moister,
+    /// within the ranges of both. Made and kept as levelKernel() is.
+    const std::vector<std::shared_ptr<const LevelKernel>>& weatherKernels();
     /// Other loudspeaker data, or another air, are current.
     void directivityChanged();
     void airChanged();
@@ -38,6 +41,10 @@ private:
     std::shared_ptr<const DirectivityTable> m_directivityTable;
     std::shared_ptr<const RadialTable> m_radialTable;
     std::shared_ptr<const LevelKernel> m_kernel;
+    std::vector<std::shared_ptr<const LevelKernel>> m_weatherKernels;
+
+    std::shared_ptr<const LevelKernel> made(const Air& forAir,
+                                            std::shared_ptr<const RadialTable> radial);
 };
 
 /// A project with what it is predicted with, for programs without a window.

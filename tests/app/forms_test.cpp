@@ -128,6 +128,10 @@ TEST(OptionsForm, EveryEntryIsStoredAloneAndReset)
              form.grids = {"5", "0.5", "1"};
          },
          [](Settings& settings) { settings.Units_Meters = false; }, true},
+        {"humidity too high", [](OptionsForm& form) { form.humidity = "120 %"; },
+         [](Settings& settings) { settings.Humidity = 100; }, true},
+        {"weather", [](OptionsForm& form) { form.weather = true; },
+         [](Settings& settings) { settings.Weather = true; }, true},
         {"temperature", [](OptionsForm& form) { form.temperature = "-7,5"; },
          [](Settings& settings) { settings.Temperature = -7.5F; }, true},
         {"temperature too high", [](OptionsForm& form) { form.temperature = "60"; },

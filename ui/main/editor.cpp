@@ -440,6 +440,22 @@ std::vector<float> Editor::levelsAlong(const Segment& line, int points) const
                               -std::numeric_limits<float>::infinity());
 }
 
+std::optional<LevelRange> Editor::weatherRange(const Segment& line, int points) const
+{
+    ApplicationState& state = m_session.state();
+    if (!state.settings.Weather || !m_arrayWhole)
+        return std::nullopt;
+    LevelRange range;
+    for (const std::shared_ptr<const LevelKernel>& kernel : state.weatherKernels()) {
+        const std::vector<float> levels =
+            orva::levelsAlong(*kernel, state.speakerData.BandLevel, array(), line,
+                              m_view.levels.choice(), points)
+                .levels;
+        range.add(levels);
+    }
+    return range;
+}
+
 std::vector<std::optional<AreaFigures>> Editor::areaFigures() const
 {
     std::vector<std::optional<AreaFigures>> figures;

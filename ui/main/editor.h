@@ -7,6 +7,7 @@
 #include "document/room_form.h"
 #include "document/section_handle.h"
 #include "document/setup_edit.h"
+#include "drawing/curve_drawing.h"
 #include "drawing/room_view.h"
 #include "widgets/session.h"
 
@@ -136,6 +137,9 @@ public:
     Prediction* prediction() const;
     RoomViewContent roomViewContent(bool aimingLines) const;
     std::vector<float> levelsAlong(const Segment& line, int points) const;
+    /// Least and largest level at each point in the weather that may come; none where the air does
+    /// not follow the weather.
+    std::optional<LevelRange> weatherRange(const Segment& line, int points) const;
     /// Of the areas in use, in their order.
     std::vector<std::optional<AreaFigures>> areaFigures() const;
     /// With `levels` those at the FOH and along the areas.

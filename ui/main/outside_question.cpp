@@ -7,9 +7,10 @@ namespace orva::ui {
 OutsideAnswer askOutside(const Session& session, QWidget* window, const QString& file, bool removed,
                          bool loses)
 {
-    QMessageBox box(QMessageBox::Question, kProgramTitle,
-                    session.text(removed ? Text::RemovedOutside : Text::ChangedOutside).arg("\n" + file),
-                    QMessageBox::NoButton, window);
+    QMessageBox box(
+        QMessageBox::Question, kProgramTitle,
+        session.text(removed ? Text::RemovedOutside : Text::ChangedOutside).arg("\n" + file),
+        QMessageBox::NoButton, window);
     box.setObjectName("dlgOutside");
     box.setTextFormat(Qt::PlainText);
     const auto button = [&](const char* name, Text text, QMessageBox::ButtonRole role) {

@@ -347,6 +347,8 @@ CurvePicture ViewPanel::allCurves(int points) const
         const bool selected = number == picture.area;
         Curve curve{m_editor.levelsAlong(area, own), kColours[at], selected ? 2.0 : 1.0,
                     kDashes[at], number};
+        if (selected)
+            picture.range = m_editor.weatherRange(area, own);
         picture.curves.insert(selected ? picture.curves.end() : picture.curves.begin(),
                               std::move(curve));
     }
