@@ -8,7 +8,10 @@ namespace orva::ui {
 namespace {
 
 /// Of a frame, for the map; the rest is for drawing.
-constexpr double kMapMs = 5;
+constexpr double kMapMs = 4;
+/// What takes longer is not waited for without something finer meanwhile, which takes so long.
+constexpr double kLongMs = 250;
+constexpr double kFinerMs = 60;
 /// Cells that are calculated at once on any machine.
 constexpr double kFewCells = 2000;
 
@@ -58,10 +61,14 @@ void LiveMap::follow()
         m_planes.clear();
         m_whole.reset();
     }
-    if (expectedMs(*work) > kMapMs)
-        showCoarse(*work, expectedMs(*work));
+    if (expectedMs(*work) > kMapMs) { // or nobody knows, and this tells
+        const Work few = coarser(*work, kMapMs);
+        m_coarse.clear();
+        SummedMap shown = timed(few, m_coarse);
+        show(few, std::move(shown), false);
+    }
     if (expectedMs(*work) > kMapMs) {
-        finish(*work);
+        refine(*work);
         return;
     }
     SummedMap shown = timed(*work, m_planes);
@@ -112,26 +119,44 @@ void LiveMap::show(const Work& work, SummedMap shown, bool whole)
     emit coarse(!whole);
 }
 
-/// As many cells as there is time for, whole room at once.
-void LiveMap::showCoarse(const Work& work, double expectedMs)
+/// The whole room in as many cells as there is time for.
+LiveMap::Work LiveMap::coarser(const Work& work, double forMs) const
 {
-    const double cells = std::isfinite(expectedMs)
-                             ? static_cast<double>(work.grid.cells()) * kMapMs / expectedMs
-                             : kFewCells;
-    const auto factor = static_cast<float>(
-        std::ceil(std::sqrt(static_cast<double>(work.grid.cells()) / std::max(cells, 1.0))));
-    const std::optional<MapGrid> grid =
-        PrepareMapGrid(m_editor.room(), work.grid.CellW * factor, work.grid.CellH * factor);
+    const double all = static_cast<double>(work.grid.cells());
+    const double ms = expectedMs(work);
+    const double cells = std::isfinite(ms) ? all * forMs / ms : kFewCells;
+    const auto factor = static_cast<float>(std::ceil(std::sqrt(all / std::max(cells, 1.0))));
     Work few = work;
-    few.grid = grid.value_or(work.grid);
+    few.grid = PrepareMapGrid(m_editor.room(), work.grid.CellW * factor, work.grid.CellH * factor)
+                   .value_or(work.grid);
+    return few;
+}
+
+/// Where the chosen cells take long, with finer ones first.
+void LiveMap::refine(const Work& work)
+{
+    m_coming = work;
+    if (expectedMs(work) <= kLongMs) {
+        finish(work);
+        return;
+    }
+    const Work finer = coarser(work, kFinerMs);
+    const auto shown = std::make_shared<std::optional<SummedMap>>();
     m_coarse.clear();
-    SummedMap shown = timed(few, m_coarse);
-    show(few, std::move(shown), false);
+    m_fine.start(
+        [this, finer, shown](const Task::Stop& stopped) {
+            *shown = calculate(
+                finer, [&](int, int) { return !stopped(); }, m_coarse);
+        },
+        [this, work, finer, shown] {
+            show(finer, std::move(**shown), false);
+            m_views.roomView().redraw();
+            finish(work);
+        });
 }
 
 void LiveMap::finish(const Work& work)
 {
-    m_coming = work;
     const auto shown = std::make_shared<std::optional<SummedMap>>();
     m_fine.start(
         [this, work, shown](const Task::Stop& stopped) {

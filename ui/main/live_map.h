@@ -43,7 +43,8 @@ private:
     double expectedMs(const Work& work) const;
     SummedMap timed(const Work& work, RawSplCache& cache);
     void show(const Work& work, SummedMap shown, bool whole);
-    void showCoarse(const Work& work, double expectedMs);
+    Work coarser(const Work& work, double forMs) const;
+    void refine(const Work& work);
     void finish(const Work& work);
 
     Editor& m_editor;
