@@ -63,13 +63,13 @@ double ratio(bool pinMode, Measure measure)
     const auto never = [] { return false; };
     while (!search.finished()) {
         fastSeconds += seconds([&] { search.advance(2, never); });
-        literalSeconds.push_back(
-            seconds([&] {
-                for (std::uint64_t i = 0; i < 10; ++i)
-                    literal.measure(
-                        candidates.anglesOf((search.tested() + i * 97) % *candidates.NumConfigs()));
-            }) /
-            10);
+        literalSeconds.push_back(seconds([&] {
+                                     for (std::uint64_t i = 0; i < 10; ++i)
+                                         literal.measure(
+                                             candidates.configurationOf((search.tested() + i * 97) %
+                                                                        *candidates.NumConfigs()));
+                                 }) /
+                                 10);
     }
     fastSeconds += seconds([&] { search.decide(); });
     return median(literalSeconds) / (fastSeconds / static_cast<double>(search.tested()));
@@ -146,7 +146,7 @@ double unfavourable(bool pinMode, Measure measure)
     constexpr std::uint64_t kLiteral = 60;
     const double slow = seconds([&] {
                             for (std::uint64_t i = 0; i < kLiteral; ++i)
-                                literal.measure(candidates.anglesOf(i * 30'011));
+                                literal.measure(candidates.configurationOf(i * 30'011));
                         }) /
                         kLiteral;
     return slow / fast;

@@ -8,8 +8,13 @@
 #include "optimize/search_part.h"
 
 #include <chrono>
+#include <cmath>
 #include <limits>
 #include <memory>
+#include <set>
+#include <sstream>
+
+#include <CLI/TypeTools.hpp>
 
 namespace orva {
 
@@ -23,7 +28,9 @@ struct Options {
     CommonOptions common;
     PredictionOptions prediction;
     std::string file;
-    int area = 0;
+    std::vector<std::string> areas; ///< "N" or "N:WEIGHT"
+    std::vector<std::string> free;  ///< "pin", "height:FROM:TO:STEP"
+    std::optional<double> perDoublingDb;
     std::string measure = "smooth";
     int points = 200;
     bool allSpeakers = false;
@@ -53,9 +60,14 @@ Measure measureNamed(const std::string& name)
 
 PreciseJson jsonOf(const Ranked& entry)
 {
-    return {{"angles", entry.angles},
-            {"rms", entry.rms < kNoMeasure ? PreciseJson(entry.rms) : PreciseJson()},
-            {"number", entry.number}};
+    PreciseJson json = {{"angles", entry.angles},
+                        {"rms", entry.rms < kNoMeasure ? PreciseJson(entry.rms) : PreciseJson()},
+                        {"number", entry.number}};
+    if (entry.pin)
+        json["pin"] = entry.angles[0];
+    if (entry.heightM)
+        json["height"] = *entry.heightM;
+    return json;
 }
 
 PreciseJson jsonOf(const std::vector<Ranked>& best)
@@ -66,17 +78,115 @@ PreciseJson jsonOf(const std::vector<Ranked>& best)
     return list;
 }
 
-/// The set that the options ask for; none when the file's array has no box that aims there.
-Result<CandidateSet> candidatesOf(const Options& options, const Workspace& state)
+/// The figures of a text parted by colons; none where one is no finite number.
+std::optional<std::vector<double>> figuresOf(const std::string& text)
 {
-    const std::optional<JointRange> aiming =
-        GetAreaSpeakers(state.project.room, state.project.array, options.area);
-    if (!aiming)
-        return Error{std::string(MlGetString(options.common.text().language, Text::NoBoxAims)),
-                     options.file};
-    CandidateSet candidates(state.project.array,
-                            options.allSpeakers ? allJoints(state.project.array) : *aiming,
-                            options.neighbours);
+    std::vector<double> figures;
+    std::istringstream parts(text);
+    for (std::string part; std::getline(parts, part, ':');) {
+        double figure = 0;
+        if (!CLI::detail::lexical_cast(part, figure) || !std::isfinite(figure))
+            return std::nullopt;
+        figures.push_back(figure);
+    }
+    return figures;
+}
+
+/// An area's number with its weight.
+struct WeightedArea {
+    int number = 0;
+    double weight = 1;
+};
+std::optional<WeightedArea> areaOf(const std::string& text)
+{
+    const auto figures = figuresOf(text);
+    if (!figures || figures->empty() || figures->size() > 2 || text.back() == ':' ||
+        figures->front() < 1 || figures->front() > std::numeric_limits<int>::max() ||
+        figures->front() != std::trunc(figures->front()))
+        return std::nullopt;
+    const double weight = figures->size() == 2 ? figures->back() : 1;
+    return weight > 0 ? std::optional(WeightedArea{static_cast<int>(figures->front()), weight})
+                      : std::nullopt;
+}
+
+CLI::Validator weightedArea()
+{
+    return {[](const std::string& text) {
+                return areaOf(text) ? std::string()
+                                    : text + " is not the number of an area, N or N:WEIGHT";
+            },
+            ""};
+}
+
+constexpr std::string_view kHeight = "height:";
+
+/// The heights of "height:FROM:TO:STEP", as 32-bit floats; none where that is not sound.
+std::optional<std::vector<float>> heightsOf(const std::string& text)
+{
+    constexpr double kMostHeights = 1e6;
+    if (!text.starts_with(kHeight) || text.back() == ':')
+        return std::nullopt;
+    const auto figures = figuresOf(text.substr(kHeight.size()));
+    if (!figures || figures->size() != 3)
+        return std::nullopt;
+    const double from = (*figures)[0];
+    const double to = (*figures)[1];
+    const double step = (*figures)[2];
+    if (step <= 0 || to < from || (to - from) / step > kMostHeights)
+        return std::nullopt;
+    std::vector<float> heights;
+    for (int k = 0; from + k * step <= to + step / 1e6; ++k)
+        heights.push_back(static_cast<float>(from + k * step));
+    return heights;
+}
+
+CLI::Validator freedomText()
+{
+    return {[](const std::string& text) {
+                return text == "pin" || heightsOf(text)
+                           ? std::string()
+                           : text + " is neither pin nor height:FROM:TO:STEP in metres, the step "
+                                    "above 0";
+            },
+            ""};
+}
+
+Freedom freedomOf(const Options& options)
+{
+    Freedom freedom;
+    for (const std::string& text : options.free)
+        if (text == "pin")
+            freedom.pins = true;
+        else
+            freedom.heightsM = heightsOf(text).value_or(std::vector<float>());
+    return freedom;
+}
+
+/// The joints between the boxes that aim at one of the areas.
+Result<JointRange> rangeOf(const Options& options, const Workspace& state)
+{
+    std::optional<JointRange> all;
+    for (const std::string& text : options.areas) {
+        const std::optional<JointRange> aiming = GetAreaSpeakers(
+            state.project.room, state.project.array, areaOf(text).value_or(WeightedArea{}).number);
+        if (!aiming)
+            return Error{std::string(MlGetString(options.common.text().language, Text::NoBoxAims)),
+                         options.file};
+        all =
+            all ? JointRange{std::min(all->first, aiming->first), std::max(all->last, aiming->last)}
+                : *aiming;
+    }
+    return options.allSpeakers ? allJoints(state.project.array) : all.value_or(JointRange{});
+}
+
+/// The set that the options ask for; none when the file's array has no box that aims there.
+Result<CandidateSet> candidatesOf(const Options& options, const Workspace& state,
+                                  const LineArray& array)
+{
+    const Result<JointRange> range = rangeOf(options, state);
+    if (!range)
+        return range.error();
+    CandidateSet candidates(array, *range, options.neighbours, freedomOf(options));
     if (!candidates.NumConfigs())
         return Error{"there are more configurations than 64 bits can count; narrow the set",
                      options.file};
@@ -85,6 +195,20 @@ Result<CandidateSet> candidatesOf(const Options& options, const Workspace& state
                          " configurations",
                      options.file};
     return candidates;
+}
+
+/// The array as it is searched: where the pin is free, in pin mode.
+Result<LineArray> searchedArray(const Options& options, const Workspace& state)
+{
+    LineArray array = state.project.array;
+    if (!freedomOf(options).pins)
+        return array;
+    if (!array.GBGetMounting())
+        return Error{"a stack hangs from no pin that could be free", options.file};
+    array.GBSetAngleOrPin(true);
+    LineArray::Positions angles = array.GIAGetAllAngle();
+    angles[0] = 0;
+    return withAngles(array, angles);
 }
 
 FitLineTarget targetOf(const Options& options, const Segment& area)
@@ -133,24 +257,42 @@ Result<Done> optimize(const Options& options, const Console& console)
         openForPrediction(options.file, options.common, options.prediction, console);
     if (!state)
         return state.error();
-    if (options.area > state->project.room.GIGetNumAreas())
-        return Error{"there is no audience area " + std::to_string(options.area), options.file};
-    const Result<CandidateSet> candidates = candidatesOf(options, *state);
+    const Room& room = state->project.room;
+    std::vector<WeightedArea> areas;
+    for (const std::string& text : options.areas)
+        areas.push_back(areaOf(text).value_or(WeightedArea{}));
+    for (const WeightedArea& area : areas)
+        if (area.number > room.GIGetNumAreas())
+            return Error{"there is no audience area " + std::to_string(area.number), options.file};
+    const Result<LineArray> array = searchedArray(options, *state);
+    if (!array)
+        return array.error();
+    const Result<CandidateSet> candidates = candidatesOf(options, *state, *array);
     if (!candidates)
         return candidates.error();
-    const auto task = withKernel(
-        searchTask(*state, state->project, options.area,
-                   targetOf(options, state->project.room.area(options.area)),
-                   measureNamed(options.measure), options.points, options.prediction.choice()));
+    const int first = areas.front().number;
+    SearchTask asked =
+        searchTask(*state, state->project, first, targetOf(options, room.area(first)),
+                   measureNamed(options.measure), options.points, options.prediction.choice());
+    asked.array = *array;
+    asked.weight = areas.front().weight;
+    asked.perDoublingDb = options.perDoublingDb.value_or(0);
+    for (std::size_t i = 1; i < areas.size(); ++i) {
+        const Segment area = room.area(areas[i].number);
+        asked.otherAreas.push_back({area, FitLineTarget::wholeArea(area), areas[i].weight});
+    }
+    const auto task = withKernel(std::move(asked));
 
     const Clock::time_point start = Clock::now();
-    PreciseJson result = {{"task", searchFingerprint(*task, *candidates, options.area)},
+    PreciseJson result = {{"task", searchFingerprint(*task, *candidates, first)},
                           {"configurations", *candidates->NumConfigs()}};
     std::vector<Ranked> best;
     if (options.quick)
         searchQuickly(options, task, *candidates, result, best);
     else
         searchExhaustively(options, task, *candidates, console, result, best);
+    for (Ranked& entry : best)
+        entry.pin = candidates->freedom().pins;
     const std::chrono::duration<double> seconds = Clock::now() - start;
     result["range"] = {candidates->range().first, candidates->range().last};
     result["best"] = jsonOf(best);
@@ -161,7 +303,7 @@ Result<Done> optimize(const Options& options, const Console& console)
 
     PendingFiles files;
     if (!options.outFile.empty()) {
-        state->project.array = withAngles(state->project.array, best.front().angles);
+        state->project.array = withConfiguration(*array, best.front().configuration());
         if (auto added = files.add(options.outFile, projectBytes(state->project)); !added)
             return added;
     }
@@ -207,9 +349,25 @@ Result<Done> merge(const std::vector<std::string>& names, const Console& console
 /// What is searched, and how.
 void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options)
 {
-    command->add_option("--area", options->area, "audience area")
-        ->check(numberBetween(1, std::numeric_limits<int>::max()))
-        ->type_name("N");
+    command
+        ->add_option("--area", options->areas,
+                     "audience area, with its weight among several; may be repeated")
+        ->check(weightedArea())
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->type_name("N[:WEIGHT]");
+    command
+        ->add_option("--free", options->free,
+                     "vary the pin, or the height of the pick point in metres; may be repeated")
+        ->check(freedomText())
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->type_name("pin|height:FROM:TO:STEP");
+    command
+        ->add_option("--per-doubling", options->perDoublingDb,
+                     "wanted change in dB with every doubling of the distance; of --measure even")
+        ->check(numberBetween(-100, 100))
+        ->type_name("DB");
     command->add_option("--measure", options->measure, "what is even: smooth or along a line")
         ->check(CLI::IsMember(measureNames()))
         ->type_name("")
@@ -251,6 +409,25 @@ void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options
         ->type_name("FILE...");
 }
 
+/// Options that do not go together.
+void checkSearch(const Options& options)
+{
+    if (options.areas.empty())
+        throw CLI::RequiredError("--area");
+    std::set<int> numbers;
+    for (const std::string& text : options.areas)
+        if (!numbers.insert(areaOf(text).value_or(WeightedArea{}).number).second)
+            throw CLI::ValidationError("--area", text + " names an area a second time");
+    if (options.areas.size() > 1 && !options.fitLine.empty())
+        throw CLI::ValidationError("--fit-line", "goes with one area");
+    if (options.perDoublingDb && measureNamed(options.measure) != Measure::Even)
+        throw CLI::ValidationError("--per-doubling", "goes with --measure even");
+    std::set<bool> kinds;
+    for (const std::string& text : options.free)
+        if (!kinds.insert(text == "pin").second)
+            throw CLI::ValidationError("--free", text + " frees the same a second time");
+}
+
 } // namespace
 
 void addOptimizeCommand(CLI::App& program, Work& work)
@@ -269,8 +446,8 @@ void addOptimizeCommand(CLI::App& program, Work& work)
         if (joins ? !options->file.empty() : options->file.empty())
             throw CLI::ValidationError("optimize", joins ? "--merge takes results, no project"
                                                          : "PROJECT.lad is required");
-        if (!joins && options->area == 0)
-            throw CLI::RequiredError("--area");
+        if (!joins)
+            checkSearch(*options);
         if (options->quick && (options->from > 0 || options->count))
             throw CLI::ValidationError("--quick", "tests no part of the order: no --from, --count");
         if (!options->fitLine.empty() && options->fitLine[1] <= 0)

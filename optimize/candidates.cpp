@@ -37,10 +37,13 @@ JointRange allJoints(const LineArray& array)
     return {0, array.boxCount() - 2};
 }
 
-CandidateSet::CandidateSet(const LineArray& array, JointRange range, bool neighbours)
+CandidateSet::CandidateSet(const LineArray& array, JointRange range, bool neighbours,
+                           const Freedom& freedom)
     : m_angles(array.GIAGetAllAngle()),
       m_range(range),
       m_bounds(array.IAGetAngleBounds()),
+      m_freedom(freedom),
+      m_heightM(array.GFAGetCradleCoord()[1]),
       m_count(1)
 {
     for (int joint = range.first; joint <= range.last; ++joint) {
@@ -54,11 +57,17 @@ CandidateSet::CandidateSet(const LineArray& array, JointRange range, bool neighb
             if (bounds[0] > bounds[1]) // the present angle is not allowed
                 bounds = {nearest, nearest};
         }
-        if (!m_count || *m_count > std::numeric_limits<std::uint64_t>::max() / widthOf(joint))
+        m_widths.push_back(widthOf(joint));
+    }
+    if (freedom.pins)
+        m_widths.push_back(static_cast<std::uint64_t>(array.system().cradle.pinCount()));
+    if (!freedom.heightsM.empty())
+        m_widths.push_back(freedom.heightsM.size());
+    for (const std::uint64_t width : m_widths)
+        if (!m_count || *m_count > std::numeric_limits<std::uint64_t>::max() / width)
             m_count.reset();
         else
-            *m_count *= widthOf(joint);
-    }
+            *m_count *= width;
 }
 
 std::uint64_t CandidateSet::widthOf(int joint) const
@@ -67,28 +76,63 @@ std::uint64_t CandidateSet::widthOf(int joint) const
     return static_cast<std::uint64_t>(bounds[1] - bounds[0]) + 1;
 }
 
-LineArray::Positions CandidateSet::anglesOf(std::uint64_t number) const
+CandidateSet::Digits CandidateSet::digitsOf(std::uint64_t number) const
 {
-    LineArray::Positions angles = m_angles;
-    for (int joint = m_range.first; joint <= m_range.last; ++joint) {
-        const std::uint64_t width = widthOf(joint);
-        angles[static_cast<std::size_t>(joint) + 1] =
-            static_cast<std::int16_t>(boundsOf(joint)[0] + static_cast<int>(number % width));
+    Digits digits;
+    for (const std::uint64_t width : m_widths) {
+        digits.push_back(number % width);
         number /= width;
     }
-    return angles;
+    return digits;
+}
+
+std::uint64_t CandidateSet::numberOf(const Digits& digits) const
+{
+    std::uint64_t number = 0;
+    for (std::size_t digit = digits.size(); digit > 0; --digit)
+        number = number * m_widths[digit - 1] + digits[digit - 1];
+    return number;
+}
+
+Configuration CandidateSet::configurationOf(std::uint64_t number) const
+{
+    Configuration configuration{m_angles, {}};
+    int joint = m_range.first;
+    for (const std::uint64_t digit : digitsOf(number)) {
+        if (joint <= m_range.last)
+            configuration.angles[static_cast<std::size_t>(joint) + 1] =
+                static_cast<std::int16_t>(boundsOf(joint)[0] + static_cast<int>(digit));
+        else if (joint == m_range.last + 1 && m_freedom.pins)
+            configuration.angles[0] = static_cast<std::int16_t>(digit);
+        else
+            configuration.heightM = m_freedom.heightsM[digit];
+        ++joint;
+    }
+    return configuration;
 }
 
 std::uint64_t CandidateSet::numberOf(const LineArray::Positions& angles) const
 {
-    std::uint64_t number = 0;
-    for (int joint = m_range.last; joint >= m_range.first; --joint) {
+    Digits digits;
+    for (int joint = m_range.first; joint <= m_range.last; ++joint) {
         const AngleBounds bounds = boundsOf(joint);
         const std::int16_t angle =
             std::clamp(angles[static_cast<std::size_t>(joint) + 1], bounds[0], bounds[1]);
-        number = number * widthOf(joint) + static_cast<std::uint64_t>(angle - bounds[0]);
+        digits.push_back(static_cast<std::uint64_t>(angle - bounds[0]));
     }
-    return number;
+    if (m_freedom.pins)
+        digits.push_back(std::clamp<std::uint64_t>(
+            static_cast<std::uint64_t>(std::max<std::int16_t>(0, angles[0])), 0,
+            m_widths[joints()] - 1));
+    if (!m_freedom.heightsM.empty()) { // the one nearest to the present height
+        const auto& heights = m_freedom.heightsM;
+        const auto nearest =
+            std::min_element(heights.begin(), heights.end(), [this](float a, float b) {
+                return std::abs(a - m_heightM) < std::abs(b - m_heightM);
+            });
+        digits.push_back(static_cast<std::uint64_t>(nearest - heights.begin()));
+    }
+    return numberOf(digits);
 }
 
 } // namespace orva

@@ -25,19 +25,49 @@ std::optional<JointRange> GetAreaSpeakers(const Room& room, const LineArray& arr
 /// Every joint of the array.
 JointRange allJoints(const LineArray& array);
 
-/// The configurations of a search in their order: like an odometer over the joints of the range,
-/// the first joint fastest, each from its lowest to its highest splay angle.
+/// What a search varies besides joints.
+struct Freedom {
+    bool pins = false;             ///< every pin of the frame; the array is flown, in pin mode
+    std::vector<float> heightsM{}; ///< of the pick point; none: as it is
+};
+
+/// One arrangement of an array: its angles (in pin mode the first one is the pin) and, where it is
+/// varied, the height of its pick point in metres.
+struct Configuration {
+    LineArray::Positions angles{};
+    std::optional<float> heightM{};
+
+    friend bool operator==(const Configuration&, const Configuration&) = default;
+};
+
+/// The configurations of a search in their order: like an odometer over its digits, the first
+/// fastest: the joints of the range, each from its lowest to its highest splay angle; then, where
+/// they are free, the pin and the height.
 class CandidateSet {
 public:
     /// `neighbours`: only angles next to the present one. The array must have no fault().
-    CandidateSet(const LineArray& array, JointRange range, bool neighbours);
+    CandidateSet(const LineArray& array, JointRange range, bool neighbours,
+                 const Freedom& freedom = {});
 
     JointRange range() const { return m_range; }
     /// How many there are, at least 1; none when they are more than 64 bits count.
     std::optional<std::uint64_t> NumConfigs() const { return m_count; }
-    /// The angle indices of configuration `number`, from 0; joints outside the range keep theirs.
-    LineArray::Positions anglesOf(std::uint64_t number) const;
-    /// The number of the configuration with those angles, each brought within its bounds.
+    /// Configuration `number`, from 0; joints outside the range keep their angles.
+    Configuration configurationOf(std::uint64_t number) const;
+    LineArray::Positions anglesOf(std::uint64_t number) const
+    {
+        return configurationOf(number).angles;
+    }
+    const Freedom& freedom() const { return m_freedom; }
+
+    /// The places of the digits of a configuration, the fastest first.
+    using Digits = std::vector<std::uint64_t>;
+    /// How many places each digit has.
+    const Digits& widths() const { return m_widths; }
+    Digits digitsOf(std::uint64_t number) const;
+    std::uint64_t numberOf(const Digits& digits) const;
+    /// The number of the configuration with those angles, each brought within its bounds, and the
+    /// height nearest to the present one.
     std::uint64_t numberOf(const LineArray::Positions& angles) const;
 
     /// Lowest and highest angle index of a joint of the range.
@@ -47,9 +77,17 @@ public:
     std::uint64_t widthOf(int joint) const;
 
 private:
+    std::size_t joints() const
+    {
+        return static_cast<std::size_t>(m_range.last - m_range.first + 1);
+    }
+
     LineArray::Positions m_angles;
     JointRange m_range;
     std::vector<AngleBounds> m_bounds;
+    Freedom m_freedom;
+    float m_heightM; ///< as it is
+    Digits m_widths;
     std::optional<std::uint64_t> m_count;
 };
 

@@ -35,33 +35,68 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
     : m_task(std::move(task)),
       m_order(std::move(order)),
       m_measure(recordOf(m_task->measure)),
-      m_wanted(m_measure.wanted(m_task->target, m_task->points)),
       m_literal(m_task->speakerData.directivity, m_task->air),
       m_array(m_task->array),
-      m_segment(measuredSegment(m_task->area, m_task->target)),
       m_factors(bandFactors(m_task->speakerData.BandLevel, m_task->choice)),
       m_loudest(loudestPower(m_task->speakerData, m_task->choice, m_factors))
 {
-    const auto count = static_cast<std::size_t>(m_task->points);
     if (!m_order)
-        m_order = std::make_shared<PointOrder>(PointOrder::coarseToFine(count));
-    const std::vector<Point> line = lineReceivers(m_segment, m_task->points);
-    m_ends = {line.front(), line.back()};
-    m_receivers.reserve(count);
-    for (const std::size_t point : m_order->points)
-        m_receivers.push_back(line[point]);
+        m_order = std::make_shared<PointOrder>(
+            PointOrder::coarseToFine(static_cast<std::size_t>(m_task->points)));
+    double weights = m_task->weight;
+    for (const SearchArea& other : m_task->otherAreas)
+        weights += other.weight;
+    addPart(m_task->area, m_task->target, m_task->weight / weights);
+    for (const SearchArea& other : m_task->otherAreas)
+        addPart(other.area, other.target, other.weight / weights);
+    wantByDistance();
     m_bandPowers.resize(m_factors.size() * kGroup);
     for (std::size_t b = 0; b < m_factors.size(); ++b) {
         const std::size_t band = static_cast<std::size_t>(m_task->choice.bands.from) + b;
         m_rowFactors[BandRow::re(band)] = m_rowFactors[BandRow::im(band)] = m_factors[b];
     }
-    m_distances.resize(count);
-    m_errorSquares.resize(count);
 }
 
-void Evaluator::place(const LineArray::Positions& angles)
+void Evaluator::addPart(const Segment& area, const FitLineTarget& target, double share)
 {
-    [[maybe_unused]] const bool set = m_array.GBSetAllAngle(angles);
+    Part part{measuredSegment(area, target),
+              target,
+              share,
+              m_measure.wanted(target, m_task->points),
+              {},
+              {},
+              {},
+              {}};
+    part.line = lineReceivers(part.segment, m_task->points);
+    m_ends.insert(m_ends.end(), {part.line.front(), part.line.back()});
+    for (const std::size_t point : m_order->points)
+        part.receivers.push_back(part.line[point]);
+    part.distances.resize(part.line.size());
+    part.errorSquares.resize(part.line.size());
+    m_parts.push_back(std::move(part));
+}
+
+/// Even: what is wanted changes with every doubling of the distance from the pick point.
+void Evaluator::wantByDistance()
+{
+    if (m_task->measure != Measure::Even || m_task->perDoublingDb == 0)
+        return;
+    const FloatPair pick = m_array.GFAGetCradleCoord();
+    for (Part& part : m_parts)
+        for (std::size_t i = 0; i < part.line.size(); ++i) {
+            const double distance = std::hypot(part.line[i].x - pick[0], part.line[i].y - pick[1]);
+            part.wanted[i] = m_task->perDoublingDb * std::log2(std::max(distance, kNearestM));
+        }
+}
+
+void Evaluator::place(const Configuration& configuration)
+{
+    if (configuration.heightM && m_array.GFAGetCradleCoord()[1] != *configuration.heightM) {
+        [[maybe_unused]] const bool hung =
+            m_array.GBSetCradleCoord({m_array.GFAGetCradleCoord()[0], *configuration.heightM});
+        wantByDistance();
+    }
+    [[maybe_unused]] const bool set = m_array.GBSetAllAngle(configuration.angles);
     m_array.GFACalcCOM();
     std::vector<Source> sources = radiatingSources(m_array);
     m_placed.resize(sources.size());
@@ -78,96 +113,137 @@ void Evaluator::place(const LineArray::Positions& angles)
     }
 }
 
+std::size_t Evaluator::groupsPerPart() const
+{
+    return (static_cast<std::size_t>(m_task->points) + kGroup - 1) / kGroup;
+}
+
 void Evaluator::prepareSums()
 {
     m_running = m_task->kernel->hasRunningSums(m_sources, m_ends, m_task->choice.bands);
     if (!m_running || m_sums)
         return;
-    const std::size_t groups = (m_receivers.size() + kGroup - 1) / kGroup;
-    const std::size_t places = groups * m_sources.size();
+    const std::size_t places = m_parts.size() * groupsPerPart() * m_sources.size();
     m_sums = hwy::AllocateAligned<float>(places * kGroup * BandRow::kFloats);
     std::fill_n(m_sums.get(), places * kGroup * BandRow::kFloats, 0.0F);
     m_summed.assign(places, 0);
 }
 
-double Evaluator::measureOf(const std::vector<float>& levels) const
-{
-    const double rms = m_measure.of(levels, m_wanted);
-    return std::isfinite(rms) ? rms : kNoMeasure;
-}
-
-std::optional<std::vector<float>> Evaluator::levels(const LevelKernel& kernel,
+std::optional<std::vector<float>> Evaluator::levels(const Part& part, const LevelKernel& kernel,
                                                     const Progress& progress)
 {
-    return lineLevels(kernel, m_task->speakerData.BandLevel, m_array, m_segment, m_task->choice,
+    return lineLevels(kernel, m_task->speakerData.BandLevel, m_array, part.segment, m_task->choice,
                       m_task->points, progress);
 }
 
-double Evaluator::measure(const LineArray::Positions& angles)
+/// Of several areas: the root of the weighted mean of the squares; of Even against the mean of all.
+std::optional<double> Evaluator::measureBy(const LevelKernel& kernel, const Progress& progress)
 {
-    return *measure(angles, [] { return false; });
+    std::vector<std::vector<float>> all;
+    for (const Part& part : m_parts) {
+        auto levels = this->levels(part, kernel, progress);
+        if (!levels)
+            return std::nullopt;
+        all.push_back(std::move(*levels));
+    }
+    double rms = 0;
+    if (m_parts.size() == 1)
+        rms = m_measure.of(all.front(), m_parts.front().wanted);
+    else if (m_task->measure == Measure::Even)
+        rms = joinedEven(all);
+    else {
+        for (std::size_t i = 0; i < m_parts.size(); ++i) {
+            const double own = m_measure.of(all[i], m_parts[i].wanted);
+            rms += m_parts[i].share * own * own;
+        }
+        rms = std::sqrt(rms);
+    }
+    return std::isfinite(rms) ? rms : kNoMeasure;
 }
 
-std::optional<double> Evaluator::measure(const LineArray::Positions& angles,
+double Evaluator::joinedEven(const std::vector<std::vector<float>>& levels) const
+{
+    const auto over = [&](const std::function<double(double)>& term) {
+        double sum = 0;
+        for (std::size_t part = 0; part < m_parts.size(); ++part) {
+            double own = 0;
+            for (std::size_t i = 0; i < levels[part].size(); ++i)
+                own += term(static_cast<double>(levels[part][i]) - m_parts[part].wanted[i]);
+            sum += m_parts[part].share * own / static_cast<double>(levels[part].size());
+        }
+        return sum;
+    };
+    const double mean = over([](double v) { return v; });
+    return std::sqrt(over([mean](double v) { return (v - mean) * (v - mean); }));
+}
+
+double Evaluator::measure(const Configuration& configuration)
+{
+    return *measure(configuration, [] { return false; });
+}
+
+std::optional<double> Evaluator::measure(const Configuration& configuration,
                                          const std::function<bool()>& stop)
 {
-    place(angles);
-    const auto all = levels(m_literal, [&](int, int) { return !stop(); });
-    return all ? std::optional(measureOf(*all)) : std::nullopt;
+    place(configuration);
+    return measureBy(m_literal, [&](int, int) { return !stop(); });
 }
 
-double Evaluator::fastMeasure(const LineArray::Positions& angles)
+double Evaluator::fastMeasure(const Configuration& configuration)
 {
-    place(angles);
-    return measureOf(*levels(*m_task->kernel, {}));
+    place(configuration);
+    return *measureBy(*m_task->kernel, {});
 }
 
-std::vector<double> Evaluator::distances(const LineArray::Positions& angles)
+std::vector<double> Evaluator::distances(const Configuration& configuration)
 {
-    place(angles);
-    const std::vector<float> all = *levels(*m_task->kernel, {});
+    place(configuration);
+    const Part& part = m_parts.front();
+    const std::vector<float> all = *levels(part, *m_task->kernel, {});
     std::vector<double> result(all.begin(), all.end());
-    std::transform(result.begin(), result.end(), m_wanted.begin(), result.begin(), std::minus());
+    std::transform(result.begin(), result.end(), part.wanted.begin(), result.begin(), std::minus());
     return result;
 }
 
-void Evaluator::calculateGroup(std::size_t group)
+void Evaluator::calculateGroup(std::size_t number, std::size_t group)
 {
     ++m_groupsCalculated;
+    Part& part = m_parts[number];
     const std::size_t first = group * kGroup;
-    const std::size_t count = std::min(kGroup, m_receivers.size() - first);
+    const std::size_t count = std::min(kGroup, part.receivers.size() - first);
     constexpr std::size_t kWhole = 16; // a whole vector on any machine
     std::array<float, std::max(kWhole, kGroup)> powers{};
     std::array<float, std::max(kWhole, kGroup)> levels{};
     const std::span used(powers.data(), count);
+    const auto receivers = std::span<const Point>(part.receivers).subspan(first, count);
     if (m_running)
-        sumRunningPowers(group, used);
+        sumRunningPowers(number * groupsPerPart() + group, receivers, used);
     else
-        sumPowers(group, used);
+        sumPowers(receivers, used);
     const float* plane = powers.data();
     constexpr float kAsItIs = 1;
     weightedLevels(std::span(&plane, 1), std::span(&kAsItIs, 1), levels);
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t point = m_order->points[first + i];
-        m_distances[point] = static_cast<double>(levels[i]) - m_wanted[point];
-        m_errorSquares[point] = errorSquare(m_receivers[first + i], powers[i]);
+        part.distances[point] = static_cast<double>(levels[i]) - part.wanted[point];
+        part.errorSquares[point] = errorSquare(receivers[i], powers[i]);
     }
 }
 
-void Evaluator::sumPowers(std::size_t group, std::span<float> powers)
+void Evaluator::sumPowers(std::span<const Point> receivers, std::span<float> powers)
 {
     std::array<float*, kBands> planes{};
     for (std::size_t b = 0; b < m_factors.size(); ++b)
         planes[b] = m_bandPowers.data() + b * kGroup;
-    m_task->kernel->bandPowers(m_sources,
-                               std::span(m_receivers).subspan(group * kGroup, powers.size()),
-                               m_task->choice.bands, std::span(planes.data(), m_factors.size()));
+    m_task->kernel->bandPowers(m_sources, receivers, m_task->choice.bands,
+                               std::span(planes.data(), m_factors.size()));
     for (std::size_t b = 0; b < m_factors.size(); ++b)
         for (std::size_t i = 0; i < powers.size(); ++i)
             powers[i] += m_factors[b] * planes[b][i];
 }
 
-void Evaluator::sumRunningPowers(std::size_t group, std::span<float> powers)
+void Evaluator::sumRunningPowers(std::size_t group, std::span<const Point> receivers,
+                                 std::span<float> powers)
 {
     const std::size_t boxes = m_sources.size();
     const auto sumsAfter = [&](std::size_t box) {
@@ -183,8 +259,7 @@ void Evaluator::sumRunningPowers(std::size_t group, std::span<float> powers)
         std::array<float*, LineArray::kPositions> after{};
         for (std::size_t box = kept; box < boxes; ++box)
             after[box - kept] = sumsAfter(box);
-        m_task->kernel->runningSums(std::span(m_sources).subspan(kept),
-                                    std::span(m_receivers).subspan(group * kGroup, powers.size()),
+        m_task->kernel->runningSums(std::span(m_sources).subspan(kept), receivers,
                                     m_task->choice.bands, kept > 0 ? sumsAfter(kept - 1) : nullptr,
                                     std::span(after.data(), boxes - kept));
         std::copy(m_placed.begin(), m_placed.end(), summed);
@@ -220,26 +295,58 @@ double Evaluator::errorSquare(const Point& receiver, float power) const
                                         : std::numeric_limits<double>::infinity();
 }
 
-std::optional<Evaluator::Bounds> Evaluator::measureUpTo(const LineArray::Positions& angles,
+/// The square of the measure as far as the known points of each area tell: never above the whole.
+double Evaluator::knownSquare(const std::vector<std::size_t>& known) const
+{
+    double square = 0;
+    if (m_task->measure != Measure::Even || m_parts.size() == 1) {
+        const double terms = m_measure.terms(m_task->points);
+        for (const Part& part : m_parts)
+            square += part.share / terms * m_measure.sum(part.distances, known);
+        return square;
+    }
+    double weight = 0;
+    double mean = 0;
+    for (const Part& part : m_parts) {
+        const double each = part.share / m_task->points;
+        for (const std::size_t point : known) {
+            weight += each;
+            mean += each * part.distances[point];
+            square += each * part.distances[point] * part.distances[point];
+        }
+    }
+    return std::max(0.0, square - mean * mean / weight);
+}
+
+/// What errors of the levels can come to in its root's square.
+double Evaluator::knownError(const std::vector<std::size_t>& known) const
+{
+    double square = 0;
+    for (const Part& part : m_parts)
+        square += part.share / m_measure.terms(m_task->points) *
+                  m_measure.errors(part.errorSquares, known);
+    return square;
+}
+
+std::optional<Evaluator::Bounds> Evaluator::measureUpTo(const Configuration& configuration,
                                                         double limit)
 {
-    place(angles);
+    place(configuration);
     prepareSums();
-    const double terms = m_measure.terms(m_task->points);
-    const double furthest = limit * std::sqrt(terms);
     double length = 0;
     double error = 0;
     std::size_t done = 0;
     for (const PointOrder::Stage& stage : m_order->stages) {
         for (; done < stage.end; done += kGroup)
-            calculateGroup(done / kGroup);
+            for (std::size_t part = 0; part < m_parts.size(); ++part)
+                calculateGroup(part, done / kGroup);
         // The roots are lengths of vectors: an error of length e moves the other by e at most.
-        length = std::sqrt(m_measure.sum(m_distances, stage.known));
-        error = std::sqrt(m_measure.errors(m_errorSquares, stage.known));
-        if (length - error > furthest)
+        length = std::sqrt(knownSquare(stage.known));
+        error = std::sqrt(knownError(stage.known));
+        if (length - error > limit)
             return std::nullopt;
     }
-    return Bounds{(length - error) / std::sqrt(terms), (length + error) / std::sqrt(terms)};
+    return Bounds{length - error, length + error};
 }
 
 } // namespace orva

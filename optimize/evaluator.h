@@ -15,11 +15,21 @@
 
 namespace orva {
 
+/// An area that is searched together with others.
+struct SearchArea {
+    Segment area;
+    FitLineTarget target;
+    double weight = 1; ///< above 0
+};
+
 /// Everything a search works on; shared by its threads and never changed.
 struct SearchTask {
     LineArray array; ///< as it was when the search was set up; no fault()
     Segment area;
     FitLineTarget target;
+    double weight = 1;                    ///< of the area, among others
+    std::vector<SearchArea> otherAreas{}; ///< whose measures join that of the area
+    double perDoublingDb = 0; ///< wanted change with the distance from the pick point (Even)
     Measure measure = Measure::SmoothArea;
     int points = 200; ///< 2 or more
     LevelChoice choice;
@@ -37,17 +47,17 @@ public:
                        std::shared_ptr<const PointOrder> order = nullptr);
 
     /// The measure by the literal kernel: the one that counts. kNoMeasure where there is none.
-    double measure(const LineArray::Positions& angles);
+    double measure(const Configuration& configuration);
     /// The same; none when `stop`, asked every few hundred points, says so.
-    std::optional<double> measure(const LineArray::Positions& angles,
+    std::optional<double> measure(const Configuration& configuration,
                                   const std::function<bool()>& stop);
 
     /// The measure by the fast kernel.
-    double fastMeasure(const LineArray::Positions& angles);
+    double fastMeasure(const Configuration& configuration);
 
-    /// How far each level lies from the wanted one, in dB, by the fast kernel. For a smooth area
-    /// the wanted level of the first point is 0.
-    std::vector<double> distances(const LineArray::Positions& angles);
+    /// How far each level of the first area lies from the wanted one, in dB, by the fast kernel.
+    /// For a smooth area the wanted level of the first point is 0.
+    std::vector<double> distances(const Configuration& configuration);
 
     /// Where the literal measure lies for certain; not finite where the fast kernel cannot tell.
     struct Bounds {
@@ -57,31 +67,48 @@ public:
     /// None when the literal measure is certain to be above `limit`: known as soon as some of the
     /// levels tell. What boxes add to the levels is kept from call to call as long as they and
     /// those above them stay where they are.
-    std::optional<Bounds> measureUpTo(const LineArray::Positions& angles, double limit);
+    std::optional<Bounds> measureUpTo(const Configuration& configuration, double limit);
     /// Groups of levels that measureUpTo() has calculated so far: what it spares is its use.
     std::uint64_t groupsCalculated() const { return m_groupsCalculated; }
 
 private:
     static constexpr std::size_t kGroup = PointOrder::kGroup;
 
-    void place(const LineArray::Positions& angles);
+    /// One area.
+    struct Part {
+        Segment segment;
+        FitLineTarget target;
+        double share;               ///< of its weight in all
+        std::vector<double> wanted; ///< level at each point
+        std::vector<Point> line;
+        std::vector<Point> receivers;     ///< in the order of calculation
+        std::vector<double> distances;    ///< of each level from the wanted one, dB
+        std::vector<double> errorSquares; ///< bound on the square of each level's error, dB^2
+    };
+    void addPart(const Segment& area, const FitLineTarget& target, double share);
+    void place(const Configuration& configuration);
+    void wantByDistance();
     void prepareSums();
-    std::optional<std::vector<float>> levels(const LevelKernel& kernel, const Progress& progress);
-    double measureOf(const std::vector<float>& levels) const;
-    void calculateGroup(std::size_t group);
-    void sumPowers(std::size_t group, std::span<float> powers);
-    void sumRunningPowers(std::size_t group, std::span<float> powers);
+    std::optional<std::vector<float>> levels(const Part& part, const LevelKernel& kernel,
+                                             const Progress& progress);
+    std::optional<double> measureBy(const LevelKernel& kernel, const Progress& progress);
+    double joinedEven(const std::vector<std::vector<float>>& levels) const;
+    double knownSquare(const std::vector<std::size_t>& known) const;
+    double knownError(const std::vector<std::size_t>& known) const;
+    std::size_t groupsPerPart() const;
+    void calculateGroup(std::size_t part, std::size_t group);
+    void sumPowers(std::span<const Point> receivers, std::span<float> powers);
+    void sumRunningPowers(std::size_t group, std::span<const Point> receivers,
+                          std::span<float> powers);
     double errorSquare(const Point& receiver, float power) const;
 
     std::shared_ptr<const SearchTask> m_task;
     std::shared_ptr<const PointOrder> m_order;
     const MeasureRecord& m_measure;
-    std::vector<double> m_wanted; ///< level at each point
     LiteralKernel m_literal;
     LineArray m_array;
-    Segment m_segment;
-    std::array<Point, 2> m_ends{};
-    std::vector<Point> m_receivers; ///< in the order of calculation
+    std::vector<Part> m_parts;
+    std::vector<Point> m_ends; ///< of all areas
     std::vector<float> m_factors;
     double m_loudest = 0; ///< power of one box 1 m away in its loudest direction, all bands
 
@@ -94,13 +121,11 @@ private:
     // Sums after each box for each group of receivers, and for which place of each box they hold.
     std::vector<std::uint64_t> m_placed; ///< changes with each box's place
     std::uint64_t m_places = 0;
-    std::vector<std::uint64_t> m_summed; ///< [group * boxes + box]
+    std::vector<std::uint64_t> m_summed; ///< [group * boxes + box], groups of all areas
     BandRows m_sums;                     ///< [(group * boxes + box) * kGroup + point] rows
     alignas(64) std::array<float, BandRow::kFloats> m_rowFactors{}; ///< of both parts of each band
 
     std::uint64_t m_groupsCalculated = 0;
-    std::vector<double> m_distances;    ///< of each level from the wanted one, dB
-    std::vector<double> m_errorSquares; ///< bound on the square of each level's error, dB^2
 };
 
 } // namespace orva

@@ -1,5 +1,6 @@
 #include "optimize/measure.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cmath>
 
@@ -53,6 +54,19 @@ double RmsSmooth(std::span<const float> levels, double step)
     return std::sqrt(sum / static_cast<double>(levels.size() - 1));
 }
 
+double RmsEven(std::span<const float> levels, std::span<const double> wanted)
+{
+    const auto count = static_cast<double>(levels.size());
+    const auto at = [&](std::size_t i) { return static_cast<double>(levels[i]) - wanted[i]; };
+    double sum = 0;
+    for (std::size_t i = 0; i < levels.size(); ++i)
+        sum += at(i);
+    double squares = 0;
+    for (std::size_t i = 0; i < levels.size(); ++i)
+        squares += (at(i) - sum / count) * (at(i) - sum / count);
+    return std::sqrt(squares / count);
+}
+
 namespace {
 
 using Places = std::vector<std::size_t>;
@@ -81,6 +95,24 @@ void lineGrow(const Samples& samples, const Places&, Places::const_iterator, std
 {
     for (std::size_t s = 0; s < samples.size(); ++s)
         sums[s] += samples[s][point] * samples[s][point];
+}
+
+// Even: distances from the mean of all; from that of some of them they are never larger.
+
+std::vector<double> evenWanted(const FitLineTarget&, int points)
+{
+    return std::vector<double>(static_cast<std::size_t>(points), 0.0);
+}
+
+double evenSum(const std::vector<double>& distances, const Places& known)
+{
+    double sum = 0;
+    double squares = 0;
+    for (const std::size_t point : known) {
+        sum += distances[point];
+        squares += distances[point] * distances[point];
+    }
+    return std::max(0.0, squares - sum * sum / static_cast<double>(known.size()));
 }
 
 // Smooth area: each term is the change from point to point. Over a gap of n steps it counts as if
@@ -151,7 +183,9 @@ std::span<const MeasureRecord> allMeasures()
         {"line", Text::FitToLine, fitReference, RmsToFitLine, [](int points) { return points; },
          lineSum, lineErrors, lineGrow},
         {"smooth", Text::SmoothArea, smoothWanted, smoothMeasure,
-         [](int points) { return points - 1; }, smoothSum, smoothErrors, smoothGrow}};
+         [](int points) { return points - 1; }, smoothSum, smoothErrors, smoothGrow},
+        {"even", Text::EvenMeasure, evenWanted, RmsEven, [](int points) { return points; }, evenSum,
+         lineErrors, nullptr}};
     return kAll;
 }
 

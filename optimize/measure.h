@@ -28,7 +28,9 @@ struct FitLineTarget {
 Segment measuredSegment(const Segment& area, const FitLineTarget& target);
 
 /// What the levels along an area are measured against; each a record of allMeasures().
-enum class Measure { FitToLine, SmoothArea };
+enum class Measure { FitToLine, SmoothArea, Even };
+/// Those that a user is first offered.
+constexpr std::size_t kGivenMeasures = 2;
 
 /// Everything in which measures differ. A measure is the root of the mean of squares of terms in
 /// the distances of the levels from the wanted ones, dB; a sum over some of the levels, `known`
@@ -47,7 +49,7 @@ struct MeasureRecord {
     /// What errors of the levels (squares, dB^2) can come to in it.
     double (*errors)(const std::vector<double>& squares, const std::vector<std::size_t>& known);
     /// Adds to the sum of each sample (distances) what it grows by when `point` becomes known,
-    /// which belongs before `right`.
+    /// which belongs before `right`. Null: no order of points is learned.
     void (*grow)(const std::vector<std::vector<double>>& samples,
                  const std::vector<std::size_t>& known,
                  std::vector<std::size_t>::const_iterator right, std::size_t point,
@@ -57,6 +59,9 @@ struct MeasureRecord {
 /// At the place of its number; the order in which a user sees them.
 std::span<const MeasureRecord> allMeasures();
 const MeasureRecord& recordOf(Measure measure);
+
+/// Root of the mean square of what the levels, less what is wanted, differ from their own mean.
+double RmsEven(std::span<const float> levels, std::span<const double> wanted);
 
 /// Wanted levels at `points` (at least 2) receivers, the last at the target's end.
 std::vector<double> fitReference(const FitLineTarget& target, int points);

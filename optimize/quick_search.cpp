@@ -10,17 +10,14 @@ namespace {
 constexpr int kIdleStarts = 12; ///< starts in a row without a better one
 constexpr std::uint64_t kSeed = 20260101;
 
-/// Sets some joints of the range to angles by chance.
-void shake(LineArray::Positions& angles, const CandidateSet& candidates, std::mt19937_64& random)
+using Digits = CandidateSet::Digits;
+
+/// Sets some digits by chance.
+void shake(Digits& digits, const Digits& widths, std::mt19937_64& random)
 {
-    const auto [first, last] = candidates.range();
-    const auto joints = static_cast<std::uint64_t>(std::max(1, last - first + 1));
-    for (int i = 0; first <= last && i < 4; ++i) {
-        const int joint = first + static_cast<int>(random() % joints);
-        const AngleBounds bounds = candidates.boundsOf(joint);
-        const auto width = static_cast<std::uint64_t>(bounds[1] - bounds[0]) + 1;
-        angles[static_cast<std::size_t>(joint) + 1] =
-            static_cast<std::int16_t>(bounds[0] + static_cast<int>(random() % width));
+    for (int i = 0; !digits.empty() && i < 4; ++i) {
+        const std::size_t digit = random() % digits.size();
+        digits[digit] = random() % widths[digit];
     }
 }
 
@@ -37,79 +34,74 @@ bool QuickSearch::advance(const std::function<bool()>& stop, const Better& bette
     m_better = &better;
     m_stopped = false;
     std::mt19937_64 random(kSeed);
-    LineArray::Positions angles =
-        m_candidates.anglesOf(m_candidates.numberOf(m_task->array.GIAGetAllAngle()));
-    descend(angles);
-    LineArray::Positions best = angles;
+    Digits digits = m_candidates.digitsOf(m_candidates.numberOf(m_task->array.GIAGetAllAngle()));
+    descend(digits);
+    Digits best = digits;
     double bestRms = m_last;
     for (int idle = 0; idle < kIdleStarts && !done(); ++idle) {
-        angles = best;
-        shake(angles, m_candidates, random);
-        descend(angles);
+        digits = best;
+        shake(digits, m_candidates.widths(), random);
+        descend(digits);
         if (m_last < bestRms) {
             bestRms = m_last;
-            best = angles;
+            best = digits;
             idle = -1;
         }
     }
     return !m_stopped;
 }
 
-double QuickSearch::measure(const LineArray::Positions& angles)
+double QuickSearch::measure(const Digits& digits)
 {
-    const std::uint64_t number = m_candidates.numberOf(angles);
+    const std::uint64_t number = m_candidates.numberOf(digits);
     if (const auto known = m_measured.find(number); known != m_measured.end())
         return known->second;
     m_stopped = m_stopped || (*m_stop)();
     if (m_stopped)
         return std::numeric_limits<double>::infinity();
-    const double rms = m_evaluator.fastMeasure(angles);
+    const Configuration tested = m_candidates.configurationOf(number);
+    const double rms = m_evaluator.fastMeasure(tested);
     m_measured.emplace(number, rms);
     if (rms < m_fast.limit()) {
         const bool first = m_fast.best().empty() || rms < m_fast.best().front().rms;
-        m_fast.add({angles, rms, number});
+        m_fast.add({tested.angles, rms, number, tested.heightM});
         if (first && *m_better)
             (*m_better)({m_fast, m_measured.size(), false});
     }
     return rms;
 }
 
-/// Tries one joint's or two neighbouring joints' other angles until none is better.
-void QuickSearch::descend(LineArray::Positions& angles)
+/// Tries one digit's or two neighbouring digits' other places until none is better.
+void QuickSearch::descend(Digits& digits)
 {
-    m_last = measure(angles);
-    const auto [first, last] = m_candidates.range();
+    m_last = measure(digits);
     for (bool improved = true; improved && !done();) {
         improved = false;
-        for (int joint = first; joint <= last && !done(); ++joint)
-            improved |= improve(angles, joint, joint);
-        for (int joint = first; !improved && joint + 1 <= last && !done(); ++joint)
-            improved |= improve(angles, joint, joint + 1);
+        for (std::size_t digit = 0; digit < digits.size() && !done(); ++digit)
+            improved |= improve(digits, digit, digit);
+        for (std::size_t digit = 0; !improved && digit + 1 < digits.size() && !done(); ++digit)
+            improved |= improve(digits, digit, digit + 1);
     }
 }
 
-bool QuickSearch::improve(LineArray::Positions& angles, int joint, int other)
+bool QuickSearch::improve(Digits& digits, std::size_t digit, std::size_t other)
 {
-    const LineArray::Positions before = angles;
-    const AngleBounds bounds = m_candidates.boundsOf(joint);
-    const AngleBounds otherBounds = m_candidates.boundsOf(other);
-    const auto at = [](LineArray::Positions& all, int which) -> std::int16_t& {
-        return all[static_cast<std::size_t>(which) + 1];
-    };
-    LineArray::Positions trial = before;
-    for (std::int16_t a = bounds[0]; a <= bounds[1] && !done(); ++a)
-        for (std::int16_t b = otherBounds[0]; b <= otherBounds[1] && !done(); ++b) {
-            at(trial, other) = b;
-            at(trial, joint) = a;
+    const Digits before = digits;
+    const Digits& widths = m_candidates.widths();
+    Digits trial = before;
+    for (std::uint64_t a = 0; a < widths[digit] && !done(); ++a)
+        for (std::uint64_t b = 0; b < widths[other] && !done(); ++b) {
+            trial[other] = b;
+            trial[digit] = a;
             const double rms = measure(trial);
             if (rms < m_last) {
                 m_last = rms;
-                angles = trial;
+                digits = trial;
             }
-            if (joint == other)
+            if (digit == other)
                 break;
         }
-    return angles != before;
+    return digits != before;
 }
 
 std::optional<QuickResult> QuickSearch::result(const std::function<bool()>& stop)
@@ -125,10 +117,10 @@ std::optional<QuickResult> QuickSearch::result(const std::function<bool()>& stop
         return result;
     }
     for (const Ranked& entry : m_fast.best()) {
-        const std::optional<double> rms = m_evaluator.measure(entry.angles, stop);
+        const std::optional<double> rms = m_evaluator.measure(entry.configuration(), stop);
         if (!rms)
             return std::nullopt;
-        result.ranking.add({entry.angles, *rms, entry.number});
+        result.ranking.add({entry.angles, *rms, entry.number, entry.heightM});
     }
     return result;
 }

@@ -13,10 +13,10 @@ struct QuickResult {
     bool proved = false;           ///< every configuration was measured: there is no better one
 };
 
-/// Goes from the present setup to better ones by changing one joint or two neighbouring ones at a
-/// time; then starts again, always in the same way, until several starts in a row found nothing
-/// better. Finds the best of a large set after a small part of it, but only an exhaustive search
-/// can tell that it is the best.
+/// Goes from the present setup to better ones by changing one joint (or pin, or height) or two
+/// neighbouring ones at a time; then starts again, always in the same way, until several starts in
+/// a row found nothing better. Finds the best of a large set after a small part of it, but only an
+/// exhaustive search can tell that it is the best.
 class QuickSearch {
 public:
     /// Told of every improvement; measures are those of the fast kernel.
@@ -35,9 +35,9 @@ public:
 private:
     bool all() const { return m_measured.size() == m_candidates.NumConfigs(); }
     bool done() const { return m_stopped || all(); }
-    double measure(const LineArray::Positions& angles);
-    void descend(LineArray::Positions& angles);
-    bool improve(LineArray::Positions& angles, int joint, int other);
+    double measure(const CandidateSet::Digits& digits);
+    void descend(CandidateSet::Digits& digits);
+    bool improve(CandidateSet::Digits& digits, std::size_t digit, std::size_t other);
 
     std::shared_ptr<const SearchTask> m_task;
     CandidateSet m_candidates;

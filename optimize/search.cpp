@@ -70,9 +70,7 @@ Search::Block Search::nextBlock() const
 {
     Block block;
     std::uint64_t size = 1;
-    const JointRange range = m_candidates.range();
-    for (int joint = range.first; joint <= range.last; ++joint) {
-        const std::uint64_t width = m_candidates.widthOf(joint);
+    for (const std::uint64_t width : m_candidates.widths()) {
         if (size * width > m_mostInBlock)
             break;
         size *= width;
@@ -139,29 +137,29 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
     double limit = limitOf(known);
     // Told in handfuls: threads that count together wait for each other.
     constexpr std::uint64_t kHandful = 32;
-    std::uint64_t tested = 0;
+    std::uint64_t untold = 0;
     const auto count = [&] {
-        if (++tested == kHandful)
-            m_testedSoFar += std::exchange(tested, 0);
+        if (++untold == kHandful)
+            m_testedSoFar += std::exchange(untold, 0);
     };
     for (; chunk.next < chunk.end && !stop(); ++chunk.next) {
         const std::uint64_t number = m_block.numberAt(chunk.next);
         if (number < m_block.begin || number >= m_block.end)
             continue;
-        const LineArray::Positions angles = m_candidates.anglesOf(number);
-        const auto bounds = evaluator.measureUpTo(angles, limit);
+        const Configuration tested = m_candidates.configurationOf(number);
+        const auto bounds = evaluator.measureUpTo(tested, limit);
         if (!bounds) {
             count();
             continue;
         }
-        Contender contender{{angles, 0, number}, *bounds, false};
+        Contender contender{{tested.angles, 0, number, tested.heightM}, *bounds, false};
         // Where the fast kernel cannot tell, or too many are as good as equal.
         if (!std::isfinite(bounds->low) || !std::isfinite(bounds->high) ||
             known.size() > kMostUndecidedInChunk) {
-            const std::optional<double> measure = evaluator.measure(angles, stop);
+            const std::optional<double> measure = evaluator.measure(tested, stop);
             if (!measure)
                 break;
-            contender = exactly({angles, *measure, number});
+            contender = exactly({tested.angles, *measure, number, tested.heightM});
         }
         count();
         m_lastMeasure = std::midpoint(contender.bounds.low, contender.bounds.high);
@@ -172,14 +170,15 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
         if (contenders.size() > 2 * kMostUndecidedInChunk)
             dropBeaten(contenders);
     }
-    m_testedSoFar += tested;
+    m_testedSoFar += untold;
     dropBeaten(contenders);
 }
 
 /// From configurations by chance; null, for the usual order, in a small search or when stopped.
 std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool()>& stop) const
 {
-    if (m_count < kFewestToLearnFor)
+    if (m_count < kFewestToLearnFor || !m_task->otherAreas.empty() ||
+        !recordOf(m_task->measure).grow)
         return nullptr;
     Evaluator evaluator(m_task);
     std::mt19937_64 random(kSampleSeed);
@@ -187,7 +186,8 @@ std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool(
     for (int i = 0; i < kSamples; ++i) {
         if (stop())
             return nullptr;
-        samples.push_back(evaluator.distances(m_candidates.anglesOf(m_first + random() % m_count)));
+        samples.push_back(
+            evaluator.distances(m_candidates.configurationOf(m_first + random() % m_count)));
     }
     return std::make_shared<PointOrder>(PointOrder::learned(m_task->measure, samples));
 }
@@ -207,13 +207,13 @@ bool Search::prepare(const std::function<bool()>& stop)
 /// Configuration 0, which also takes the other two places; false when stopped.
 bool Search::testFirst(const std::function<bool()>& stop)
 {
-    const LineArray::Positions angles = m_candidates.anglesOf(0);
-    const std::optional<double> rms = m_evaluators.front()->measure(angles, stop);
+    const Configuration tested = m_candidates.configurationOf(0);
+    const std::optional<double> rms = m_evaluators.front()->measure(tested, stop);
     if (!rms)
         return false;
     const double placeholder = std::min(kPlaceholder * *rms, kNoMeasure);
     for (const double kept : {*rms, placeholder, placeholder})
-        m_contenders.push_back(exactly({angles, kept, 0}));
+        m_contenders.push_back(exactly({tested.angles, kept, 0, tested.heightM}));
     m_lastMeasure = *rms;
     m_tested = 1;
     ++m_testedSoFar;
@@ -322,7 +322,7 @@ void Search::decide(const std::function<bool()>& stop)
         if (contender.exact || stop())
             return;
         Ranked entry = contender.entry;
-        const auto measure = Evaluator(m_task, m_order).measure(entry.angles, stop);
+        const auto measure = Evaluator(m_task, m_order).measure(entry.configuration(), stop);
         if (!measure)
             return;
         entry.rms = *measure;

@@ -13,8 +13,12 @@ namespace orva {
 /// One of the best configurations.
 struct Ranked {
     LineArray::Positions angles{};
-    double rms = 0;           ///< dB, by the literal kernel
-    std::uint64_t number = 0; ///< in the order of the candidates
+    double rms = 0;                 ///< dB, by the literal kernel
+    std::uint64_t number = 0;       ///< in the order of the candidates
+    std::optional<float> heightM{}; ///< of the pick point, where it was varied
+    bool pin = false;               ///< the first angle is a pin that was varied
+
+    Configuration configuration() const { return {angles, heightM}; }
 
     friend bool operator==(const Ranked&, const Ranked&) = default;
 };

@@ -48,6 +48,14 @@ void addSpeakerData(Fingerprint& print, const SpeakerData& data)
         print.addFigures(std::array{level.Relative, level.Continuous, level.Peak});
 }
 
+void addArea(Fingerprint& print, const SearchArea& area)
+{
+    print.addFigures(std::array{area.area.start.x, area.area.start.y, area.area.end.x,
+                                area.area.end.y, area.area.angleDeg, area.area.lengthM});
+    print.addFigures(std::array{area.target.startM, area.target.lengthM, area.target.slopeDbPerM,
+                                area.target.levelDb, area.weight});
+}
+
 } // namespace
 
 std::string searchFingerprint(const SearchTask& task, const CandidateSet& candidates, int area)
@@ -58,10 +66,11 @@ std::string searchFingerprint(const SearchTask& task, const CandidateSet& candid
     for (const std::byte byte : array.bytes())
         print.addByte(static_cast<unsigned char>(byte));
     print.add(area);
-    print.addFigures(std::array{task.area.start.x, task.area.start.y, task.area.end.x,
-                                task.area.end.y, task.area.angleDeg, task.area.lengthM});
-    print.addFigures(std::array{task.target.startM, task.target.lengthM, task.target.slopeDbPerM,
-                                task.target.levelDb});
+    addArea(print, {task.area, task.target, task.weight});
+    print.add(static_cast<int>(task.otherAreas.size()));
+    for (const SearchArea& other : task.otherAreas)
+        addArea(print, other);
+    print.addFigure(task.perDoublingDb);
     print.add(static_cast<int>(task.measure));
     print.add(task.points);
     print.add(task.choice.bands.from);
@@ -77,6 +86,9 @@ std::string searchFingerprint(const SearchTask& task, const CandidateSet& candid
     for (int joint = range.first; joint <= range.last; ++joint)
         for (const std::int16_t bound : candidates.boundsOf(joint))
             print.add(bound);
+    print.add(candidates.freedom().pins);
+    print.add(static_cast<int>(candidates.freedom().heightsM.size()));
+    print.addFigures(candidates.freedom().heightsM);
     return print.text();
 }
 

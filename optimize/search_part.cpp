@@ -100,11 +100,13 @@ bool isSplayAngle(std::int16_t index)
     return index >= 0 && index < static_cast<int>(LineArray::GSALookupAngles().size());
 }
 
-/// Whether the angles can be those of a configuration.
-bool areCandidates(const LineArray::Positions& angles, const PartResult& result)
+/// Whether the angles can be those of a configuration; with `pin` the first one is varied, too.
+bool areCandidates(const LineArray::Positions& angles, const PartResult& result, bool pin)
 {
     for (int i = 0; i < LineArray::kPositions; ++i) {
         const auto at = static_cast<std::size_t>(i);
+        if (i == 0 && pin)
+            continue;
         const bool varied = i > result.range.first && i <= result.range.last + 1;
         if (varied ? !isSplayAngle(angles[at]) : angles[at] != result.original[at])
             return false;
@@ -122,7 +124,19 @@ std::optional<std::string> takeRanked(const Json& json, const PartResult& result
     if (entry.number < part.first || entry.number - part.first >= part.tested)
         return "configuration " + std::to_string(entry.number) +
                " is not among those that were tested";
-    if (!areCandidates(entry.angles, result))
+    if (const Json& height = member(json, "height"); !height.is_null()) {
+        entry.heightM = height.is_number() ? height.get<float>() : std::nanf("");
+        if (!std::isfinite(*entry.heightM))
+            return "configuration " + std::to_string(entry.number) + " has no sound height";
+    }
+    const Json& pin = member(json, "pin");
+    constexpr int kMostPins = 100;
+    int pinNumber = 0;
+    if (!pin.is_null() && (!take(pin, 0, kMostPins, pinNumber) || pinNumber != entry.angles[0]))
+        return "configuration " + std::to_string(entry.number) +
+               " has a pin that is not that of its angles";
+    entry.pin = !pin.is_null();
+    if (!areCandidates(entry.angles, result, entry.pin))
         return "configuration " + std::to_string(entry.number) +
                " has angles that are not those of this search";
     if (!part.best.empty() && entry.rms < part.best.back().rms)

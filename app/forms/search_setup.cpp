@@ -37,6 +37,14 @@ std::shared_ptr<const SearchTask> withKernel(SearchTask task)
     return std::make_shared<SearchTask>(std::move(task));
 }
 
+LineArray withConfiguration(const LineArray& array, const Configuration& configuration)
+{
+    LineArray hung = array;
+    if (configuration.heightM)
+        hung.GBSetCradleCoord({hung.GFAGetCradleCoord()[0], *configuration.heightM});
+    return withAngles(hung, configuration.angles);
+}
+
 LineArray withAngles(const LineArray& array, const LineArray::Positions& angles)
 {
     LineArray changed = array;

@@ -17,5 +17,7 @@ std::shared_ptr<const SearchTask> withKernel(SearchTask task);
 
 /// The array with other angles, its geometry calculated.
 LineArray withAngles(const LineArray& array, const LineArray::Positions& angles);
+/// The same with all that a search varied.
+LineArray withConfiguration(const LineArray& array, const Configuration& configuration);
 
 } // namespace orva

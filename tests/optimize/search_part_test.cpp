@@ -108,9 +108,11 @@ TEST(SearchFingerprint, ChangesWithAllThatChangesAMeasureOrTheOrder)
         bool neighbours = false;
         int area = 1;
 
+        Freedom freedom{};
         std::string print() const
         {
-            return searchFingerprint(task, CandidateSet(task.array, range, neighbours), area);
+            return searchFingerprint(task, CandidateSet(task.array, range, neighbours, freedom),
+                                     area);
         }
     };
     Asked asked;
@@ -129,6 +131,11 @@ TEST(SearchFingerprint, ChangesWithAllThatChangesAMeasureOrTheOrder)
         [](Asked& a) { a.task.target.levelDb = 1; },
         [](Asked& a) { a.task.measure = Measure::FitToLine; },
         [](Asked& a) { a.task.points = 201; },
+        [](Asked& a) { a.task.weight = 2; },
+        [](Asked& a) { a.task.otherAreas.push_back({}); },
+        [](Asked& a) { a.task.perDoublingDb = -3; },
+        [](Asked& a) { a.freedom.pins = true; },
+        [](Asked& a) { a.freedom.heightsM = {6}; },
         [](Asked& a) { a.task.choice.bands.from = 1; },
         [](Asked& a) { a.task.choice.bands.to = 1; },
         [](Asked& a) { a.task.choice.field = LevelField::Peak; },

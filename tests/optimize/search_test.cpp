@@ -70,29 +70,74 @@ Scene randomScene(Random& random, Measure measure, bool pinMode, BandSpan bands)
     return scene;
 }
 
+/// The measure of levels along several areas, from its definition.
+double joined(const SearchTask& task, const std::vector<std::vector<double>>& levels,
+              const std::vector<SearchArea>& areas)
+{
+    double weights = 0;
+    double mean = 0;
+    for (std::size_t a = 0; a < areas.size(); ++a) {
+        weights += areas[a].weight;
+        for (const double level : levels[a])
+            mean += areas[a].weight * level / task.points;
+    }
+    mean /= weights;
+    double squares = 0;
+    for (std::size_t a = 0; a < areas.size(); ++a) {
+        double own = 0;
+        if (task.measure == Measure::Even) {
+            for (const double level : levels[a])
+                own += (level - mean) * (level - mean) / task.points;
+        } else {
+            const std::vector<float> all(levels[a].begin(), levels[a].end());
+            const FitLineTarget& target = areas[a].target;
+            const double step = target.lengthM / (task.points - 1) * target.slopeDbPerM;
+            const double rms = task.measure == Measure::FitToLine
+                                   ? RmsToFitLine(all, fitReference(target, task.points))
+                                   : RmsSmooth(all, step);
+            own = rms * rms;
+        }
+        squares += areas[a].weight * own / weights;
+    }
+    return std::sqrt(squares);
+}
+
 /// The rules as they stand: one configuration after the other, the literal kernel alone.
 Ranking literalRanking(const Scene& scene, const CandidateSet& candidates, std::uint64_t first,
                        std::uint64_t count)
 {
     const SearchTask& task = *scene.task;
     const LiteralKernel kernel(task.speakerData.directivity, task.air);
-    const Segment segment = measuredSegment(task.area, task.target);
+    std::vector<SearchArea> areas = {{task.area, task.target, task.weight}};
+    areas.insert(areas.end(), task.otherAreas.begin(), task.otherAreas.end());
     Ranking ranking;
     for (std::uint64_t number = first; number < first + count; ++number) {
         LineArray array = task.array;
-        array.GBSetAllAngle(candidates.anglesOf(number));
+        const Configuration tested = candidates.configurationOf(number);
+        const double x = array.GFAGetCradleCoord()[0];
+        if (tested.heightM)
+            array.GBSetCradleCoord({array.GFAGetCradleCoord()[0], *tested.heightM});
+        array.GBSetAllAngle(tested.angles);
         array.GFACalcCOM();
-        std::vector<float> levels =
-            LineSPL(kernel, task.speakerData.BandLevel, array, segment, task.choice, task.points);
-        levels.resize(static_cast<std::size_t>(task.points));
-        const double step = task.target.lengthM / (task.points - 1) * task.target.slopeDbPerM;
-        const double rms = task.measure == Measure::FitToLine
-                               ? RmsToFitLine(levels, fitReference(task.target, task.points))
-                               : RmsSmooth(levels, step);
-        ranking.add({array.GIAGetAllAngle(), rms, number});
+        std::vector<std::vector<double>> all;
+        for (const SearchArea& area : areas) {
+            const Segment segment = measuredSegment(area.area, area.target);
+            const std::vector<float> levels = LineSPL(kernel, task.speakerData.BandLevel, array,
+                                                      segment, task.choice, task.points);
+            const std::vector<Point> points = lineReceivers(segment, task.points);
+            std::vector<double>& own = all.emplace_back();
+            for (std::size_t i = 0; i < points.size(); ++i) {
+                const double r =
+                    std::hypot(points[i].x - x, points[i].y - array.GFAGetCradleCoord()[1]);
+                own.push_back(static_cast<double>(levels[i]) -
+                              task.perDoublingDb * std::log2(std::max(r, 0.1)));
+            }
+        }
+        const double rms = joined(task, all, areas);
+        ranking.add({tested.angles, rms, number, tested.heightM});
         if (number == 0)
             for (int i = 0; i < 2; ++i)
-                ranking.add({array.GIAGetAllAngle(), 10 * rms, 0});
+                ranking.add({tested.angles, 10 * rms, 0, tested.heightM});
     }
     return ranking;
 }
@@ -114,7 +159,7 @@ void expectSame(const Ranking& found, const Ranking& wanted)
     ASSERT_EQ(found.best().size(), wanted.best().size());
     for (std::size_t i = 0; i < found.best().size(); ++i) {
         EXPECT_EQ(found.best()[i].number, wanted.best()[i].number) << i;
-        EXPECT_EQ(found.best()[i].angles, wanted.best()[i].angles) << i;
+        EXPECT_EQ(found.best()[i].configuration(), wanted.best()[i].configuration()) << i;
         EXPECT_NEAR(found.best()[i].rms, wanted.best()[i].rms, 1e-12) << i;
     }
 }
@@ -133,6 +178,43 @@ TEST(Search, FindsWhatTheRulesFindOnAnyNumberOfThreads)
                            literalRanking(scene, candidates, 0, count));
                 threads = threads == 1 ? 2 : threads == 2 ? 16 : 1;
             }
+}
+
+TEST(Search, SeveralAreasEvenFreePinsAndHeights)
+{
+    Random random(17);
+    const auto uniform = [&](double low, double high) {
+        return std::uniform_real_distribution<>(low, high)(random);
+    };
+    int threads = 1;
+    for (int round = 0; round < 18; ++round) {
+        const auto measure = static_cast<Measure>(round % 3);
+        const bool pins = round % 4 < 2;
+        Scene scene = randomScene(random, measure, pins || round % 2 == 0, {8, 14});
+        auto task = std::make_shared<SearchTask>(*scene.task);
+        task->weight = uniform(0.1, 3);
+        for (int other = 0; other < round % 3; ++other) {
+            SearchArea area{{{uniform(5, 15), uniform(0, 4)}, {}, uniform(0, 30), uniform(2, 15)},
+                            {},
+                            uniform(0.1, 3)};
+            area.target = FitLineTarget::wholeArea(area.area);
+            task->otherAreas.push_back(area);
+        }
+        if (measure == Measure::Even)
+            task->perDoublingDb = round % 2 == 0 ? 0 : uniform(-6, 2);
+        Freedom freedom{pins, {}};
+        for (int height = 0; height < round % 4; ++height)
+            freedom.heightsM.push_back(static_cast<float>(5 + 0.7 * height));
+        scene.task = task;
+        const CandidateSet candidates(task->array, {2, 3}, round % 5 == 0, freedom);
+        const std::uint64_t count = *candidates.NumConfigs();
+        const Ranking wanted = literalRanking(scene, candidates, 0, count);
+        SCOPED_TRACE(round);
+        expectSame(searchedRanking(task, candidates, 0, count, threads), wanted);
+        const QuickResult quick = quickSearch(task, candidates, [] { return false; });
+        EXPECT_LT(quick.ranking.best().front().rms, wanted.best().front().rms * 1.3 + 0.1);
+        threads = threads == 1 ? 2 : threads == 2 ? 16 : 1;
+    }
 }
 
 TEST(Search, FindsWhatTheRulesFindWhereItLearnsAnOrderFirst)
@@ -283,7 +365,7 @@ TEST(Search, LevelsThatTellNothingMoreAreSpared)
         const auto groups = [&](double limit) {
             const std::uint64_t before = evaluator.groupsCalculated();
             for (std::uint64_t number = 0; number < count; ++number)
-                evaluator.measureUpTo(candidates.anglesOf(number), limit);
+                evaluator.measureUpTo(candidates.configurationOf(number), limit);
             return evaluator.groupsCalculated() - before;
         };
         EXPECT_EQ(groups(kNoMeasure), kGroups * count);
@@ -303,10 +385,10 @@ TEST(Search, StopsInTheMiddleOfALiteralMeasurement)
     int patience = 0;
     const auto stop = [&] { return ++asked > patience; };
 
-    EXPECT_FALSE(Evaluator(task).measure(candidates.anglesOf(0), stop));
+    EXPECT_FALSE(Evaluator(task).measure(candidates.configurationOf(0), stop));
     EXPECT_EQ(asked, 1);
     patience = 1000000;
-    EXPECT_TRUE(Evaluator(task).measure(candidates.anglesOf(0), stop));
+    EXPECT_TRUE(Evaluator(task).measure(candidates.configurationOf(0), stop));
     EXPECT_GT(asked, task->points / 500) << "every few hundred points";
 
     // Nothing that the fast kernel could tell apart: each configuration is a literal measurement.

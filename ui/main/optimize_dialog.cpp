@@ -98,7 +98,7 @@ QWidget* OptimizeDialog::settingsFrame()
     fraMeasure = named<QGroupBox>("fraMeasure", Frame2);
     auto* measures = new QVBoxLayout(fraMeasure);
     m_measures = new QButtonGroup(this);
-    for (int i = 0; i < static_cast<int>(allMeasures().size()); ++i) {
+    for (int i = 0; i < static_cast<int>(kGivenMeasures); ++i) {
         auto* option = named<QRadioButton>(elementName("optMeasure", i), fraMeasure);
         measures->addWidget(option);
         m_measures->addButton(option, i);
