@@ -226,6 +226,12 @@ void searchExhaustively(const Options& options, const std::shared_ptr<const Sear
     count = std::min(count, options.count.value_or(count));
     count = std::min(count, options.limit.value_or(count));
     Search search(task, candidates, options.from, count);
+    // Of a whole search only its end is seen, so it may begin where the quick one has ended.
+    constexpr std::uint64_t kWorthALook = 200'000;
+    if (count == *candidates.NumConfigs() && count > kWorthALook) {
+        const Ranking quick = quickSearch(task, candidates, [] { return false; }).ranking;
+        search.expect(quick.limit());
+    }
     ProgressBar bar(console.err, console.errIsTerminal || options.common.progress,
                     "Testing configurations", "configurations");
     while (!search.advance(options.common.threads, [] { return false; }))
@@ -239,9 +245,8 @@ void searchExhaustively(const Options& options, const std::shared_ptr<const Sear
 void searchQuickly(const Options& options, const std::shared_ptr<const SearchTask>& task,
                    const CandidateSet& candidates, PreciseJson& result, std::vector<Ranked>& best)
 {
-    std::uint64_t asked = 0;
-    const QuickResult quick =
-        quickSearch(task, candidates, [&] { return options.limit && ++asked > *options.limit; });
+    const QuickResult quick = quickSearch(
+        task, candidates, [] { return false; }, {}, options.limit.value_or(QuickSearch::kBudget));
     best = quick.ranking.best();
     result["tested"] = quick.evaluations;
     result["first"] = 0;

@@ -1,21 +1,27 @@
 #include "optimize/quick_search.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
+#include <numeric>
 #include <random>
 
 namespace orva {
 
 namespace {
 
-constexpr int kIdleStarts = 12; ///< starts in a row without a better one
+constexpr int kIdleStarts = 24; ///< in a row without a better one
+constexpr int kStartsByChance = 8;
 constexpr std::uint64_t kSeed = 20260101;
+constexpr double kNever = std::numeric_limits<double>::infinity();
 
 using Digits = CandidateSet::Digits;
 
 /// Sets some digits by chance.
 void shake(Digits& digits, const Digits& widths, std::mt19937_64& random)
 {
-    for (int i = 0; !digits.empty() && i < 4; ++i) {
+    const std::size_t most = 2 + random() % 4;
+    for (std::size_t i = 0; !digits.empty() && i < most; ++i) {
         const std::size_t digit = random() % digits.size();
         digits[digit] = random() % widths[digit];
     }
@@ -23,9 +29,42 @@ void shake(Digits& digits, const Digits& widths, std::mt19937_64& random)
 
 } // namespace
 
-QuickSearch::QuickSearch(std::shared_ptr<const SearchTask> task, CandidateSet candidates)
-    : m_task(std::move(task)), m_candidates(std::move(candidates)), m_evaluator(m_task)
+QuickSearch::QuickSearch(std::shared_ptr<const SearchTask> task, CandidateSet candidates,
+                         std::uint64_t budget)
+    : m_task(std::move(task)), m_candidates(std::move(candidates)), m_budget(budget)
 {
+}
+
+/// Straight, evenly curved, curved more and more towards the lowest joint, by chance; other digits
+/// in their middle.
+std::vector<Digits> QuickSearch::starts() const
+{
+    const Digits& widths = m_candidates.widths();
+    const JointRange range = m_candidates.range();
+    const auto joints = static_cast<std::size_t>(range.last - range.first + 1);
+    const auto curve = [&](double most, double power) {
+        Digits digits;
+        for (std::size_t digit = 0; digit < widths.size(); ++digit) {
+            const auto steps = static_cast<double>(widths[digit] - 1);
+            const double place = static_cast<double>(digit + 1) / static_cast<double>(joints);
+            const double share = digit < joints ? most * std::pow(place, power) : 0.5;
+            digits.push_back(static_cast<std::uint64_t>(std::lround(share * steps)));
+        }
+        return digits;
+    };
+    std::vector<Digits> starts;
+    for (const double most : {0.0, 0.25, 0.5, 0.75, 1.0})
+        starts.push_back(curve(most, 0));
+    for (const double power : {1.0, 2.0, 4.0})
+        for (const double most : {0.5, 0.75, 1.0})
+            starts.push_back(curve(most, power));
+    std::mt19937_64 random(kSeed + 1);
+    for (int i = 0; i < kStartsByChance; ++i) {
+        Digits& digits = starts.emplace_back();
+        for (const std::uint64_t width : widths)
+            digits.push_back(random() % width);
+    }
+    return starts;
 }
 
 bool QuickSearch::advance(const std::function<bool()>& stop, const Better& better)
@@ -33,35 +72,61 @@ bool QuickSearch::advance(const std::function<bool()>& stop, const Better& bette
     m_stop = &stop;
     m_better = &better;
     m_stopped = false;
-    std::mt19937_64 random(kSeed);
-    Digits digits = m_candidates.digitsOf(m_candidates.numberOf(m_task->array.GIAGetAllAngle()));
-    descend(digits);
-    Digits best = digits;
-    double bestRms = m_last;
-    for (int idle = 0; idle < kIdleStarts && !done(); ++idle) {
-        digits = best;
-        shake(digits, m_candidates.widths(), random);
+    if (!m_evaluator) {
+        if (stop())
+            return false;
+        m_evaluator = std::make_unique<Evaluator>(
+            m_task, learnedOrder(m_task, m_candidates, 0, m_candidates.NumConfigs().value_or(1),
+                                 [] { return false; }));
+    }
+    Digits best;
+    double bestRms = kNever;
+    const auto go = [&](Digits digits) {
         descend(digits);
-        if (m_last < bestRms) {
-            bestRms = m_last;
-            best = digits;
+        if (m_last >= bestRms)
+            return false;
+        bestRms = m_last;
+        best = std::move(digits);
+        return true;
+    };
+    for (const Digits& start : starts())
+        if (!done())
+            go(start);
+    std::mt19937_64 random(kSeed);
+    for (int idle = 0; idle < kIdleStarts && !done(); ++idle) {
+        Digits digits = best;
+        shake(digits, m_candidates.widths(), random);
+        if (go(std::move(digits)))
             idle = -1;
-        }
     }
     return !m_stopped;
 }
 
-double QuickSearch::measure(const Digits& digits)
+double QuickSearch::evaluate(const Configuration& configuration, double limit)
+{
+    const auto bounds = m_evaluator->measureUpTo(configuration, limit);
+    if (!bounds)
+        return kNever;
+    const bool told = std::isfinite(bounds->low) && std::isfinite(bounds->high);
+    return told ? std::midpoint(bounds->low, bounds->high) : m_evaluator->measure(configuration);
+}
+
+/// The measure where it is not above the limit; else infinity.
+double QuickSearch::measure(const Digits& digits, double limit)
 {
     const std::uint64_t number = m_candidates.numberOf(digits);
-    if (const auto known = m_measured.find(number); known != m_measured.end())
-        return known->second;
+    const auto known = m_measured.find(number);
+    if (known != m_measured.end() && (!known->second.above || known->second.rms >= limit))
+        return known->second.above ? kNever : known->second.rms;
     m_stopped = m_stopped || (*m_stop)();
-    if (m_stopped)
-        return std::numeric_limits<double>::infinity();
+    if (m_stopped || (known == m_measured.end() && m_measured.size() >= m_budget))
+        return kNever;
     const Configuration tested = m_candidates.configurationOf(number);
-    const double rms = m_evaluator.fastMeasure(tested);
-    m_measured.emplace(number, rms);
+    // What may be among the three best is measured to its end, too.
+    const double upTo = std::max(limit, m_fast.limit());
+    const double rms = evaluate(tested, upTo);
+    const bool above = rms == kNever;
+    m_measured[number] = {above ? upTo : rms, above};
     if (rms < m_fast.limit()) {
         const bool first = m_fast.best().empty() || rms < m_fast.best().front().rms;
         m_fast.add({tested.angles, rms, number, tested.heightM});
@@ -71,14 +136,27 @@ double QuickSearch::measure(const Digits& digits)
     return rms;
 }
 
-/// Tries one digit's or two neighbouring digits' other places until none is better.
+bool QuickSearch::take(Digits& digits, const Digits& trial)
+{
+    const double rms = measure(trial, m_last);
+    if (rms >= m_last)
+        return false;
+    m_last = rms;
+    digits = trial;
+    return true;
+}
+
+/// Tries one digit's or two neighbouring digits' other places, then to move curvature from one
+/// joint to another, until nothing is better.
 void QuickSearch::descend(Digits& digits)
 {
-    m_last = measure(digits);
+    m_last = measure(digits, kNever);
     for (bool improved = true; improved && !done();) {
         improved = false;
         for (std::size_t digit = 0; digit < digits.size() && !done(); ++digit)
             improved |= improve(digits, digit, digit);
+        if (!improved)
+            improved = bend(digits);
         for (std::size_t digit = 0; !improved && digit + 1 < digits.size() && !done(); ++digit)
             improved |= improve(digits, digit, digit + 1);
     }
@@ -86,22 +164,35 @@ void QuickSearch::descend(Digits& digits)
 
 bool QuickSearch::improve(Digits& digits, std::size_t digit, std::size_t other)
 {
-    const Digits before = digits;
     const Digits& widths = m_candidates.widths();
-    Digits trial = before;
+    Digits trial = digits;
+    bool improved = false;
     for (std::uint64_t a = 0; a < widths[digit] && !done(); ++a)
         for (std::uint64_t b = 0; b < widths[other] && !done(); ++b) {
             trial[other] = b;
             trial[digit] = a;
-            const double rms = measure(trial);
-            if (rms < m_last) {
-                m_last = rms;
-                digits = trial;
-            }
+            improved |= take(digits, trial);
             if (digit == other)
                 break;
         }
-    return digits != before;
+    return improved;
+}
+
+/// One step more here for one less there.
+bool QuickSearch::bend(Digits& digits)
+{
+    const Digits& widths = m_candidates.widths();
+    for (std::size_t more = 0; more < digits.size(); ++more)
+        for (std::size_t less = 0; less < digits.size() && !done(); ++less) {
+            if (more == less || digits[more] + 1 >= widths[more] || digits[less] == 0)
+                continue;
+            Digits trial = digits;
+            ++trial[more];
+            --trial[less];
+            if (take(digits, trial))
+                return true;
+        }
+    return false;
 }
 
 std::optional<QuickResult> QuickSearch::result(const std::function<bool()>& stop)
@@ -117,7 +208,7 @@ std::optional<QuickResult> QuickSearch::result(const std::function<bool()>& stop
         return result;
     }
     for (const Ranked& entry : m_fast.best()) {
-        const std::optional<double> rms = m_evaluator.measure(entry.configuration(), stop);
+        const std::optional<double> rms = m_evaluator->measure(entry.configuration(), stop);
         if (!rms)
             return std::nullopt;
         result.ranking.add({entry.angles, *rms, entry.number, entry.heightM});
@@ -127,9 +218,9 @@ std::optional<QuickResult> QuickSearch::result(const std::function<bool()>& stop
 
 QuickResult quickSearch(const std::shared_ptr<const SearchTask>& task,
                         const CandidateSet& candidates, const std::function<bool()>& stop,
-                        const QuickSearch::Better& better)
+                        const QuickSearch::Better& better, std::uint64_t budget)
 {
-    QuickSearch search(task, candidates);
+    QuickSearch search(task, candidates, budget);
     search.advance(stop, better);
     return *search.result([] { return false; });
 }

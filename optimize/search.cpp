@@ -134,7 +134,7 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
     std::vector<Contender>& contenders = chunk.contenders;
     std::vector<Contender> known = m_contenders;
     known.insert(known.end(), contenders.begin(), contenders.end());
-    double limit = limitOf(known);
+    double limit = std::min(m_expected, limitOf(known));
     // Told in handfuls: threads that count together wait for each other.
     constexpr std::uint64_t kHandful = 32;
     std::uint64_t untold = 0;
@@ -166,7 +166,7 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
         contenders.push_back(contender);
         known.push_back(contender);
         dropBeaten(known);
-        limit = limitOf(known);
+        limit = std::min(m_expected, limitOf(known));
         if (contenders.size() > 2 * kMostUndecidedInChunk)
             dropBeaten(contenders);
     }
@@ -174,22 +174,23 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
     dropBeaten(contenders);
 }
 
-/// From configurations by chance; null, for the usual order, in a small search or when stopped.
-std::shared_ptr<const PointOrder> Search::learnedOrder(const std::function<bool()>& stop) const
+std::shared_ptr<const PointOrder> learnedOrder(const std::shared_ptr<const SearchTask>& task,
+                                               const CandidateSet& candidates, std::uint64_t first,
+                                               std::uint64_t count,
+                                               const std::function<bool()>& stop)
 {
-    if (m_count < kFewestToLearnFor || !m_task->otherAreas.empty() ||
-        !recordOf(m_task->measure).grow)
+    if (count < kFewestToLearnFor || !task->otherAreas.empty() || !recordOf(task->measure).grow)
         return nullptr;
-    Evaluator evaluator(m_task);
+    Evaluator evaluator(task);
     std::mt19937_64 random(kSampleSeed);
     std::vector<std::vector<double>> samples;
     for (int i = 0; i < kSamples; ++i) {
         if (stop())
             return nullptr;
         samples.push_back(
-            evaluator.distances(m_candidates.configurationOf(m_first + random() % m_count)));
+            evaluator.distances(candidates.configurationOf(first + random() % count)));
     }
-    return std::make_shared<PointOrder>(PointOrder::learned(m_task->measure, samples));
+    return std::make_shared<PointOrder>(PointOrder::learned(task->measure, samples));
 }
 
 /// Makes what the first thread works with; false when stopped.
@@ -197,7 +198,7 @@ bool Search::prepare(const std::function<bool()>& stop)
 {
     if (!m_evaluators.empty())
         return true;
-    m_order = learnedOrder(stop);
+    m_order = learnedOrder(m_task, m_candidates, m_first, m_count, stop);
     if (stop())
         return false;
     m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));

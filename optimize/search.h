@@ -47,6 +47,11 @@ public:
     Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates, std::uint64_t first,
            std::uint64_t count);
 
+    /// That many measures of this set, a ranking full, are at most `limit`, as another search
+    /// found: what is above it is dropped from the first on. The ranking of a part of the set no
+    /// longer holds all of its best.
+    void expect(double limit) { m_expected = limit; }
+
     /// Tests some more, for a fraction of a second, or lets the literal kernel decide between those
     /// that the fast one cannot tell apart. `stop`, asked from any thread every few milliseconds,
     /// may end it early; what was tested is kept, and the next call goes on there. Returns
@@ -100,7 +105,6 @@ private:
     bool prepare(const std::function<bool()>& stop);
     bool testFirst(const std::function<bool()>& stop);
     void testBlock(const std::function<bool()>& stop);
-    std::shared_ptr<const PointOrder> learnedOrder(const std::function<bool()>& stop) const;
     Block nextBlock() const;
     std::vector<Chunk> chunksOf(const Block& block) const;
     void testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<bool()>& stop);
@@ -122,11 +126,20 @@ private:
     Block m_block;
     std::vector<Chunk> m_chunks; ///< of the block that has been begun
     Ranking m_ranking;
+    double m_expected = std::numeric_limits<double>::infinity();
     bool m_decided = false;                    ///< the ranking is that of all that has been tested
     std::shared_ptr<const PointOrder> m_order; ///< null: the usual one
     std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread that works
     std::atomic<double> m_lastMeasure = std::numeric_limits<double>::quiet_NaN();
 };
+
+/// In which order levels are best calculated, from configurations by chance among `count` from
+/// `first` on; null, for the usual order, in a small search, where none is learned, or when
+/// stopped.
+std::shared_ptr<const PointOrder> learnedOrder(const std::shared_ptr<const SearchTask>& task,
+                                               const CandidateSet& candidates, std::uint64_t first,
+                                               std::uint64_t count,
+                                               const std::function<bool()>& stop);
 
 /// The ranking of several parts of one search, joined in their order. An error where they do not
 /// follow each other without gap.

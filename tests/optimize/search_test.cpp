@@ -212,6 +212,11 @@ TEST(Search, SeveralAreasEvenFreePinsAndHeights)
         SCOPED_TRACE(round);
         expectSame(searchedRanking(task, candidates, 0, count, threads), wanted);
         const QuickResult quick = quickSearch(task, candidates, [] { return false; });
+        Search expecting(task, candidates, 0, count);
+        expecting.expect(quick.ranking.limit());
+        while (!expecting.advance(2, [] { return false; })) {
+        }
+        expectSame(expecting.decide(), wanted);
         EXPECT_LT(quick.ranking.best().front().rms, wanted.best().front().rms * 1.3 + 0.1);
         threads = threads == 1 ? 2 : threads == 2 ? 16 : 1;
     }
