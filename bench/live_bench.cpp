@@ -187,17 +187,17 @@ int main(int argc, char** argv)
     }));
 
     std::ofstream file(argc > 1 ? argv[1] : "bench_live.json");
-    file << "{\"rows\": [";
+    file << "[";
     const char* before = "\n";
     bool met = true;
     for (const Row& row : rows) {
         std::printf("%-18s %7.2f ms (most %g), %5.2f x kernel (%.2f ms)\n", row.name.c_str(),
                     row.ms, row.mostMs, row.ms / row.kernelMs, row.kernelMs);
         file << before << "  {\"name\": \"" << row.name << "\", \"value\": " << row.ms
-             << ", \"ratio\": " << row.ms / row.kernelMs << "}";
+             << ", \"unit\": \"ms\", \"ratio\": " << row.ms / row.kernelMs << "}";
         before = ",\n";
         met = met && row.ms < row.mostMs;
     }
-    file << "\n]}\n";
+    file << "\n]\n";
     return met ? 0 : 1;
 }
