@@ -121,6 +121,7 @@ public:
     }
     double kernelMs()
     {
+        waitForFine();
         const MapGrid grid = m_window.editor().view().map.grid;
         RawSplCache cache;
         std::vector<double> ms;

@@ -55,6 +55,12 @@ TEST_F(Live, TheMapFollowsWithoutLockAndEqualsCalculate)
     EXPECT_EQ(levels(), calculated());
 
     window->findChild<QAction*>("mnuUndo")->trigger();
+    EXPECT_EQ(levels(), calculated());
+    window->findChild<QAction*>("mnuRedo")->trigger();
+    levels();
+    EXPECT_EQ(control<QLabel>("lblStatusText")->text(), "Redone: Splay angle 9")
+        << "the map does not talk it away";
+    window->findChild<QAction*>("mnuUndo")->trigger();
     press("MapType_opt(0)");
     press("chkAWeight");
     EXPECT_EQ(levels(), first);

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <cmath>
+#include <utility>
 
 namespace orva::ui {
 
@@ -48,8 +49,7 @@ void LiveMap::follow()
     if (!work) {
         m_fine.end();
         m_coming.reset();
-        if (m_editor.live())
-            emit coarse(false);
+        say(false);
         return;
     }
     m_editor.map().Valid = true;
@@ -116,7 +116,13 @@ void LiveMap::show(const Work& work, SummedMap shown, bool whole)
     map.shown = std::move(shown);
     map.shownChoice = work.choice;
     map.coarse = !whole;
-    emit coarse(!whole);
+    say(!whole);
+}
+
+void LiveMap::say(bool isCoarse)
+{
+    if (std::exchange(m_saidCoarse, isCoarse) != isCoarse)
+        emit coarse(isCoarse);
 }
 
 /// The whole room in as many cells as there is time for.

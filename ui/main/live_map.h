@@ -43,14 +43,16 @@ private:
     double expectedMs(const Work& work) const;
     SummedMap timed(const Work& work, RawSplCache& cache);
     void show(const Work& work, SummedMap shown, bool whole);
+    void say(bool isCoarse);
     Work coarser(const Work& work, double forMs) const;
     void refine(const Work& work);
     void finish(const Work& work);
 
     Editor& m_editor;
     ViewPanel& m_views;
-    RawSplCache m_planes;         ///< of the chosen cells; the task's own while it runs
-    std::optional<Work> m_whole;  ///< of those planes
+    RawSplCache m_planes;        ///< of the chosen cells; the task's own while it runs
+    std::optional<Work> m_whole; ///< of those planes
+    bool m_saidCoarse = false;
     std::optional<Work> m_coming; ///< that the task works at
     RawSplCache m_coarse;
     /// What a cell costs, for so many boxes and bands; it is measured with every map.

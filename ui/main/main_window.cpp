@@ -96,7 +96,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     m_map = new MapCalculator(m_editor, *m_views, this);
     m_live = new LiveMap(m_editor, *m_views);
     connect(m_live, &LiveMap::coarse, this, [this](bool coarse) {
-        m_corrections = coarse ? m_session.text(Text::CoarseMap) : QString();
+        m_coarseMap = coarse;
         showStatus();
     });
     m_commands = new ProjectCommands(m_editor, this);
@@ -119,7 +119,7 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
                 m_status->refreshData();
             });
     connect(&m_commands->disk(), &DiskQueue::waits, this, [this](bool waits) {
-        m_corrections = waits ? m_session.text(Text::WaitForDisk) : QString();
+        m_waitsForDisk = waits;
         showStatus();
     });
     connect(m_setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
@@ -336,7 +336,14 @@ void MainWindow::showStatus()
 {
     const QString kept =
         m_statusText != Text::None ? m_session.text(m_statusText).arg(m_statusArgument) : QString();
-    m_status->say(m_corrections.isEmpty() ? kept : m_corrections);
+    QStringList said;
+    for (const auto& [holds, text] :
+         {std::pair(m_waitsForDisk, Text::WaitForDisk), std::pair(m_coarseMap, Text::CoarseMap)})
+        if (holds)
+            said += m_session.text(text);
+    if (const QString& last = m_corrections.isEmpty() ? kept : m_corrections; !last.isEmpty())
+        said += last;
+    m_status->say(said.join("; "));
 }
 
 void MainWindow::showTitle()

@@ -83,6 +83,8 @@ private:
     StatusLine* m_status;
     Text m_statusText = Text::None;
     QString m_statusArgument;
+    bool m_waitsForDisk = false;
+    bool m_coarseMap = false;
     QString m_corrections; ///< what the last edit or step did, until something else is said
     QAction* m_undo;
     QAction* m_redo;

@@ -285,7 +285,9 @@ std::optional<MapGrid> ViewPanel::mapGrid() const
 
 void ViewPanel::prepareRoom()
 {
-    const BusyPointer pointer;
+    std::optional<BusyPointer> pointer;
+    if (!m_editor.live() && !m_hand->dragging()) // else it would flicker
+        pointer.emplace();
     if (m_followMap)
         m_followMap();
     chkAiming->setEnabled(m_editor.view().map.shown.has_value());
@@ -367,7 +369,9 @@ CurvePicture ViewPanel::areaCurve(int points) const
 
 void ViewPanel::prepareCurve()
 {
-    const BusyPointer pointer;
+    std::optional<BusyPointer> pointer;
+    if (!m_editor.live() && !m_hand->dragging()) // else it would flicker
+        pointer.emplace();
     const int points = curvePoints();
     m_curve = m_otherCurves              ? m_otherCurves(points)
               : m_editor.view().allAreas ? allCurves(points)
