@@ -119,7 +119,8 @@ void drawDistances(DrawingSurface& surface, const CurvePicture& picture,
         return;
     while (step / shown * end < surface.textSize("0000").x)
         step *= 2;
-    for (double at = 0; at <= shown; at += step) {
+    for (int tick = 0; tick * step <= shown; ++tick) {
+        const double at = tick * step;
         const std::string label = plainText(at, 1);
         surface.print({at / shown * end - surface.textSize(label).x / 2, 7 * surface.pixelY()},
                       label);

@@ -36,6 +36,12 @@ Colour colourOf(const Lab& lab)
     return blue << 16U | green << 8U | red;
 }
 
+std::size_t indexOf(int step)
+{
+    const int index = step + kSteps;
+    return static_cast<std::size_t>(index);
+}
+
 std::array<Colour, 2 * kSteps + 1> madeColours()
 {
     std::array<Colour, 2 * kSteps + 1> colours{};
@@ -45,7 +51,7 @@ std::array<Colour, 2 * kSteps + 1> madeColours()
         Lab lab{};
         for (std::size_t i = 0; i < lab.size(); ++i)
             lab[i] = kWhiteLab[i] + share * (end[i] - kWhiteLab[i]);
-        colours[static_cast<std::size_t>(step + kSteps)] = colourOf(lab);
+        colours[indexOf(step)] = colourOf(lab);
     }
     return colours;
 }
@@ -56,7 +62,7 @@ Colour divergingColour(double share)
 {
     static const std::array<Colour, 2 * kSteps + 1> colours = madeColours();
     const double step = std::clamp(share, -1.0, 1.0) * kSteps;
-    return colours[static_cast<std::size_t>(std::lround(step) + kSteps)];
+    return colours[indexOf(static_cast<int>(std::lround(step)))];
 }
 
 } // namespace orva

@@ -69,7 +69,9 @@ void DrawSpectrum(DrawingSurface& surface, std::span<const Spectrum> spectra,
     const auto heightOf = [&](double level) {
         return frame.bottom - (level - (top - kRangeDb)) / kRangeDb * frame.height();
     };
-    for (double level = top - kRangeDb; level <= top; level += 10) {
+    constexpr int kLines = 4;
+    for (int line = 0; line <= kLines; ++line) {
+        const double level = top - kRangeDb + line * kRangeDb / kLines;
         surface.line({frame.left - 4, heightOf(level)}, {frame.right, heightOf(level)}, Role::Grid);
         const std::string label = fixedText(level, 0) + "dB";
         surface.print(
@@ -179,7 +181,8 @@ void DrawStrip(DrawingSurface& surface, const Strip& strip, const DrawingOptions
     double step = options.GridUnit_Area > 0 ? options.GridUnit_Area : 1;
     while (shown > 0 && step / shown * frame.width() < widest)
         step *= 2;
-    for (double at = 0; at <= shown; at += step) {
+    for (int tick = 0; tick * step <= shown; ++tick) {
+        const double at = tick * step;
         const double x = frame.left + (shown > 0 ? at / shown : 0) * frame.width();
         surface.line({x, frame.bottom}, {x, frame.bottom + 3}, Role::Ink);
         printCentred(surface, {x, frame.bottom + 4}, plainText(at, 1));

@@ -79,7 +79,7 @@ public:
 private:
     std::size_t joints() const
     {
-        return static_cast<std::size_t>(m_range.last - m_range.first + 1);
+        return static_cast<std::size_t>(m_range.last + 1) - static_cast<std::size_t>(m_range.first);
     }
 
     LineArray::Positions m_angles;
