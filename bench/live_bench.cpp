@@ -47,6 +47,19 @@ struct Row {
     double mostMs;
 };
 
+/// Sees a widget's paint events.
+class Paints final : public QObject {
+public:
+    bool painted = false;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        painted = painted || event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
 class Bench {
 public:
     explicit Bench(ui::Session& session) : m_window(session), m_session(session)
@@ -56,6 +69,7 @@ public:
         m_window.show();
         find<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
         choose("cmbNumSpk", 23);
+        find<QWidget>("Main_pbx")->installEventFilter(&m_paints);
         find<QCheckBox>("chkLive")->click();
         paint();
     }
@@ -79,17 +93,19 @@ public:
         emit edit->textEdited(text);
         emit edit->editingFinished();
     }
+    /// Until the room view has been painted into the window.
     void paint()
     {
-        QApplication::processEvents();
-        find<ui::DrawingWidget>("Main_pbx")->grab();
+        m_paints.painted = false;
+        while (!m_paints.painted)
+            QApplication::processEvents();
     }
     bool coarse() { return m_window.editor().view().map.coarse; }
     void waitForFine()
     {
         while (coarse())
             QTest::qWait(1);
-        paint();
+        QApplication::processEvents();
     }
     void turnJoint()
     {
@@ -150,6 +166,7 @@ private:
     ui::MainWindow m_window;
     ui::Session& m_session;
     int m_pointer = 0;
+    Paints m_paints;
 };
 
 } // namespace
