@@ -146,7 +146,11 @@ void drawSpread(DrawingSurface& surface, const Curve& curve, double bottomDb,
     const std::string text =
         Message(Text::MeanOfArea, {fixedText(mean, 1)}).text(options.text.language);
     const Point size = surface.textSize(text);
-    surface.print({right - size.x, bottomDb - mean - 1.1 * size.y}, text);
+    // beside the curve where there is room, else above the line
+    if (right + size.x + 4 < curveEnd(surface.pixelWidth()) + kRightMargin)
+        surface.print({right + 4, bottomDb - mean - size.y / 2}, text);
+    else
+        surface.print({right - size.x, bottomDb - mean - 1.1 * size.y}, text);
     for (const auto extreme : {largest, least}) {
         const Point at{2 * static_cast<double>(extreme - curve.levels.begin()),
                        bottomDb - *extreme};
