@@ -143,7 +143,10 @@ void MainWindow::makeKeys()
     key("keyCalculate", Text::KeyCalculate, "F5", press("CalcBand_cmd"));
     key("keyCalculateAll", Text::KeyCalculateAll, "Shift+F5", press("CalcAll_cmd"));
     key("keyOptimize", Text::KeyOptimize, "F6", press("Optimize_cmd"));
-    key("keyAim", Text::KeyAim, "F7", press("cmdAuto"));
+    key("keyAim", Text::KeyAim, "F7", [this, aim = press("cmdAuto")] {
+        aim();
+        findChild<QWidget*>("box1Angle_txt")->setFocus(Qt::OtherFocusReason); // what it found
+    });
     key("keyLock", Text::KeyLock, "F8", press("Lock_chk"));
     key("keyNextArea", Text::KeyNextArea, "F3",
         [this] { showArea(m_editor.view().SelectedArea % m_editor.room().GIGetNumAreas() + 1); });
