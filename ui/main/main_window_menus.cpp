@@ -145,7 +145,8 @@ void MainWindow::makeKeys()
     key("keyOptimize", Text::KeyOptimize, "F6", press("Optimize_cmd"));
     key("keyAim", Text::KeyAim, "F7", [this, aim = press("cmdAuto")] {
         aim();
-        findChild<QWidget*>("box1Angle_txt")->setFocus(Qt::OtherFocusReason); // what it found
+        findChild<QWidget*>("box1Angle_txt")
+            ->setFocus(Qt::TabFocusReason); // what it found, selected
     });
     key("keyLock", Text::KeyLock, "F8", press("Lock_chk"));
     key("keyNextArea", Text::KeyNextArea, "F3",
