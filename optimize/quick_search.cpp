@@ -41,7 +41,8 @@ std::vector<Digits> QuickSearch::starts() const
 {
     const Digits& widths = m_candidates.widths();
     const JointRange range = m_candidates.range();
-    const auto joints = static_cast<std::size_t>(range.last - range.first + 1);
+    const std::size_t joints =
+        static_cast<std::size_t>(range.last + 1) - static_cast<std::size_t>(range.first);
     const auto curve = [&](double most, double power) {
         Digits digits;
         for (std::size_t digit = 0; digit < widths.size(); ++digit) {
@@ -108,7 +109,9 @@ double QuickSearch::evaluate(const Configuration& configuration, double limit)
     if (!bounds)
         return kNever;
     const bool told = std::isfinite(bounds->low) && std::isfinite(bounds->high);
-    return told ? std::midpoint(bounds->low, bounds->high) : m_evaluator->measure(configuration);
+    if (!told)
+        return m_evaluator->measure(configuration);
+    return std::midpoint(bounds->low, bounds->high);
 }
 
 /// The measure where it is not above the limit; else infinity.
@@ -116,8 +119,10 @@ double QuickSearch::measure(const Digits& digits, double limit)
 {
     const std::uint64_t number = m_candidates.numberOf(digits);
     const auto known = m_measured.find(number);
-    if (known != m_measured.end() && (!known->second.above || known->second.rms >= limit))
-        return known->second.above ? kNever : known->second.rms;
+    if (known != m_measured.end() && !known->second.above)
+        return known->second.rms;
+    if (known != m_measured.end() && known->second.rms >= limit)
+        return kNever;
     m_stopped = m_stopped || (*m_stop)();
     if (m_stopped || (known == m_measured.end() && m_measured.size() >= m_budget))
         return kNever;
@@ -126,7 +131,7 @@ double QuickSearch::measure(const Digits& digits, double limit)
     const double upTo = std::max(limit, m_fast.limit());
     const double rms = evaluate(tested, upTo);
     const bool above = rms == kNever;
-    m_measured[number] = {above ? upTo : rms, above};
+    m_measured[number] = above ? Known{upTo, true} : Known{rms, false};
     if (rms < m_fast.limit()) {
         const bool first = m_fast.best().empty() || rms < m_fast.best().front().rms;
         m_fast.add({tested.angles, rms, number, tested.heightM});
