@@ -1,13 +1,11 @@
 // How long an edit and its undoing take until the levels are on the screen: 24 boxes, broadband,
 // 1920 x 1080.
-#include "app/state/memory_settings.h"
-#include "main/main_window.h"
+
+#include "window_bench.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <vector>
@@ -35,26 +33,19 @@ bool within(const char* what, double mostMs, QWidget& window, const std::functio
         window.grab();
         ms.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
     }
-    std::sort(ms.begin(), ms.end());
-    const double median = ms[ms.size() / 2];
+    const double middle = median(ms);
     std::printf("%s, 24 boxes, 1920 x 1080: median %.1f ms, largest %.1f ms (median must be below "
                 "%.0f)\n",
-                what, median, ms.back(), mostMs);
-    return median < mostMs;
+                what, middle, ms.back(), mostMs);
+    return middle < mostMs;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    MemorySettings store;
-    ui::Session session(store, {QCoreApplication::applicationDirPath().toStdString() + "/.."});
-    session.state().settings.ShowNewQuery = false;
-    if (!LoadSystemData(session.state(), session.programFolder() / "bin"))
-        return 1;
-    ui::MainWindow window(session);
+    WindowBench program(argc, argv);
+    ui::MainWindow window(program.session);
     window.resize(1920, 1080);
     window.begin();
     window.show();

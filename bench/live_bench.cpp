@@ -1,12 +1,10 @@
 // How long it takes from an event until the live map is on the screen: 24 boxes, broadband,
 // 1920 x 1080. Writes live figures in ms beside the time of the kernel alone for the same map.
-#include "app/state/memory_settings.h"
 #include "engine/parallel.h"
 #include "engine/spl_map.h"
-#include "main/main_window.h"
+#include "window_bench.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -14,7 +12,6 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QTest>
-#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <functional>
@@ -25,12 +22,6 @@ using namespace orva;
 namespace {
 
 constexpr int kRuns = 200;
-
-double median(std::vector<double>& figures)
-{
-    std::sort(figures.begin(), figures.end());
-    return figures[figures.size() / 2];
-}
 
 double msOf(const std::function<void()>& act)
 {
@@ -173,14 +164,8 @@ private:
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    MemorySettings store;
-    ui::Session session(store, {QCoreApplication::applicationDirPath().toStdString() + "/.."});
-    session.state().settings.ShowNewQuery = false;
-    if (!LoadSystemData(session.state(), session.programFolder() / "bin"))
-        return 1;
-    Bench bench(session);
+    WindowBench program(argc, argv);
+    Bench bench(program.session);
     std::vector<Row> rows;
     const auto edit = [&] {
         bench.turnJoint();

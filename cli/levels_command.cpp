@@ -57,8 +57,7 @@ Result<Done> printLevels(const Options& options, const Console& console)
     };
 
     if (options.pictureArea > state->project.room.GIGetNumAreas())
-        return Error{"there is no audience area " + std::to_string(options.pictureArea),
-                     options.file};
+        return noSuchArea(options.pictureArea, options.file);
     PendingFiles files;
     const auto draw = [&](DrawingSurface& surface) {
         const Segment area = state->project.room.area(options.pictureArea);

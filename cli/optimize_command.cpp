@@ -109,13 +109,13 @@ std::optional<WeightedArea> areaOf(const std::string& text)
                       : std::nullopt;
 }
 
-CLI::Validator weightedArea()
+/// Those of the options, whose texts have been checked.
+std::vector<WeightedArea> areasOf(const Options& options)
 {
-    return {[](const std::string& text) {
-                return areaOf(text) ? std::string()
-                                    : text + " is not the number of an area, N or N:WEIGHT";
-            },
-            ""};
+    std::vector<WeightedArea> areas;
+    for (const std::string& text : options.areas)
+        areas.push_back(areaOf(text).value_or(WeightedArea{}));
+    return areas;
 }
 
 constexpr std::string_view kHeight = "height:";
@@ -140,17 +140,6 @@ std::optional<std::vector<float>> heightsOf(const std::string& text)
     return heights;
 }
 
-CLI::Validator freedomText()
-{
-    return {[](const std::string& text) {
-                return text == "pin" || heightsOf(text)
-                           ? std::string()
-                           : text + " is neither pin nor height:FROM:TO:STEP in metres, the step "
-                                    "above 0";
-            },
-            ""};
-}
-
 Freedom freedomOf(const Options& options)
 {
     Freedom freedom;
@@ -166,9 +155,9 @@ Freedom freedomOf(const Options& options)
 Result<JointRange> rangeOf(const Options& options, const Workspace& state)
 {
     std::optional<JointRange> all;
-    for (const std::string& text : options.areas) {
-        const std::optional<JointRange> aiming = GetAreaSpeakers(
-            state.project.room, state.project.array, areaOf(text).value_or(WeightedArea{}).number);
+    for (const WeightedArea& area : areasOf(options)) {
+        const std::optional<JointRange> aiming =
+            GetAreaSpeakers(state.project.room, state.project.array, area.number);
         if (!aiming)
             return Error{std::string(MlGetString(options.common.text().language, Text::NoBoxAims)),
                          options.file};
@@ -263,12 +252,10 @@ Result<Done> optimize(const Options& options, const Console& console)
     if (!state)
         return state.error();
     const Room& room = state->project.room;
-    std::vector<WeightedArea> areas;
-    for (const std::string& text : options.areas)
-        areas.push_back(areaOf(text).value_or(WeightedArea{}));
+    const std::vector<WeightedArea> areas = areasOf(options);
     for (const WeightedArea& area : areas)
         if (area.number > room.GIGetNumAreas())
-            return Error{"there is no audience area " + std::to_string(area.number), options.file};
+            return noSuchArea(area.number, options.file);
     const Result<LineArray> array = searchedArray(options, *state);
     if (!array)
         return array.error();
@@ -357,14 +344,16 @@ void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options
     command
         ->add_option("--area", options->areas,
                      "audience area, with its weight among several; may be repeated")
-        ->check(weightedArea())
+        ->check(accepted([](const std::string& text) { return areaOf(text).has_value(); },
+                         "not the number of an area, N or N:WEIGHT"))
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->type_name("N[:WEIGHT]");
     command
         ->add_option("--free", options->free,
                      "vary the pin, or the height of the pick point in metres; may be repeated")
-        ->check(freedomText())
+        ->check(accepted([](const std::string& text) { return text == "pin" || heightsOf(text); },
+                         "neither pin nor height:FROM:TO:STEP in metres, the step above 0"))
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->type_name("pin|height:FROM:TO:STEP");
@@ -420,9 +409,10 @@ void checkSearch(const Options& options)
     if (options.areas.empty())
         throw CLI::RequiredError("--area");
     std::set<int> numbers;
-    for (const std::string& text : options.areas)
-        if (!numbers.insert(areaOf(text).value_or(WeightedArea{}).number).second)
-            throw CLI::ValidationError("--area", text + " names an area a second time");
+    for (const WeightedArea& area : areasOf(options))
+        if (!numbers.insert(area.number).second)
+            throw CLI::ValidationError("--area",
+                                       std::to_string(area.number) + " is named a second time");
     if (options.areas.size() > 1 && !options.fitLine.empty())
         throw CLI::ValidationError("--fit-line", "goes with one area");
     if (options.perDoublingDb && measureNamed(options.measure) != Measure::Even)

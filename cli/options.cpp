@@ -51,6 +51,20 @@ CLI::Validator numberBetween(double low, double high)
                        [=](double value) { return value >= low && value <= high; });
 }
 
+CLI::Validator accepted(const std::function<bool(const std::string&)>& accepts,
+                        const std::string& what)
+{
+    return {[=](const std::string& text) {
+                return accepts(text) ? std::string() : text + " is " + what;
+            },
+            ""};
+}
+
+Error noSuchArea(int number, const std::string& file)
+{
+    return {"there is no audience area " + std::to_string(number), file};
+}
+
 CLI::Validator fileName()
 {
     return {[](const std::string& name) {

@@ -68,6 +68,13 @@ Result<Done> checkOutputs(const Console& console, const CommonOptions& options,
                           const std::vector<std::string>& outputs,
                           const std::vector<std::string>& inputs);
 
+/// Refuses texts that are not what is asked for, and says so: "3 is not a place X,Y".
+CLI::Validator accepted(const std::function<bool(const std::string&)>& accepts,
+                        const std::string& what);
+
+/// Of a project's file.
+Error noSuchArea(int number, const std::string& file);
+
 /// Refuses the empty name of a file or folder.
 CLI::Validator fileName();
 

@@ -50,7 +50,7 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
         return *data.error;
     warnOf(data);
     SelectSystem(*project, system);
-    setWeather(*project, options.temperatureC, prediction.humidityPercent);
+    UpdateSpeedOfSound(*project, options.temperatureC, prediction.humidityPercent);
     if (options.speakerDataFile.empty())
         return project;
     const Result<SpeakerDataLoad> imported = importSpeakerData(*project, options.speakerDataFile);

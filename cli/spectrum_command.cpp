@@ -30,18 +30,10 @@ std::optional<Point> placeOf(const std::string& text)
     return place;
 }
 
-CLI::Validator place()
-{
-    return {[](const std::string& text) {
-                return placeOf(text) ? std::string() : text + " is not a place X,Y in metres";
-            },
-            ""};
-}
-
 Result<std::vector<Point>> pointsOf(const Options& options, const Room& room)
 {
     if (options.area > room.GIGetNumAreas())
-        return Error{"there is no audience area " + std::to_string(options.area), options.file};
+        return noSuchArea(options.area, options.file);
     if (options.area > 0)
         return lineReceivers(room.area(options.area), options.points);
     std::vector<Point> points;
@@ -64,7 +56,8 @@ Result<Done> printSpectrum(const Options& options, const Console& console)
     const PerBand<BandReference>& levels = state->speakerData.BandLevel;
     const PlacedSources placed = placedSources(state->project.array);
     const BandLevels alone = singleBandLevels(*kernel, levels, placed.sources, *points, choice);
-    const std::vector<float> totals = levelsAt(*kernel, levels, placed.sources, *points, choice);
+    const std::vector<float> totals =
+        levelsOf(bandPowersAt(*kernel, placed.sources, *points, choice.bands), levels, choice);
 
     Json list = Json::array();
     for (std::size_t at = 0; at < points->size(); ++at) {
@@ -103,7 +96,8 @@ void addSpectrumCommand(CLI::App& program, Work& work)
     const auto options = std::make_shared<Options>();
     CLI::Option_group* where = command->add_option_group("where");
     where->add_option("--at", options->places, "a place in the room, metres; may be repeated")
-        ->check(place())
+        ->check(accepted([](const std::string& text) { return placeOf(text).has_value(); },
+                         "not a place X,Y in metres"))
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->type_name("X,Y");

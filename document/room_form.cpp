@@ -125,14 +125,7 @@ std::optional<int> FindAreaAt(const Room& room, double x, double y)
     std::optional<int> nearest;
     double smallest = std::max(0.5, std::trunc(std::min<double>(width, height)) / 2);
     for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
-        const auto [start, end, angle, length] = room.area(number);
-        const double dx = end.x - start.x;
-        const double dy = end.y - start.y;
-        const double square = dx * dx + dy * dy;
-        const double along =
-            square > 0 ? std::clamp(((x - start.x) * dx + (y - start.y) * dy) / square, 0.0, 1.0)
-                       : 0.0;
-        const double distance = std::hypot(x - (start.x + along * dx), y - (start.y + along * dy));
+        const double distance = room.area(number).distanceTo({x, y});
         if (distance < smallest) {
             smallest = distance;
             nearest = number;

@@ -50,20 +50,6 @@ Point placeOf(const DocumentState& state, const Handle& handle)
     return room.area(handle.area).start;
 }
 
-namespace {
-
-double distanceTo(const Segment& area, const Point& point)
-{
-    const Point along{area.end.x - area.start.x, area.end.y - area.start.y};
-    const double square = along.x * along.x + along.y * along.y;
-    const Point from{point.x - area.start.x, point.y - area.start.y};
-    const double part =
-        square > 0 ? std::clamp((from.x * along.x + from.y * along.y) / square, 0.0, 1.0) : 0.0;
-    return std::hypot(from.x - part * along.x, from.y - part * along.y);
-}
-
-} // namespace
-
 std::optional<Handle> handleAt(const DocumentState& state, const Point& point, double reachM,
                                bool withArray)
 {
@@ -96,7 +82,7 @@ std::optional<Handle> handleAt(const DocumentState& state, const Point& point, d
     if (nearest)
         return nearest;
     for (int number = 1; number <= room.GIGetNumAreas(); ++number)
-        offer({HandleKind::Area, number}, distanceTo(room.area(number), point));
+        offer({HandleKind::Area, number}, room.area(number).distanceTo(point));
     return nearest;
 }
 

@@ -1,5 +1,7 @@
 #include "drawing/curve_drawing.h"
 
+#include "drawing/scale.h"
+#include "engine/area_figures.h"
 #include "lang/message.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
@@ -114,13 +116,9 @@ void drawDistances(DrawingSurface& surface, const CurvePicture& picture,
 {
     const double end = curveEnd(surface.pixelWidth());
     const double shown = picture.lengthM * options.text.lengthFactor();
-    double step = options.GridUnit_Area;
-    if (!(shown > 0) || !(step > 0))
+    if (!(shown > 0))
         return;
-    while (step / shown * end < surface.textSize("0000").x)
-        step *= 2;
-    for (int tick = 0; tick * step <= shown; ++tick) {
-        const double at = tick * step;
+    for (const double at : labelledDistances(surface, shown, end, options)) {
         const std::string label = plainText(at, 1);
         surface.print({at / shown * end - surface.textSize(label).x / 2, 7 * surface.pixelY()},
                       label);
@@ -135,10 +133,7 @@ void drawSpread(DrawingSurface& surface, const Curve& curve, double bottomDb,
     const auto largest = std::max_element(curve.levels.begin(), curve.levels.end());
     if (least == curve.levels.end() || !std::isfinite(*least))
         return;
-    double sum = 0;
-    for (const float level : curve.levels)
-        sum += static_cast<double>(level);
-    const double mean = sum / static_cast<double>(curve.levels.size());
+    const double mean = areaFigures(curve.levels)->mean;
     const double right = 2 * static_cast<double>(curve.levels.size());
     for (const double over : {-3.0, 0.0, 3.0})
         surface.line({0, bottomDb - mean - over}, {right, bottomDb - mean - over}, Role::Leader,

@@ -103,8 +103,7 @@ void GDrawRoomBasic(DrawingSurface& surface, const Room& room, const DrawingOpti
 
 void drawFohLevel(LabelPlaces& labels, const Room& room, float levelDb, bool aWeighted)
 {
-    const std::string figure = std::isfinite(levelDb) ? fixedText(levelDb, 1) : "-";
-    labels.print(drawn(room.foh()), figure + (aWeighted ? " dB(A)" : " dB"));
+    labels.print(drawn(room.foh()), levelText(levelDb) + (aWeighted ? " dB(A)" : " dB"));
 }
 
 } // namespace orva

@@ -74,4 +74,16 @@ void DrawGrid(DrawingSurface& surface, Point origin, double unit, const TextOpti
         surface.line({x, scale.top}, {x, surface.bottom()}, Role::Grid);
 }
 
+std::vector<double> labelledDistances(const DrawingSurface& surface, double length, double pixels,
+                                      const DrawingOptions& options)
+{
+    double step = options.GridUnit_Area;
+    while (length > 0 && step / length * pixels < surface.textSize("0000").x)
+        step *= 2;
+    std::vector<double> distances;
+    for (int tick = 0; tick * step <= length; ++tick)
+        distances.push_back(tick * step);
+    return distances;
+}
+
 } // namespace orva

@@ -3,6 +3,8 @@
 #include "drawing/drawing_options.h"
 #include "drawing/drawing_surface.h"
 
+#include <vector>
+
 namespace orva {
 
 /// Where a point of the room frame, whose y grows upwards, is drawn.
@@ -20,6 +22,11 @@ void FitScale(DrawingSurface& surface, double width, double height);
 
 /// FitScale() for a picture so many pixels large.
 Scale fittedScale(double pixelWidth, double pixelHeight, double width, double height);
+
+/// Distances along an area of `length` (in the unit of the user) at which figures fit below it,
+/// over so many pixels: every grid unit, or every second, fourth...
+std::vector<double> labelledDistances(const DrawingSurface& surface, double length, double pixels,
+                                      const DrawingOptions& options);
 
 /// Whether lines every `unit` metres (feet with units of feet) lie two pixels apart or more.
 bool gridFits(const DrawingSurface& surface, double unit, const TextOptions& options);

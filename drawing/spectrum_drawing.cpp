@@ -2,6 +2,7 @@
 
 #include "drawing/diverging_colours.h"
 #include "drawing/scale.h"
+#include "engine/area_figures.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
@@ -107,14 +108,8 @@ Strip Strip::of(BandLevels levels, double lengthM, std::string title)
 {
     Strip strip{std::move(title), lengthM, std::move(levels)};
     for (std::size_t band = 0; band < kBands; ++band) {
-        double sum = 0;
-        int heard = 0;
-        for (const float level : strip.levels[band])
-            if (std::isfinite(level)) {
-                sum += static_cast<double>(level);
-                ++heard;
-            }
-        strip.means[band] = heard > 0 ? sum / heard : -std::numeric_limits<double>::infinity();
+        const std::optional<AreaFigures> figures = areaFigures(strip.levels[band]);
+        strip.means[band] = figures ? figures->mean : -std::numeric_limits<double>::infinity();
     }
     return strip;
 }
@@ -177,12 +172,7 @@ void DrawStrip(DrawingSurface& surface, const Strip& strip, const DrawingOptions
         surface.print({frame.left - 5 - surface.textSize(label).x, middle - textHeight / 2}, label);
     }
     const double shown = strip.lengthM * options.text.lengthFactor();
-    const double widest = surface.textSize("0000").x;
-    double step = options.GridUnit_Area > 0 ? options.GridUnit_Area : 1;
-    while (shown > 0 && step / shown * frame.width() < widest)
-        step *= 2;
-    for (int tick = 0; tick * step <= shown; ++tick) {
-        const double at = tick * step;
+    for (const double at : labelledDistances(surface, shown, frame.width(), options)) {
         const double x = frame.left + (shown > 0 ? at / shown : 0) * frame.width();
         surface.line({x, frame.bottom}, {x, frame.bottom + 3}, Role::Ink);
         printCentred(surface, {x, frame.bottom + 4}, plainText(at, 1));

@@ -31,13 +31,18 @@ std::vector<float> bandFactors(const PerBand<BandReference>& levels, const Level
     return factors;
 }
 
+bool radiates(const LineArray& array, int position)
+{
+    const std::optional<BoxKind> kind = array.kindAt(position);
+    return kind == BoxKind::Straight || kind == BoxKind::Trapezoidal;
+}
+
 std::vector<Source> radiatingSources(const LineArray& array)
 {
     std::vector<Source> sources;
     int position = 0;
     for (const LineArray::BoxAxis& axis : array.axes()) {
-        const std::optional<BoxKind> kind = array.kindAt(position++);
-        if (kind == BoxKind::Straight || kind == BoxKind::Trapezoidal)
+        if (radiates(array, position++))
             sources.push_back({axis.from.x, axis.from.y, axis.angleDeg});
     }
     return sources;

@@ -27,6 +27,8 @@ LevelChoice chosenLevels(LevelField field, Averaging averaging, int band, bool a
 /// reference and weight.
 std::vector<float> bandFactors(const PerBand<BandReference>& levels, const LevelChoice& choice);
 
+/// Whether the box at a position (from 0) radiates mid and high frequencies.
+bool radiates(const LineArray& array, int position);
 /// The boxes that radiate mid and high frequencies; bass boxes take no part. The array must have no
 /// fault().
 std::vector<Source> radiatingSources(const LineArray& array);

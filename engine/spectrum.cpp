@@ -9,11 +9,9 @@ namespace orva {
 PlacedSources placedSources(const LineArray& array)
 {
     PlacedSources placed{radiatingSources(array), {}};
-    for (int position = 0; position < array.boxCount(); ++position) {
-        const std::optional<BoxKind> kind = array.kindAt(position);
-        if (kind == BoxKind::Straight || kind == BoxKind::Trapezoidal)
+    for (int position = 0; position < array.boxCount(); ++position)
+        if (radiates(array, position))
             placed.positions.push_back(position);
-    }
     return placed;
 }
 
@@ -29,49 +27,41 @@ std::optional<NearestBox> nearestBox(const PlacedSources& placed, const Point& p
     return nearest;
 }
 
-namespace {
-
-/// The powers of the chosen bands, a plane each.
-struct Powers {
-    std::vector<float> figures;
-    std::vector<float*> planes;
-};
-Powers powersOf(const LevelKernel& kernel, std::span<const Source> sources,
-                std::span<const Point> points, BandSpan bands)
+BandPowers bandPowersAt(const LevelKernel& kernel, std::span<const Source> sources,
+                        std::span<const Point> points, BandSpan bands)
 {
-    Powers powers;
+    BandPowers powers{bands, {}};
     powers.figures.resize(static_cast<std::size_t>(bands.count()) * points.size());
+    std::vector<float*> planes;
     for (std::size_t at = 0; at < powers.figures.size(); at += points.size())
-        powers.planes.push_back(powers.figures.data() + at);
-    kernel.bandPowers(sources, points, bands, powers.planes);
+        planes.push_back(powers.figures.data() + at);
+    kernel.bandPowers(sources, points, bands, planes);
     return powers;
 }
 
-/// The levels of the chosen bands, each alone, from one run.
-void addBandLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                   std::span<const Source> sources, std::span<const Point> points,
-                   const LevelChoice& choice, BandLevels& result)
+std::vector<float> levelsOf(const BandPowers& powers, const PerBand<BandReference>& levels,
+                            const LevelChoice& choice)
 {
-    const std::vector<float> factors = bandFactors(levels, choice);
-    const Powers powers = powersOf(kernel, sources, points, choice.bands);
-    for (std::size_t band = 0; band < factors.size(); ++band) {
-        std::vector<float>& alone = result[static_cast<std::size_t>(choice.bands.from) + band];
-        alone.resize(points.size());
-        const float* const plane = powers.planes[band];
-        weightedLevels({&plane, 1}, {&factors[band], 1}, alone);
-    }
+    std::vector<const float*> planes;
+    for (int band = powers.bands.from; band <= powers.bands.to; ++band)
+        planes.push_back(powers.plane(band));
+    std::vector<float> result(powers.points());
+    weightedLevels(planes, bandFactors(levels, {powers.bands, choice.field, choice.aWeighted}),
+                   result);
+    return result;
 }
 
-} // namespace
-
-BandLevels bandLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                      std::span<const Source> sources, std::span<const Point> points,
-                      const LevelChoice& choice)
+void addBandLevels(const BandPowers& powers, const PerBand<BandReference>& levels,
+                   const LevelChoice& choice, BandLevels& result)
 {
-    BandLevels result;
-    addBandLevels(kernel, levels, sources, points,
-                  {{0, kBands - 1}, choice.field, choice.aWeighted}, result);
-    return result;
+    for (int band = powers.bands.from; band <= powers.bands.to; ++band) {
+        const std::vector<float> factor =
+            bandFactors(levels, {{band, band}, choice.field, choice.aWeighted});
+        std::vector<float>& alone = result[static_cast<std::size_t>(band)];
+        alone.resize(powers.points());
+        const float* const plane = powers.plane(band);
+        weightedLevels({&plane, 1}, factor, alone);
+    }
 }
 
 BandLevels singleBandLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels,
@@ -80,19 +70,7 @@ BandLevels singleBandLevels(const LevelKernel& kernel, const PerBand<BandReferen
 {
     BandLevels result;
     for (int band = 0; band < kBands; ++band)
-        addBandLevels(kernel, levels, sources, points,
-                      {{band, band}, choice.field, choice.aWeighted}, result);
-    return result;
-}
-
-std::vector<float> levelsAt(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                            std::span<const Source> sources, std::span<const Point> points,
-                            const LevelChoice& choice)
-{
-    const std::vector<float> factors = bandFactors(levels, choice);
-    const Powers powers = powersOf(kernel, sources, points, choice.bands);
-    std::vector<float> result(points.size());
-    weightedLevels({powers.planes.data(), powers.planes.size()}, factors, result);
+        addBandLevels(bandPowersAt(kernel, sources, points, {band, band}), levels, choice, result);
     return result;
 }
 

@@ -21,19 +21,33 @@ struct NearestBox {
 /// None where nothing radiates.
 std::optional<NearestBox> nearestBox(const PlacedSources& placed, const Point& point);
 
-/// Levels in dB of each band alone, per point: field and weighting as chosen, whatever its bands.
-/// Minus infinity where nothing radiates.
-using BandLevels = PerBand<std::vector<float>>;
-/// From one run over all bands, as the map has them.
-BandLevels bandLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                      std::span<const Source> sources, std::span<const Point> points,
-                      const LevelChoice& choice);
-/// Band by band, to the bit what levelsAlong() gives for each.
-BandLevels singleBandLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels,
-                            std::span<const Source> sources, std::span<const Point> points,
+/// The kernel's powers at some points, a plane per band.
+struct BandPowers {
+    BandSpan bands;
+    std::vector<float> figures; ///< [(band - bands.from) * points + point]
+
+    std::size_t points() const { return figures.size() / static_cast<std::size_t>(bands.count()); }
+    const float* plane(int band) const
+    {
+        return figures.data() + static_cast<std::size_t>(band - bands.from) * points();
+    }
+};
+/// At least one point.
+BandPowers bandPowersAt(const LevelKernel& kernel, std::span<const Source> sources,
+                        std::span<const Point> points, BandSpan bands);
+
+/// The level in dB of all its bands together at each point, field and weighting as chosen; minus
+/// infinity where nothing radiates. To the bit as levelsAlong() gives it.
+std::vector<float> levelsOf(const BandPowers& powers, const PerBand<BandReference>& levels,
                             const LevelChoice& choice);
-/// The level of the chosen bands together, as levelsAlong() gives it.
-std::vector<float> levelsAt(const LevelKernel& kernel, const PerBand<BandReference>& levels,
+
+/// Levels in dB of each band alone, per point: field and weighting as chosen.
+using BandLevels = PerBand<std::vector<float>>;
+/// Adds those of the bands that were calculated together.
+void addBandLevels(const BandPowers& powers, const PerBand<BandReference>& levels,
+                   const LevelChoice& choice, BandLevels& result);
+/// Calculated band by band, to the bit what levelsAlong() gives for each.
+BandLevels singleBandLevels(const LevelKernel& kernel, const PerBand<BandReference>& levels,
                             std::span<const Source> sources, std::span<const Point> points,
                             const LevelChoice& choice);
 

@@ -26,6 +26,11 @@ std::string fixedText(double value, int decimals)
     return text;
 }
 
+std::string levelText(double levelDb)
+{
+    return std::isfinite(levelDb) ? fixedText(levelDb, 1) : "-";
+}
+
 std::string plainText(double value, int decimals)
 {
     std::string text = fixedText(value, decimals);

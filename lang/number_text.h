@@ -11,6 +11,9 @@ double roundedTo(double value, int decimals);
 /// "inf", "-inf", "nan" for what is no number. What rounds to zero has no minus sign.
 std::string fixedText(double value, int decimals);
 
+/// A level in dB with one decimal; "-" for what is not heard.
+std::string levelText(double levelDb);
+
 /// `value` rounded to at most `decimals` places, without trailing zeros; otherwise like
 /// fixedText().
 std::string plainText(double value, int decimals);

@@ -13,6 +13,18 @@ Point Segment::at(double metres) const
     return {start.x + metres * std::cos(radians), start.y + metres * std::sin(radians)};
 }
 
+double Segment::distanceTo(const Point& point) const
+{
+    const double dx = end.x - start.x;
+    const double dy = end.y - start.y;
+    const double square = dx * dx + dy * dy;
+    const double along =
+        square > 0
+            ? std::clamp(((point.x - start.x) * dx + (point.y - start.y) * dy) / square, 0.0, 1.0)
+            : 0.0;
+    return std::hypot(point.x - (start.x + along * dx), point.y - (start.y + along * dy));
+}
+
 Segment segmentOf(const SegmentFigures& figures)
 {
     const auto [x1, y1, x2, y2, angle, length] = figures;

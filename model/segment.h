@@ -29,6 +29,8 @@ struct Segment {
 
     /// The place so many metres from the start, in the direction of the angle.
     Point at(double metres) const;
+    /// Metres from the nearest place between both ends.
+    double distanceTo(const Point& point) const;
     friend bool operator==(const Segment&, const Segment&) = default;
 };
 

@@ -98,7 +98,9 @@ Configuration CandidateSet::configurationOf(std::uint64_t number) const
 {
     Configuration configuration{m_angles, {}};
     int joint = m_range.first;
-    for (const std::uint64_t digit : digitsOf(number)) {
+    for (const std::uint64_t width : m_widths) { // without a list: a search asks this of each
+        const std::uint64_t digit = number % width;
+        number /= width;
         if (joint <= m_range.last)
             configuration.angles[static_cast<std::size_t>(joint) + 1] =
                 static_cast<std::int16_t>(boundsOf(joint)[0] + static_cast<int>(digit));

@@ -60,7 +60,6 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
 void Evaluator::addPart(const Segment& area, const FitLineTarget& target, double share)
 {
     Part part{measuredSegment(area, target),
-              target,
               share,
               m_measure.wanted(target, m_task->points),
               {},
@@ -187,12 +186,6 @@ std::optional<double> Evaluator::measure(const Configuration& configuration,
 {
     place(configuration);
     return measureBy(m_literal, [&](int, int) { return !stop(); });
-}
-
-double Evaluator::fastMeasure(const Configuration& configuration)
-{
-    place(configuration);
-    return *measureBy(*m_task->kernel, {});
 }
 
 std::vector<double> Evaluator::distances(const Configuration& configuration)

@@ -52,9 +52,6 @@ public:
     std::optional<double> measure(const Configuration& configuration,
                                   const std::function<bool()>& stop);
 
-    /// The measure by the fast kernel.
-    double fastMeasure(const Configuration& configuration);
-
     /// How far each level of the first area lies from the wanted one, in dB, by the fast kernel.
     /// For a smooth area the wanted level of the first point is 0.
     std::vector<double> distances(const Configuration& configuration);
@@ -77,7 +74,6 @@ private:
     /// One area.
     struct Part {
         Segment segment;
-        FitLineTarget target;
         double share;               ///< of its weight in all
         std::vector<double> wanted; ///< level at each point
         std::vector<Point> line;

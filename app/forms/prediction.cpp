@@ -1,7 +1,5 @@
 #include "app/forms/prediction.h"
 
-#include "engine/levels.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -25,42 +23,32 @@ Prediction::Prediction(std::shared_ptr<const LevelKernel> kernel,
 {
 }
 
-const Prediction::Powers& Prediction::powersAlong(const Segment& line, int points, BandSpan bands)
+const BandPowers& Prediction::powersAlong(const Segment& line, int points, BandSpan bands)
 {
-    const auto known = std::find_if(m_powers.begin(), m_powers.end(), [&](const Powers& powers) {
-        return powers.line == line && powers.points == points && powers.bands == bands;
+    const auto known = std::find_if(m_known.begin(), m_known.end(), [&](const Known& kept) {
+        return kept.line == line && kept.powers.bands == bands &&
+               kept.powers.points() == static_cast<std::size_t>(points);
     });
-    if (known != m_powers.end())
-        return *known;
-    const auto size = static_cast<std::size_t>(points);
-    Powers powers{line, points, bands,
-                  std::vector<float>(static_cast<std::size_t>(bands.count()) * size)};
-    std::vector<float*> planes;
-    for (std::size_t at = 0; at < powers.planes.size(); at += size)
-        planes.push_back(powers.planes.data() + at);
-    m_kernel->bandPowers(m_placed.sources, lineReceivers(line, points), bands, planes);
-    m_powers.push_front(std::move(powers));
-    if (m_powers.size() > kMostKept)
-        m_powers.pop_back();
-    return m_powers.front();
+    if (known != m_known.end())
+        return known->powers;
+    m_known.push_front(
+        {line, bandPowersAt(*m_kernel, m_placed.sources, lineReceivers(line, points), bands)});
+    if (m_known.size() > kMostKept)
+        m_known.pop_back();
+    return m_known.front().powers;
 }
 
 std::vector<float> Prediction::levelsAlong(const Segment& line, int points,
                                            const LevelChoice& choice)
 {
-    const Powers& powers = powersAlong(line, points, choice.bands);
-    const auto size = static_cast<std::size_t>(points);
-    std::vector<const float*> planes;
-    for (std::size_t at = 0; at < powers.planes.size(); at += size)
-        planes.push_back(powers.planes.data() + at);
-    std::vector<float> levels(size);
-    weightedLevels(planes, bandFactors(m_levels, choice), levels);
-    return levels;
+    return levelsOf(powersAlong(line, points, choice.bands), m_levels, choice);
 }
 
 float Prediction::levelAt(const Point& point, const LevelChoice& choice) const
 {
-    return levelsAt(*m_kernel, m_levels, m_placed.sources, {&point, 1}, choice).front();
+    return levelsOf(bandPowersAt(*m_kernel, m_placed.sources, {&point, 1}, choice.bands), m_levels,
+                    choice)
+        .front();
 }
 
 std::optional<AreaFigures> Prediction::figuresOf(const Segment& area, const LevelChoice& choice)
@@ -92,16 +80,8 @@ PerBand<float> Prediction::spectrumAt(const Point& point, const LevelChoice& cho
 
 BandLevels Prediction::bandsAlong(const Segment& line, int points, const LevelChoice& choice)
 {
-    const Powers& powers = powersAlong(line, points, {0, kBands - 1});
-    const std::vector<float> factors =
-        bandFactors(m_levels, {{0, kBands - 1}, choice.field, choice.aWeighted});
-    const auto size = static_cast<std::size_t>(points);
     BandLevels levels;
-    for (std::size_t band = 0; band < kBands; ++band) {
-        levels[band].resize(size);
-        const float* const plane = powers.planes.data() + band * size;
-        weightedLevels({&plane, 1}, {&factors[band], 1}, levels[band]);
-    }
+    addBandLevels(powersAlong(line, points, {0, kBands - 1}), m_levels, choice, levels);
     return levels;
 }
 

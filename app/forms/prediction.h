@@ -45,21 +45,19 @@ public:
     double delayMs(const NearestBox& box) const { return box.distanceM / m_speedOfSound * 1000; }
 
 private:
-    /// The powers at the receivers along a line, a plane per band.
-    struct Powers {
+    /// At the receivers along a line.
+    struct Known {
         Segment line;
-        int points;
-        BandSpan bands;
-        std::vector<float> planes;
+        BandPowers powers;
     };
-    const Powers& powersAlong(const Segment& line, int points, BandSpan bands);
+    const BandPowers& powersAlong(const Segment& line, int points, BandSpan bands);
 
     std::shared_ptr<const LevelKernel> m_kernel;
     PerBand<BandReference> m_levels;
     LineArray m_array;
     PlacedSources m_placed;
     double m_speedOfSound;
-    std::deque<Powers> m_powers; ///< the latest first
+    std::deque<Known> m_known; ///< the latest first
 };
 
 } // namespace orva

@@ -2,8 +2,6 @@
 
 #include "lang/number_text.h"
 
-#include <cmath>
-
 namespace orva {
 
 std::vector<SeatRow> seatRows(Prediction& prediction, const Segment& area,
@@ -29,15 +27,12 @@ std::vector<std::string> rowTexts(const SeatRow& row, const TextOptions& options
     const auto length = [&](double metres) {
         return fixedText(metres * options.lengthFactor(), 2);
     };
-    const auto level = [](double db) {
-        return std::isfinite(db) ? fixedText(db, 1) : std::string("-");
-    };
     return {std::to_string(row.number),
             length(row.alongM),
             length(row.at.x),
             length(row.at.y),
-            level(row.levelDb),
-            level(row.overMeanDb),
+            levelText(row.levelDb),
+            levelText(row.overMeanDb),
             row.box ? std::to_string(row.box->position + 1) : "-",
             row.box ? fixedText(row.delayMs, 1) : "-"};
 }

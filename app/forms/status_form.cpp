@@ -12,11 +12,6 @@ namespace orva {
 
 namespace {
 
-std::string levelText(double levelDb)
-{
-    return std::isfinite(levelDb) ? fixedText(levelDb, 1) : "-";
-}
-
 std::string spreadText(const StatusFacts& facts)
 {
     std::string text;

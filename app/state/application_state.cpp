@@ -112,12 +112,8 @@ void SelectSystem(ApplicationState& state, std::int16_t system)
     state.directivityChanged();
 }
 
-void UpdateSpeedOfSound(ApplicationState& state, float temperatureC)
-{
-    setWeather(state, temperatureC, std::nullopt);
-}
-
-void setWeather(ApplicationState& state, float temperatureC, std::optional<float> humidityPercent)
+void UpdateSpeedOfSound(ApplicationState& state, float temperatureC,
+                        std::optional<float> humidityPercent)
 {
     state.air = humidityPercent ? weatherAt(temperatureC, *humidityPercent) : airAt(temperatureC);
     state.airChanged();
@@ -126,8 +122,8 @@ void setWeather(ApplicationState& state, float temperatureC, std::optional<float
 void followWeather(ApplicationState& state)
 {
     const Settings& settings = state.settings;
-    setWeather(state, settings.Temperature,
-               settings.Weather ? std::optional(settings.Humidity) : std::nullopt);
+    UpdateSpeedOfSound(state, settings.Temperature,
+                       settings.Weather ? std::optional(settings.Humidity) : std::nullopt);
 }
 
 void MlSetLanguage(ApplicationState& state, std::int32_t languageId)

@@ -71,10 +71,10 @@ Result<SystemDataLoad> LoadSystemData(ApplicationState& state, const std::filesy
 /// import. Boxes, cradle and type codes follow the array's own system.
 void SelectSystem(ApplicationState& state, std::int16_t system);
 
-/// The air at a temperature in °C.
-void UpdateSpeedOfSound(ApplicationState& state, float temperatureC);
-/// The same with the humidity at which the air absorbs, in percent; none: the given absorption.
-void setWeather(ApplicationState& state, float temperatureC, std::optional<float> humidityPercent);
+/// The air at a temperature in °C, with the humidity at which it absorbs, in percent; none: the
+/// given absorption.
+void UpdateSpeedOfSound(ApplicationState& state, float temperatureC,
+                        std::optional<float> humidityPercent = {});
 /// The air as the settings say.
 void followWeather(ApplicationState& state);
 

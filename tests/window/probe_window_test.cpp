@@ -8,19 +8,6 @@ namespace {
 
 class Probe : public Window {
 protected:
-    void moveTo(DrawingWidget& view, QPoint to)
-    {
-        QMouseEvent move(QEvent::MouseMove, QPointF(to), view.mapToGlobal(QPointF(to)),
-                         Qt::NoButton, Qt::NoButton, {});
-        QApplication::sendEvent(&view, &move);
-    }
-    QPoint pixel(DrawingWidget& view, const Point& at)
-    {
-        const Scale& scale = view.scale();
-        return QPointF((at.x - scale.left) / scale.width * view.width(),
-                       (-at.y - scale.top) / scale.height * view.height())
-            .toPoint();
-    }
     QString probe() { return control<QLabel>("lblStatusProbe")->text(); }
     QTableWidget* table(const char* name) { return control<QTableWidget>(name); }
 };

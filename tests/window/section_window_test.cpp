@@ -10,28 +10,14 @@ protected:
         control<QTabWidget>("Main_SSTab")->setCurrentIndex(page);
         return *control<DrawingWidget>(page == 0 ? "Room_pbx" : "Main_pbx");
     }
-    static QPoint pixel(DrawingWidget& view, const Point& at)
-    {
-        const Scale& scale = view.scale();
-        return QPointF((at.x - scale.left) / scale.width * view.width(),
-                       (-at.y - scale.top) / scale.height * view.height())
-            .toPoint();
-    }
-    static void moveTo(DrawingWidget& view, QPoint to, Qt::KeyboardModifiers keys = {},
-                       Qt::MouseButtons buttons = Qt::LeftButton)
-    {
-        QMouseEvent move(QEvent::MouseMove, QPointF(to), view.mapToGlobal(QPointF(to)),
-                         Qt::NoButton, buttons, keys);
-        QApplication::sendEvent(&view, &move);
-    }
     void drag(DrawingWidget& view, const Point& from, const Point& to,
               Qt::KeyboardModifiers keys = {})
     {
         const QPoint start = pixel(view, from);
         const QPoint end = pixel(view, to);
         QTest::mousePress(&view, Qt::LeftButton, keys, start);
-        moveTo(view, (start + end) / 2, keys);
-        moveTo(view, end, keys);
+        moveTo(view, (start + end) / 2, keys, Qt::LeftButton);
+        moveTo(view, end, keys, Qt::LeftButton);
         QTest::mouseRelease(&view, Qt::LeftButton, keys, end);
     }
     void wheel(DrawingWidget& view, const Point& at, int notches, Qt::KeyboardModifiers keys = {})
@@ -102,11 +88,11 @@ TEST_F(Section, DragsKeepToAnAxisTheRasterAndTheLock)
 
     const DocumentState before = state();
     QTest::mousePress(&section, Qt::LeftButton, {}, pixel(section, from));
-    moveTo(section, pixel(section, {from.x + 2, from.y}));
+    moveTo(section, pixel(section, {from.x + 2, from.y}), {}, Qt::LeftButton);
     EXPECT_NE(state(), before);
     QTest::keyClick(&section, Qt::Key_Escape);
     EXPECT_EQ(state(), before);
-    moveTo(section, pixel(section, {from.x + 4, from.y}));
+    moveTo(section, pixel(section, {from.x + 4, from.y}), {}, Qt::LeftButton);
     EXPECT_EQ(state(), before) << "the drag has ended";
     QTest::mouseRelease(&section, Qt::LeftButton, {}, pixel(section, {from.x + 4, from.y}));
     EXPECT_FALSE(undo()->isEnabled());

@@ -65,6 +65,21 @@ protected:
     {
         QTest::mouseClick(control<QAbstractButton>(name), Qt::LeftButton);
     }
+    /// Where a point of the room lies in a section.
+    static QPoint pixel(DrawingWidget& view, const Point& at)
+    {
+        const Scale& scale = view.scale();
+        return QPointF((at.x - scale.left) / scale.width * view.width(),
+                       (-at.y - scale.top) / scale.height * view.height())
+            .toPoint();
+    }
+    static void moveTo(DrawingWidget& view, QPoint to, Qt::KeyboardModifiers keys = {},
+                       Qt::MouseButtons buttons = Qt::NoButton)
+    {
+        QMouseEvent move(QEvent::MouseMove, QPointF(to), view.mapToGlobal(QPointF(to)),
+                         Qt::NoButton, buttons, keys);
+        QApplication::sendEvent(&view, &move);
+    }
     const LineArray& array() const { return window->editor().array(); }
     const Room& room() const { return window->editor().room(); }
     bool red(const char* name) { return control(name)->property("invalid").toBool(); }

@@ -40,13 +40,12 @@ QStringList FileChooser::filters(FileKind kind) const
 /// Projects and reports lie where the project does; a folder that is gone is the current one.
 QString FileChooser::folder(FileKind kind) const
 {
-    const std::string& project = m_editor.document().path();
-    if (kind != FileKind::SpeakerData && !project.empty())
-        return QFileInfo(QString::fromStdString(project)).absolutePath();
-    QString last = lastSession(m_editor.session().store(), recordOf(kind).folderKey);
-    if (last.isEmpty() && !project.empty())
-        return QFileInfo(QString::fromStdString(project)).absolutePath();
-    return last;
+    const QString project = QString::fromStdString(m_editor.document().path());
+    QString own = project.isEmpty() ? QString() : QFileInfo(project).absolutePath();
+    if (kind != FileKind::SpeakerData && !own.isEmpty())
+        return own;
+    const QString last = lastSession(m_editor.session().store(), recordOf(kind).folderKey);
+    return last.isEmpty() ? own : last;
 }
 
 std::optional<QString> FileChooser::chosen(QFileDialog& dialog, FileKind kind)

@@ -122,15 +122,12 @@ void SpectrumPage::display()
         const auto length = [&](double metres) {
             return fixedText(metres * options.lengthFactor(), 2);
         };
-        const auto level = [&](double db) {
-            return heard && std::isfinite(db) ? fixedText(db, 1) : std::string("-");
-        };
         const bool box = heard && heard->box;
-        rows.push_back({pinName(pin), length(at.x), length(at.y), level(heard ? heard->levelDb : 0),
-                        level(heard ? heard->overFohDb : 0),
-                        box ? std::to_string(heard->box->position + 1) : "-",
-                        box ? length(heard->box->distanceM) : "-",
-                        box ? fixedText(heard->delayMs, 1) : "-"});
+        rows.push_back(
+            {pinName(pin), length(at.x), length(at.y), heard ? levelText(heard->levelDb) : "-",
+             heard ? levelText(heard->overFohDb) : "-",
+             box ? std::to_string(heard->box->position + 1) : "-",
+             box ? length(heard->box->distanceM) : "-", box ? fixedText(heard->delayMs, 1) : "-"});
     }
     fill(*tblProbes,
          {text(Text::MarkerColumn), "x", "y", text(Text::LevelColumn), text(Text::FohColumn),

@@ -138,6 +138,23 @@ LiveMap::Work LiveMap::coarser(const Work& work, double forMs) const
     return few;
 }
 
+/// Calculates it in the task, shows it, goes on.
+void LiveMap::calculateBeside(const Work& work, RawSplCache& cache, bool whole,
+                              const std::function<void()>& then)
+{
+    const auto shown = std::make_shared<std::optional<SummedMap>>();
+    m_fine.start(
+        [work, shown, &cache](const Task::Stop& stopped) {
+            *shown = calculate(
+                work, [&](int, int) { return !stopped(); }, cache);
+        },
+        [this, work, shown, whole, then] {
+            show(work, std::move(**shown), whole);
+            m_views.roomView().redraw();
+            then();
+        });
+}
+
 /// Where the chosen cells take long, with finer ones first.
 void LiveMap::refine(const Work& work)
 {
@@ -146,35 +163,16 @@ void LiveMap::refine(const Work& work)
         finish(work);
         return;
     }
-    const Work finer = coarser(work, kFinerMs);
-    const auto shown = std::make_shared<std::optional<SummedMap>>();
     m_coarse.clear();
-    m_fine.start(
-        [this, finer, shown](const Task::Stop& stopped) {
-            *shown = calculate(
-                finer, [&](int, int) { return !stopped(); }, m_coarse);
-        },
-        [this, work, finer, shown] {
-            show(finer, std::move(**shown), false);
-            m_views.roomView().redraw();
-            finish(work);
-        });
+    calculateBeside(coarser(work, kFinerMs), m_coarse, false, [this, work] { finish(work); });
 }
 
 void LiveMap::finish(const Work& work)
 {
-    const auto shown = std::make_shared<std::optional<SummedMap>>();
-    m_fine.start(
-        [this, work, shown](const Task::Stop& stopped) {
-            *shown = calculate(
-                work, [&](int, int) { return !stopped(); }, m_planes);
-        },
-        [this, work, shown] {
-            m_coming.reset();
-            m_whole = work;
-            show(work, std::move(**shown), true);
-            m_views.roomView().redraw();
-        });
+    calculateBeside(work, m_planes, true, [this, work] {
+        m_coming.reset();
+        m_whole = work;
+    });
 }
 
 } // namespace orva::ui

@@ -45,6 +45,8 @@ private:
     void show(const Work& work, SummedMap shown, bool whole);
     void say(bool isCoarse);
     Work coarser(const Work& work, double forMs) const;
+    void calculateBeside(const Work& work, RawSplCache& cache, bool whole,
+                         const std::function<void()>& then);
     void refine(const Work& work);
     void finish(const Work& work);
 

@@ -128,6 +128,17 @@ bool ProjectCommands::told(const SaveOutcome& outcome, Text failed)
     return saved;
 }
 
+void ProjectCommands::write(const QString& file, const std::string& bytes, Text failed,
+                            const std::function<void()>& written)
+{
+    m_disk.add<SaveOutcome>([path = file.toStdString(),
+                             bytes] { return [path, bytes] { return saveOver(path, bytes, {}); }; },
+                            [this, failed, written](const SaveOutcome& outcome) {
+                                if (told(outcome, failed))
+                                    written();
+                            });
+}
+
 void ProjectCommands::SaveFile(bool saveAs)
 {
     if (!m_editor.setupValid()) {
@@ -323,9 +334,7 @@ void ProjectCommands::saveTable(const std::string& csv)
     const auto chosen = fileToSave(FileKind::Table);
     if (!chosen)
         return;
-    m_disk.add<SaveOutcome>([file = chosen->toStdString(),
-                             csv] { return [file, csv] { return saveOver(file, csv, {}); }; },
-                            [this](const SaveOutcome& outcome) { told(outcome, Text::CsvFailed); });
+    write(*chosen, csv, Text::CsvFailed, [] {});
 }
 
 void ProjectCommands::Help()
@@ -356,15 +365,8 @@ void ProjectCommands::SaveRTFFile(double aspect)
                     session.text(report.error()));
         return;
     }
-    const QString& file = *chosen;
-    m_disk.add<SaveOutcome>(
-        [file, bytes = *report] {
-            return [file, bytes] { return saveOver(file.toStdString(), bytes, {}); };
-        },
-        [this, file](const SaveOutcome& outcome) {
-            if (told(outcome, Text::ReportFailed))
-                openOutside(m_editor.session(), file, m_window);
-        });
+    write(*chosen, *report, Text::ReportFailed,
+          [this, file = *chosen] { openOutside(m_editor.session(), file, m_window); });
 }
 
 } // namespace orva::ui

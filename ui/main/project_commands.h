@@ -59,6 +59,9 @@ private:
     void save(const std::string& target, bool own);
     void saved(const DocumentState& state, const DocumentFile& file, const SaveOutcome& outcome);
     bool told(const SaveOutcome& outcome, Text failed);
+    /// Over any file, beside the window.
+    void write(const QString& file, const std::string& bytes, Text failed,
+               const std::function<void()>& written);
     OutsideAnswer decideOutside(const std::optional<std::string>& now);
     void LoadFile(bool useDialog, const std::string& fileName);
     void load(const QString& file);
