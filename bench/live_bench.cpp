@@ -1,5 +1,6 @@
 // How long it takes from an event until the live map is on the screen: 24 boxes, broadband,
-// 1920 x 1080. Writes live figures in ms beside the time of the kernel alone for the same map.
+// 1920 x 1080. Writes live figures in ms beside the time of the kernel alone for the same map. And
+// how long the pointer waits while it drags the array, and how old the picture gets meanwhile.
 #include "engine/parallel.h"
 #include "engine/spl_map.h"
 #include "window_bench.h"
@@ -12,9 +13,11 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QTest>
+#include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <thread>
 #include <vector>
 
 using namespace orva;
@@ -49,6 +52,49 @@ protected:
         painted = painted || event->type() == QEvent::Paint;
         return false;
     }
+};
+
+using Clock = std::chrono::steady_clock;
+
+double msSince(Clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+/// A move of the pointer off the raster that knows when it was made.
+class TimedMove final : public QMouseEvent {
+public:
+    TimedMove(QPointF at, QPointF global)
+        : QMouseEvent(MouseMove, at, global, Qt::NoButton, Qt::LeftButton, Qt::AltModifier)
+    {
+    }
+    const Clock::time_point made = Clock::now();
+};
+
+/// Waits of the pointer's moves, and the age of the oldest one that a picture did not show yet.
+class Drag final : public QObject {
+public:
+    std::vector<double> waits;
+    std::vector<double> ages;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (auto* move = dynamic_cast<TimedMove*>(event)) {
+            waits.push_back(msSince(move->made));
+            m_unseen.push_back(move->made);
+        } else if (event->type() == QEvent::Paint && !m_unseen.empty()) {
+            // What came between drawing and painting is seen a picture later.
+            ages.push_back(msSince(m_before.value_or(m_unseen.front())));
+            m_before = m_unseen.back();
+            m_unseen.clear();
+        }
+        return false;
+    }
+
+private:
+    std::vector<Clock::time_point> m_unseen;
+    std::optional<Clock::time_point> m_before;
 };
 
 class Bench {
@@ -126,6 +172,31 @@ public:
         view->redraw();
         view->picture();
     }
+    /// The pick point of the array follows the pointer, 125 moves a second.
+    void drag(Drag& drag)
+    {
+        constexpr int kMoves = 500;
+        auto* view = find<ui::DrawingWidget>("Main_pbx");
+        const FloatPair cradle = m_window.editor().array().GFAGetCradleCoord();
+        const Scale& scale = view->scale();
+        const QPointF start((cradle[0] - scale.left) * view->width() / scale.width,
+                            (-cradle[1] - scale.top) * view->height() / scale.height);
+        const QPointF origin = view->mapToGlobal(QPointF(0, 0));
+        view->installEventFilter(&drag);
+        QTest::mousePress(view, Qt::LeftButton, {}, start.toPoint());
+        std::jthread hand([&] {
+            auto next = Clock::now();
+            for (int i = 1; i <= kMoves; ++i) {
+                std::this_thread::sleep_until(next += std::chrono::milliseconds(8));
+                const QPointF at = start + QPointF(10 + i * 0.2, i * 0.1);
+                QCoreApplication::postEvent(view, new TimedMove(at, origin + at));
+            }
+        });
+        while (drag.waits.size() < kMoves)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QTest::mouseRelease(view, Qt::LeftButton, {}, (start + QPointF(110, 50)).toPoint());
+        view->removeEventFilter(&drag);
+    }
     double kernelMs()
     {
         waitForFine();
@@ -180,6 +251,13 @@ int main(int argc, char** argv)
     bench.find<QTabWidget>("Curve_tab")->setCurrentIndex(2);
     rows.push_back(bench.row("strip", 4, [&] { bench.drawStrip(); }));
     bench.find<QTabWidget>("Curve_tab")->setCurrentIndex(0);
+    Drag drag;
+    bench.drag(drag);
+    std::sort(drag.waits.begin(), drag.waits.end());
+    rows.push_back(
+        {"drag-wait-99", drag.waits[drag.waits.size() * 99 / 100], bench.kernelMs(), 33});
+    rows.push_back(
+        {"drag-age", *std::max_element(drag.ages.begin(), drag.ages.end()), bench.kernelMs(), 50});
     bench.enter("RoomWidth_txt", "120");
     bench.enter("RoomHeight_txt", "30");
     bench.waitForFine();

@@ -135,6 +135,7 @@ void drawSpread(DrawingSurface& surface, const Curve& curve, double bottomDb,
         return;
     const double mean = areaFigures(curve.levels)->mean;
     const double right = 2 * static_cast<double>(curve.levels.size());
+    const double edge = curveEnd(surface.pixelWidth()) + kRightMargin;
     for (const double over : {-3.0, 0.0, 3.0})
         surface.line({0, bottomDb - mean - over}, {right, bottomDb - mean - over}, Role::Leader,
                      over == 0 ? 2 : 1);
@@ -142,7 +143,7 @@ void drawSpread(DrawingSurface& surface, const Curve& curve, double bottomDb,
         Message(Text::MeanOfArea, {fixedText(mean, 1)}).text(options.text.language);
     const Point size = surface.textSize(text);
     // beside the curve where there is room, else above the line
-    if (right + size.x + 4 < curveEnd(surface.pixelWidth()) + kRightMargin)
+    if (right + size.x + 4 < edge)
         surface.print({right + 4, bottomDb - mean - size.y / 2}, text);
     else
         surface.print({right - size.x, bottomDb - mean - 1.1 * size.y}, text);
@@ -152,7 +153,9 @@ void drawSpread(DrawingSurface& surface, const Curve& curve, double bottomDb,
         const std::string level = fixedText(*extreme, 1);
         surface.line({at.x, at.y - 3 * surface.pixelY()}, {at.x, at.y + 3 * surface.pixelY()},
                      curve.colour, 2);
-        surface.print({at.x + 4, extreme == largest ? at.y - surface.textSize(level).y : at.y},
+        const Point figure = surface.textSize(level);
+        surface.print({at.x + figure.x + 4 < edge ? at.x + 4 : at.x - figure.x - 4,
+                       extreme == largest ? at.y - figure.y : at.y},
                       level);
     }
 }

@@ -65,7 +65,9 @@ void PainterSurface::usePen(Colour colour, double width)
 
 void PainterSurface::clear()
 {
-    m_painter.fillRect(QRectF(QPointF(0, 0), m_size), qtColour(colour(Role::Canvas)));
+    // Where the size is no whole number of device pixels the last ones are covered too.
+    m_painter.fillRect(QRectF(QPointF(0, 0), m_size + QSizeF(1, 1)),
+                       qtColour(colour(Role::Canvas)));
 }
 
 void PainterSurface::line(Point from, Point to, Colour colour, double width)

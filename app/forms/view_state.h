@@ -4,6 +4,7 @@
 #include "drawing/curve_drawing.h"
 #include "engine/spl_map.h"
 
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -25,7 +26,8 @@ struct ViewState {
     std::vector<Point> pins;        ///< markers of the probe
     static constexpr std::size_t kMostPins = 8;
     bool pinning = false;  ///< clicks set markers
-    bool allAreas = false; ///< the curve picture shows them all
+    bool allAreas = false; ///< the curve picture shows others than the selected one
+    std::array<bool, 3> curveAreas{true, true, true}; ///< which of them
     double rowPitchM = 0.9;
     double rowOffsetM = 0; ///< of the first row
 

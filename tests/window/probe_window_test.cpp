@@ -61,6 +61,36 @@ TEST_F(Probe, MarkersStayAreListedAndGo)
     EXPECT_FALSE(table("tblProbes")->isVisible()) << "of another room";
 }
 
+TEST_F(Probe, TheCurveShowsAnyAreas)
+{
+    auto& curve = *control<DrawingWidget>("AreaSpl_pbx");
+    const QImage alone = curve.picture().toImage();
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
+    choose("numAreas_cmb", "3");
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+    EXPECT_FALSE(control("chkCurveArea(0)")->isVisible());
+    control<QAbstractButton>("chkAllAreas")->click();
+    QTest::qWait(1);
+    std::vector<QImage> pictures{alone, curve.picture().toImage()};
+    EXPECT_FALSE(control("chkCurveArea(0)")->isEnabled()) << "the selected one";
+    for (const char* area : {"chkCurveArea(1)", "chkCurveArea(2)"}) {
+        EXPECT_TRUE(control(area)->isVisible());
+        control<QAbstractButton>(area)->click();
+        QTest::qWait(1);
+        const QImage picture = curve.picture().toImage();
+        EXPECT_EQ(std::count(pictures.begin(), pictures.end(), picture), 0) << area;
+        pictures.push_back(picture);
+    }
+    control<QAbstractButton>("chkCurveArea(1)")->click();
+    control<QAbstractButton>("chkCurveArea(2)")->click();
+    QTest::qWait(1);
+    EXPECT_EQ(curve.picture().toImage(), pictures[1]);
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
+    choose("numAreas_cmb", "2");
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+    EXPECT_FALSE(control("chkCurveArea(2)")->isVisible());
+}
+
 TEST_F(Probe, RowsHaveTheFiguresOfTheirPlaces)
 {
     control<QTabWidget>("Curve_tab")->setCurrentIndex(3);

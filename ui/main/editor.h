@@ -104,6 +104,11 @@ public:
     void unpin(std::size_t index);
     void setPinning(bool pinning) { m_view.pinning = pinning; }
     void setAllAreas(bool all) { m_view.allAreas = all; }
+    /// Whether the curve picture shows area 1, 2 or 3 beside the selected one.
+    void setCurveArea(int number, bool shown)
+    {
+        m_view.curveAreas.at(static_cast<std::size_t>(number - 1)) = shown;
+    }
     /// Pitch or offset of the rows.
     void setRows(double ViewState::*which, double metres) { m_view.*which = metres; }
     void setFitLine(const std::optional<FitLine>& line);

@@ -55,6 +55,7 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
     layout->addWidget(splitter);
 
     connect(&editor, &Editor::areaSelected, AreaSpl_pbx, &DrawingWidget::redraw);
+    connect(&editor, &Editor::areaSelected, this, &ViewPanel::displayCurveAreas);
     connect(&editor.session(), &Session::LanguageChanged, this, &ViewPanel::showTexts);
     showTexts();
 }
@@ -171,7 +172,15 @@ QWidget* ViewPanel::controlsFrame()
     connect(chkAllAreas, &QCheckBox::clicked, this, [this](bool all) {
         m_editor.setAllAreas(all);
         AreaSpl_pbx->redraw();
+        displayCurveAreas();
     });
+    for (int i = 0; i < 3; ++i) {
+        chkCurveArea[i] = named<QCheckBox>(QString("chkCurveArea(%1)").arg(i), fraSPLControls);
+        connect(chkCurveArea[i], &QCheckBox::clicked, this, [this, i](bool shown) {
+            m_editor.setCurveArea(i + 1, shown);
+            AreaSpl_pbx->redraw();
+        });
+    }
     CalcBand_cmd = named<QPushButton>("CalcBand_cmd", fraSPLControls);
     CalcAll_cmd = named<QPushButton>("CalcAll_cmd", fraSPLControls);
     chkDrawLine = named<QCheckBox>("chkDrawLine", fraSPLControls);
@@ -199,10 +208,12 @@ void ViewPanel::arrangeControls(bool below)
     const auto place = [layout](QWidget* control, int row, int column, int columns = 1) {
         layout->addWidget(control, row, column, 1, columns); // moves one that has a place
     };
-    layout->setRowStretch(8, below ? 0 : 1);
+    layout->setRowStretch(9, below ? 0 : 1);
     m_divider->setVisible(!below);
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         place(MapType_opt[i], 0, i);
+        place(chkCurveArea[i], below ? 6 : 8, i);
+    }
     place(avg_lbl, 1, 0);
     place(Average_cmb, 1, 1);
     place(cmbTerzOktave, 1, 2);
@@ -331,7 +342,7 @@ double ViewPanel::shortestFitLineM() const
     return kShortestPixels / curveEnd(AreaSpl_pbx->width()) * area.lengthM;
 }
 
-/// All areas over the same metres, the selected one on top.
+/// The chosen areas over the same metres, the selected one on top.
 CurvePicture ViewPanel::allCurves(int points) const
 {
     constexpr Role kColours[] = {Role::Result1, Role::Result2, Role::Result3};
@@ -339,9 +350,15 @@ CurvePicture ViewPanel::allCurves(int points) const
     CurvePicture picture = areaCurve(1);
     picture.curves.clear();
     picture.detailed = true;
-    for (int number = 1; number <= m_editor.room().GIGetNumAreas(); ++number)
-        picture.lengthM = std::max(picture.lengthM, m_editor.room().area(number).lengthM);
+    std::vector<int> shown;
     for (int number = 1; number <= m_editor.room().GIGetNumAreas(); ++number) {
+        if (number != picture.area &&
+            !m_editor.view().curveAreas.at(static_cast<std::size_t>(number - 1)))
+            continue;
+        shown.push_back(number);
+        picture.lengthM = std::max(picture.lengthM, m_editor.room().area(number).lengthM);
+    }
+    for (const int number : shown) {
         const Segment area = m_editor.room().area(number);
         const double share = picture.lengthM > 0 ? area.lengthM / picture.lengthM : 0;
         const auto at = static_cast<std::size_t>(number - 1);
@@ -469,6 +486,9 @@ void ViewPanel::showTexts()
     chkLive->setText(text(Text::LiveLabel));
     chkProbe->setText(text(Text::ProbeLabel));
     chkAllAreas->setText(text(Text::AllAreasLabel));
+    constexpr Text kAreas[] = {Text::Area1, Text::Area2, Text::Area3};
+    for (int i = 0; i < 3; ++i)
+        chkCurveArea[i]->setText(text(kAreas[i]));
     CalcAll_cmd->setText(text(Text::CalculateAll));
     Optimize_cmd->setText(text(Text::Optimize));
     display();
@@ -481,11 +501,25 @@ void ViewPanel::display()
     Main_pbx->redraw();
     AreaSpl_pbx->redraw();
     displayLevels();
+    displayCurveAreas();
     chkAiming->setEnabled(m_editor.view().map.shown.has_value());
     chkLive->setChecked(m_editor.live());
     CalcAll_cmd->setEnabled(m_editor.calculable() && !m_editor.live());
     CalcBand_cmd->setEnabled(m_editor.calculable() && !m_editor.live());
     Optimize_cmd->setEnabled(m_editor.calculable());
+}
+
+/// Which areas there are beside the selected one, whose curve is always there.
+void ViewPanel::displayCurveAreas()
+{
+    const ViewState& view = m_editor.view();
+    chkAllAreas->setChecked(view.allAreas);
+    for (int i = 0; i < 3; ++i) {
+        const bool selected = i + 1 == view.SelectedArea;
+        chkCurveArea[i]->setVisible(view.allAreas && i < m_editor.room().GIGetNumAreas());
+        chkCurveArea[i]->setEnabled(!selected);
+        chkCurveArea[i]->setChecked(selected || view.curveAreas.at(static_cast<std::size_t>(i)));
+    }
 }
 
 void ViewPanel::displayLevels()

@@ -72,6 +72,7 @@ private:
     void selectArea(QPointF position);
     void connectFitLine();
     void showTexts();
+    void displayCurveAreas();
     void displayLevels();
     void arrange();
     void arrangeControls(bool below);
@@ -100,6 +101,7 @@ private:
     QCheckBox* chkLive;
     QCheckBox* chkProbe;
     QCheckBox* chkAllAreas;
+    QCheckBox* chkCurveArea[3];
     QPushButton* CalcBand_cmd;
     QPushButton* CalcAll_cmd;
     QCheckBox* chkDrawLine;

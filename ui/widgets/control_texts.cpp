@@ -54,6 +54,7 @@ constexpr ControlText kTexts[] = {
     {"ShowDelay_chk", 0, Text::None, Text::TipShowDelayChk},
     {"chkProbe", 0, Text::None, Text::TipChkProbe},
     {"chkAllAreas", 0, Text::None, Text::TipChkAllAreas},
+    {"chkCurveArea", 3, Text::None, Text::TipChkCurveArea},
     {"txtRowPitch", 0, Text::None, Text::TipRowPitch},
     {"txtRowOffset", 0, Text::None, Text::TipRowOffset},
     {"cmdRowsCsv", 0, Text::None, Text::TipRowsCsv},

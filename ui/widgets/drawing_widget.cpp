@@ -66,7 +66,6 @@ void DrawingWidget::render()
         m_picture = QPixmap(pixels);
         m_picture.setDevicePixelRatio(ratio);
     }
-    m_picture.fill(canvas());
     QPainter painter(&m_picture);
     painter.setFont(font());
     PainterSurface surface(painter, shown);

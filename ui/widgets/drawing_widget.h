@@ -14,6 +14,7 @@ namespace orva::ui {
 class DrawingWidget final : public QWidget {
     Q_OBJECT
 public:
+    /// Clears its surface first.
     using Draw = std::function<void(DrawingSurface&)>;
 
     DrawingWidget(const QString& name, Draw draw, QWidget* parent);
