@@ -28,8 +28,9 @@ public:
     bool hasRunningSums(std::span<const Source> sources, std::span<const Point> receivers,
                         BandSpan bands) const;
     /// Adds the sources one after the other to the complex pressures at up to 16 receivers, as
-    /// bandPowers() does, and keeps what stands after each: rows of BandRow::kFloats per receiver,
-    /// 64-byte aligned; places of bands outside the span mean nothing. `before` is null for none.
+    /// bandPowers() does, and keeps what stands after each that `after` has a place for: rows of
+    /// BandRow::kFloats per receiver, 64-byte aligned; places of bands outside the span mean
+    /// nothing. `before` is null for none.
     void runningSums(std::span<const Source> sources, std::span<const Point> receivers,
                      BandSpan bands, const float* before, std::span<float* const> after) const;
 

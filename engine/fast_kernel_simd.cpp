@@ -259,6 +259,8 @@ void rangeSums(const DirectivityTable& directivity, const RadialTable& radial,
                          HWY_ATTR { part.load(from, reAt, imAt); });
         for (std::size_t s = 0; s < sources.size(); ++s) {
             sum.add(termOf(directivity, radial, rows[s], i));
+            if (!after[s])
+                continue;
             sum.each([to = after[s] + i * BandRow::kFloats](const auto& part, std::size_t reAt,
                                                             std::size_t imAt)
                          HWY_ATTR { part.store(to, reAt, imAt); });

@@ -32,7 +32,8 @@ void blockPowers(const DirectivityTable& directivity, const RadialTable& radial,
                  std::span<float* const> powers, std::size_t offset);
 
 /// Running sums of one block: rows of BandRow::kFloats per receiver, 64-byte aligned. `before` may
-/// be null; after[s] are the sums with sources 0..s. False where the machine has no vectors for it.
+/// be null; after[s], where not null, are the sums with sources 0..s. False where the machine has
+/// no vectors for it.
 bool blockSums(const DirectivityTable& directivity, const RadialTable& radial,
                std::span<const KernelSource> sources, const ReceiverBlock& block, BandSpan bands,
                const float* before, std::span<float* const> after);

@@ -137,6 +137,8 @@ public:
     /// cradle tilted by `cradleTiltDeg`. A trapezoidal top box is tilted 4.5° further. A position
     /// of unknown code has no height; its splay angle still turns what follows.
     std::vector<HungBox> hungBoxes(float cradleTiltDeg) const;
+    /// Hangs the rest of them below the uppermost ones, which are there already.
+    void hang(std::vector<HungBox>& boxes, float cradleTiltDeg) const;
 
     /// `point` moved from the carrying pin's to the array origin's position (flown); unchanged when
     /// stacked.
@@ -193,6 +195,16 @@ public:
     friend bool operator==(const LineArray& a, const LineArray& b);
 
 private:
+    friend class HungArray;
+
+    /// The sum of weight times place of a box and those above it.
+    FloatPair momentWith(const HungBox& box, FloatPair above) const;
+    void storeCenterOfMass(FloatPair moment);
+    /// Room frame with y up, once CradleCoord and the centre of gravity are known.
+    FloatPair originInRoom() const;
+    /// Acoustic source point and aiming angle, zeros at a position of unknown code.
+    std::array<float, 3> axisOf(const HungBox& box, FloatPair origin, bool roomUp) const;
+
     std::int16_t NumGerade = 0;
     std::int16_t NumSchräg = 0;
     std::int16_t NumBass = 0;

@@ -26,27 +26,34 @@ FloatPair LineArray::HungBox::point(FloatPair own) const
 
 std::vector<LineArray::HungBox> LineArray::hungBoxes(float cradleTiltDeg) const
 {
-    const SystemRecord& record = system();
-    const int count = boxCount();
     std::vector<HungBox> boxes;
-    boxes.reserve(static_cast<std::size_t>(count));
+    boxes.reserve(static_cast<std::size_t>(boxCount()));
+    hang(boxes, cradleTiltDeg);
+    return boxes;
+}
+
+void LineArray::hang(std::vector<HungBox>& boxes, float cradleTiltDeg) const
+{
+    const SystemRecord& record = system();
+    const auto count = static_cast<std::size_t>(boxCount());
+    if (boxes.size() >= count)
+        return;
     if (kindAt(0) == BoxKind::Trapezoidal)
         cradleTiltDeg += kTopTrapezoidalTiltDeg;
-    HungBox box{{0, 0}, cradleTiltDeg, Rotation(-cradleTiltDeg), nullptr};
-    for (int i = 0; i < count; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        const float splay = i > 0 ? splayAngle(AllAngle[at]) : 0;
+    HungBox box = boxes.empty() ? HungBox{{0, 0}, cradleTiltDeg, Rotation(-cradleTiltDeg), nullptr}
+                                : boxes.back();
+    for (std::size_t i = boxes.size(); i < count; ++i) {
+        if (box.shape)
+            box.corner = box.point(box.shape->hinge);
+        const float splay = i > 0 ? splayAngle(AllAngle[i]) : 0;
         if (splay != 0) {
             box.tiltDeg += splay;
             box.turn = Rotation(-box.tiltDeg);
         }
-        const std::optional<BoxKind> kind = record.kindOf(AllType[at]);
+        const std::optional<BoxKind> kind = record.kindOf(AllType[i]);
         box.shape = kind ? &record.boxes.shape(*kind) : nullptr;
         boxes.push_back(box);
-        if (box.shape)
-            box.corner = box.point(box.shape->hinge);
     }
-    return boxes;
 }
 
 FloatPair LineArray::GFAArrayZero(FloatPair point) const
@@ -62,22 +69,34 @@ FloatPair LineArray::GFAArrayZero(FloatPair point) const
 
 std::array<float, 96> LineArray::GFAGetOriginPTSandAng(bool roomUp) const
 {
-    FloatPair zero = GFAArrayZero({CradleCoord[0], 0});
-    zero[1] = CradleCoord[1] - zero[1];
-
+    const FloatPair origin = originInRoom();
     std::array<float, 96> result{};
-    const auto sign = static_cast<float>(MountSign);
     std::size_t i = 0;
     for (const HungBox& box : hungBoxes(GFFirstAngle())) {
-        if (box.shape) {
-            const FloatPair source = box.point(box.shape->source);
-            result[i] = zero[0] + source[0];
-            result[32 + i] = roomUp ? zero[1] - sign * source[1] : sign * source[1] - zero[1];
-            result[64 + i] = -sign * box.tiltDeg;
-        }
+        const auto [x, y, degrees] = axisOf(box, origin, roomUp);
+        result[i] = x;
+        result[32 + i] = y;
+        result[64 + i] = degrees;
         ++i;
     }
     return result;
+}
+
+FloatPair LineArray::originInRoom() const
+{
+    const FloatPair zero = GFAArrayZero({CradleCoord[0], 0});
+    return {zero[0], CradleCoord[1] - zero[1]};
+}
+
+std::array<float, 3> LineArray::axisOf(const HungBox& box, FloatPair origin, bool roomUp) const
+{
+    if (!box.shape)
+        return {};
+    const auto sign = static_cast<float>(MountSign);
+    const FloatPair source = box.point(box.shape->source);
+    return {origin[0] + source[0],
+            roomUp ? origin[1] - sign * source[1] : sign * source[1] - origin[1],
+            -sign * box.tiltDeg};
 }
 
 std::vector<LineArray::BoxAxis> LineArray::axes() const
@@ -92,12 +111,22 @@ std::vector<LineArray::BoxAxis> LineArray::axes() const
 FloatPair LineArray::GFACalcCOM()
 {
     FloatPair moment{};
-    for (const HungBox& box : hungBoxes(0)) {
-        if (!box.shape)
-            continue;
-        const FloatPair center = box.point(box.shape->centerOfGravity);
-        moment = sum(moment, {box.shape->weightKg * center[0], box.shape->weightKg * center[1]});
-    }
+    for (const HungBox& box : hungBoxes(0))
+        moment = momentWith(box, moment);
+    storeCenterOfMass(moment);
+    return CenterOfMass;
+}
+
+FloatPair LineArray::momentWith(const HungBox& box, FloatPair above) const
+{
+    if (!box.shape)
+        return above;
+    const FloatPair center = box.point(box.shape->centerOfGravity);
+    return sum(above, {box.shape->weightKg * center[0], box.shape->weightKg * center[1]});
+}
+
+void LineArray::storeCenterOfMass(FloatPair moment)
+{
     const BoxGeometry& boxes = system().boxes;
     const float total = static_cast<float>(NumBass) * boxes.bass.weightKg +
                         static_cast<float>(NumGerade) * boxes.straight.weightKg +
@@ -105,7 +134,6 @@ FloatPair LineArray::GFACalcCOM()
     CenterOfMass = total == 0 ? FloatPair{}
                               : FloatPair{moment[0] / total,
                                           moment[1] / total * static_cast<float>(MountSign)};
-    return CenterOfMass;
 }
 
 std::array<float, 64> LineArray::GFAGetCOMPTS() const

@@ -97,18 +97,9 @@ std::uint64_t CandidateSet::numberOf(const Digits& digits) const
 Configuration CandidateSet::configurationOf(std::uint64_t number) const
 {
     Configuration configuration{m_angles, {}};
-    int joint = m_range.first;
-    for (const std::uint64_t width : m_widths) { // without a list: a search asks this of each
-        const std::uint64_t digit = number % width;
-        number /= width;
-        if (joint <= m_range.last)
-            configuration.angles[static_cast<std::size_t>(joint) + 1] =
-                static_cast<std::int16_t>(boundsOf(joint)[0] + static_cast<int>(digit));
-        else if (joint == m_range.last + 1 && m_freedom.pins)
-            configuration.angles[0] = static_cast<std::int16_t>(digit);
-        else
-            configuration.heightM = m_freedom.heightsM[digit];
-        ++joint;
+    for (std::size_t digit = 0; digit < m_widths.size(); ++digit) {
+        turn(configuration, digit, number % m_widths[digit]);
+        number /= m_widths[digit];
     }
     return configuration;
 }
@@ -135,6 +126,44 @@ std::uint64_t CandidateSet::numberOf(const LineArray::Positions& angles) const
         digits.push_back(static_cast<std::uint64_t>(nearest - heights.begin()));
     }
     return numberOf(digits);
+}
+
+CandidateWalk::CandidateWalk(const CandidateSet& set, std::vector<std::size_t> turning,
+                             std::uint64_t base)
+    : m_set(set), m_base(base), m_number(base), m_configuration(set.configurationOf(base))
+{
+    for (const std::size_t digit : turning) {
+        std::uint64_t stride = 1;
+        for (std::size_t faster = 0; faster < digit; ++faster)
+            stride *= set.widths()[faster];
+        m_wheels.push_back({digit, set.widths()[digit], stride, 0});
+    }
+}
+
+void CandidateWalk::seek(std::uint64_t place)
+{
+    m_number = m_base;
+    for (Wheel& wheel : m_wheels) {
+        wheel.place = place % wheel.width;
+        place /= wheel.width;
+        m_number += wheel.place * wheel.stride;
+        m_set.turn(m_configuration, wheel.digit, wheel.place);
+    }
+}
+
+void CandidateWalk::next()
+{
+    for (Wheel& wheel : m_wheels) {
+        const bool over = ++wheel.place == wheel.width;
+        if (over)
+            wheel.place = 0;
+        m_set.turn(m_configuration, wheel.digit, wheel.place);
+        if (!over) {
+            m_number += wheel.stride;
+            return;
+        }
+        m_number -= (wheel.width - 1) * wheel.stride;
+    }
 }
 
 } // namespace orva

@@ -66,6 +66,18 @@ public:
     const Digits& widths() const { return m_widths; }
     Digits digitsOf(std::uint64_t number) const;
     std::uint64_t numberOf(const Digits& digits) const;
+    /// Turns one digit of a configuration of this set to a place.
+    void turn(Configuration& configuration, std::size_t digit, std::uint64_t place) const
+    {
+        const auto joint = m_range.first + static_cast<int>(digit);
+        if (joint <= m_range.last)
+            configuration.angles[static_cast<std::size_t>(joint) + 1] =
+                static_cast<std::int16_t>(boundsOf(joint)[0] + static_cast<int>(place));
+        else if (joint == m_range.last + 1 && m_freedom.pins)
+            configuration.angles[0] = static_cast<std::int16_t>(place);
+        else
+            configuration.heightM = m_freedom.heightsM[place];
+    }
     /// The number of the configuration with those angles, each brought within its bounds, and the
     /// height nearest to the present one.
     std::uint64_t numberOf(const LineArray::Positions& angles) const;
@@ -75,13 +87,13 @@ public:
 
     /// How many angles a joint of the range can have.
     std::uint64_t widthOf(int joint) const;
-
-private:
+    /// How many joints there are: the first digits.
     std::size_t joints() const
     {
         return static_cast<std::size_t>(m_range.last + 1) - static_cast<std::size_t>(m_range.first);
     }
 
+private:
     LineArray::Positions m_angles;
     JointRange m_range;
     std::vector<AngleBounds> m_bounds;
@@ -89,6 +101,35 @@ private:
     float m_heightM; ///< as it is
     Digits m_widths;
     std::optional<std::uint64_t> m_count;
+};
+
+/// Some configurations of a set in an order of one's own: an odometer over some of its digits,
+/// without a division for each step.
+class CandidateWalk {
+public:
+    /// `turning`: the digits, the fastest first; the others stay as in configuration `base`, of
+    /// which these are 0. The set outlives it. At place 0.
+    CandidateWalk(const CandidateSet& set, std::vector<std::size_t> turning, std::uint64_t base);
+
+    void seek(std::uint64_t place);
+    /// After the last place comes the first.
+    void next();
+    const Configuration& configuration() const { return m_configuration; }
+    std::uint64_t number() const { return m_number; }
+
+private:
+    struct Wheel {
+        std::size_t digit;
+        std::uint64_t width;
+        std::uint64_t stride; ///< of a step, in the set's order
+        std::uint64_t place;
+    };
+
+    const CandidateSet& m_set;
+    std::vector<Wheel> m_wheels;
+    std::uint64_t m_base;
+    std::uint64_t m_number;
+    Configuration m_configuration;
 };
 
 } // namespace orva

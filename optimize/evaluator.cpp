@@ -36,7 +36,7 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
       m_order(std::move(order)),
       m_measure(recordOf(m_task->measure)),
       m_literal(m_task->speakerData.directivity, m_task->air),
-      m_array(m_task->array),
+      m_hung(m_task->array),
       m_factors(bandFactors(m_task->speakerData.BandLevel, m_task->choice)),
       m_loudest(loudestPower(m_task->speakerData, m_task->choice, m_factors))
 {
@@ -50,6 +50,10 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
     for (const SearchArea& other : m_task->otherAreas)
         addPart(other.area, other.target, other.weight / weights);
     wantByDistance();
+    m_stays = !array().GBGetMounting() || !array().GBGetAngleOrPin();
+    for (int i = 0; i < array().boxCount(); ++i)
+        if (radiates(array(), i))
+            m_radiating.push_back(static_cast<std::size_t>(i));
     m_bandPowers.resize(m_factors.size() * kGroup);
     for (std::size_t b = 0; b < m_factors.size(); ++b) {
         const std::size_t band = static_cast<std::size_t>(m_task->choice.bands.from) + b;
@@ -80,7 +84,7 @@ void Evaluator::wantByDistance()
 {
     if (m_task->measure != Measure::Even || m_task->perDoublingDb == 0)
         return;
-    const FloatPair pick = m_array.GFAGetCradleCoord();
+    const FloatPair pick = array().GFAGetCradleCoord();
     for (Part& part : m_parts)
         for (std::size_t i = 0; i < part.line.size(); ++i) {
             const double distance = std::hypot(part.line[i].x - pick[0], part.line[i].y - pick[1]);
@@ -90,23 +94,23 @@ void Evaluator::wantByDistance()
 
 void Evaluator::place(const Configuration& configuration)
 {
-    if (configuration.heightM && m_array.GFAGetCradleCoord()[1] != *configuration.heightM) {
-        [[maybe_unused]] const bool hung =
-            m_array.GBSetCradleCoord({m_array.GFAGetCradleCoord()[0], *configuration.heightM});
+    if (configuration.heightM && array().GFAGetCradleCoord()[1] != *configuration.heightM) {
+        m_hung.hoist(*configuration.heightM);
         wantByDistance();
     }
-    [[maybe_unused]] const bool set = m_array.GBSetAllAngle(configuration.angles);
-    m_array.GFACalcCOM();
-    std::vector<Source> sources = radiatingSources(m_array);
-    m_placed.resize(sources.size());
-    for (std::size_t i = 0; i < sources.size(); ++i)
-        if (i >= m_sources.size() || sources[i] != m_sources[i])
-            m_placed[i] = ++m_places;
-    m_sources = std::move(sources);
+    m_hung.turn(configuration.angles);
+    m_placed.resize(m_radiating.size());
+    m_sources.resize(m_radiating.size());
     constexpr double kFar = std::numeric_limits<double>::infinity();
     m_low = {kFar, kFar};
     m_high = {-kFar, -kFar};
-    for (const Source& source : m_sources) {
+    for (std::size_t i = 0; i < m_radiating.size(); ++i) {
+        const LineArray::BoxAxis& axis = m_hung.axes()[m_radiating[i]];
+        const Source source{axis.from.x, axis.from.y, axis.angleDeg};
+        if (source != m_sources[i] || m_placed[i] == 0) {
+            m_sources[i] = source;
+            m_placed[i] = ++m_places;
+        }
         m_low = {std::min(m_low.x, source.x), std::min(m_low.y, source.y)};
         m_high = {std::max(m_high.x, source.x), std::max(m_high.y, source.y)};
     }
@@ -131,7 +135,7 @@ void Evaluator::prepareSums()
 std::optional<std::vector<float>> Evaluator::levels(const Part& part, const LevelKernel& kernel,
                                                     const Progress& progress)
 {
-    return lineLevels(kernel, m_task->speakerData.BandLevel, m_array, part.segment, m_task->choice,
+    return lineLevels(kernel, m_task->speakerData.BandLevel, array(), part.segment, m_task->choice,
                       m_task->points, progress);
 }
 
@@ -250,12 +254,13 @@ void Evaluator::sumRunningPowers(std::size_t group, std::span<const Point> recei
         ++kept;
     if (kept < boxes) {
         std::array<float*, LineArray::kPositions> after{};
-        for (std::size_t box = kept; box < boxes; ++box)
+        for (std::size_t box = m_stays ? kept : boxes - 1; box < boxes; ++box)
             after[box - kept] = sumsAfter(box);
         m_task->kernel->runningSums(std::span(m_sources).subspan(kept), receivers,
                                     m_task->choice.bands, kept > 0 ? sumsAfter(kept - 1) : nullptr,
                                     std::span(after.data(), boxes - kept));
-        std::copy(m_placed.begin(), m_placed.end(), summed);
+        if (m_stays)
+            std::copy(m_placed.begin(), m_placed.end(), summed);
     }
     const float* row = sumsAfter(boxes - 1);
     for (float& power : powers) {

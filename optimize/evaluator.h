@@ -4,6 +4,7 @@
 #include "engine/line_spl.h"
 #include "engine/literal_kernel.h"
 #include "engine/speaker_data.h"
+#include "model/hung_array.h"
 #include "optimize/candidates.h"
 #include "optimize/measure.h"
 #include "optimize/point_order.h"
@@ -82,6 +83,7 @@ private:
         std::vector<double> errorSquares; ///< bound on the square of each level's error, dB^2
     };
     void addPart(const Segment& area, const FitLineTarget& target, double share);
+    const LineArray& array() const { return m_hung.array(); }
     void place(const Configuration& configuration);
     void wantByDistance();
     void prepareSums();
@@ -102,7 +104,8 @@ private:
     std::shared_ptr<const PointOrder> m_order;
     const MeasureRecord& m_measure;
     LiteralKernel m_literal;
-    LineArray m_array;
+    HungArray m_hung;
+    std::vector<std::size_t> m_radiating; ///< positions of the boxes that do
     std::vector<Part> m_parts;
     std::vector<Point> m_ends; ///< of all areas
     std::vector<float> m_factors;
@@ -112,7 +115,8 @@ private:
     Point m_low; ///< corners of the rectangle round the sources
     Point m_high;
     std::vector<float> m_bandPowers; ///< of a group
-    bool m_running = false;          ///< sums are kept
+    bool m_running = false;          ///< sums run from box to box
+    bool m_stays = true; ///< boxes stay where they are when one below them turns: sums are kept
 
     // Sums after each box for each group of receivers, and for which place of each box they hold.
     std::vector<std::uint64_t> m_placed; ///< changes with each box's place

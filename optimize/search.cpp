@@ -59,40 +59,43 @@ Search::Search(std::shared_ptr<const SearchTask> task, CandidateSet candidates, 
       m_candidates(std::move(candidates)),
       m_first(first),
       m_count(count),
+      m_number(first),
       m_mostInBlock(std::clamp(kLevelsInFirstBlock / static_cast<std::uint64_t>(m_task->points),
                                kFewestInChunk, kMostInBlock))
 {
 }
 
 /// The next configurations in their order: what is left of a block that holds every combination of
-/// the first joints.
+/// the first joints, of which the last is turned first, so that the boxes above it stay.
 Search::Block Search::nextBlock() const
 {
     Block block;
-    std::uint64_t size = 1;
-    for (const std::uint64_t width : m_candidates.widths()) {
-        if (size * width > m_mostInBlock)
+    for (std::size_t digit = 0; digit < m_candidates.widths().size(); ++digit) {
+        const std::uint64_t width = m_candidates.widths()[digit];
+        if (block.places * width > m_mostInBlock)
             break;
-        size *= width;
-        block.widths.push_back(width);
+        block.places *= width;
+        block.turning.insert(block.turning.begin(), digit);
     }
     block.begin = m_first + m_tested;
-    block.first = block.begin / size * size;
-    block.size = size;
-    block.end = std::min(block.first + size, m_first + m_count);
+    block.base = block.begin / block.places * block.places;
+    block.end = std::min(block.base + block.places, m_first + m_count);
+    block.size = block.end - block.begin;
     return block;
 }
 
-/// The configurations of a block in an order of which the last joint is turned first, so that the
-/// boxes above it stay.
-std::uint64_t Search::Block::numberAt(std::uint64_t place) const
+/// The next ones of all candidates: the last joint is turned first; what moves all boxes, last.
+Search::Block Search::nextOfWhole() const
 {
-    std::uint64_t number = 0;
-    for (auto width = widths.rbegin(); width != widths.rend(); ++width) {
-        number = number * *width + place % *width;
-        place /= *width;
-    }
-    return first + number;
+    Block block;
+    for (std::size_t joint = m_candidates.joints(); joint > 0; --joint)
+        block.turning.push_back(joint - 1);
+    for (std::size_t digit = m_candidates.joints(); digit < m_candidates.widths().size(); ++digit)
+        block.turning.push_back(digit);
+    block.firstPlace = m_tested;
+    block.places = block.size = std::min(m_mostInBlock, m_count - m_tested);
+    block.end = m_count;
+    return block;
 }
 
 double Search::limitOf(const std::vector<Contender>& contenders)
@@ -138,15 +141,19 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
     // Told in handfuls: threads that count together wait for each other.
     constexpr std::uint64_t kHandful = 32;
     std::uint64_t untold = 0;
+    CandidateWalk walk(m_candidates, m_block.turning, m_block.base);
+    walk.seek(chunk.next);
     const auto count = [&] {
-        if (++untold == kHandful)
-            m_testedSoFar += std::exchange(untold, 0);
+        if (++untold != kHandful)
+            return;
+        m_testedSoFar += std::exchange(untold, 0);
+        m_number = walk.number();
     };
-    for (; chunk.next < chunk.end && !stop(); ++chunk.next) {
-        const std::uint64_t number = m_block.numberAt(chunk.next);
+    for (; chunk.next < chunk.end && !stop(); ++chunk.next, walk.next()) {
+        const std::uint64_t number = walk.number();
         if (number < m_block.begin || number >= m_block.end)
             continue;
-        const Configuration tested = m_candidates.configurationOf(number);
+        const Configuration& tested = walk.configuration();
         const auto bounds = evaluator.measureUpTo(tested, limit);
         if (!bounds) {
             count();
@@ -224,10 +231,11 @@ bool Search::testFirst(const std::function<bool()>& stop)
 std::vector<Search::Chunk> Search::chunksOf(const Block& block) const
 {
     const std::uint64_t size = std::max(
-        kFewestInChunk, block.size / (kChunksPerThread * static_cast<std::uint64_t>(m_threads)));
+        kFewestInChunk, block.places / (kChunksPerThread * static_cast<std::uint64_t>(m_threads)));
+    const std::uint64_t end = block.firstPlace + block.places;
     std::vector<Chunk> chunks;
-    for (std::uint64_t from = 0; from < block.size; from += size)
-        chunks.push_back({from, std::min(from + size, block.size), {}});
+    for (std::uint64_t from = block.firstPlace; from < end; from += size)
+        chunks.push_back({from, std::min(from + size, end), {}});
     return chunks;
 }
 
@@ -265,8 +273,7 @@ void Search::testBlock(const std::function<bool()>& stop)
 
 void Search::chooseBlockSize(double seconds)
 {
-    const double wanted =
-        kBlockSeconds / seconds * static_cast<double>(m_block.end - m_block.begin);
+    const double wanted = kBlockSeconds / seconds * static_cast<double>(m_block.size);
     const auto most = static_cast<double>(m_mostInBlock);
     m_mostInBlock = std::clamp(static_cast<std::uint64_t>(std::clamp(wanted, most / kFastestGrowth,
                                                                      most * kFastestGrowth)),
@@ -291,7 +298,7 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     const auto start = std::chrono::steady_clock::now();
     const bool resumes = !m_chunks.empty();
     if (!resumes) {
-        m_block = nextBlock();
+        m_block = whole() ? nextOfWhole() : nextBlock();
         m_chunks = chunksOf(m_block);
     }
     testBlock(stop);
@@ -302,7 +309,7 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
         m_contenders.insert(m_contenders.end(), chunk.contenders.begin(), chunk.contenders.end());
     m_chunks.clear();
     dropBeaten(m_contenders);
-    m_tested += m_block.end - m_block.begin;
+    m_tested += m_block.size;
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     if (!resumes)
         chooseBlockSize(seconds.count());

@@ -39,7 +39,9 @@ private:
 };
 
 /// The exhaustive search over a part of the candidates. Its ranking is exactly that of what has
-/// been tested; once it has finished it does not depend on the number of threads, nor on pauses.
+/// been tested; once it has finished it does not depend on the number of threads, nor on pauses. A
+/// part is tested from its first configuration on; all candidates together are in an order in which
+/// the upper boxes stay as long as possible.
 class Search {
 public:
     /// From configuration `first`, `count` of them; both within the candidates. The configuration
@@ -59,8 +61,10 @@ public:
     bool advance(int threads, const std::function<bool()>& stop);
 
     std::uint64_t first() const { return m_first; }
-    /// How many have been tested; may be asked from any thread.
+    /// How many have been tested or excluded; may be asked from any thread.
     std::uint64_t tested() const { return m_testedSoFar; }
+    /// The configuration under test, or one of them; may be asked from any thread.
+    std::uint64_t number() const { return m_number; }
     std::uint64_t count() const { return m_count; }
     /// How many evaluators, the memory of a search, were made: as many as ran at once.
     std::size_t evaluators() const { return m_evaluators.size(); }
@@ -84,15 +88,15 @@ private:
         bool exact;
     };
 
-    /// Configurations `begin` to before `end` of the `size` from `first` on.
+    /// Some places of a walk; of the numbers there only those from `begin` to before `end`.
     struct Block {
-        std::uint64_t first = 0;
-        std::uint64_t size = 1;
+        std::vector<std::size_t> turning;
+        std::uint64_t base = 0;
+        std::uint64_t firstPlace = 0;
+        std::uint64_t places = 1;
         std::uint64_t begin = 0;
         std::uint64_t end = 0;
-        std::vector<std::uint64_t> widths; ///< of the joints whose combinations it holds
-
-        std::uint64_t numberAt(std::uint64_t place) const;
+        std::uint64_t size = 0; ///< how many that are
     };
 
     /// The places of a block that a thread takes at a time, and what it found there.
@@ -105,7 +109,9 @@ private:
     bool prepare(const std::function<bool()>& stop);
     bool testFirst(const std::function<bool()>& stop);
     void testBlock(const std::function<bool()>& stop);
+    bool whole() const { return m_first == 0 && m_count == m_candidates.NumConfigs(); }
     Block nextBlock() const;
+    Block nextOfWhole() const;
     std::vector<Chunk> chunksOf(const Block& block) const;
     void testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<bool()>& stop);
     void chooseBlockSize(double seconds);
@@ -118,8 +124,9 @@ private:
     CandidateSet m_candidates;
     std::uint64_t m_first;
     std::uint64_t m_count;
-    std::uint64_t m_tested = 0; ///< the first so many, in whole blocks
+    std::uint64_t m_tested = 0; ///< the first so many of their order, in whole blocks
     std::atomic<std::uint64_t> m_testedSoFar = 0;
+    std::atomic<std::uint64_t> m_number;
     std::uint64_t m_mostInBlock;
     int m_threads = 1; ///< of the last advance()
     std::vector<Contender> m_contenders;

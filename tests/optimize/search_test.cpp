@@ -222,6 +222,31 @@ TEST(Search, SeveralAreasEvenFreePinsAndHeights)
     }
 }
 
+TEST(Search, KeepsTheGivenOrderAmongManyEqualMeasures)
+{
+    Random random(23);
+    for (const Measure measure : {Measure::SmoothArea, Measure::FitToLine, Measure::Even}) {
+        Scene scene = randomScene(random, measure, false, {12, 12});
+        auto task = std::make_shared<SearchTask>(*scene.task);
+        task->points = 9;
+        // Two bass boxes below: how they hang is not heard.
+        task->array.GBSetAllType(LineArray::Positions{1, 1, 1, 1, 1, 1, 1, 2, 2});
+        task->array.GBSetNumSpeakers(7);
+        task->array.GBSetNumBass(2);
+        task->array.GFACalcCOM();
+        ASSERT_FALSE(task->array.fault());
+        scene.task = task;
+        const CandidateSet candidates(task->array, allJoints(task->array), false);
+        const std::uint64_t count = *candidates.NumConfigs();
+        ASSERT_GE(count, 4096U);
+        ASSERT_LE(count, 20'000U);
+        const Ranking wanted = literalRanking(scene, candidates, 0, count);
+        ASSERT_EQ(wanted.best()[0].rms, wanted.best()[1].rms);
+        for (const int threads : {1, 2, 16})
+            expectSame(searchedRanking(task, candidates, 0, count, threads), wanted);
+    }
+}
+
 TEST(Search, FindsWhatTheRulesFindWhereItLearnsAnOrderFirst)
 {
     Random random(9);
