@@ -41,6 +41,12 @@ Workspace newState(std::int16_t system)
     return state;
 }
 
+SearchTask taskOf(const Workspace& state, const FitLineTarget& target, Measure measure)
+{
+    return searchTask(state, state.project,
+                      {.target = target, .measure = measure, .points = kPoints, .levels = kAllBands});
+}
+
 /// Configurations a second over the literal search's, medians of slices in turn.
 double ratio(bool pinMode, Measure measure)
 {
@@ -54,7 +60,7 @@ double ratio(bool pinMode, Measure measure)
     const Segment area = state.project.room.area(1);
     const FitLineTarget target = {0, area.lengthM, 0, measure == Measure::FitToLine ? 106.0 : 0.0};
     const auto task =
-        withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
+        withKernel(taskOf(state, target, measure));
     const CandidateSet candidates(state.project.array, allJoints(state.project.array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     Evaluator literal(task);
@@ -92,9 +98,7 @@ double quickFraction(std::mt19937& random)
     if (!state.project.room.GBSetAudienceArea1(
             SegmentFigures{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
-    const auto task = withKernel(searchTask(state, state.project, 1,
-                                            FitLineTarget::wholeArea(state.project.room.area(1)),
-                                            Measure::SmoothArea, kPoints, kAllBands));
+    const auto task = withKernel(taskOf(state, FitLineTarget::wholeArea(state.project.room.area(1)), Measure::SmoothArea));
     const CandidateSet candidates(state.project.array, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
     Search search(task, candidates, 0, *candidates.NumConfigs());
@@ -137,7 +141,7 @@ Gap quickGap(std::mt19937& random, std::int16_t system, std::int16_t boxes, Meas
         std::abort();
     const double level = measure == Measure::FitToLine ? uniform(98, 108) : 0;
     const auto task = withKernel(
-        searchTask(state, state.project, 1, {0, length, 0, level}, measure, kPoints, kAllBands));
+        taskOf(state, {0, length, 0, level}, measure));
     const CandidateSet candidates(array, allJoints(array), false);
     const auto never = [] { return false; };
     Gap gap{true, true, 0};
@@ -181,7 +185,7 @@ double unfavourable(bool pinMode, Measure measure)
     const Segment area = state.project.room.area(1);
     const FitLineTarget target = {0, area.lengthM, 0, measure == Measure::FitToLine ? 106.0 : 0.0};
     const auto task =
-        withKernel(searchTask(state, state.project, 1, target, measure, kPoints, kAllBands));
+        withKernel(taskOf(state, target, measure));
     const CandidateSet candidates(array, allJoints(array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     const auto begin = std::chrono::steady_clock::now();

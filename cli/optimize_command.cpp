@@ -92,11 +92,6 @@ std::optional<std::vector<double>> figuresOf(const std::string& text)
     return figures;
 }
 
-/// An area's number with its weight.
-struct WeightedArea {
-    int number = 0;
-    double weight = 1;
-};
 std::optional<WeightedArea> areaOf(const std::string& text)
 {
     const auto figures = figuresOf(text);
@@ -123,21 +118,12 @@ constexpr std::string_view kHeight = "height:";
 /// The heights of "height:FROM:TO:STEP", as 32-bit floats; none where that is not sound.
 std::optional<std::vector<float>> heightsOf(const std::string& text)
 {
-    constexpr double kMostHeights = 1e6;
     if (!text.starts_with(kHeight) || text.back() == ':')
         return std::nullopt;
     const auto figures = figuresOf(text.substr(kHeight.size()));
     if (!figures || figures->size() != 3)
         return std::nullopt;
-    const double from = (*figures)[0];
-    const double to = (*figures)[1];
-    const double step = (*figures)[2];
-    if (step <= 0 || to < from || (to - from) / step > kMostHeights)
-        return std::nullopt;
-    std::vector<float> heights;
-    for (int k = 0; from + k * step <= to + step / 1e6; ++k)
-        heights.push_back(static_cast<float>(from + k * step));
-    return heights;
+    return heightsBetween((*figures)[0], (*figures)[1], (*figures)[2]);
 }
 
 Freedom freedomOf(const Options& options)
@@ -151,31 +137,34 @@ Freedom freedomOf(const Options& options)
     return freedom;
 }
 
-/// The joints between the boxes that aim at one of the areas.
-Result<JointRange> rangeOf(const Options& options, const Workspace& state)
+SearchChoice choiceOf(const Options& options)
 {
-    std::optional<JointRange> all;
-    for (const WeightedArea& area : areasOf(options)) {
-        const std::optional<JointRange> aiming =
-            GetAreaSpeakers(state.project.room, state.project.array, area.number);
-        if (!aiming)
-            return Error{std::string(MlGetString(options.common.text().language, Text::NoBoxAims)),
-                         options.file};
-        all =
-            all ? JointRange{std::min(all->first, aiming->first), std::max(all->last, aiming->last)}
-                : *aiming;
-    }
-    return options.allSpeakers ? allJoints(state.project.array) : all.value_or(JointRange{});
+    SearchChoice choice;
+    choice.areas = areasOf(options);
+    if (!options.fitLine.empty())
+        choice.target = FitLineTarget{options.fitLine[0], options.fitLine[1], options.fitLine[2],
+                                      options.fitLine[3]};
+    choice.measure = measureNamed(options.measure);
+    choice.perDoublingDb = options.perDoublingDb.value_or(0);
+    choice.points = options.points;
+    choice.allJoints = options.allSpeakers;
+    choice.neighbours = options.neighbours;
+    choice.freedom = freedomOf(options);
+    choice.levels = options.prediction.choice();
+    return choice;
 }
 
-/// The set that the options ask for; none when the file's array has no box that aims there.
-Result<CandidateSet> candidatesOf(const Options& options, const Workspace& state,
-                                  const LineArray& array)
+/// The set that the options ask for; an error when no box of the file's array aims at an area.
+Result<CandidateSet> candidatesOf(const Options& options, const Project& project,
+                                  const SearchChoice& choice)
 {
-    const Result<JointRange> range = rangeOf(options, state);
-    if (!range)
-        return range.error();
-    CandidateSet candidates(array, *range, options.neighbours, freedomOf(options));
+    if (choice.freedom.pins && !project.array.GBGetMounting())
+        return Error{"a stack hangs from no pin that could be free", options.file};
+    const std::optional<JointRange> joints = aimingJoints(project, choice.areas);
+    if (!joints)
+        return Error{std::string(MlGetString(options.common.text().language, Text::NoBoxAims)),
+                     options.file};
+    CandidateSet candidates = searchedSet(project.array, *joints, choice);
     if (!candidates.NumConfigs())
         return Error{"there are more configurations than 64 bits can count; narrow the set",
                      options.file};
@@ -184,27 +173,6 @@ Result<CandidateSet> candidatesOf(const Options& options, const Workspace& state
                          " configurations",
                      options.file};
     return candidates;
-}
-
-/// The array as it is searched: where the pin is free, in pin mode.
-Result<LineArray> searchedArray(const Options& options, const Workspace& state)
-{
-    LineArray array = state.project.array;
-    if (!freedomOf(options).pins)
-        return array;
-    if (!array.GBGetMounting())
-        return Error{"a stack hangs from no pin that could be free", options.file};
-    array.GBSetAngleOrPin(true);
-    LineArray::Positions angles = array.GIAGetAllAngle();
-    angles[0] = 0;
-    return withAngles(array, angles);
-}
-
-FitLineTarget targetOf(const Options& options, const Segment& area)
-{
-    if (options.fitLine.empty())
-        return FitLineTarget::wholeArea(area);
-    return {options.fitLine[0], options.fitLine[1], options.fitLine[2], options.fitLine[3]};
 }
 
 void searchExhaustively(const Options& options, const std::shared_ptr<const SearchTask>& task,
@@ -216,8 +184,7 @@ void searchExhaustively(const Options& options, const std::shared_ptr<const Sear
     count = std::min(count, options.limit.value_or(count));
     Search search(task, candidates, options.from, count);
     // Of a whole search only its end is seen, so it may begin where the quick one has ended.
-    constexpr std::uint64_t kWorthALook = 200'000;
-    if (count == *candidates.NumConfigs() && count > kWorthALook) {
+    if (count == *candidates.NumConfigs() && count > QuickSearch::kWorthALook) {
         const Ranking quick = quickSearch(task, candidates, [] { return false; }).ranking;
         search.expect(quick.limit());
     }
@@ -251,32 +218,17 @@ Result<Done> optimize(const Options& options, const Console& console)
         openForPrediction(options.file, options.common, options.prediction, console);
     if (!state)
         return state.error();
-    const Room& room = state->project.room;
-    const std::vector<WeightedArea> areas = areasOf(options);
-    for (const WeightedArea& area : areas)
-        if (area.number > room.GIGetNumAreas())
+    const SearchChoice choice = choiceOf(options);
+    for (const WeightedArea& area : choice.areas)
+        if (area.number > state->project.room.GIGetNumAreas())
             return noSuchArea(area.number, options.file);
-    const Result<LineArray> array = searchedArray(options, *state);
-    if (!array)
-        return array.error();
-    const Result<CandidateSet> candidates = candidatesOf(options, *state, *array);
+    const Result<CandidateSet> candidates = candidatesOf(options, state->project, choice);
     if (!candidates)
         return candidates.error();
-    const int first = areas.front().number;
-    SearchTask asked =
-        searchTask(*state, state->project, first, targetOf(options, room.area(first)),
-                   measureNamed(options.measure), options.points, options.prediction.choice());
-    asked.array = *array;
-    asked.weight = areas.front().weight;
-    asked.perDoublingDb = options.perDoublingDb.value_or(0);
-    for (std::size_t i = 1; i < areas.size(); ++i) {
-        const Segment area = room.area(areas[i].number);
-        asked.otherAreas.push_back({area, FitLineTarget::wholeArea(area), areas[i].weight});
-    }
-    const auto task = withKernel(std::move(asked));
+    const auto task = withKernel(searchTask(*state, state->project, choice));
 
     const Clock::time_point start = Clock::now();
-    PreciseJson result = {{"task", searchFingerprint(*task, *candidates, first)},
+    PreciseJson result = {{"task", searchFingerprint(*task, *candidates, choice.areas.front().number)},
                           {"configurations", *candidates->NumConfigs()}};
     std::vector<Ranked> best;
     if (options.quick)
@@ -295,7 +247,7 @@ Result<Done> optimize(const Options& options, const Console& console)
 
     PendingFiles files;
     if (!options.outFile.empty()) {
-        state->project.array = withConfiguration(*array, best.front().configuration());
+        state->project.array = withConfiguration(task->array, best.front().configuration());
         if (auto added = files.add(options.outFile, projectBytes(state->project)); !added)
             return added;
     }

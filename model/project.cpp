@@ -47,4 +47,21 @@ Project newProject(std::int16_t arrayType)
     return {newRoom(), newLineArray(arrayType), SubArray{}};
 }
 
+Extent extentOf(const Room& room, const LineArray& array)
+{
+    const std::array<float, 4> bounds = array.GFAGetBounds();
+    const double x = array.GFAGetCradleCoord()[0] + room.reference().x;
+    const double y = array.GFAGetCradleCoord()[1] + room.reference().y;
+    const bool flown = array.GBGetMounting();
+    return {x + bounds[2], x + bounds[0], flown ? y - bounds[1] : y,
+            flown ? y - bounds[3] : y - bounds[1]};
+}
+
+bool fitsIn(const Room& room, const Extent& extent)
+{
+    const auto [width, height] = room.GFAGetRoomDims();
+    return extent.left >= 0 && extent.right <= width && extent.lowest >= 0 &&
+           extent.highest <= height;
+}
+
 } // namespace orva

@@ -22,6 +22,8 @@ public:
     /// Told of every improvement; measures are those of the fast kernel.
     using Better = std::function<void(const QuickResult&)>;
     static constexpr std::uint64_t kBudget = 60'000;
+    /// In larger sets its third best spares the exhaustive search more than it costs.
+    static constexpr std::uint64_t kWorthALook = 200'000;
 
     /// `budget`: configurations that are measured at most.
     QuickSearch(std::shared_ptr<const SearchTask> task, CandidateSet candidates,
@@ -34,6 +36,9 @@ public:
 
     /// What has been found so far, decided by the literal kernel; none when stopped meanwhile.
     std::optional<QuickResult> result(const std::function<bool()>& stop);
+    /// Configurations measured so far, and the best of them by the fast kernel; not while it
+    /// advances.
+    QuickResult soFar() const { return {m_fast, m_measured.size(), false}; }
 
 private:
     using Digits = CandidateSet::Digits;

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "app/state/application_state.h"
+#include "app/forms/search_setup.h"
 #include "document/search_form.h"
 #include "optimize/quick_search.h"
 
 #include <atomic>
 #include <chrono>
+#include <mutex>
 
 namespace orva {
 
@@ -16,19 +17,24 @@ class SearchRun {
 public:
     using Stop = std::function<bool()>;
 
-    /// Along an area of the project at which the boxes between `aiming` joints aim.
-    SearchRun(ApplicationState& state, const Project& project, int area, JointRange aiming,
-              const FitLineTarget& target, const LevelChoice& choice);
+    /// Of the project's array.
+    SearchRun(ApplicationState& state, const Project& project, const SearchChoice& choice);
 
     const SearchForm& form() const { return m_form; }
-    /// What is varied; until the first beginning.
-    void chooseCandidates(bool areaOnly, bool neighbours);
+    const SearchChoice& choice() const { return m_choice; }
+    /// What is searched; until the first beginning. At each of its areas some box aims.
+    void choose(const SearchChoice& choice);
     /// How many configurations there are; none where they cannot be counted.
     std::optional<std::uint64_t> count() const { return m_candidates->NumConfigs(); }
-    const FitLineTarget& target() const { return m_target; }
 
+    /// What a quick search is for.
+    struct Quick {
+        bool first = false; ///< before the exhaustive one, and listed
+        bool only = false;  ///< instead of it
+        std::uint64_t budget = QuickSearch::kBudget;
+    };
     /// Begins, the first time with these, or goes on. Then work() is due.
-    void begin(Measure measure, int points, bool quickFirst);
+    void begin(const Quick& quick);
     /// Goes on until all is tested and decided, or `stop` says so; nothing that was tested is lost.
     void work(const Stop& stop);
     /// work() has ended.
@@ -36,64 +42,71 @@ public:
 
     /// As it stands; may be asked while work() runs.
     struct Progress {
-        std::uint64_t tested = 0;
+        std::uint64_t tested = 0;          ///< or excluded
         std::uint64_t number = 1;          ///< of the configuration under test, from 1
         double share = 0;                  ///< of all, 0 to 1
         double bestRms = kNoMeasure;       ///< kNoMeasure: none yet
         double lastRms = kNoMeasure;       ///< measured to its end last; none before the first
-        std::optional<double> secondsLeft; ///< at the rate of the last stretch of work
+        double perSecond = 0;              ///< in the last stretch of work
+        std::optional<double> secondsLeft; ///< at that rate
     };
     Progress progress();
+    /// The best so far, once each time that there is a better one; may be asked while work() runs.
+    std::optional<Configuration> better();
 
     /// One line of the list of results.
     struct Result {
         enum class Kind { Best, Original, Quick };
         Kind kind;
-        int rank; ///< of a best one, from 1
-        LineArray::Positions angles;
-        double rms;
+        Configuration configuration;
+        double rms; ///< kNoMeasure: none, or not known yet
     };
     /// Three best, the setup as it was, and what a quick search found; empty before the first.
     const std::vector<Result>& results() const { return m_results; }
     /// What the quick search found, if it was asked for and has ended, and whether it is the best.
-    struct Quick {
+    struct QuickFound {
         double rms;
         std::uint64_t evaluations;
         bool proved;
     };
-    const std::optional<Quick>& quick() const { return m_quickFound; }
+    const std::optional<QuickFound>& quick() const { return m_quickFound; }
     void select(int result) { m_form.select(result); }
-    /// The array with the angles of a result.
+    /// The array with what was varied.
     LineArray arrayOf(int result) const;
+    LineArray arrayOf(const Configuration& configuration) const;
 
 private:
+    bool measureOriginal(const Stop& stop);
     bool searchQuickly(const Stop& stop);
+    void keepBest(const Ranking& ranking);
+    Ranking bestOfTested() const;
     void list();
 
     ApplicationState& m_state;
     const Project m_project;
-    const int m_areaNumber;
-    const JointRange m_aiming;
-    const FitLineTarget m_target;
-    const LevelChoice m_choice;
+    SearchChoice m_choice;
     SearchForm m_form;
     std::unique_ptr<CandidateSet> m_candidates;
     std::optional<SearchTask> m_asked; ///< before the first stretch of work
-    bool m_quickFirst = false;
+    Quick m_quick;
 
     // Belong to work() while it runs.
     std::unique_ptr<Search> m_search;
     std::unique_ptr<QuickSearch> m_quickSearch;
     std::optional<QuickResult> m_quickResult;
+    std::optional<double> m_originalRms;
     // Shared with it.
     std::atomic<const Search*> m_shown = nullptr; ///< once it searches exhaustively
-    std::atomic<double> m_best = kNoMeasure;
+    std::atomic<std::uint64_t> m_evaluations = 0; ///< of the quick search
+    std::mutex m_bestMutex;
+    double m_best = kNoMeasure;
+    std::optional<Configuration> m_better; ///< not asked for yet
 
     std::chrono::steady_clock::time_point m_since; ///< of the stretch of work
     std::uint64_t m_testedBefore = 0;
     double m_perSecond = 0;
     std::vector<Result> m_results;
-    std::optional<Quick> m_quickFound;
+    std::optional<QuickFound> m_quickFound;
 };
 
 } // namespace orva

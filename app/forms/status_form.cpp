@@ -28,9 +28,7 @@ std::string spreadText(const StatusFacts& facts)
 /// Metres from the floor up to the lowest edge of a flown array, or to where a stack stands.
 double lowestEdge(const Project& project)
 {
-    const LineArray& array = project.array;
-    const double place = array.GFAGetCradleCoord()[1] + project.room.reference().y;
-    return array.GBGetMounting() ? place - array.GFAGetBounds()[1] : place;
+    return extentOf(project.room, project.array).lowest;
 }
 
 Message heightMessage(const StatusFacts& facts)

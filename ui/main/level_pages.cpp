@@ -3,6 +3,7 @@
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 #include "widgets/controls.h"
+#include "widgets/figure_table.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
@@ -24,37 +25,6 @@ static_assert(std::size(kPinColours) == ViewState::kMostPins);
 std::string pinName(std::size_t index)
 {
     return std::to_string(index + 1);
-}
-
-QTableWidget* newTable(const char* name, QWidget* parent)
-{
-    auto* table = named<QTableWidget>(name, parent);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 4);
-    table->verticalHeader()->setMinimumSectionSize(1);
-    table->setTabKeyNavigation(false);
-    return table;
-}
-
-void fill(QTableWidget& table, const QStringList& heads,
-          const std::vector<std::vector<std::string>>& rows)
-{
-    table.setColumnCount(static_cast<int>(heads.size()));
-    table.setHorizontalHeaderLabels(heads);
-    table.setRowCount(static_cast<int>(rows.size()));
-    for (std::size_t row = 0; row < rows.size(); ++row)
-        for (std::size_t column = 0; column < rows[row].size(); ++column) {
-            const int r = static_cast<int>(row);
-            const int c = static_cast<int>(column);
-            if (!table.item(r, c)) {
-                table.setItem(r, c, new QTableWidgetItem);
-                table.item(r, c)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-            }
-            table.item(r, c)->setText(qtText(rows[row][column]));
-        }
-    table.resizeColumnsToContents();
 }
 
 } // namespace
@@ -79,7 +49,7 @@ SpectrumPage::SpectrumPage(Editor& editor, QWidget* parent) : LevelPage(editor, 
         },
         this);
     Spectrum_pbx->setPrepare([this] { prepare(); });
-    tblProbes = newTable("tblProbes", this);
+    tblProbes = newFigureTable("tblProbes", this);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(Spectrum_pbx, 3);
@@ -129,7 +99,7 @@ void SpectrumPage::display()
              box ? std::to_string(heard->box->position + 1) : "-",
              box ? length(heard->box->distanceM) : "-", box ? fixedText(heard->delayMs, 1) : "-"});
     }
-    fill(*tblProbes,
+    fillTable(*tblProbes,
          {text(Text::MarkerColumn), "x", "y", text(Text::LevelColumn), text(Text::FohColumn),
           text(Text::BoxColumn), text(Text::DistanceColumn).arg(qtText(lengthUnit(options))),
           text(Text::ArrivalColumn)},
@@ -201,7 +171,7 @@ void StripPage::display()
 
 RowsPage::RowsPage(Editor& editor, QWidget* parent) : LevelPage(editor, parent)
 {
-    tblRows = newTable("tblRows", this);
+    tblRows = newFigureTable("tblRows", this);
     m_pitch = new QLabel(this);
     m_offset = new QLabel(this);
     txtRowPitch = entry("txtRowPitch", &ViewState::rowPitchM, true);
@@ -265,7 +235,7 @@ void RowsPage::display()
     std::vector<std::vector<std::string>> lines;
     for (const SeatRow& row : rows())
         lines.push_back(rowTexts(row, options));
-    fill(*tblRows,
+    fillTable(*tblRows,
          {text(Text::RowColumn), text(Text::DistanceColumn).arg(qtText(lengthUnit(options))), "x",
           "y", text(Text::LevelColumn), text(Text::MeanColumn), text(Text::BoxColumn),
           text(Text::ArrivalColumn)},

@@ -1,5 +1,6 @@
 #include "main/optimize_dialog.h"
 
+#include "app/forms/search_results.h"
 #include "drawing/array_drawing.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
@@ -29,8 +30,8 @@ QString decibels(double rms, const char* unit = "dB")
 void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
 {
     const Segment area = editor.room().area(editor.view().SelectedArea);
-    const std::optional<JointRange> aiming =
-        GetAreaSpeakers(editor.room(), editor.array(), editor.view().SelectedArea);
+    const bool aimed =
+        GetAreaSpeakers(editor.room(), editor.array(), editor.view().SelectedArea).has_value();
     const auto asked = editor.view().fitLine ? targetUnder(*editor.view().fitLine, area.lengthM,
                                                            views.shortestFitLineM())
                                              : std::nullopt;
@@ -38,36 +39,46 @@ void OptimizeDialog::launch(Editor& editor, ViewPanel& views, QWidget* window)
         editor.setFitLine({});
         editor.redrawViews();
     }
-    if (!aiming) {
+    if (!aimed) {
         showMessage(window, editor.session().text(Text::NoBoxAims));
         return;
     }
 
     editor.setBaseline(!asked);
     views.curveView().redraw();
-    OptimizeDialog dialog(editor, views, *aiming, asked.value_or(FitLineTarget::wholeArea(area)),
-                          window);
+    OptimizeDialog dialog(editor, views, asked.value_or(FitLineTarget::wholeArea(area)), window);
     dialog.exec();
     editor.setBaseline(false);
     views.setCurves({});
     editor.redrawViews();
 }
 
-OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aiming,
-                               const FitLineTarget& target, QWidget* window)
+OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, const FitLineTarget& target,
+                               QWidget* window)
     : QDialog(window),
       m_editor(editor),
       m_views(views),
       m_area(editor.room().area(editor.view().SelectedArea)),
-      m_run(editor.session().state(), editor.document().state().project, editor.view().SelectedArea,
-            aiming, target, editor.view().levels.choice()),
+      m_target(target),
+      m_run(editor.session().state(), editor.document().state().project,
+            {.areas = {{editor.view().SelectedArea, 1}}}),
       m_task(this)
 {
     setObjectName("frmOptimize");
-    auto* layout = new QHBoxLayout(this);
-    layout->addWidget(settingsFrame());
-    layout->addWidget(progressFrame());
-    layout->addWidget(resultsFrame(), 1);
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(settingsFrame(), 0, 0);
+    layout->addWidget(progressFrame(), 0, 1);
+    layout->addWidget(resultsFrame(), 0, 2);
+    m_more = new SearchMore(editor, this);
+    m_more->hide();
+    connect(m_more, &SearchMore::changed, this, &OptimizeDialog::chooseCandidates);
+    layout->addWidget(m_more, 1, 0, 1, 2);
+    tblResults = newFigureTable("tblResults", this);
+    tblResults->hide();
+    connect(tblResults, &QTableWidget::itemSelectionChanged, this, &OptimizeDialog::chooseRows);
+    layout->addWidget(tblResults, 1, 2);
+    layout->setColumnStretch(2, 1);
+    layout->setRowStretch(0, 1);
     connect(&m_poll, &QTimer::timeout, this, &OptimizeDialog::showProgress);
     connect(&editor.session(), &Session::LanguageChanged, this, &OptimizeDialog::showTexts);
     chooseCandidates();
@@ -98,10 +109,12 @@ QWidget* OptimizeDialog::settingsFrame()
     fraMeasure = named<QGroupBox>("fraMeasure", Frame2);
     auto* measures = new QVBoxLayout(fraMeasure);
     m_measures = new QButtonGroup(this);
-    for (int i = 0; i < static_cast<int>(kGivenMeasures); ++i) {
+    for (int i = 0; i < static_cast<int>(allMeasures().size()); ++i) {
         auto* option = named<QRadioButton>(elementName("optMeasure", i), fraMeasure);
         measures->addWidget(option);
         m_measures->addButton(option, i);
+        option->setVisible(i < static_cast<int>(kGivenMeasures));
+        connect(option, &QRadioButton::clicked, this, &OptimizeDialog::chooseCandidates);
     }
     m_measures->button(static_cast<int>(Measure::SmoothArea))->setChecked(true);
     layout->addWidget(fraMeasure);
@@ -139,6 +152,10 @@ QWidget* OptimizeDialog::settingsFrame()
     }
     layout->addWidget(fraFitLine);
     layout->addStretch();
+    cmdMore = named<QPushButton>("cmdMore", Frame2);
+    cmdMore->setAutoDefault(false);
+    connect(cmdMore, &QPushButton::clicked, this, [this] { foldOut(m_more->isHidden()); });
+    layout->addWidget(cmdMore);
     return Frame2;
 }
 
@@ -162,6 +179,7 @@ QWidget* OptimizeDialog::progressFrame()
     line(Label3, "Label3", lblTested, "lblTested");
     line(Label7, "Label7", lblComp, "lblComp");
     line(m_timeLeftLabel, "Label13", lblTimeLeft, "lblTimeLeft");
+    line(m_rateLabel, "lblRateLabel", lblRate, "lblRate");
     line(Label8, "Label8", lblCurrentRMS, "lblCurrentRMS");
     line(Label5, "Label5", lblBestRMS, "lblBestRMS");
     lblQuick = named<QLabel>("lblQuick", frame);
@@ -188,7 +206,9 @@ QWidget* OptimizeDialog::resultsFrame()
     dbgpbx = new DrawingWidget(
         "dbgpbx",
         [this](DrawingSurface& surface) {
-            if (chkShowSetup->isChecked() && m_run.form().selected() >= 0)
+            if (chkShowSetup->isChecked() && m_better)
+                DrawRiggingView(surface, *m_better, m_editor.session().drawingOptions());
+            else if (chkShowSetup->isChecked() && m_run.form().selected() >= 0)
                 DrawRiggingView(surface, m_run.arrayOf(m_run.form().selected()),
                                 m_editor.session().drawingOptions());
             else
@@ -239,6 +259,9 @@ void OptimizeDialog::showTexts()
     Label12->setText(text(Text::TopConfigurations));
     Label8->setText(text(Text::Rms));
     m_timeLeftLabel->setText(text(Text::TimeLeft));
+    m_rateLabel->setText(text(Text::RateLabel));
+    cmdMore->setText(text(m_more->isHidden() ? Text::MoreLabel : Text::LessLabel));
+    m_more->showTexts();
     cmdCommit->setText(text(Text::AcceptSelected));
     cmdCancel->setText(text(Text::Cancel));
     lblArea->setText(QString::number(m_editor.view().SelectedArea));
@@ -252,10 +275,11 @@ void OptimizeDialog::showState()
 {
     setWindowTitle(m_editor.session().text(m_run.form().caption()));
     cmdOptimize->setText(m_editor.session().text(m_run.form().buttonText()));
-    cmdOptimize->setEnabled(m_run.form().buttonEnabled());
+    cmdOptimize->setEnabled(m_run.form().buttonEnabled() && m_more->fault().isEmpty());
     for (QWidget* option : {static_cast<QWidget*>(chkArea), static_cast<QWidget*>(chkNeighbor),
                             static_cast<QWidget*>(chkQuick), static_cast<QWidget*>(txtNumPts),
-                            static_cast<QWidget*>(fraMeasure)})
+                            static_cast<QWidget*>(fraMeasure), static_cast<QWidget*>(m_more),
+                            static_cast<QWidget*>(cmdMore)})
         option->setEnabled(m_run.form().optionsEnabled());
     cmbConfigs->setEnabled(m_run.form().resultsShown());
     cmdCancel->setEnabled(m_run.form().cancelEnabled());
@@ -268,6 +292,7 @@ void OptimizeDialog::showToTest()
     const auto count = m_run.count();
     lblToTest->setText(count ? QString::number(*count)
                              : m_editor.session().text(Text::TooManyToCount));
+    lblQuick->setText(m_more->fault());
 }
 
 void OptimizeDialog::showFitLabels()
@@ -276,10 +301,10 @@ void OptimizeDialog::showFitLabels()
     const auto rounded = [](double value) { return qtText(plainText(value, 2)); };
     // Where the target begins is said along the floor, how long it is along the area.
     const double radians = m_area.angleDeg * kRadiansPerDegree;
-    const double start = m_run.target().startM * std::cos(radians);
+    const double start = m_target.startM * std::cos(radians);
     lblX1->setText(rounded(start * factor));
-    lblX2->setText(rounded((start + m_run.target().lengthM) * factor));
-    lblDeltadB->setText(rounded(m_run.target().lengthM * m_run.target().slopeDbPerM / factor));
+    lblX2->setText(rounded((start + m_target.lengthM) * factor));
+    lblDeltadB->setText(rounded(m_target.lengthM * m_target.slopeDbPerM / factor));
     for (QLabel* unit : lblUnits)
         unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
 }
@@ -294,11 +319,58 @@ void OptimizeDialog::showProgress()
     lblBestRMS->setText(decibels(now.bestRms));
     lblCurrentRMS->setText(measured(now.lastRms));
     lblTimeLeft->setText(now.secondsLeft ? minutesAndSeconds(*now.secondsLeft) : QString("_"));
+    lblRate->setText(now.perSecond > 0 ? QString::number(std::lround(now.perSecond))
+                                       : QString("_"));
+    // Each new best is drawn, where the new part is to be seen.
+    if (m_run.form().state() != SearchForm::State::Running || m_more->isHidden())
+        return;
+    if (const std::optional<Configuration> better = m_run.better()) {
+        m_better = m_run.arrayOf(*better);
+        m_views.setCurves([this](int points) { return betterCurve(points); });
+        dbgpbx->redraw();
+    }
+}
+
+/// The new part; folded in, everything is as if there were none.
+void OptimizeDialog::foldOut(bool more)
+{
+    m_more->setVisible(more);
+    tblResults->setVisible(more);
+    m_rateLabel->setVisible(more);
+    lblRate->setVisible(more);
+    m_measures->button(static_cast<int>(Measure::Even))->setVisible(more);
+    if (!more && m_measures->checkedId() == static_cast<int>(Measure::Even))
+        m_measures->button(static_cast<int>(Measure::SmoothArea))->setChecked(true);
+    chooseCandidates();
+    showTexts();
+    adjustSize();
+    const QRect screen = this->screen()->availableGeometry();
+    const QRect frame = frameGeometry();
+    move(std::clamp(x(), screen.left(), std::max(screen.left(), screen.right() - frame.width())),
+         std::clamp(y(), screen.top(), std::max(screen.top(), screen.bottom() - frame.height())));
+}
+
+SearchChoice OptimizeDialog::choice() const
+{
+    SearchChoice choice{.areas = {{m_editor.view().SelectedArea, 1}},
+                        .measure = static_cast<Measure>(m_measures->checkedId()),
+                        .points = m_points,
+                        .allJoints = !chkArea->isChecked(),
+                        .neighbours = chkNeighbor->isChecked(),
+                        .levels = m_editor.view().levels.choice()};
+    m_more->addTo(choice);
+    if (m_more->alongFitLine())
+        choice.target = m_target;
+    return choice;
 }
 
 void OptimizeDialog::chooseCandidates()
 {
-    m_run.chooseCandidates(chkArea->isChecked(), chkNeighbor->isChecked());
+    QAbstractButton* fit = m_measures->button(static_cast<int>(Measure::FitToLine));
+    fit->setEnabled(m_more->alongFitLine());
+    if (!fit->isEnabled() && fit->isChecked())
+        m_measures->button(static_cast<int>(Measure::SmoothArea))->setChecked(true);
+    m_run.choose(choice());
     showToTest();
     showState();
 }
@@ -310,8 +382,11 @@ void OptimizeDialog::beginOrPause()
         return;
     }
     cmbConfigs->clear();
+    tblResults->setRowCount(0);
     m_views.setCurves({});
-    m_run.begin(static_cast<Measure>(m_measures->checkedId()), m_points, chkQuick->isChecked());
+    if (m_run.form().optionsEnabled())
+        m_run.choose(choice());
+    m_run.begin(m_more->quick(chkQuick->isChecked()));
     m_poll.start(kPollMs);
     m_task.start([this](const Task::Stop& stop) { m_run.work(stop); }, [this] { searchStopped(); });
     showState();
@@ -321,6 +396,8 @@ void OptimizeDialog::searchStopped()
 {
     m_poll.stop();
     m_run.ended();
+    m_better.reset();
+    m_views.setCurves({});
     listTopConfigs();
     const bool finished = m_run.form().state() == SearchForm::State::Finished;
     if (finished)
@@ -364,15 +441,85 @@ void OptimizeDialog::listTopConfigs()
     }
     cmbConfigs->setCurrentIndex(-1);
     m_curvePoints = 0; // calculated anew for these
+    if (!m_more->isHidden())
+        fillResults();
+}
+
+/// Under the list, a row for each of its lines.
+void OptimizeDialog::fillResults()
+{
+    const QSignalBlocker filling(tblResults);
+    Session& session = m_editor.session();
+    const Room& room = m_editor.room();
+    const TextOptions options = session.textOptions();
+    std::vector<std::vector<std::string>> rows;
+    std::vector<bool> allowed;
+    for (int k = 0; k < static_cast<int>(m_run.results().size()); ++k) {
+        const LineArray array = m_run.arrayOf(k);
+        ApplicationState& state = session.state();
+        Prediction prediction(state.levelKernel(), state.speakerData.BandLevel, array,
+                              state.air.SpeedOfSound);
+        const ResultFigures figures =
+            resultFigures(prediction, room, array, m_editor.view().levels.choice());
+        rows.push_back(
+            resultTexts(m_run.results()[static_cast<std::size_t>(k)].rms, figures, options));
+        allowed.push_back(figures.allowed);
+    }
+    QStringList heads;
+    for (const std::string& head : resultHeads(room.GIGetNumAreas(), options))
+        heads += qtText(head);
+    fillTable(*tblResults, heads, rows);
+    for (int row = 0; row < tblResults->rowCount(); ++row)
+        for (int column = 0; column < tblResults->columnCount(); ++column) {
+            QTableWidgetItem& item = *tblResults->item(row, column);
+            const bool fits = allowed[static_cast<std::size_t>(row)];
+            item.setForeground(fits ? QBrush() : tblResults->palette().brightText());
+            item.setToolTip(fits ? QString() : session.text(Text::ResultNotAllowed));
+        }
+}
+
+/// The current row is the line of the list; the curves are those of all rows that are chosen.
+void OptimizeDialog::chooseRows()
+{
+    const QModelIndexList rows = tblResults->selectionModel()->selectedRows();
+    if (rows.isEmpty())
+        return;
+    if (!rows.contains(tblResults->model()->index(cmbConfigs->currentIndex(), 0)))
+        cmbConfigs->setCurrentIndex(rows.last().row());
+    m_views.curveView().redraw();
 }
 
 void OptimizeDialog::selectConfig(int row)
 {
     m_run.select(row);
+    if (row >= 0 && row < tblResults->rowCount() &&
+        !tblResults->selectionModel()->isRowSelected(row, {}))
+        tblResults->selectRow(row);
     cmdCommit->setEnabled(m_run.form().acceptEnabled());
     dbgpbx->redraw();
     if (row >= 0)
         m_views.setCurves([this](int points) { return curves(points); });
+}
+
+std::vector<float> OptimizeDialog::levelsOf(const LineArray& array, int points) const
+{
+    ApplicationState& state = m_editor.session().state();
+    return levelsAlong(*state.levelKernel(), state.speakerData.BandLevel, array, m_area,
+                       m_editor.view().levels.choice(), points)
+        .levels;
+}
+
+/// The present setup, and over it the best so far.
+CurvePicture OptimizeDialog::betterCurve(int points)
+{
+    CurvePicture picture{m_editor.view().SelectedArea,
+                         m_area.lengthM,
+                         {{m_editor.levelsAlong(m_area, points)}},
+                         m_editor.view().fitLine,
+                         m_editor.view().baseline};
+    if (m_better)
+        picture.curves.push_back({levelsOf(*m_better, points), Role::Result1, 2});
+    return picture;
 }
 
 /// The levels of each result along the whole area.
@@ -380,15 +527,11 @@ void OptimizeDialog::calculateCurves(int points)
 {
     m_curves.clear();
     m_curvePoints = points;
-    const auto kernel = m_editor.session().state().levelKernel();
     for (int k = 0; k < static_cast<int>(m_run.results().size()); ++k) {
         setWindowTitle(m_editor.session().text(Text::CurvesProgress1) +
                        QString::number((k + 1) * 100 / static_cast<int>(m_run.results().size())) +
                        m_editor.session().text(Text::CurvesProgress2));
-        m_curves.push_back(levelsAlong(*kernel, m_editor.session().state().speakerData.BandLevel,
-                                       m_run.arrayOf(k), m_area, m_editor.view().levels.choice(),
-                                       points)
-                               .levels);
+        m_curves.push_back(levelsOf(m_run.arrayOf(k), points));
     }
     setWindowTitle(m_editor.session().text(m_run.form().caption()));
 }
@@ -404,12 +547,14 @@ CurvePicture OptimizeDialog::curves(int points)
                          {},
                          m_editor.view().fitLine,
                          m_editor.view().baseline};
+    const QModelIndexList rows = tblResults->selectionModel()->selectedRows();
+    const auto selected = static_cast<std::size_t>(m_run.form().selected());
     for (std::size_t k = 0; k < m_curves.size(); ++k)
-        picture.curves.push_back({m_curves[k], kColours[k], 1});
-    // The selected one on top of the others.
-    const auto selected = picture.curves.begin() + m_run.form().selected();
-    selected->width = 2;
-    std::rotate(selected, selected + 1, picture.curves.end());
+        if (k != selected &&
+            (rows.size() < 2 ||
+             rows.contains(tblResults->model()->index(static_cast<int>(k), 0))))
+            picture.curves.push_back({m_curves[k], kColours[k], 1});
+    picture.curves.push_back({m_curves[selected], kColours[selected], 2}); // on top of the others
     return picture;
 }
 

@@ -2,8 +2,9 @@
 
 #include "app/forms/search_run.h"
 #include "app/state/task.h"
+#include "main/search_more.h"
 #include "main/view_panel.h"
-#include "widgets/controls.h"
+#include "widgets/figure_table.h"
 
 #include <QButtonGroup>
 #include <QDialog>
@@ -27,8 +28,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    OptimizeDialog(Editor& editor, ViewPanel& views, JointRange aiming, const FitLineTarget& target,
-                   QWidget* window);
+    OptimizeDialog(Editor& editor, ViewPanel& views, const FitLineTarget& target, QWidget* window);
 
     QWidget* settingsFrame();
     QWidget* progressFrame();
@@ -39,6 +39,7 @@ private:
     void showFitLabels();
     void showProgress();
 
+    SearchChoice choice() const;
     void chooseCandidates();
     void beginOrPause();
     void searchStopped();
@@ -47,16 +48,23 @@ private:
     void selectConfig(int row);
     void calculateCurves(int points);
     CurvePicture curves(int points);
+    CurvePicture betterCurve(int points);
+    std::vector<float> levelsOf(const LineArray& array, int points) const;
+    void foldOut(bool more);
+    void fillResults();
+    void chooseRows();
     void commitConfig();
 
     Editor& m_editor;
     ViewPanel& m_views;
     const Segment m_area;
+    const FitLineTarget m_target;
     int m_points = 200;
     SearchRun m_run;
     Task m_task; ///< ends before the run that it works on
     QTimer m_poll;
     std::vector<std::vector<float>> m_curves;
+    std::optional<LineArray> m_better; ///< the best so far of a search that runs
     int m_curvePoints = 0;
 
     QGroupBox* Frame2;
@@ -92,6 +100,8 @@ private:
     QLabel* lblCurrentRMS;
     QLabel* Label5;
     QLabel* lblBestRMS;
+    QLabel* m_rateLabel;
+    QLabel* lblRate;
     QLabel* lblQuick;
     QPushButton* cmdOptimize;
 
@@ -101,6 +111,10 @@ private:
     DrawingWidget* dbgpbx;
     QPushButton* cmdCommit;
     QPushButton* cmdCancel;
+
+    QPushButton* cmdMore;
+    SearchMore* m_more;
+    QTableWidget* tblResults;
 };
 
 } // namespace orva::ui
