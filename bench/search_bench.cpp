@@ -43,8 +43,9 @@ Workspace newState(std::int16_t system)
 
 SearchTask taskOf(const Workspace& state, const FitLineTarget& target, Measure measure)
 {
-    return searchTask(state, state.project,
-                      {.target = target, .measure = measure, .points = kPoints, .levels = kAllBands});
+    return searchTask(
+        state, state.project,
+        {.target = target, .measure = measure, .points = kPoints, .levels = kAllBands});
 }
 
 /// Configurations a second over the literal search's, medians of slices in turn.
@@ -59,8 +60,7 @@ double ratio(bool pinMode, Measure measure)
     }
     const Segment area = state.project.room.area(1);
     const FitLineTarget target = {0, area.lengthM, 0, measure == Measure::FitToLine ? 106.0 : 0.0};
-    const auto task =
-        withKernel(taskOf(state, target, measure));
+    const auto task = withKernel(taskOf(state, target, measure));
     const CandidateSet candidates(state.project.array, allJoints(state.project.array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     Evaluator literal(task);
@@ -98,7 +98,8 @@ double quickFraction(std::mt19937& random)
     if (!state.project.room.GBSetAudienceArea1(
             SegmentFigures{uniform(4, 10), uniform(1, 2), 0, 0, rise, length}))
         std::abort();
-    const auto task = withKernel(taskOf(state, FitLineTarget::wholeArea(state.project.room.area(1)), Measure::SmoothArea));
+    const auto task = withKernel(
+        taskOf(state, FitLineTarget::wholeArea(state.project.room.area(1)), Measure::SmoothArea));
     const CandidateSet candidates(state.project.array, {1, 6}, false); // 7^6 = 117,649
     const auto never = [] { return false; };
     Search search(task, candidates, 0, *candidates.NumConfigs());
@@ -140,8 +141,7 @@ Gap quickGap(std::mt19937& random, std::int16_t system, std::int16_t boxes, Meas
             SegmentFigures{uniform(4, 10), uniform(1, 2), 0, 0, uniform(0, 15), length}))
         std::abort();
     const double level = measure == Measure::FitToLine ? uniform(98, 108) : 0;
-    const auto task = withKernel(
-        taskOf(state, {0, length, 0, level}, measure));
+    const auto task = withKernel(taskOf(state, {0, length, 0, level}, measure));
     const CandidateSet candidates(array, allJoints(array), false);
     const auto never = [] { return false; };
     Gap gap{true, true, 0};
@@ -184,8 +184,7 @@ double unfavourable(bool pinMode, Measure measure)
     array = withAngles(array, angles);
     const Segment area = state.project.room.area(1);
     const FitLineTarget target = {0, area.lengthM, 0, measure == Measure::FitToLine ? 106.0 : 0.0};
-    const auto task =
-        withKernel(taskOf(state, target, measure));
+    const auto task = withKernel(taskOf(state, target, measure));
     const CandidateSet candidates(array, allJoints(array), false);
     Search search(task, candidates, 0, *candidates.NumConfigs());
     const auto begin = std::chrono::steady_clock::now();

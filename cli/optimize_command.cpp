@@ -228,8 +228,9 @@ Result<Done> optimize(const Options& options, const Console& console)
     const auto task = withKernel(searchTask(*state, state->project, choice));
 
     const Clock::time_point start = Clock::now();
-    PreciseJson result = {{"task", searchFingerprint(*task, *candidates, choice.areas.front().number)},
-                          {"configurations", *candidates->NumConfigs()}};
+    PreciseJson result = {
+        {"task", searchFingerprint(*task, *candidates, choice.areas.front().number)},
+        {"configurations", *candidates->NumConfigs()}};
     std::vector<Ranked> best;
     if (options.quick)
         searchQuickly(options, task, *candidates, result, best);

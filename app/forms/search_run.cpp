@@ -16,9 +16,8 @@ SearchRun::SearchRun(ApplicationState& state, const Project& project, const Sear
 void SearchRun::choose(const SearchChoice& choice)
 {
     m_choice = choice;
-    m_candidates = std::make_unique<CandidateSet>(
-        searchedSet(m_project.array,
-                    aimingJoints(m_project, choice.areas).value_or(JointRange{}), choice));
+    m_candidates = std::make_unique<CandidateSet>(searchedSet(
+        m_project.array, aimingJoints(m_project, choice.areas).value_or(JointRange{}), choice));
     m_form.setCountable(count().has_value());
 }
 
@@ -69,8 +68,8 @@ bool SearchRun::measureOriginal(const Stop& stop)
 bool SearchRun::searchQuickly(const Stop& stop)
 {
     if (!m_quickSearch)
-        m_quickSearch = std::make_unique<QuickSearch>(m_search->task(), m_search->candidates(),
-                                                      m_quick.budget);
+        m_quickSearch =
+            std::make_unique<QuickSearch>(m_search->task(), m_search->candidates(), m_quick.budget);
     const auto better = [this](const QuickResult& result) { keepBest(result.ranking); };
     const auto counted = [&] { // asked before each of them
         m_evaluations = m_quickSearch->soFar().evaluations;
@@ -148,7 +147,7 @@ SearchRun::Progress SearchRun::progress()
 Ranking SearchRun::bestOfTested() const
 {
     std::vector<Ranked> all = m_search->bestSoFar().best();
-    const Ranking quick = m_quickResult    ? m_quickResult->ranking
+    const Ranking quick = m_quickResult   ? m_quickResult->ranking
                           : m_quickSearch ? m_quickSearch->soFar().ranking
                                           : Ranking();
     for (const Ranked& entry : quick.best())
@@ -177,8 +176,7 @@ void SearchRun::list()
         m_results.push_back({Result::Kind::Best, entry.configuration(), entry.rms});
     m_results.push_back(
         {Result::Kind::Original, {m_project.array.GIAGetAllAngle(), std::nullopt}, *m_originalRms});
-    if (!(m_quick.first || m_quick.only) || !m_quickResult ||
-        m_quickResult->ranking.best().empty())
+    if (!(m_quick.first || m_quick.only) || !m_quickResult || m_quickResult->ranking.best().empty())
         return;
     const Ranked& found = m_quickResult->ranking.best().front();
     m_quickFound = {found.rms, m_quickResult->evaluations,
@@ -190,8 +188,7 @@ void SearchRun::list()
 LineArray SearchRun::arrayOf(int result) const
 {
     const Result& chosen = m_results.at(static_cast<std::size_t>(result));
-    return chosen.kind == Result::Kind::Original ? m_project.array
-                                                 : arrayOf(chosen.configuration);
+    return chosen.kind == Result::Kind::Original ? m_project.array : arrayOf(chosen.configuration);
 }
 
 LineArray SearchRun::arrayOf(const Configuration& configuration) const

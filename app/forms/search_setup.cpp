@@ -15,9 +15,9 @@ std::optional<JointRange> aimingJoints(const Project& project,
         const auto aiming = GetAreaSpeakers(project.room, project.array, area.number);
         if (!aiming)
             return std::nullopt;
-        all = all ? JointRange{std::min(all->first, aiming->first),
-                               std::max(all->last, aiming->last)}
-                  : *aiming;
+        all =
+            all ? JointRange{std::min(all->first, aiming->first), std::max(all->last, aiming->last)}
+                : *aiming;
     }
     return all;
 }

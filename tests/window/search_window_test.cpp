@@ -1,6 +1,8 @@
 #include "window_fixture.h"
 
+#include <QAction>
 #include <QDialog>
+#include <QTableWidget>
 
 namespace orva::ui {
 namespace {
@@ -79,6 +81,67 @@ TEST_F(SearchWindow, ResultsAreShownAndTaken)
         dialog.findChild<QAbstractButton*>("cmdCommit")->click();
     });
     EXPECT_TRUE(window->isWindowModified());
+}
+
+TEST_F(SearchWindow, TheNewPartFoldsOutAndCountsOnlyThen)
+{
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
+    choose("numAreas_cmb", "3");
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+    const LineArray before = window->editor().array();
+    search([&](QDialog& dialog) {
+        const auto press = [&](const char* name) {
+            dialog.findChild<QAbstractButton*>(name)->click();
+        };
+        const auto type = [&](const char* name, const char* figure) {
+            auto* entry = dialog.findChild<QLineEdit*>(name);
+            entry->setFocus();
+            entry->selectAll();
+            QTest::keyClicks(entry, figure);
+            QTest::keyClick(entry, Qt::Key_Return);
+        };
+        const QString given = text(dialog, "lblToTest");
+        EXPECT_FALSE(dialog.findChild<QWidget*>("optMeasure(2)")->isVisible());
+        press("cmdMore");
+        press("optMeasure(2)");
+        press("chkSearchArea(2)");
+        EXPECT_FALSE(dialog.findChild<QWidget*>("optMeasure(0)")->isEnabled())
+            << "no fit line over several areas";
+        press("chkFreePin");
+        press("chkFreeHeight");
+        type("txtHeight(0)", "6");
+        type("txtHeight(1)", "5");
+        EXPECT_FALSE(dialog.findChild<QWidget*>("cmdOptimize")->isEnabled());
+        type("txtHeight(1)", "7.5");
+        type("txtHeight(2)", "0,5");
+        EXPECT_TRUE(dialog.findChild<QWidget*>("cmdOptimize")->isEnabled());
+        EXPECT_EQ(text(dialog, "lblArea"), "1, 3");
+        EXPECT_GT(text(dialog, "lblToTest").toULongLong(), 4 * 11 * given.toULongLong());
+        press("cmdMore");
+        EXPECT_EQ(text(dialog, "lblToTest"), given);
+        EXPECT_EQ(text(dialog, "lblArea"), "1");
+        EXPECT_TRUE(dialog.findChild<QAbstractButton*>("optMeasure(1)")->isChecked());
+        press("cmdMore");
+        press("optMeasure(2)");
+        press("chkQuickOnly");
+        type("txtBudget", "300");
+        press("cmdOptimize");
+        waitFor([&] { return dialog.windowTitle().contains("Select desired configuration."); });
+        auto* table = dialog.findChild<QTableWidget*>("tblResults");
+        ASSERT_EQ(table->rowCount(), 4);
+        EXPECT_EQ(table->columnCount(), 8);
+        EXPECT_EQ(text(dialog, "lblTested"), "300");
+        table->selectRow(1);
+        EXPECT_EQ(dialog.findChild<QComboBox*>("cmbConfigs")->currentIndex(), 1);
+        const double height = table->item(1, 5)->text().toDouble();
+        EXPECT_GE(height, 6);
+        EXPECT_LE(height, 7.5);
+        press("cmdCommit");
+        EXPECT_NEAR(window->editor().array().GFAGetCradleCoord()[1], height, 0.01);
+    });
+    EXPECT_NE(window->editor().array(), before);
+    window->findChild<QAction*>("mnuUndo")->trigger();
+    EXPECT_EQ(window->editor().array(), before) << "one step";
 }
 
 TEST_F(SearchWindow, TheFitLineStaysWhereItIsWhenTheWindowIsWidened)

@@ -100,10 +100,10 @@ void SpectrumPage::display()
              box ? length(heard->box->distanceM) : "-", box ? fixedText(heard->delayMs, 1) : "-"});
     }
     fillTable(*tblProbes,
-         {text(Text::MarkerColumn), "x", "y", text(Text::LevelColumn), text(Text::FohColumn),
-          text(Text::BoxColumn), text(Text::DistanceColumn).arg(qtText(lengthUnit(options))),
-          text(Text::ArrivalColumn)},
-         rows);
+              {text(Text::MarkerColumn), "x", "y", text(Text::LevelColumn), text(Text::FohColumn),
+               text(Text::BoxColumn), text(Text::DistanceColumn).arg(qtText(lengthUnit(options))),
+               text(Text::ArrivalColumn)},
+              rows);
     tblProbes->setVisible(!rows.empty());
     Spectrum_pbx->redraw();
 }
@@ -236,10 +236,10 @@ void RowsPage::display()
     for (const SeatRow& row : rows())
         lines.push_back(rowTexts(row, options));
     fillTable(*tblRows,
-         {text(Text::RowColumn), text(Text::DistanceColumn).arg(qtText(lengthUnit(options))), "x",
-          "y", text(Text::LevelColumn), text(Text::MeanColumn), text(Text::BoxColumn),
-          text(Text::ArrivalColumn)},
-         lines);
+              {text(Text::RowColumn), text(Text::DistanceColumn).arg(qtText(lengthUnit(options))),
+               "x", "y", text(Text::LevelColumn), text(Text::MeanColumn), text(Text::BoxColumn),
+               text(Text::ArrivalColumn)},
+              lines);
     cmdRowsCsv->setEnabled(!lines.empty());
 }
 

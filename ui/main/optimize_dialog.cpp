@@ -18,6 +18,7 @@ namespace orva::ui {
 namespace {
 
 constexpr int kPollMs = 50;
+constexpr int kTableChars = 78; ///< with three areas
 
 /// "_" for none.
 QString decibels(double rms, const char* unit = "dB")
@@ -74,7 +75,10 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, const FitLineTa
     connect(m_more, &SearchMore::changed, this, &OptimizeDialog::chooseCandidates);
     layout->addWidget(m_more, 1, 0, 1, 2);
     tblResults = newFigureTable("tblResults", this);
+    tblResults->setMinimumWidth(tblResults->fontMetrics().averageCharWidth() * kTableChars);
     tblResults->hide();
+    m_rateLabel->hide();
+    lblRate->hide();
     connect(tblResults, &QTableWidget::itemSelectionChanged, this, &OptimizeDialog::chooseRows);
     layout->addWidget(tblResults, 1, 2);
     layout->setColumnStretch(2, 1);
@@ -264,7 +268,6 @@ void OptimizeDialog::showTexts()
     m_more->showTexts();
     cmdCommit->setText(text(Text::AcceptSelected));
     cmdCancel->setText(text(Text::Cancel));
-    lblArea->setText(QString::number(m_editor.view().SelectedArea));
     showToTest();
     showFitLabels();
     showState();
@@ -289,6 +292,10 @@ void OptimizeDialog::showState()
 
 void OptimizeDialog::showToTest()
 {
+    QStringList areas;
+    for (const WeightedArea& area : m_run.choice().areas)
+        areas += QString::number(area.number);
+    lblArea->setText(areas.join(", "));
     const auto count = m_run.count();
     lblToTest->setText(count ? QString::number(*count)
                              : m_editor.session().text(Text::TooManyToCount));
@@ -551,8 +558,7 @@ CurvePicture OptimizeDialog::curves(int points)
     const auto selected = static_cast<std::size_t>(m_run.form().selected());
     for (std::size_t k = 0; k < m_curves.size(); ++k)
         if (k != selected &&
-            (rows.size() < 2 ||
-             rows.contains(tblResults->model()->index(static_cast<int>(k), 0))))
+            (rows.size() < 2 || rows.contains(tblResults->model()->index(static_cast<int>(k), 0))))
             picture.curves.push_back({m_curves[k], kColours[k], 1});
     picture.curves.push_back({m_curves[selected], kColours[selected], 2}); // on top of the others
     return picture;

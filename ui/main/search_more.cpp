@@ -91,10 +91,12 @@ QWidget* SearchMore::freeColumn()
                           2, 1 + i);
     chkQuickOnly = check("chkQuickOnly", 3);
     constexpr double kMost = 1e9;
-    layout->addWidget(
-        entry("txtBudget", m_budget,
-              [](double figure) { return figure >= 1 && figure <= kMost && figure == std::floor(figure); }),
-        3, 1, 1, 2);
+    layout->addWidget(entry("txtBudget", m_budget,
+                            [](double figure) {
+                                return figure >= 1 && figure <= kMost &&
+                                       figure == std::floor(figure);
+                            }),
+                      3, 1, 1, 2);
     layout->setRowStretch(4, 1);
     return column;
 }

@@ -20,7 +20,7 @@ QTableWidget* newFigureTable(const char* name, QWidget* parent)
 }
 
 void fillTable(QTableWidget& table, const QStringList& heads,
-          const std::vector<std::vector<std::string>>& rows)
+               const std::vector<std::vector<std::string>>& rows)
 {
     table.setColumnCount(static_cast<int>(heads.size()));
     table.setHorizontalHeaderLabels(heads);
