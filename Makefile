@@ -96,7 +96,7 @@ fuzz: packages
 COMMANDS = new,show,geometry,rigging,levels,map,optimize,aim,subarray,report
 check-reference: all
 	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS) && \
-	    $(REFERENCE)/check.py --cli $(CLI) --cases $(REFERENCE)/beyond/cases --data $(REFERENCE)/beyond/data --commands levels,spectrum,optimize; \
+	    $(REFERENCE)/check.py --cli $(CLI) --cases $(REFERENCE)/beyond/cases --data $(REFERENCE)/beyond/data --commands levels,spectrum,optimize,compare; \
 	else echo "$(REFERENCE) is not here: nothing to check"; fi
 
 # Drives the real window from outside, where the driver is.

@@ -34,6 +34,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     addRiggingCommand(program, work);
     addLevelsCommand(program, work);
     addSpectrumCommand(program, work);
+    addCompareCommand(program, work);
     addMapCommand(program, work);
     addOptimizeCommand(program, work);
     addAimCommand(program, work);

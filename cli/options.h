@@ -111,6 +111,7 @@ void addOptimizeCommand(CLI::App& program, Work& work);
 void addAimCommand(CLI::App& program, Work& work);
 void addReportCommand(CLI::App& program, Work& work);
 void addSpectrumCommand(CLI::App& program, Work& work);
+void addCompareCommand(CLI::App& program, Work& work);
 void addSubArrayCommand(CLI::App& program, Work& work);
 
 } // namespace orva

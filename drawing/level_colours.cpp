@@ -1,7 +1,10 @@
 #include "drawing/level_colours.h"
 
+#include "drawing/diverging_colours.h"
 #include "drawing/even_colours.h"
 #include "drawing/spl_colour.h"
+
+#include <algorithm>
 
 namespace orva {
 
@@ -39,16 +42,39 @@ const std::array<Colour, 256>& risingHues()
 
 LevelColours::LevelColours(const MapStyle& style, float largestDb,
                            std::optional<double> audienceMeanDb)
-    : m_roundAudience(style.range == MapRange::Audience && audienceMeanDb.has_value())
+    : m_ownRange(style.range == MapRange::Audience && audienceMeanDb.has_value())
 {
     const HueRange given = HueRange::of(largestDb);
-    m_startDb = m_roundAudience ? *audienceMeanDb - kBelowMeanDb : given.startDb;
-    m_spanDb = m_roundAudience ? kBelowMeanDb + kAboveMeanDb : given.spanDb;
-    m_repeats = style.colours == MapColours::Classic && !m_roundAudience;
+    m_startDb = m_ownRange ? *audienceMeanDb - kBelowMeanDb : given.startDb;
+    m_spanDb = m_ownRange ? kBelowMeanDb + kAboveMeanDb : given.spanDb;
+    m_repeats = style.colours == MapColours::Classic && !m_ownRange;
     m_colours = m_repeats                              ? &hues()
                 : style.colours == MapColours::Classic ? &risingHues()
                                                        : &evenColours();
     m_stepsPerDb = (m_repeats ? -256.0F : 256.0F) / m_spanDb;
+}
+
+LevelColours LevelColours::ofDifference(float smallestDb, float largestDb)
+{
+    static const auto kColours = [] {
+        std::array<Colour, 256> colours{};
+        for (std::size_t i = 0; i < colours.size(); ++i)
+            colours[i] = divergingColour((static_cast<double>(i) + 0.5) / 128 - 1);
+        return colours;
+    }();
+    constexpr double kMostDb = 12;
+    double most = 1;
+    for (const float level : {smallestDb, largestDb})
+        if (std::isfinite(level))
+            most = std::clamp(std::ceil(std::abs(static_cast<double>(level))), most, kMostDb);
+    LevelColours colours;
+    colours.m_colours = &kColours;
+    colours.m_startDb = -most;
+    colours.m_spanDb = 2 * most;
+    colours.m_stepsPerDb = 256 / colours.m_spanDb;
+    colours.m_repeats = false;
+    colours.m_ownRange = true;
+    return colours;
 }
 
 Colour textColourOn(Colour colour)

@@ -16,6 +16,9 @@ public:
     /// 6 dB above; without one, or where the style says so, the given range: 50 to 120 dB for
     /// absolute maps (largest level 50 dB or more), else -75 to 5 dB.
     LevelColours(const MapStyle& style, float largestDb, std::optional<double> audienceMeanDb);
+    /// For a map of differences: blue below 0, orange above it, the same whole dB to either side, 1
+    /// to 12.
+    static LevelColours ofDifference(float smallestDb, float largestDb);
 
     /// Of a finite level. The given colours of the given range repeat outside it; all others end
     /// with their first and last colour.
@@ -31,16 +34,18 @@ public:
 
     double startDb() const { return m_startDb; }
     double endDb() const { return m_startDb + m_spanDb; }
-    /// Whether the range is that round the audience.
-    bool roundAudience() const { return m_roundAudience; }
+    /// Whether the range is that of the figures, not one of those given.
+    bool ownRange() const { return m_ownRange; }
 
 private:
+    LevelColours() = default;
+
     const std::array<Colour, 256>* m_colours;
     double m_startDb;
     double m_spanDb;
     double m_stepsPerDb;
     bool m_repeats;
-    bool m_roundAudience;
+    bool m_ownRange;
 };
 
 /// Black or white, whichever can be read on a colour.

@@ -17,7 +17,10 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
     GRoomSetup(surface, room);
     LabelPlaces labels(surface);
     if (content.map) {
-        const LevelColours colours(options.map, content.map->max, content.audienceMeanDb);
+        const LevelColours colours =
+            content.difference
+                ? LevelColours::ofDifference(content.map->min, content.map->max)
+                : LevelColours(options.map, content.map->max, content.audienceMeanDb);
         RenderSPLMap(surface, room, *content.grid, *content.map, colours);
         occupyMapLegend(labels, surface, *content.map, options);
         if (options.map.contours)

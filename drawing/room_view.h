@@ -14,6 +14,7 @@ namespace orva {
 struct RoomViewContent {
     const MapGrid* grid = nullptr; ///< with `map`
     const SummedMap* map = nullptr;
+    bool difference = false;              ///< the map is that of two arrays
     std::optional<double> audienceMeanDb; ///< of the levels along the areas
     bool aimingLines = true;
     BassBoxView bassBox;

@@ -64,12 +64,12 @@ void drawColourBar(DrawingSurface& surface, const SummedMap& map, const LevelCol
     const ScaleKeeper keeper(surface);
     ResetScale(surface);
     // As many whole dB as both ends need, at most a hundred steps.
-    const bool audience = colours.roundAudience();
+    const bool own = colours.ownRange();
     const double lowest =
-        !audience && std::isfinite(map.min) ? static_cast<double>(map.min) : colours.startDb();
+        !own && std::isfinite(map.min) ? static_cast<double>(map.min) : colours.startDb();
     const int low = static_cast<int>(std::floor(lowest));
     const int high =
-        std::max(static_cast<int>(std::ceil(audience ? colours.endDb() : map.max)), low + 1);
+        std::max(static_cast<int>(std::ceil(own ? colours.endDb() : map.max)), low + 1);
     const double height = colourBarHeight(surface);
     double narrowest = 20;
     for (const int level : {low, high})
