@@ -114,7 +114,7 @@ Result<Done> addMap(Pair& pair, const Options& options, PendingFiles& files)
         RoomViewContent content;
         content.grid = &*grid;
         content.map = &map;
-        content.difference = true;
+        content.figures = MapFigures::Differences;
         content.aimingLines = false;
         DrawRoomView(surface, pair.a.project.room, pair.a.project.array, content,
                      pair.a.air.SpeedOfSound, options.common.drawing());

@@ -67,14 +67,19 @@ LevelColours LevelColours::ofDifference(float smallestDb, float largestDb)
     for (const float level : {smallestDb, largestDb})
         if (std::isfinite(level))
             most = std::clamp(std::ceil(std::abs(static_cast<double>(level))), most, kMostDb);
-    LevelColours colours;
-    colours.m_colours = &kColours;
-    colours.m_startDb = -most;
-    colours.m_spanDb = 2 * most;
-    colours.m_stepsPerDb = 256 / colours.m_spanDb;
-    colours.m_repeats = false;
-    colours.m_ownRange = true;
-    return colours;
+    return {Range{-most, 2 * most}, kColours};
+}
+
+LevelColours LevelColours::ofEvenness(float smallestDb)
+{
+    static const auto kColours = [] {
+        std::array<Colour, 256> colours = evenColours();
+        std::reverse(colours.begin(), colours.end());
+        return colours;
+    }();
+    constexpr double kSpanDb = 6;
+    const double start = std::isfinite(smallestDb) ? static_cast<double>(smallestDb) : 0;
+    return {Range{std::floor(start), kSpanDb}, kColours};
 }
 
 Colour textColourOn(Colour colour)

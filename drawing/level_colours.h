@@ -19,6 +19,8 @@ public:
     /// For a map of differences: blue below 0, orange above it, the same whole dB to either side, 1
     /// to 12.
     static LevelColours ofDifference(float smallestDb, float largestDb);
+    /// For a map of distances from a mean: bright where they are smallest, over 6 dB.
+    static LevelColours ofEvenness(float smallestDb);
 
     /// Of a finite level. The given colours of the given range repeat outside it; all others end
     /// with their first and last colour.
@@ -38,7 +40,19 @@ public:
     bool ownRange() const { return m_ownRange; }
 
 private:
-    LevelColours() = default;
+    struct Range {
+        double startDb;
+        double spanDb;
+    };
+    LevelColours(Range range, const std::array<Colour, 256>& colours)
+        : m_colours(&colours),
+          m_startDb(range.startDb),
+          m_spanDb(range.spanDb),
+          m_stepsPerDb(256 / range.spanDb),
+          m_repeats(false),
+          m_ownRange(true)
+    {
+    }
 
     const std::array<Colour, 256>* m_colours;
     double m_startDb;

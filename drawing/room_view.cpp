@@ -17,10 +17,12 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
     GRoomSetup(surface, room);
     LabelPlaces labels(surface);
     if (content.map) {
+        const SummedMap& map = *content.map;
         const LevelColours colours =
-            content.difference
-                ? LevelColours::ofDifference(content.map->min, content.map->max)
-                : LevelColours(options.map, content.map->max, content.audienceMeanDb);
+            content.figures == MapFigures::Differences ? LevelColours::ofDifference(map.min, map.max)
+            : content.figures == MapFigures::Evenness
+                ? LevelColours::ofEvenness(map.min)
+                : LevelColours(options.map, map.max, content.audienceMeanDb);
         RenderSPLMap(surface, room, *content.grid, *content.map, colours);
         occupyMapLegend(labels, surface, *content.map, options);
         if (options.map.contours)

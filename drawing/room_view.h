@@ -10,11 +10,13 @@
 
 namespace orva {
 
+enum class MapFigures { Levels, Differences, Evenness };
+
 /// What the room view shows besides the room and the array.
 struct RoomViewContent {
     const MapGrid* grid = nullptr; ///< with `map`
     const SummedMap* map = nullptr;
-    bool difference = false;              ///< the map is that of two arrays
+    MapFigures figures = MapFigures::Levels; ///< that the map shows
     std::optional<double> audienceMeanDb; ///< of the levels along the areas
     bool aimingLines = true;
     BassBoxView bassBox;

@@ -26,6 +26,7 @@ struct ViewState {
     std::vector<Point> pins;        ///< markers of the probe
     static constexpr std::size_t kMostPins = 8;
     bool pinning = false;  ///< clicks set markers
+    bool hanging = false;  ///< the section shows where to hang the array
     bool allAreas = false; ///< the curve picture shows others than the selected one
     std::array<bool, 3> curveAreas{true, true, true}; ///< which of them
     double rowPitchM = 0.9;

@@ -1,5 +1,6 @@
 #include "main/array_column.h"
 
+#include "engine/parallel.h"
 #include "lang/number_text.h"
 #include "widgets/controls.h"
 
@@ -58,6 +59,11 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
 {
     makeLists();
     makeScroller();
+    constexpr int kRestMs = 20; // of edits in a row the last one counts
+    m_steps.setSingleShot(true);
+    m_steps.setInterval(kRestMs);
+    connect(&m_steps, &QTimer::timeout, this, &ArrayColumn::showSteps);
+    connect(&editor, &Editor::levelsChosen, this, &ArrayColumn::followSteps);
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_area, 0, 0, 3, 1);
@@ -101,6 +107,16 @@ void ArrayColumn::makeLists()
             break;
         cmbAngle[at] = named<ListBox>(elementName("cmbAngle", i), m_boxes);
         grid->addWidget(cmbAngle[at], 2 * i + 1, 3, 2, 1);
+        cmdUp[at] = new StepButton(elementName("cmdUp", i), true, m_boxes);
+        cmdDown[at] = new StepButton(elementName("cmdDown", i), false, m_boxes);
+        auto* steps = new QHBoxLayout;
+        steps->setSpacing(0);
+        for (StepButton* button : {cmdUp[at], cmdDown[at]}) {
+            steps->addWidget(button);
+            connect(button, &QToolButton::clicked, this,
+                    [this, i, up = button == cmdUp[at]] { m_editor.turnBox(i + 1, up ? 1 : -1); });
+        }
+        grid->addLayout(steps, 2 * i + 1, 5, 2, 1);
         cmbAngle[at]->installEventFilter(this);
         connect(cmbAngle[at], &QComboBox::activated, this, [this, i](int index) {
             if (index != m_editor.setup().cmbAngle[static_cast<std::size_t>(i)].selected)
@@ -173,12 +189,61 @@ void ArrayColumn::display()
         const bool joint = static_cast<int>(i) + 1 < setup.total();
         cmbAngle[i]->setVisible(joint);
         cmbAngle[i]->setEnabled(enabled);
+        for (StepButton* button : {cmdUp[i], cmdDown[i]})
+            button->setVisible(joint);
         if (joint)
             showList(*cmbAngle[i], setup.cmbAngle[i], m_editor.session().text(Text::InvalidAngle));
     }
     displayPlaces();
+    followSteps();
     updateWidth();
     updateScrollRange();
+}
+
+void ArrayColumn::followSteps()
+{
+    if (m_editor.calculable() && !m_editor.view().locked) {
+        if (!m_steps.isActive())
+            m_steps.start();
+        return;
+    }
+    m_steps.stop();
+    for (std::size_t i = 0; i < cmdUp.size(); ++i)
+        for (StepButton* button : {cmdUp[i], cmdDown[i]})
+            button->clearEffect(m_editor.session().text(Text::NoStep));
+}
+
+/// What a step of each joint would do, beside it.
+void ArrayColumn::showSteps()
+{
+    if (!m_editor.calculable() || !isVisible())
+        return;
+    Session& session = m_editor.session();
+    const LineArray& array = m_editor.array();
+    const Hearing hearing{*session.state().levelKernel(), session.state().speakerData.BandLevel,
+                          areaReceivers(m_editor.room()), m_editor.view().levels.choice()};
+    const std::optional<Evenness> now = evennessOf(hearing, array);
+    const std::vector<JointSteps> steps =
+        now ? jointSteps(hearing, array, coreCount()) : std::vector<JointSteps>();
+    for (std::size_t i = 0; i < cmdUp.size(); ++i)
+        for (const bool up : {true, false}) {
+            StepButton& button = up ? *cmdUp[i] : *cmdDown[i];
+            if (i >= steps.size()) {
+                button.clearEffect(session.text(Text::NoStep));
+                continue;
+            }
+            const std::optional<Evenness>& then = up ? steps[i].up : steps[i].down;
+            button.setEffect(*now, then);
+            const int angle = array.GIAGetAllAngle()[i + 1] + (up ? 1 : -1);
+            button.setToolTip(
+                then ? session.text(Message(
+                           Text::StepEffect,
+                           {plainText(LineArray::splayAngle(static_cast<std::int16_t>(angle)), 2) +
+                                "°",
+                            fixedText(then->rms, 2), fixedText(now->rms, 2),
+                            fixedText(then->spread, 1), fixedText(now->spread, 1)}))
+                     : session.text(Text::NoStep));
+        }
 }
 
 void ArrayColumn::displayPlaces()

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "main/editor.h"
+#include "main/step_button.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolButton>
 #include <array>
 
@@ -53,6 +55,8 @@ private:
     void updateWidth();
     void updateScrollRange();
     void displayPlaces();
+    void followSteps();
+    void showSteps();
 
     Editor& m_editor;
     bool m_keepsEnd = false;
@@ -67,6 +71,9 @@ private:
     std::array<QLabel*, SetupForm::kPositions> m_tilts;
     std::array<QComboBox*, SetupForm::kPositions> cmbType;
     std::array<QComboBox*, SetupForm::kJoints> cmbAngle;
+    std::array<StepButton*, SetupForm::kJoints> cmdUp;
+    std::array<StepButton*, SetupForm::kJoints> cmdDown;
+    QTimer m_steps; ///< what steps of the joints would do is asked for
 };
 
 } // namespace orva::ui

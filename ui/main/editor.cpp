@@ -273,6 +273,14 @@ void Editor::pin(const Point& place)
     emit pinned();
 }
 
+void Editor::setHanging(bool hanging)
+{
+    if (hanging == m_view.hanging)
+        return;
+    m_view.hanging = hanging;
+    emit hangingChanged();
+}
+
 void Editor::unpin(std::size_t index)
 {
     m_view.pins.erase(m_view.pins.begin() + static_cast<std::ptrdiff_t>(index));

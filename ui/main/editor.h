@@ -103,6 +103,8 @@ public:
     void pin(const Point& place);
     void unpin(std::size_t index);
     void setPinning(bool pinning) { m_view.pinning = pinning; }
+    /// Whether the section shows where to hang the array; ends with the lock.
+    void setHanging(bool hanging);
     void setAllAreas(bool all) { m_view.allAreas = all; }
     /// Whether the curve picture shows area 1, 2 or 3 beside the selected one.
     void setCurveArea(int number, bool shown)
@@ -156,6 +158,7 @@ signals:
     void boxSelected();
     void probed();
     void pinned();
+    void hangingChanged();
     /// What is being typed ends as it stands: a step is taken back.
     void typingEnds();
     /// A step was taken back, or again; where the lock held it, that has ended.

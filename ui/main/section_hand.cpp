@@ -261,6 +261,7 @@ bool SectionHand::key(const QKeyEvent& event)
         return event.key() != Qt::Key_Escape; // nothing else happens meanwhile
     switch (event.key()) {
     case Qt::Key_Escape:
+        m_editor.setHanging(false);
         m_selected.reset();
         m_editor.selectBox({});
         return true;

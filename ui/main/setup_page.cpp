@@ -220,8 +220,14 @@ QWidget* SetupPage::pointsFrame()
     };
     Label18 = named<QLabel>("Label18", frame);
     layout->addWidget(Label18, 0, 0, 1, 6);
+    cmdHang = named<QPushButton>("cmdHang", frame);
+    cmdHang->setCheckable(true);
+    connect(cmdHang, &QPushButton::clicked, &m_editor, &Editor::setHanging);
+    connect(&m_editor, &Editor::hangingChanged, this,
+            [this] { cmdHang->setChecked(m_editor.view().hanging); });
+    layout->addWidget(cmdHang, 2, 0, 1, 6);
     Label15 = named<QLabel>("Label15", frame);
-    layout->addWidget(Label15, 2, 0, 1, 6);
+    layout->addWidget(Label15, 3, 0, 1, 6);
     bassX_lbl = named<QLabel>("bassX_lbl", frame);
     bassY_lbl = named<QLabel>("bassY_lbl", frame);
     QLabel* const bassAxes[] = {bassX_lbl, bassY_lbl};
@@ -239,9 +245,9 @@ QWidget* SetupPage::pointsFrame()
         yesNo->addWidget(optBassYesNo[i]);
     }
     yesNo->addStretch();
-    layout->addLayout(yesNo, 3, 0, 1, 6);
+    layout->addLayout(yesNo, 4, 0, 1, 6);
     for (int i = 0; i < 2; ++i) {
-        BassBox_txt[i] = entry("BassBox_txt", i, 4, 3 * i, bassAxes[i]);
+        BassBox_txt[i] = entry("BassBox_txt", i, 5, 3 * i, bassAxes[i]);
         addPoint(BassBox_txt[i], Text::StepBassBox, static_cast<std::size_t>(i),
                  &LineArray::GFAGetBassBoxCoord, &LineArray::GBSetBassBoxCoord);
     }
@@ -252,11 +258,11 @@ QWidget* SetupPage::pointsFrame()
     });
     ShowDelay_chk = named<QCheckBox>("ShowDelay_chk", frame);
     connect(ShowDelay_chk, &QCheckBox::clicked, &m_editor, &Editor::setShowDelay);
-    layout->addWidget(ShowDelay_chk, 5, 0, 1, 6);
+    layout->addWidget(ShowDelay_chk, 6, 0, 1, 6);
     Lock_chk = named<QCheckBox>("Lock_chk", frame);
     connect(Lock_chk, &QCheckBox::clicked, &m_editor, &Editor::setLocked);
-    layout->addWidget(lineDivider(frame), 6, 0, 1, 6);
-    layout->addWidget(Lock_chk, 7, 0, 1, 6);
+    layout->addWidget(lineDivider(frame), 7, 0, 1, 6);
+    layout->addWidget(Lock_chk, 8, 0, 1, 6);
     return frame;
 }
 
@@ -275,6 +281,7 @@ void SetupPage::showTexts()
     Label11->setText(text(Text::Remainder));
     cmdAuto->setText(text(Text::Auto));
     Label18->setText(text(Text::CradlePickPoint).simplified());
+    cmdHang->setText(text(Text::HangLabel));
     for (int i = 0; i < 2; ++i)
         m_cradleAxes[i]->setText(text(i == 0 ? Text::XLabel : Text::YLabel));
     Label15->setText(text(Text::IncludeBassBox));
@@ -371,6 +378,7 @@ void SetupPage::displayPoints()
     const QString where = m_editor.session().text(Text::InvalidOutside);
     for (std::size_t i = 0; i < 2; ++i) {
         Cradle_txt[i]->setEnabled(enabled);
+        cmdHang->setEnabled(enabled);
         markInvalid(*Cradle_txt[i], outside.cradle[i], where);
         BassBox_txt[i]->setEnabled(enabled && bass);
         markInvalid(*BassBox_txt[i], outside.bassBox[i], where);

@@ -76,6 +76,7 @@ private:
     QPushButton* cmdAuto;
 
     QLabel* Label18;
+    QPushButton* cmdHang;
     QLabel* m_cradleAxes[2];
     QLineEdit* Cradle_txt[2];
     QLabel* Label15;

@@ -73,6 +73,7 @@ void ViewPanel::makeRoomView()
     Main_pbx->setPrepare([this] { prepareRoom(); });
     m_hand = new SectionHand(m_editor, *Main_pbx, true);
     Main_pbx->setOverlay([this](DrawingSurface& surface) {
+        m_hang->drawOverlay(surface);
         m_hand->drawOverlay(surface);
         drawPins(surface);
         if (!m_areaUnderMouse || m_hand->dragging())
@@ -98,7 +99,10 @@ void ViewPanel::makeRoomView()
                 if (button == Qt::LeftButton)
                     selectArea(position);
             });
-    m_hand->setClick([this](QPointF position) { return pinOrUnpin(position); });
+    m_hang = new HangGuide(m_editor, *Main_pbx);
+    m_hand->setClick([this](QPointF position) {
+        return m_hang->click(position) || pinOrUnpin(position);
+    });
     connect(&m_editor, &Editor::pinned, Main_pbx, qOverload<>(&QWidget::update));
     connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map().Valid = false; });
 }
@@ -303,6 +307,12 @@ void ViewPanel::prepareRoom()
         m_followMap();
     chkAiming->setEnabled(m_editor.view().map.shown.has_value());
     m_room = m_editor.roomViewContent(aimingLines());
+    if (const HangMap* map = m_hang->map()) {
+        m_room.grid = &map->grid;
+        m_room.map = &map->rms;
+        m_room.figures = MapFigures::Evenness;
+        m_room.aimingLines = false;
+    }
     int number = 0;
     for (const int points : profilePointsOf(m_editor.room(), std::max(1, Main_pbx->width()),
                                             std::max(1, Main_pbx->height()))) {

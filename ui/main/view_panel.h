@@ -1,5 +1,6 @@
 #pragma once
 
+#include "main/hang_guide.h"
 #include "main/level_pages.h"
 #include "main/page.h"
 #include "main/section_hand.h"
@@ -86,6 +87,7 @@ private:
 
     DrawingWidget* Main_pbx;
     SectionHand* m_hand;
+    HangGuide* m_hang;
     DrawingWidget* AreaSpl_pbx;
     LevelPages* m_pages;
     QSplitter* m_bottom;
