@@ -2,7 +2,8 @@
 // 1920 x 1080. Writes live figures in ms beside the time of the kernel alone for the same map. And
 // how long the pointer waits while it drags the array, and how old the picture gets meanwhile.
 #include "engine/parallel.h"
-#include "engine/spl_map.h"
+#include "engine/spl_difference.h"
+#include "optimize/hang_map.h"
 #include "window_bench.h"
 
 #include <QAction>
@@ -140,6 +141,7 @@ public:
     bool coarse() { return m_window.editor().view().map.coarse; }
     void waitForFine()
     {
+        QApplication::processEvents(); // what has changed is followed
         while (coarse())
             QTest::qWait(1);
         QApplication::processEvents();
@@ -197,6 +199,25 @@ public:
         QTest::mouseRelease(view, Qt::LeftButton, {}, (start + QPointF(110, 50)).toPoint());
         view->removeEventFilter(&drag);
     }
+    Hearing hearing()
+    {
+        return {*m_session.state().levelKernel(), m_session.state().speakerData.BandLevel,
+                areaReceivers(m_window.editor().room()), m_window.editor().view().levels.choice()};
+    }
+    const Project& project() { return m_window.editor().document().state().project; }
+    /// The map of one array less that of another one.
+    void drawDifference()
+    {
+        const Hearing heard = hearing();
+        const MapGrid grid = m_window.editor().view().map.grid;
+        const auto mapOf = [&](RawSplCache& cache) {
+            cache.clear();
+            CalcRawSPL(heard.kernel, project().array, grid, heard.choice.bands, coreCount(), {},
+                       cache);
+            return *CalcSummedSPL(cache, heard.levels, grid, heard.choice, coreCount(), {});
+        };
+        mapDifference(mapOf(m_planes[0]), mapOf(m_planes[1]));
+    }
     double kernelMs()
     {
         waitForFine();
@@ -213,10 +234,10 @@ public:
         return median(ms);
     }
     Row row(const char* name, double mostMs, const std::function<void()>& act,
-            const std::function<void()>& rest = {})
+            const std::function<void()>& rest = {}, int runs = kRuns)
     {
         std::vector<double> ms;
-        for (int run = 0; run < kRuns; ++run) {
+        for (int run = 0; run < runs; ++run) {
             ms.push_back(msOf(act));
             if (rest)
                 rest();
@@ -229,6 +250,7 @@ private:
     ui::Session& m_session;
     int m_pointer = 0;
     Paints m_paints;
+    RawSplCache m_planes[2];
 };
 
 } // namespace
@@ -258,6 +280,24 @@ int main(int argc, char** argv)
         {"drag-wait-99", drag.waits[drag.waits.size() * 99 / 100], bench.kernelMs(), 33});
     rows.push_back(
         {"drag-age", *std::max_element(drag.ages.begin(), drag.ages.end()), bench.kernelMs(), 50});
+    rows.push_back(bench.row("difference-map", 16, [&] { bench.drawDifference(); }));
+    bench.choose("numAreas_cmb", 2);
+    for (const char* mode : {"PinAngle_opt(1)", "PinAngle_opt(0)"}) {
+        const bool pin = mode[13] == '0';
+        bench.find<QAbstractButton>(mode)->click();
+        rows.push_back(bench.row(pin ? "sensitivity-pin" : "sensitivity", pin ? 30 : 16, [&] {
+            jointSteps(bench.hearing(), bench.project().array, coreCount());
+        }));
+    }
+    bench.choose("cmbNumSpk", 11);
+    const auto hang = [&](double rasterM) {
+        return [&bench, rasterM] {
+            hangMap(bench.hearing(), bench.project(), rasterM, coreCount(), {});
+        };
+    };
+    rows.push_back(bench.row("hang-first", 100, hang(1), {}, 20));
+    rows.push_back(bench.row("hang", 800, hang(0.25), {}, 5));
+    bench.choose("cmbNumSpk", 23);
     bench.enter("RoomWidth_txt", "120");
     bench.enter("RoomHeight_txt", "30");
     bench.waitForFine();

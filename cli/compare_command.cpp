@@ -3,9 +3,7 @@
 #include "drawing/room_view.h"
 #include "engine/area_figures.h"
 #include "engine/spl_difference.h"
-#include "lang/number_text.h"
 
-#include <cmath>
 #include <memory>
 
 namespace orva {
@@ -64,18 +62,6 @@ SummedMap mapOf(OpenProject& project, const MapGrid& grid, const Options& option
                           options.common.threads, {});
 }
 
-/// A row per line, top row first; empty where one of them is silent.
-std::string csvOf(const SummedMap& map, const MapGrid& grid)
-{
-    std::string csv;
-    for (std::size_t cell = 0; cell < map.levels.size(); ++cell) {
-        if (std::isfinite(map.levels[cell]))
-            csv += fixedText(map.levels[cell], 3);
-        csv += (cell + 1) % static_cast<std::size_t>(grid.columns) == 0 ? '\n' : ',';
-    }
-    return csv;
-}
-
 Json areaJson(int number, Pair& pair, const Options& options)
 {
     const Segment area = pair.a.project.room.area(number);
@@ -108,7 +94,7 @@ Result<Done> addMap(Pair& pair, const Options& options, PendingFiles& files)
     const SummedMap map =
         mapDifference(mapOf(pair.a, *grid, options), mapOf(pair.b, *grid, options));
     if (!options.csvFile.empty())
-        if (auto added = files.add(options.csvFile, csvOf(map, *grid)); !added)
+        if (auto added = files.add(options.csvFile, mapCsv(map, *grid)); !added)
             return added;
     const auto draw = [&](DrawingSurface& surface) {
         RoomViewContent content;

@@ -3,7 +3,6 @@
 #include "cli/progress_bar.h"
 #include "drawing/room_view.h"
 #include "engine/spl_map.h"
-#include "lang/number_text.h"
 
 #include <chrono>
 #include <memory>
@@ -18,16 +17,6 @@ struct Options : ProjectOptions {
     std::string csvFile;
     PictureOptions picture;
 };
-
-std::string csvOf(const SummedMap& map, const MapGrid& grid)
-{
-    std::string csv;
-    for (std::size_t cell = 0; cell < map.levels.size(); ++cell) {
-        csv += fixedText(map.levels[cell], 3);
-        csv += (cell + 1) % static_cast<std::size_t>(grid.columns) == 0 ? '\n' : ',';
-    }
-    return csv;
-}
 
 /// Runs a stage of the map under a progress bar; returns its seconds.
 template<typename Stage>
@@ -95,7 +84,7 @@ Result<Done> calculateMap(const Options& options, const Console& console)
 
     PendingFiles files;
     if (!options.csvFile.empty())
-        if (auto added = files.add(options.csvFile, csvOf(*map, *grid)); !added)
+        if (auto added = files.add(options.csvFile, mapCsv(*map, *grid)); !added)
             return added;
     Result<Done> drawn = Done{};
     const float drawSeconds = timed(options, console, "Drawing", [&](const Progress&) {

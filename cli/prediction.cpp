@@ -1,5 +1,6 @@
 #include "cli/prediction.h"
 
+#include "lang/number_text.h"
 #include "model/contradictions.h"
 
 namespace orva {
@@ -60,6 +61,16 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
         return *imported->error;
     warnOf(*imported);
     return project;
+}
+
+std::string mapCsv(const SummedMap& map, const MapGrid& grid)
+{
+    std::string csv;
+    for (std::size_t cell = 0; cell < map.levels.size(); ++cell) {
+        csv += fixedText(map.levels[cell], 3);
+        csv += (cell + 1) % static_cast<std::size_t>(grid.columns) == 0 ? '\n' : ',';
+    }
+    return csv;
 }
 
 } // namespace orva

@@ -2,6 +2,7 @@
 
 #include "app/state/application_state.h"
 #include "cli/options.h"
+#include "engine/spl_map.h"
 
 namespace orva {
 
@@ -18,5 +19,8 @@ Result<OpenProject> openForCalculation(const std::string& projectFile);
 /// the data of the project's system is not whole.
 Result<OpenProject> openForPrediction(const std::string& projectFile, const CommonOptions& options,
                                       const PredictionOptions& prediction, const Console& console);
+
+/// The figures of a map in dB with three decimals, a row per line, top row first; "-inf" for none.
+std::string mapCsv(const SummedMap& map, const MapGrid& grid);
 
 } // namespace orva

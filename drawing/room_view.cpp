@@ -19,7 +19,8 @@ void DrawRoomView(DrawingSurface& surface, const Room& room, const LineArray& ar
     if (content.map) {
         const SummedMap& map = *content.map;
         const LevelColours colours =
-            content.figures == MapFigures::Differences ? LevelColours::ofDifference(map.min, map.max)
+            content.figures == MapFigures::Differences
+                ? LevelColours::ofDifference(map.min, map.max)
             : content.figures == MapFigures::Evenness
                 ? LevelColours::ofEvenness(map.min)
                 : LevelColours(options.map, map.max, content.audienceMeanDb);

@@ -17,7 +17,7 @@ struct RoomViewContent {
     const MapGrid* grid = nullptr; ///< with `map`
     const SummedMap* map = nullptr;
     MapFigures figures = MapFigures::Levels; ///< that the map shows
-    std::optional<double> audienceMeanDb; ///< of the levels along the areas
+    std::optional<double> audienceMeanDb;    ///< of the levels along the areas
     bool aimingLines = true;
     BassBoxView bassBox;
     std::optional<float> fohDb; ///< level to print at the FOH

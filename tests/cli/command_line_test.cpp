@@ -72,6 +72,7 @@ TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
         "levels p.lad --temperature 50.1\nlevels p.lad --temperature -20.1\nmap p.lad --width 0\n"
         "spectrum p.lad\nspectrum p.lad --at 1\nspectrum p.lad --at 1,2,3\n"
         "spectrum p.lad --at 1,2 --area 1\nspectrum p.lad --at 1,2 --points 3\n"
+        "compare p.lad\ncompare p.lad q.lad more.lad\ncompare p.lad q.lad --points 0\n"
         "levels p.lad --humidity 0.5\nlevels p.lad --temperature nan\nlevels p.lad --threads "
         "0\nlevels p.lad --map-type loud\n"
         "levels p.lad --averaging fifth\nmap p.lad --cell 0\nmap p.lad --cell -1\n"
@@ -251,6 +252,47 @@ TEST_F(CommandLine, TheSpectrumAlongAnAreaAgreesWithItsLevels)
               run("spectrum " + project + " --band 4000 --a-weighted --area 1")
                   .json()["points"][0]["levels"][16])
         << "dry air absorbs more";
+}
+
+TEST_F(CommandLine, TheOtherWayRoundDifferencesAreTheOpposite)
+{
+    const std::string other = folder / "other.lad";
+    ASSERT_EQ(run("optimize " + project + " --area 1 --quick --limit 300 --out " + other).status,
+              0);
+    const auto figures = [&](const std::string& a, const std::string& b, const std::string& csv) {
+        const Json json =
+            run("compare " + a + " " + b + " --points 9 --cell 4 --csv " + csv).json();
+        std::ifstream file(csv);
+        std::stringstream text;
+        text << file.rdbuf();
+        return std::pair(json, text.str());
+    };
+    const auto [there, thereCsv] = figures(project, other, folder / "there.csv");
+    const auto [back, backCsv] = figures(other, project, folder / "back.csv");
+    EXPECT_EQ(there["foh"]["a"], back["foh"]["b"]);
+    EXPECT_EQ(there["foh"]["difference"].get<double>(), -back["foh"]["difference"].get<double>());
+    for (std::size_t area = 0; area < there["areas"].size(); ++area) {
+        EXPECT_EQ(there["areas"][area]["max"].get<double>(),
+                  -back["areas"][area]["min"].get<double>());
+        EXPECT_EQ(there["areas"][area]["spread"]["b"], back["areas"][area]["spread"]["a"]);
+    }
+    std::istringstream one(thereCsv);
+    std::istringstream two(backCsv);
+    int cells = 0;
+    for (std::string row; std::getline(one, row);) {
+        std::string opposite;
+        std::getline(two, opposite);
+        std::istringstream left(row);
+        std::istringstream right(opposite);
+        for (std::string cell; std::getline(left, cell, ','); ++cells) {
+            std::string against;
+            std::getline(right, against, ',');
+            EXPECT_EQ(std::stod(cell), -std::stod(against));
+        }
+    }
+    EXPECT_EQ(cells, 14);
+    const auto [same, zeros] = figures(project, project, folder / "same.csv");
+    EXPECT_EQ(same["areas"][0]["max"], 0);
 }
 
 TEST_F(CommandLine, LevelsWithoutARadiatingBoxAreNull)

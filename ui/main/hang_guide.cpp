@@ -62,8 +62,8 @@ void HangGuide::calculate(double rasterM)
                                   asked.choice};
             m_coming = hangMap(hearing, asked.project, rasterM, coreCount(),
                                [&](int, int) { return !stop(); });
-            m_comingBest = m_coming && !stop() ? bestPlace(hearing, asked.project, *m_coming)
-                                               : std::nullopt;
+            m_comingBest =
+                m_coming && !stop() ? bestPlace(hearing, asked.project, *m_coming) : std::nullopt;
         },
         [this, rasterM] {
             if (!m_coming)
@@ -112,12 +112,11 @@ void HangGuide::showFigures(QPointF position)
     const double factor = m_editor.lengthFactor();
     const std::optional<HangPlace> place = placeAt(position);
     const QString text =
-        place ? session.text(Message(Text::HangFigures,
-                                     {plainText(place->place.x * factor, 2),
-                                      plainText(place->place.y * factor, 2),
-                                      std::string(lengthUnit(session.textOptions())),
-                                      fixedText(place->evenness.rms, 2),
-                                      fixedText(place->evenness.spread, 1)}))
+        place ? session.text(Message(
+                    Text::HangFigures,
+                    {plainText(place->place.x * factor, 2), plainText(place->place.y * factor, 2),
+                     std::string(lengthUnit(session.textOptions())),
+                     fixedText(place->evenness.rms, 2), fixedText(place->evenness.spread, 1)}))
               : session.text(Text::HangNowhere);
     QToolTip::showText(m_view.mapToGlobal(position.toPoint()), text, &m_view);
 }

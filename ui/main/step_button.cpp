@@ -53,16 +53,16 @@ void StepButton::paintEvent(QPaintEvent*)
     if (underMouse() && isEnabled())
         fill = fill.lighter(115);
     const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
-                                   QPalette::Mid));
+    painter.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Mid));
     painter.setBrush(fill);
     painter.drawRoundedRect(frame, 2, 2);
     const QPointF middle = frame.center();
     const double arm = frame.width() / 4;
     const double tip = m_up ? -arm : arm;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
-                                     QPalette::ButtonText));
+    painter.setBrush(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
     painter.drawPolygon(QPolygonF({{middle.x() - arm, middle.y() - tip / 2},
                                    {middle.x() + arm, middle.y() - tip / 2},
                                    {middle.x(), middle.y() + tip}}));

@@ -100,9 +100,8 @@ void ViewPanel::makeRoomView()
                     selectArea(position);
             });
     m_hang = new HangGuide(m_editor, *Main_pbx);
-    m_hand->setClick([this](QPointF position) {
-        return m_hang->click(position) || pinOrUnpin(position);
-    });
+    m_hand->setClick(
+        [this](QPointF position) { return m_hang->click(position) || pinOrUnpin(position); });
     connect(&m_editor, &Editor::pinned, Main_pbx, qOverload<>(&QWidget::update));
     connect(Main_pbx, &DrawingWidget::resized, this, [this] { m_editor.map().Valid = false; });
 }
