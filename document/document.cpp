@@ -30,6 +30,7 @@ Changes changesBetween(const DocumentState& before, const DocumentState& after)
     changes.array = a.array != b.array;
     changes.subArray = a.subArray != b.subArray;
     changes.setup = before.setup != after.setup;
+    changes.variants = a.variants != b.variants || before.keptSetups != after.keptSetups;
     return changes;
 }
 

@@ -13,8 +13,9 @@ struct Changes {
     bool array = false;
     bool subArray = false;
     bool setup = false; ///< lists and entries of the setup
+    bool variants = false;
 
-    bool any() const { return room || texts || array || subArray || setup; }
+    bool any() const { return room || texts || array || subArray || setup || variants; }
 };
 Changes changesBetween(const DocumentState& before, const DocumentState& after);
 

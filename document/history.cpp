@@ -40,13 +40,15 @@ History::Step History::packed(const DocumentState& state, const Step* before)
             shared(state.project.array, last.array),
             shared(state.project.subArray, last.subArray),
             same ? last.setup : std::make_shared<const Setup>(setup),
+            shared(Beside{state.project.variants, state.keptSetups}, last.beside),
             {},
             {}};
 }
 
 DocumentState History::unpacked(const Step& step)
 {
-    DocumentState state{{*step.room, *step.array, *step.subArray}, {}};
+    DocumentState state{
+        {*step.room, *step.array, *step.subArray, step.beside->variants}, {}, step.beside->setups};
     const auto* const* place = step.setup->lists.data();
     SetupForm::eachList(state.setup, [&](ChoiceList& list) { list = **place++; });
     state.setup.setRest(step.setup->rest);

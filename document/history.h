@@ -17,6 +17,8 @@ namespace orva {
 struct DocumentState {
     Project project;
     SetupForm setup; ///< lists and entries as they stand, valid or not
+    /// The lists and entries of each variant that is kept beside it.
+    std::array<std::optional<SetupForm>, Variants::kMost> keptSetups{};
 
     friend bool operator==(const DocumentState&, const DocumentState&) = default;
 };
@@ -63,11 +65,19 @@ private:
         std::array<const ChoiceList*, SetupForm::kLists> lists;
         SetupForm::Rest rest;
     };
+    /// The variants and their lists, which rarely change.
+    struct Beside {
+        Variants variants;
+        std::array<std::optional<SetupForm>, Variants::kMost> setups;
+
+        friend bool operator==(const Beside&, const Beside&) = default;
+    };
     struct Step {
         std::shared_ptr<const Room> room;
         std::shared_ptr<const LineArray> array;
         std::shared_ptr<const SubArray> subArray;
         std::shared_ptr<const Setup> setup;
+        std::shared_ptr<const Beside> beside;
         StepName what; ///< that led here
         Gesture gesture;
     };

@@ -43,6 +43,9 @@ DocumentState documentOf(Project project)
     DocumentState state{std::move(project), {}};
     state.project.array.GFACalcCOM();
     state.setup.RefreshFromClass(state.project.array);
+    for (std::size_t i = 0; i < Variants::kMost; ++i)
+        if (const auto& kept = state.project.variants.kept[i])
+            state.keptSetups[i].emplace().RefreshFromClass(kept->array);
     return state;
 }
 

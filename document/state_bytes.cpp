@@ -133,6 +133,11 @@ std::vector<std::byte> writeState(const DocumentState& state)
     ByteWriter out;
     out.append(writeProject(state.project));
     writeSetup(out, state.setup);
+    for (const std::optional<SetupForm>& kept : state.keptSetups) {
+        out.i16(kept ? 1 : 0);
+        if (kept)
+            writeSetup(out, *kept);
+    }
     return out.bytes();
 }
 
@@ -143,11 +148,27 @@ Result<DocumentState> readState(std::span<const std::byte> bytes, std::string_vi
         return loaded.error();
     if (bytes.size() < kProjectFileBytes)
         return Error{Message(Text::NoSuchSetup), std::string(name)};
-    ByteReader in(bytes.subspan(kProjectFileBytes), name);
+    ByteReader in(bytes.subspan(loaded->size), name);
     Result<SetupForm> setup = readSetup(in);
     if (!setup)
         return setup.error();
-    return DocumentState{std::move(loaded->project), std::move(*setup)};
+    DocumentState state{std::move(loaded->project), std::move(*setup)};
+    if (loaded->size + in.offset() == bytes.size())
+        return state; // of a program that knew no variants
+    for (std::size_t i = 0; i < state.keptSetups.size(); ++i) {
+        if (auto there = in.need(2, Text::BlockSetup); !there)
+            return there.error();
+        const bool kept = in.i16() != 0;
+        if (kept != state.project.variants.kept[i].has_value())
+            return noSetup(in);
+        if (!kept)
+            continue;
+        Result<SetupForm> read = readSetup(in);
+        if (!read)
+            return read.error();
+        state.keptSetups[i] = std::move(*read);
+    }
+    return state;
 }
 
 } // namespace orva

@@ -33,6 +33,9 @@ public:
     /// Fills `values`; an error if one of them is not a finite number.
     Result<Done> finite(std::span<float> values, Text field);
 
+    /// Bytes that have been taken.
+    std::size_t offset() const { return m_offset; }
+
     /// An error at the field last taken.
     Error error(Message what) const;
 

@@ -3,6 +3,7 @@
 #include "model/line_array.h"
 #include "model/room.h"
 #include "model/sub_array.h"
+#include "model/variants.h"
 
 namespace orva {
 
@@ -11,6 +12,7 @@ struct Project {
     Room room;
     LineArray array;
     SubArray subArray;
+    Variants variants{};
 
     friend bool operator==(const Project&, const Project&) = default;
 };

@@ -1,5 +1,6 @@
 #include "model/project_file.h"
 
+#include "lang/utf8.h"
 #include "model/line_array_old.h"
 
 #include <algorithm>
@@ -49,6 +50,11 @@ Result<LineArray> readArray(ByteReader& in, int version)
     return array;
 }
 
+/// A block of the current version: an array and a sub array.
+constexpr std::size_t kKeptBytes = LineArray::kFileBytes + kSubArrayBytes;
+constexpr std::int16_t kVariantsVersion = 1;
+constexpr std::size_t kVariantsHeaderBytes = 8 + 2 + 4;
+
 Result<SubArray> readSubArray(ByteReader& in)
 {
     SubArray subArray;
@@ -60,6 +66,103 @@ Result<SubArray> readSubArray(ByteReader& in)
         !read)
         return read.error();
     return subArray;
+}
+
+void writeSubArray(ByteWriter& out, const SubArray& subArray)
+{
+    out.f32(subArray.SubPos);
+    out.f32(subArray.openingAngleDeg);
+}
+
+/// A name of a variant: UTF-8 without control characters.
+bool isName(std::string_view name)
+{
+    return printable(name) == name;
+}
+
+Result<Done> readVariant(ByteReader& in, const LineArray& current, std::size_t number,
+                         Variants& variants)
+{
+    const auto wrong = [&] { return in.error(Message(Text::NoSuchVariant)); };
+    if (auto there = in.need(2, Text::BlockVariants); !there)
+        return there;
+    const std::int16_t length = in.i16();
+    if (length < 0 || static_cast<std::size_t>(length) > Variants::kLongestName)
+        return wrong();
+    if (auto there = in.need(static_cast<std::size_t>(length) + 2, Text::BlockVariants); !there)
+        return there;
+    variants.names[number] = in.chars(static_cast<std::size_t>(length));
+    if (!isName(variants.names[number]))
+        return wrong();
+    const std::int16_t kept = in.i16();
+    if (kept != 0 && (kept != 1 || number == variants.current))
+        return wrong();
+    if (kept == 0)
+        return Done{};
+    if (auto there = in.need(kKeptBytes, Text::BlockVariants); !there)
+        return there;
+    Result<LineArray> array = readArray(in, kWrittenVersion);
+    if (!array)
+        return array.error();
+    if (array->GIGetArrayType() != current.GIGetArrayType())
+        return wrong();
+    Result<SubArray> subArray = readSubArray(in);
+    if (!subArray)
+        return subArray.error();
+    variants.kept[number] = KeptSetup{*array, *subArray};
+    return Done{};
+}
+
+/// What stands behind the mark.
+Result<Variants> readVariants(ByteReader& in, const LineArray& current)
+{
+    in.chars(kVariantsMark.size());
+    const std::int16_t version = in.i16();
+    if (version != kVariantsVersion)
+        return in.error(Message(Text::ForeignVariants, {number(version)}));
+    const std::int32_t length = in.i32();
+    if (length < 2)
+        return in.error(Message(Text::NoSuchVariant));
+    if (auto there = in.need(static_cast<std::size_t>(length), Text::BlockVariants); !there)
+        return there.error();
+    const std::size_t start = in.offset();
+    Variants variants;
+    const std::int16_t now = in.i16();
+    if (now < 0 || static_cast<std::size_t>(now) >= Variants::kMost)
+        return in.error(Message(Text::NoSuchVariant));
+    variants.current = static_cast<std::size_t>(now);
+    for (std::size_t i = 0; i < Variants::kMost; ++i)
+        if (auto read = readVariant(in, current, i, variants); !read)
+            return read.error();
+    if (in.offset() != start + static_cast<std::size_t>(length))
+        return in.error(Message(Text::NoSuchVariant));
+    return variants;
+}
+
+void writeVariants(ByteWriter& out, const Variants& variants)
+{
+    ByteWriter block;
+    block.i16(static_cast<std::int16_t>(variants.current));
+    for (std::size_t i = 0; i < Variants::kMost; ++i) {
+        block.i16(static_cast<std::int16_t>(variants.names[i].size()));
+        block.chars(variants.names[i]);
+        block.i16(variants.kept[i] ? 1 : 0);
+        if (variants.kept[i]) {
+            variants.kept[i]->array.GBWriteToFile(block);
+            writeSubArray(block, variants.kept[i]->subArray);
+        }
+    }
+    out.chars(kVariantsMark);
+    out.i16(kVariantsVersion);
+    out.i32(static_cast<std::int32_t>(block.bytes().size()));
+    out.append(block.bytes());
+}
+
+bool marksVariants(std::span<const std::byte> bytes)
+{
+    return bytes.size() >= kVariantsHeaderBytes &&
+           std::equal(kVariantsMark.begin(), kVariantsMark.end(), bytes.begin(),
+                      [](char c, std::byte b) { return static_cast<std::byte>(c) == b; });
 }
 
 } // namespace
@@ -123,6 +226,14 @@ Result<LoadedProject> readProject(std::span<const std::byte> bytes, std::string_
             return subArray.error();
         loaded.project.subArray = *subArray;
     }
+    loaded.size = in.offset();
+    if (*version == kWrittenVersion && marksVariants(bytes.subspan(loaded.size))) {
+        Result<Variants> variants = readVariants(in, loaded.project.array);
+        if (!variants)
+            return variants.error();
+        loaded.project.variants = std::move(*variants);
+        loaded.size = in.offset();
+    }
     return loaded;
 }
 
@@ -132,9 +243,10 @@ std::vector<std::byte> writeProject(const Project& project)
     WriteProjectHeader(out);
     project.room.GBWriteToFile(out);
     project.array.GBWriteToFile(out);
-    out.f32(project.subArray.SubPos);
-    out.f32(project.subArray.openingAngleDeg);
+    writeSubArray(out, project.subArray);
     assert(out.bytes().size() == kProjectFileBytes);
+    if (project.variants.any())
+        writeVariants(out, project.variants);
     return out.bytes();
 }
 

@@ -1,6 +1,7 @@
 #include "document/document.h"
 #include "document/setup_edit.h"
 #include "document/state_bytes.h"
+#include "document/variants_edit.h"
 
 #include <random>
 
@@ -22,7 +23,7 @@ bool editSomething(DocumentState& state, std::mt19937& random)
     };
     const int position = static_cast<int>(random() % static_cast<unsigned>(setup.total()));
     const auto at = static_cast<std::size_t>(position);
-    switch (random() % 9) {
+    switch (random() % 12) {
     case 0:
         setup.chooseType(position, choice(setup.cmbType[at]), correct);
         break;
@@ -48,6 +49,12 @@ bool editSomething(DocumentState& state, std::mt19937& random)
     case 7:
         state.project.subArray.SubPos[random() % 10] = static_cast<float>(random() % 30);
         return true;
+    case 8:
+        return keepAs(state, random() % Variants::kMost);
+    case 9:
+        return makeCurrent(state, random() % Variants::kMost);
+    case 10:
+        return nameVariant(state, random() % Variants::kMost, "Größe " + std::to_string(random()));
     default:
         return state.project.room.GBSetProjectName(std::to_string(random() % 100));
     }
@@ -89,6 +96,48 @@ TEST(Document, UndoneEditsGiveEveryStateBackAndRedoneOnesToo)
         }
         EXPECT_FALSE(document.redoName());
     }
+}
+
+TEST(Document, VariantsKeepWholeSetupsAndChangePlaces)
+{
+    Document document;
+    document.open(newDocument(kStandardSystem, true), {});
+    const DocumentState first = document.state();
+    const auto edit = [&](const std::function<bool(DocumentState&)>& change) {
+        return document.edit(kSplay, change);
+    };
+    EXPECT_FALSE(edit([](DocumentState& state) { return makeCurrent(state, 1); }).any());
+    EXPECT_FALSE(edit([](DocumentState& state) { return keepAs(state, 0); }).any());
+    const Changes kept = edit([](DocumentState& state) { return keepAs(state, 1); });
+    EXPECT_TRUE(kept.variants && !kept.array && !kept.setup);
+    edit([](DocumentState& state) { // a setup that is not valid
+        state.setup.chooseType(0, 1, false);
+        state.setup.chooseNumSpk(3, false);
+        state.project.subArray.SubPos[0] = 5;
+        return applySetup(state, false);
+    });
+    const DocumentState edited = document.state();
+    EXPECT_NE(edited.setup, first.setup);
+    const Changes changed = edit([](DocumentState& state) { return makeCurrent(state, 1); });
+    EXPECT_TRUE(changed.variants && changed.setup && changed.subArray);
+    EXPECT_EQ(document.state().project.array, first.project.array);
+    EXPECT_EQ(document.state().setup, first.setup);
+    EXPECT_EQ(document.state().project.variants.kept[0]->array, edited.project.array);
+    const auto read = readState(writeState(document.state()), "state");
+    ASSERT_TRUE(read);
+    EXPECT_EQ(*read, document.state()) << "lists that are not valid included";
+    edit([](DocumentState& state) { return makeCurrent(state, 0); });
+    EXPECT_EQ(document.state().setup, edited.setup);
+    EXPECT_EQ(document.state().project.subArray, edited.project.subArray);
+    edit([](DocumentState& state) {
+        return nameVariant(state, 1, "N\xC3\xA4her\n" + std::string(100, 'x'));
+    });
+    const std::string& name = document.state().project.variants.names[1];
+    EXPECT_EQ(name.size(), Variants::kLongestName);
+    EXPECT_EQ(variantTitle(document.state().project.variants, 1).substr(0, 9), "B: N\xC3\xA4her");
+    for (int step = 0; step < 5; ++step)
+        document.undo();
+    EXPECT_EQ(document.state(), first);
 }
 
 TEST(Document, SaysWhatChanged)

@@ -66,6 +66,71 @@ TEST(ProjectFile, IsReadAsItWasWritten)
     }
 }
 
+/// A project with two variants beside the current one, which is C.
+Project withVariants(std::int16_t system)
+{
+    Project project = newProject(system);
+    project.variants.current = 2;
+    project.variants.names = {"", "Näher €", "", "leer"};
+    project.variants.kept[0] = KeptSetup{project.array, project.subArray};
+    project.variants.kept[1] = KeptSetup{project.array, project.subArray};
+    project.variants.kept[1]->array.GBSetCradleCoord({2, 6});
+    project.variants.kept[1]->array.GFACalcCOM();
+    project.variants.kept[1]->subArray.SubPos[4] = 0.25F;
+    return project;
+}
+
+TEST(ProjectFile, VariantsStandBehindWhatOlderProgramsRead)
+{
+    for (const std::int16_t system : {kStandardSystem, kCompactSystem}) {
+        const Project project = withVariants(system);
+        Bytes bytes = writeProject(project);
+        Project alone = project;
+        alone.variants = {};
+        const Bytes given = writeProject(alone);
+        ASSERT_EQ(given.size(), kProjectFileBytes) << "without variants nothing follows";
+        EXPECT_TRUE(std::equal(given.begin(), given.end(), bytes.begin()));
+        bytes.resize(bytes.size() + 7);
+        const auto loaded = readProject(bytes, "p.lad");
+        ASSERT_TRUE(loaded) << loaded.error().text();
+        EXPECT_EQ(loaded->project, project);
+        EXPECT_EQ(loaded->size, bytes.size() - 7);
+        EXPECT_EQ(loaded->project.variants.kept[1]->array.GFFirstAngle(),
+                  project.variants.kept[1]->array.GFFirstAngle());
+    }
+}
+
+TEST(ProjectFile, DamagedVariantsAreRefused)
+{
+    const Bytes whole = writeProject(withVariants(kStandardSystem));
+    constexpr std::size_t kBlock = kProjectFileBytes;
+    constexpr std::size_t kName = kBlock + 16;
+    constexpr std::size_t kArray = kName + 4; // of variant A
+    const std::tuple<std::size_t, int, const char*> kWrong[] = {
+        {kBlock + 8, 2, "version"},
+        {kBlock + 10, 1, "length"},
+        {kBlock + 12, 0x7FFF, "length"},
+        {kBlock + 14, 4, "current"},
+        {kBlock + 14, -1, "current"},
+        {kBlock + 14, 0, "current and kept"},
+        {kName, 65, "name"},
+        {kName, -1, "name"},
+        {kName + 2, 2, "kept"},
+        {kArray, 40, "boxes"},
+        {kArray + 136, 1, "system"}};
+    for (const auto& [at, value, what] : kWrong) {
+        Bytes bytes = whole;
+        put16(bytes, at, value);
+        EXPECT_FALSE(readProject(bytes, "p.lad")) << what << ' ' << at;
+    }
+    for (std::size_t size = kBlock + 14; size < whole.size(); size += 3)
+        EXPECT_FALSE(readProject(std::span(whole).first(size), "p.lad")) << size;
+    Bytes infinite = whole;
+    putFloat(infinite, kArray + 138, std::numeric_limits<float>::infinity());
+    EXPECT_FALSE(readProject(infinite, "p.lad"));
+    EXPECT_TRUE(readProject(std::span(whole).first(kBlock + 13), "p.lad")) << "no mark";
+}
+
 TEST(ProjectFile, FreeBytesOfTextsSurvive)
 {
     Bytes bytes = sample();
