@@ -81,7 +81,8 @@ public:
 protected:
     bool eventFilter(QObject*, QEvent* event) override
     {
-        if (auto* move = dynamic_cast<TimedMove*>(event)) {
+        const auto* move = dynamic_cast<const TimedMove*>(event);
+        if (event->type() == QEvent::MouseMove && move) {
             waits.push_back(msSince(move->made));
             m_unseen.push_back(move->made);
         } else if (event->type() == QEvent::Paint && !m_unseen.empty()) {

@@ -128,7 +128,7 @@ std::uint64_t CandidateSet::numberOf(const LineArray::Positions& angles) const
     return numberOf(digits);
 }
 
-CandidateWalk::CandidateWalk(const CandidateSet& set, std::vector<std::size_t> turning,
+CandidateWalk::CandidateWalk(const CandidateSet& set, const std::vector<std::size_t>& turning,
                              std::uint64_t base)
     : m_set(set), m_base(base), m_number(base), m_configuration(set.configurationOf(base))
 {

@@ -109,7 +109,8 @@ class CandidateWalk {
 public:
     /// `turning`: the digits, the fastest first; the others stay as in configuration `base`, of
     /// which these are 0. The set outlives it. At place 0.
-    CandidateWalk(const CandidateSet& set, std::vector<std::size_t> turning, std::uint64_t base);
+    CandidateWalk(const CandidateSet& set, const std::vector<std::size_t>& turning,
+                  std::uint64_t base);
 
     void seek(std::uint64_t place);
     /// After the last place comes the first.

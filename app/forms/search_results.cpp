@@ -47,7 +47,7 @@ std::vector<std::string> resultHeads(int areas, const TextOptions& options)
     constexpr Text kAreas[] = {Text::Area1, Text::Area2, Text::Area3};
     for (const Text area : std::span(kAreas).first(static_cast<std::size_t>(areas)))
         heads.push_back(text(area));
-    heads.push_back("FOH");
+    heads.emplace_back("FOH");
     heads.push_back(
         Message(Text::ColumnHeight, {std::string(lengthUnit(options))}).text(options.language));
     heads.push_back(text(Text::ColumnPin));

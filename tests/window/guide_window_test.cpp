@@ -1,8 +1,10 @@
 #include "engine/parallel.h"
+#include "model/project_file.h"
 #include "optimize/hang_map.h"
 #include "window_fixture.h"
 
 #include <QAction>
+#include <QTableWidget>
 
 namespace orva::ui {
 namespace {
@@ -74,6 +76,48 @@ TEST_F(Guides, AClickHangsTheArrayWhereItSaid)
     control<QAbstractButton>("cmdHang")->click();
     QTest::qWait(1);
     EXPECT_EQ(view.picture().toImage(), before);
+}
+
+TEST_F(Guides, VariantsAreChosenUndoneAndLocked)
+{
+    const Editor& editor = window->editor();
+    const LineArray first = editor.array();
+    EXPECT_FALSE(control("cmdVariant(1)")->isEnabled());
+    EXPECT_FALSE(control("cmdKeep(0)")->isVisible());
+    auto& curve = *control<DrawingWidget>("AreaSpl_pbx");
+    const QImage alone = curve.picture().toImage();
+    click("cmdKeep(1)");
+    choose("cmbNumSpk", "8");
+    const LineArray edited = editor.array();
+    control<QTabWidget>("Curve_tab")->setCurrentIndex(4);
+    auto* table = control<QTableWidget>("tblVariants");
+    EXPECT_EQ(table->rowCount(), 2);
+    const QString weight = table->item(1, table->columnCount() - 1)->text();
+    EXPECT_NE(table->item(0, table->columnCount() - 1)->text(), weight);
+    control<QTabWidget>("Curve_tab")->setCurrentIndex(0);
+    QTest::qWait(1);
+    EXPECT_NE(curve.picture().toImage(), alone);
+    click("cmdVariant(1)");
+    EXPECT_EQ(editor.array(), first);
+    EXPECT_TRUE(control<QAbstractButton>("cmdVariant(1)")->isChecked());
+    const Project project = editor.document().state().project;
+    const auto loaded = readProject(writeProject(project), "p.lad");
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->project, project);
+    control<QAbstractButton>("Lock_chk")->click();
+    for (const char* button : {"cmdVariant(0)", "cmdKeep(0)", "cmdKeep(2)"})
+        EXPECT_FALSE(control(button)->isEnabled()) << button;
+    control<QAbstractButton>("Lock_chk")->click();
+    auto* undo = window->findChild<QAction*>("mnuUndo");
+    undo->trigger();
+    EXPECT_EQ(editor.array(), edited);
+    EXPECT_TRUE(control<QAbstractButton>("cmdVariant(0)")->isChecked());
+    undo->trigger();
+    undo->trigger();
+    EXPECT_FALSE(control("cmdVariant(1)")->isEnabled());
+    EXPECT_FALSE(window->isWindowModified());
+    QTest::qWait(1);
+    EXPECT_EQ(curve.picture().toImage(), alone);
 }
 
 TEST_F(Guides, TheBestPlaceIsInsideAndNoneIsBetter)

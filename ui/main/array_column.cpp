@@ -82,7 +82,7 @@ void ArrayColumn::makeLists()
     auto* grid = new QGridLayout(m_boxes);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);
-    grid->setHorizontalSpacing(4);
+    grid->setHorizontalSpacing(3);
     // Two grid rows a box, so that each angle stands between the boxes that it joins.
     for (int i = 0; i < SetupForm::kPositions; ++i) {
         const auto at = static_cast<std::size_t>(i);

@@ -1,6 +1,7 @@
 #include "main/editor.h"
 
 #include "document/correction.h"
+#include "document/variants_edit.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 
@@ -190,6 +191,29 @@ void Editor::editSubArray(const StepName& what, const std::function<void(SubArra
             return true;
         },
         gesture);
+}
+
+void Editor::keepAs(std::size_t variant)
+{
+    if (!m_view.locked)
+        edit({Text::StepKeep}, [&](DocumentState& state) { return orva::keepAs(state, variant); },
+             {});
+}
+
+void Editor::chooseVariant(std::size_t variant)
+{
+    if (m_view.locked)
+        return;
+    emit typingEnds(); // it belongs to the one that was
+    edit({Text::StepVariant}, [&](DocumentState& state) { return makeCurrent(state, variant); },
+         {});
+}
+
+void Editor::nameVariant(std::size_t variant, const std::string& name)
+{
+    if (!m_view.locked)
+        edit({Text::StepVariantName},
+             [&](DocumentState& state) { return orva::nameVariant(state, variant, name); }, {});
 }
 
 void Editor::acceptArray(const LineArray& found)
@@ -438,6 +462,22 @@ Prediction* Editor::prediction() const
     if (!m_prediction || !m_prediction->isOf(kernel, state.speakerData.BandLevel, array()))
         m_prediction.emplace(kernel, state.speakerData.BandLevel, array(), state.air.SpeedOfSound);
     return &*m_prediction;
+}
+
+Prediction* Editor::keptPrediction(std::size_t variant) const
+{
+    const std::optional<KeptSetup>& kept = m_document.state().project.variants.kept[variant];
+    std::optional<Prediction>& prediction = m_keptPredictions[variant];
+    if (!kept || kept->array.fault()) {
+        prediction.reset();
+        return nullptr;
+    }
+    ApplicationState& state = m_session.state();
+    const std::shared_ptr<const LevelKernel> kernel = state.levelKernel();
+    if (!prediction || !prediction->isOf(kernel, state.speakerData.BandLevel, kept->array))
+        prediction.emplace(kernel, state.speakerData.BandLevel, kept->array,
+                           state.air.SpeedOfSound);
+    return &*prediction;
 }
 
 std::vector<float> Editor::levelsAlong(const Segment& line, int points) const

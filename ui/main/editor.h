@@ -69,6 +69,10 @@ public:
                       Gesture gesture = {});
     void undo();
     void redo();
+    /// Copies the setup to another variant; makes a kept one current; names one. Not while locked.
+    void keepAs(std::size_t variant);
+    void chooseVariant(std::size_t variant);
+    void nameVariant(std::size_t variant, const std::string& name);
     /// Puts an array with other angles in the place of the current one.
     void acceptArray(const LineArray& array);
 
@@ -142,6 +146,9 @@ public:
 
     /// The levels of what is edited; none where nothing may be calculated.
     Prediction* prediction() const;
+    /// Those of a variant that is kept beside it; none where there is none or it cannot be
+    /// calculated.
+    Prediction* keptPrediction(std::size_t variant) const;
     RoomViewContent roomViewContent(bool aimingLines) const;
     std::vector<float> levelsAlong(const Segment& line, int points) const;
     /// Least and largest level at each point in the weather that may come; none where the air does
@@ -189,6 +196,7 @@ private:
     bool m_arrayWhole = true;
     OutOfRoom m_outside;
     mutable std::optional<Prediction> m_prediction; ///< made when it is asked for
+    mutable std::array<std::optional<Prediction>, Variants::kMost> m_keptPredictions;
 };
 
 } // namespace orva::ui

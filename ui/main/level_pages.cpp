@@ -1,7 +1,10 @@
 #include "main/level_pages.h"
 
+#include "app/forms/search_results.h"
+#include "document/variants_edit.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
+#include "optimize/evenness.h"
 #include "widgets/controls.h"
 #include "widgets/figure_table.h"
 
@@ -259,6 +262,42 @@ void RowsPage::copy() const
     QGuiApplication::clipboard()->setText(copied);
 }
 
+VariantsPage::VariantsPage(Editor& editor, QWidget* parent) : LevelPage(editor, parent)
+{
+    tblVariants = newFigureTable("tblVariants", this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tblVariants);
+    display();
+}
+
+void VariantsPage::display()
+{
+    Session& session = m_editor.session();
+    const Project& project = m_editor.document().state().project;
+    const TextOptions options = session.textOptions();
+    const Hearing hearing{*session.state().levelKernel(), session.state().speakerData.BandLevel,
+                          areaReceivers(project.room), m_editor.view().levels.choice()};
+    std::vector<std::vector<std::string>> rows;
+    for (std::size_t variant = 0; variant < Variants::kMost; ++variant) {
+        const bool current = variant == project.variants.current;
+        Prediction* prediction = current ? m_editor.prediction() : m_editor.keptPrediction(variant);
+        if (!prediction)
+            continue;
+        const LineArray& array = current ? project.array : project.variants.kept[variant]->array;
+        const std::optional<Evenness> even = evennessOf(hearing, array);
+        rows.push_back(resultTexts(even ? even->rms : kNoMeasure,
+                                   resultFigures(*prediction, project.room, array, hearing.choice),
+                                   options));
+        rows.back().insert(rows.back().begin(), variantTitle(project.variants, variant));
+    }
+    QStringList heads = {session.text(Text::ColumnVariant)};
+    for (const std::string& head : resultHeads(project.room.GIGetNumAreas(), options))
+        heads += qtText(head);
+    heads[1] = session.text(Text::ColumnEven);
+    fillTable(*tblVariants, heads, rows);
+}
+
 LevelPages::LevelPages(Editor& editor, QWidget* curve, QWidget* parent)
     : QTabWidget(parent), m_editor(editor)
 {
@@ -270,6 +309,7 @@ LevelPages::LevelPages(Editor& editor, QWidget* curve, QWidget* parent)
     addTab(new StripPage(editor, this), QString());
     auto* rows = new RowsPage(editor, this);
     addTab(rows, QString());
+    addTab(new VariantsPage(editor, this), QString());
     connect(rows, &RowsPage::csvAsked, this, &LevelPages::csvAsked);
     connect(&editor.session(), &Session::LanguageChanged, this, &LevelPages::showTexts);
     showTexts();
@@ -277,7 +317,8 @@ LevelPages::LevelPages(Editor& editor, QWidget* curve, QWidget* parent)
 
 void LevelPages::showTexts()
 {
-    constexpr Text kTitles[] = {Text::CurveTab, Text::SpectrumTab, Text::StripTab, Text::RowsTab};
+    constexpr Text kTitles[] = {Text::CurveTab, Text::SpectrumTab, Text::StripTab, Text::RowsTab,
+                                Text::VariantsPage};
     for (int page = 0; page < count(); ++page)
         setTabText(page, m_editor.session().text(kTitles[page]));
 }

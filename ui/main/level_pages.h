@@ -23,7 +23,8 @@ protected:
     bool concerns(const Shown& what) const override
     {
         const Changes& changes = what.changes;
-        return what.everything || what.view || changes.room || changes.array || changes.setup;
+        return what.everything || what.view || changes.room || changes.array || changes.setup ||
+               changes.variants;
     }
 };
 
@@ -82,6 +83,18 @@ private:
     QLineEdit* txtRowPitch;
     QLineEdit* txtRowOffset;
     QPushButton* cmdRowsCsv;
+};
+
+/// The variants with their figures.
+class VariantsPage final : public LevelPage {
+public:
+    VariantsPage(Editor& editor, QWidget* parent);
+
+protected:
+    void display() override;
+
+private:
+    QTableWidget* tblVariants;
 };
 
 /// What is below the room view: the curve, and beside it spectrum, strip and rows.

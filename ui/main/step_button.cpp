@@ -17,7 +17,7 @@ StepButton::StepButton(const QString& name, bool up, QWidget* parent)
 QSize StepButton::sizeHint() const
 {
     const int height = fontMetrics().height();
-    return {height * 3 / 5, height * 5 / 6};
+    return {height * 11 / 20, height * 5 / 6};
 }
 
 void StepButton::setEffect(const Evenness& now, const std::optional<Evenness>& then)

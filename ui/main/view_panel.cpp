@@ -2,6 +2,7 @@
 
 #include "drawing/room_drawing.h"
 #include "lang/number_text.h"
+#include "main/variant_bar.h"
 #include "widgets/controls.h"
 
 #include <QButtonGroup>
@@ -52,6 +53,8 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
     splitter->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(new VariantBar(editor, this));
     layout->addWidget(splitter);
 
     connect(&editor, &Editor::areaSelected, AreaSpl_pbx, &DrawingWidget::redraw);
@@ -383,14 +386,23 @@ CurvePicture ViewPanel::allCurves(int points) const
     return picture;
 }
 
+/// Before it, fainter, those of the other variants.
 CurvePicture ViewPanel::areaCurve(int points) const
 {
     const Segment area = m_editor.room().area(m_editor.view().SelectedArea);
-    return {m_editor.view().SelectedArea,
-            area.lengthM,
-            {{m_editor.levelsAlong(area, points)}},
-            m_editor.view().fitLine,
-            m_editor.view().baseline};
+    CurvePicture picture{m_editor.view().SelectedArea,
+                         area.lengthM,
+                         {},
+                         m_editor.view().fitLine,
+                         m_editor.view().baseline};
+    constexpr int kDashes[] = {12, 6, 3, 1};
+    for (std::size_t variant = 0; variant < Variants::kMost; ++variant)
+        if (Prediction* kept = m_editor.keptPrediction(variant))
+            picture.curves.push_back(
+                {kept->levelsAlong(area, points, m_editor.view().levels.choice()), Role::Leader, 1,
+                 kDashes[variant]});
+    picture.curves.push_back({m_editor.levelsAlong(area, points)});
+    return picture;
 }
 
 void ViewPanel::prepareCurve()

@@ -53,7 +53,8 @@ protected:
     bool concerns(const Shown& what) const override
     {
         const Changes& changes = what.changes;
-        return what.everything || what.view || changes.room || changes.array || changes.setup;
+        return what.everything || what.view || changes.room || changes.array || changes.setup ||
+               changes.variants;
     }
     void display() override;
     void resizeEvent(QResizeEvent* event) override;

@@ -62,6 +62,7 @@ constexpr ControlText kTexts[] = {
     {"txtRowOffset", 0, Text::None, Text::TipRowOffset},
     {"cmdRowsCsv", 0, Text::None, Text::TipRowsCsv},
     {"tblRows", 0, Text::NameTblRows, Text::None},
+    {"tblVariants", 0, Text::NameTblVariants, Text::None},
     {"tblProbes", 0, Text::NameTblProbes, Text::None},
     {"Spectrum_pbx", 0, Text::NameSpectrumPbx, Text::None},
     {"Strip_pbx", 0, Text::NameStripPbx, Text::None},

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "main/page.h"
+#include "widgets/controls.h"
+
+#include <QToolButton>
+
+namespace orva::ui {
+
+/// Variants A to D above the room view: which one is current, and where the setup is kept.
+class VariantBar final : public Page {
+public:
+    VariantBar(Editor& editor, QWidget* parent);
+
+protected:
+    bool concerns(const Shown& what) const override
+    {
+        return what.everything || what.view || what.changes.variants;
+    }
+    void display() override;
+    /// A double click names a variant.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void choose(int variant);
+    void askName(int variant);
+
+    QToolButton* cmdVariant[Variants::kMost];
+    QToolButton* cmdKeep[Variants::kMost];
+};
+
+} // namespace orva::ui
