@@ -32,6 +32,15 @@ struct ViewState {
     double rowPitchM = 0.9;
     double rowOffsetM = 0; ///< of the first row
 
+    /// What the current setup is compared with: a variant that is kept beside it, or the array of
+    /// another project.
+    struct Compared {
+        std::optional<std::size_t> variant;
+        LineArray array{};
+        std::string title{}; ///< of the project
+    };
+    std::optional<Compared> compared;
+
     /// What the map is: the grid, what has been calculated on it, what is shown.
     struct Map {
         bool Valid = false; ///< the grid fits room view and settings

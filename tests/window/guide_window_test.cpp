@@ -120,6 +120,40 @@ TEST_F(Guides, VariantsAreChosenUndoneAndLocked)
     EXPECT_EQ(curve.picture().toImage(), alone);
 }
 
+TEST_F(Guides, TheDifferenceToAVariantIsShown)
+{
+    const Editor& editor = window->editor();
+    auto& view = *control<DrawingWidget>("Main_pbx");
+    auto& curve = *control<DrawingWidget>("AreaSpl_pbx");
+    click("cmdKeep(1)");
+    choose("cmbNumSpk", "6");
+    QTest::qWait(1);
+    const QImage before = view.picture().toImage();
+    const QImage levels = curve.picture().toImage();
+    choose("cmbCompare", "less B");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.picture().toImage() != before; }, 20000));
+    EXPECT_NE(curve.picture().toImage(), levels);
+    moveTo(view, pixel(view, {12, 3}));
+    const Heard heard = *editor.heardAt(*editor.view().probe);
+    const float kept =
+        editor.keptPrediction(1)->levelAt(*editor.view().probe, editor.view().levels.choice());
+    EXPECT_TRUE(control<QLabel>("lblStatusProbe")
+                    ->accessibleName()
+                    .contains(QString::number(heard.levelDb - kept, 'f', 1)) ||
+                control<QLabel>("lblStatusProbe")
+                    ->text()
+                    .contains(QString::number(heard.levelDb - kept, 'f', 1)));
+    click("cmdVariant(1)");
+    QTest::qWait(1);
+    EXPECT_FALSE(editor.comparedPrediction()) << "B is current";
+    EXPECT_EQ(control<QComboBox>("cmbCompare")->currentIndex(), 0);
+    window->findChild<QAction*>("mnuUndo")->trigger();
+    choose("cmbCompare", "no comparison");
+    QTest::qWait(1);
+    EXPECT_EQ(view.picture().toImage(), before);
+    EXPECT_EQ(curve.picture().toImage(), levels);
+}
+
 TEST_F(Guides, TheBestPlaceIsInsideAndNoneIsBetter)
 {
     const Project project = window->editor().document().state().project;

@@ -297,6 +297,12 @@ void Editor::pin(const Point& place)
     emit pinned();
 }
 
+void Editor::compareWith(const std::optional<ViewState::Compared>& other)
+{
+    m_view.compared = other;
+    emit comparedChanged();
+}
+
 void Editor::setHanging(bool hanging)
 {
     if (hanging == m_view.hanging)
@@ -362,6 +368,7 @@ void Editor::replace(DocumentState state, DocumentFile file)
     m_view.probe.reset();
     m_view.pins.clear();
     m_view.selectedBox.reset();
+    m_view.compared.reset();
     m_view.clearMap();
     derive();
     emit projectReplaced();
@@ -455,29 +462,50 @@ RoomViewContent Editor::roomViewContent(bool aimingLines) const
 
 Prediction* Editor::prediction() const
 {
-    if (!m_arrayWhole)
+    return predictionOf(m_arrayWhole ? &array() : nullptr, m_prediction);
+}
+
+Prediction* Editor::predictionOf(const LineArray* array, std::optional<Prediction>& kept) const
+{
+    if (!array || array->fault()) {
+        kept.reset();
         return nullptr;
+    }
     ApplicationState& state = m_session.state();
     const std::shared_ptr<const LevelKernel> kernel = state.levelKernel();
-    if (!m_prediction || !m_prediction->isOf(kernel, state.speakerData.BandLevel, array()))
-        m_prediction.emplace(kernel, state.speakerData.BandLevel, array(), state.air.SpeedOfSound);
-    return &*m_prediction;
+    if (!kept || !kept->isOf(kernel, state.speakerData.BandLevel, *array))
+        kept.emplace(kernel, state.speakerData.BandLevel, *array, state.air.SpeedOfSound);
+    return &*kept;
 }
 
 Prediction* Editor::keptPrediction(std::size_t variant) const
 {
     const std::optional<KeptSetup>& kept = m_document.state().project.variants.kept[variant];
-    std::optional<Prediction>& prediction = m_keptPredictions[variant];
-    if (!kept || kept->array.fault()) {
-        prediction.reset();
+    return predictionOf(kept ? &kept->array : nullptr, m_keptPredictions[variant]);
+}
+
+const LineArray* Editor::comparedArray() const
+{
+    if (!m_view.compared)
         return nullptr;
-    }
-    ApplicationState& state = m_session.state();
-    const std::shared_ptr<const LevelKernel> kernel = state.levelKernel();
-    if (!prediction || !prediction->isOf(kernel, state.speakerData.BandLevel, kept->array))
-        prediction.emplace(kernel, state.speakerData.BandLevel, kept->array,
-                           state.air.SpeedOfSound);
-    return &*prediction;
+    if (!m_view.compared->variant)
+        return &m_view.compared->array;
+    const auto& kept = m_document.state().project.variants.kept[*m_view.compared->variant];
+    return kept && !kept->array.fault() ? &kept->array : nullptr;
+}
+
+Prediction* Editor::comparedPrediction() const
+{
+    return predictionOf(comparedArray(), m_otherPrediction);
+}
+
+std::string Editor::comparedTitle() const
+{
+    if (!m_view.compared)
+        return {};
+    return m_view.compared->variant
+               ? variantTitle(m_document.state().project.variants, *m_view.compared->variant)
+               : m_view.compared->title;
 }
 
 std::vector<float> Editor::levelsAlong(const Segment& line, int points) const

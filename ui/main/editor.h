@@ -107,6 +107,8 @@ public:
     void pin(const Point& place);
     void unpin(std::size_t index);
     void setPinning(bool pinning) { m_view.pinning = pinning; }
+    /// What the current setup is compared with; none: nothing.
+    void compareWith(const std::optional<ViewState::Compared>& other);
     /// Whether the section shows where to hang the array; ends with the lock.
     void setHanging(bool hanging);
     void setAllAreas(bool all) { m_view.allAreas = all; }
@@ -149,6 +151,12 @@ public:
     /// Those of a variant that is kept beside it; none where there is none or it cannot be
     /// calculated.
     Prediction* keptPrediction(std::size_t variant) const;
+    /// The array that the current one is compared with; null where there is none, or it cannot be
+    /// calculated.
+    const LineArray* comparedArray() const;
+    Prediction* comparedPrediction() const;
+    /// "B", "theatre.lad"
+    std::string comparedTitle() const;
     RoomViewContent roomViewContent(bool aimingLines) const;
     std::vector<float> levelsAlong(const Segment& line, int points) const;
     /// Least and largest level at each point in the weather that may come; none where the air does
@@ -166,6 +174,7 @@ signals:
     void probed();
     void pinned();
     void hangingChanged();
+    void comparedChanged();
     /// What is being typed ends as it stands: a step is taken back.
     void typingEnds();
     /// A step was taken back, or again; where the lock held it, that has ended.
@@ -195,8 +204,11 @@ private:
     ViewState m_view;
     bool m_arrayWhole = true;
     OutOfRoom m_outside;
+    Prediction* predictionOf(const LineArray* array, std::optional<Prediction>& kept) const;
+
     mutable std::optional<Prediction> m_prediction; ///< made when it is asked for
     mutable std::array<std::optional<Prediction>, Variants::kMost> m_keptPredictions;
+    mutable std::optional<Prediction> m_otherPrediction;
 };
 
 } // namespace orva::ui

@@ -103,6 +103,9 @@ void MainWindow::makeMenus()
     command(
         tools, "mnuPythCalc", Text::MenuCalculator, [this] { calculator(); },
         QKeySequence("Ctrl+T"));
+    command(
+        tools, "mnuCompare", Text::CompareMenu, [this] { m_commands->CompareWith(); },
+        QKeySequence());
 
     QMenu* options = submenu(nullptr, "mnuOptions", Text::MenuOptions);
     command(

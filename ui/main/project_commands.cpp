@@ -269,30 +269,61 @@ void ProjectCommands::LoadFile(bool useDialog, const std::string& fileName)
         load(*chosen);
 }
 
-void ProjectCommands::load(const QString& name)
+std::optional<std::pair<LoadedProject, std::string>> ProjectCommands::read(const QString& name)
 {
     const Session& session = m_editor.session();
     const std::string path = name.toStdString();
     const auto content = m_disk.run<Result<std::optional<std::string>>>(
         [path] { return contentOf(path, kMostCompared); });
     if (!content)
-        return;
+        return std::nullopt;
     if (*content && !**content) {
         showMessage(m_window,
                     session.text(Text::FileMissing1) + name + session.text(Text::FileMissing2),
                     session.text(Text::LoadFailed));
-        return;
+        return std::nullopt;
     }
     Result<LoadedProject> loaded =
         *content ? readProject(asBytes(***content), path) : content->error();
     if (!loaded) {
         showMessage(m_window, session.text(Text::FileInvalid), session.text(Text::LoadFailed),
                     session.text(loaded.error()));
-        return;
+        return std::nullopt;
     }
-    m_editor.open(std::move(loaded->project), {path, **content});
+    return std::pair(std::move(*loaded), ***content);
+}
+
+void ProjectCommands::load(const QString& name)
+{
+    auto loaded = read(name);
+    if (!loaded)
+        return;
+    const std::string path = name.toStdString();
+    m_editor.open(std::move(loaded->first.project), {path, std::move(loaded->second)});
     remember(path);
     emit statusChanged(Text::None, {});
+}
+
+void ProjectCommands::CompareWith()
+{
+    const auto chosen = m_files.toOpen(FileKind::Project);
+    if (!chosen)
+        return;
+    const auto loaded = read(*chosen);
+    if (!loaded)
+        return;
+    const Project& other = loaded->first.project;
+    const Room& room = m_editor.room();
+    const bool comparable = other.room.GFAGetRoomDims() == room.GFAGetRoomDims() &&
+                            other.room.GFAGetPointOfRef() == room.GFAGetPointOfRef() &&
+                            other.array.GIGetArrayType() == m_editor.array().GIGetArrayType() &&
+                            !other.array.fault();
+    if (!comparable) {
+        showMessage(m_window, m_editor.session().text(Text::OtherRoom));
+        return;
+    }
+    m_editor.compareWith(ViewState::Compared{
+        {}, other.array, std::filesystem::path(chosen->toStdString()).filename().string()});
 }
 
 void ProjectCommands::LoadData()

@@ -37,6 +37,8 @@ public:
     /// Writes the report and opens it; `aspect` is the shape of its rigging picture.
     void SaveRTFFile(double aspect);
     void saveTable(const std::string& csv);
+    /// Compares the setup with that of another project.
+    void CompareWith();
     /// Imports directivity data until the next system selection.
     void LoadData();
     void importData(const QString& file);
@@ -65,6 +67,9 @@ private:
     OutsideAnswer decideOutside(const std::optional<std::string>& now);
     void LoadFile(bool useDialog, const std::string& fileName);
     void load(const QString& file);
+    /// The project of a file, read beside the window; none where it cannot be read, which was said,
+    /// or was given up.
+    std::optional<std::pair<LoadedProject, std::string>> read(const QString& file);
     std::optional<QString> fileToSave(FileKind kind);
     void remember(const std::string& path);
 

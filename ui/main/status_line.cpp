@@ -1,5 +1,7 @@
 #include "main/status_line.h"
 
+#include "engine/spl_difference.h"
+#include "lang/number_text.h"
 #include "widgets/controls.h"
 
 #include <QEvent>
@@ -82,10 +84,17 @@ void StatusLine::showProbe()
     const std::optional<Heard> heard = place ? m_editor.heardAt(*place) : std::nullopt;
     const bool wasShown = m_probe->isVisible();
     m_probe->setVisible(heard.has_value());
-    if (heard)
-        m_probe->tell(qtText(heardText(*heard, m_editor.view().levels.aWeighted,
-                                       m_editor.session().textOptions())),
-                      {});
+    if (heard) {
+        QString text = qtText(
+            heardText(*heard, m_editor.view().levels.aWeighted, m_editor.session().textOptions()));
+        if (const Prediction* other = m_editor.comparedPrediction()) {
+            const float level = other->levelAt(*place, m_editor.view().levels.choice());
+            text.prepend(m_editor.session().text(
+                Message(Text::ProbeCompared, {m_editor.comparedTitle(), levelText(level),
+                                              levelText(levelDifference(level, heard->levelDb))})));
+        }
+        m_probe->tell(text, {});
+    }
     if (wasShown != m_probe->isVisible())
         arrange();
 }

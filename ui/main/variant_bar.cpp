@@ -40,6 +40,13 @@ VariantBar::VariantBar(Editor& editor, QWidget* parent) : Page(editor, parent)
                 [this, i] { m_editor.keepAs(static_cast<std::size_t>(i)); });
         layout->addWidget(cmdKeep[i]);
     }
+    layout->addSpacing(4);
+    cmbCompare = named<ListBox>("cmbCompare", this);
+    cmbCompare->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbCompare->setMinimumContentsLength(3);
+    connect(cmbCompare, &QComboBox::activated, this, &VariantBar::compare);
+    connect(&editor, &Editor::comparedChanged, this, &VariantBar::displayCompared);
+    layout->addWidget(cmbCompare, 1);
     display();
 }
 
@@ -71,6 +78,41 @@ void VariantBar::display()
         cmdVariant[i]->setAccessibleName(m_editor.session().text(Text::NameCmdVariant).arg(title));
         cmdVariant[i]->setToolTip(m_editor.session().text(Text::TipCmdVariant));
     }
+    displayCompared();
+}
+
+/// Nothing, each variant that is kept, and the other project that was chosen.
+void VariantBar::displayCompared()
+{
+    const Variants& variants = m_editor.document().state().project.variants;
+    const auto& compared = m_editor.view().compared;
+    cmbCompare->clear();
+    cmbCompare->addItem(m_editor.session().text(Text::CompareNone), -1);
+    const auto less = [this](const std::string& title) {
+        return m_editor.session().text(Text::CompareWith).arg(qtText(title));
+    };
+    for (int i = 0; i < kVariants; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        if (!variants.kept[at])
+            continue;
+        cmbCompare->addItem(less(variantTitle(variants, at)), i);
+        if (compared && compared->variant == at)
+            cmbCompare->setCurrentIndex(cmbCompare->count() - 1);
+    }
+    if (compared && !compared->variant) {
+        cmbCompare->addItem(less(compared->title), kVariants);
+        cmbCompare->setCurrentIndex(cmbCompare->count() - 1);
+    }
+    cmbCompare->setEnabled(cmbCompare->count() > 1);
+}
+
+void VariantBar::compare(int index)
+{
+    const int chosen = cmbCompare->itemData(index).toInt();
+    if (chosen < 0)
+        m_editor.compareWith({});
+    else if (chosen < kVariants)
+        m_editor.compareWith(ViewState::Compared{static_cast<std::size_t>(chosen)});
 }
 
 bool VariantBar::eventFilter(QObject* watched, QEvent* event)

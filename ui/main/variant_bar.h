@@ -3,6 +3,7 @@
 #include "main/page.h"
 #include "widgets/controls.h"
 
+#include <QComboBox>
 #include <QToolButton>
 
 namespace orva::ui {
@@ -24,9 +25,12 @@ protected:
 private:
     void choose(int variant);
     void askName(int variant);
+    void displayCompared();
+    void compare(int index);
 
     QToolButton* cmdVariant[Variants::kMost];
     QToolButton* cmdKeep[Variants::kMost];
+    QComboBox* cmbCompare;
 };
 
 } // namespace orva::ui

@@ -1,6 +1,7 @@
 #include "main/view_panel.h"
 
 #include "drawing/room_drawing.h"
+#include "engine/spl_difference.h"
 #include "lang/number_text.h"
 #include "main/variant_bar.h"
 #include "widgets/controls.h"
@@ -103,6 +104,12 @@ void ViewPanel::makeRoomView()
                     selectArea(position);
             });
     m_hang = new HangGuide(m_editor, *Main_pbx);
+    m_difference = new DifferenceView(m_editor, this);
+    connect(m_difference, &DifferenceView::shown, Main_pbx, &DrawingWidget::redraw);
+    connect(&m_editor, &Editor::comparedChanged, this, [this] {
+        Main_pbx->redraw();
+        AreaSpl_pbx->redraw();
+    });
     m_hand->setClick(
         [this](QPointF position) { return m_hang->click(position) || pinOrUnpin(position); });
     connect(&m_editor, &Editor::pinned, Main_pbx, qOverload<>(&QWidget::update));
@@ -309,6 +316,13 @@ void ViewPanel::prepareRoom()
         m_followMap();
     chkAiming->setEnabled(m_editor.view().map.shown.has_value());
     m_room = m_editor.roomViewContent(aimingLines());
+    m_difference->follow(mapGrid());
+    if (const SummedMap* map = m_difference->map()) {
+        m_room.grid = m_difference->grid();
+        m_room.map = map;
+        m_room.figures = MapFigures::Differences;
+        m_room.aimingLines = false;
+    }
     if (const HangMap* map = m_hang->map()) {
         m_room.grid = &map->grid;
         m_room.map = &map->rms;
@@ -386,6 +400,17 @@ CurvePicture ViewPanel::allCurves(int points) const
     return picture;
 }
 
+/// How much the current setup has over the one that it is compared with.
+CurvePicture ViewPanel::differenceCurve(int points) const
+{
+    const Segment area = m_editor.room().area(m_editor.view().SelectedArea);
+    const std::vector<float> other =
+        m_editor.comparedPrediction()->levelsAlong(area, points, m_editor.view().levels.choice());
+    std::vector<float> levels = m_editor.levelsAlong(area, points);
+    std::transform(other.begin(), other.end(), levels.begin(), levels.begin(), levelDifference);
+    return {m_editor.view().SelectedArea, area.lengthM, {{levels, Role::Result1, 2}}, {}};
+}
+
 /// Before it, fainter, those of the other variants.
 CurvePicture ViewPanel::areaCurve(int points) const
 {
@@ -411,9 +436,10 @@ void ViewPanel::prepareCurve()
     if (!m_editor.live() && !m_hand->dragging()) // else it would flicker
         pointer.emplace();
     const int points = curvePoints();
-    m_curve = m_otherCurves              ? m_otherCurves(points)
-              : m_editor.view().allAreas ? allCurves(points)
-                                         : areaCurve(points);
+    m_curve = m_otherCurves                   ? m_otherCurves(points)
+              : m_editor.comparedPrediction() ? differenceCurve(points)
+              : m_editor.view().allAreas      ? allCurves(points)
+                                              : areaCurve(points);
     const std::vector<float>& levels = m_curve.curves.back().levels;
     const auto [least, largest] = std::minmax_element(levels.begin(), levels.end());
     AreaSpl_pbx->setAccessibleDescription(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "main/difference_view.h"
 #include "main/hang_guide.h"
 #include "main/level_pages.h"
 #include "main/page.h"
@@ -66,6 +67,7 @@ private:
     void prepareRoom();
     void prepareCurve();
     CurvePicture areaCurve(int points) const;
+    CurvePicture differenceCurve(int points) const;
     CurvePicture allCurves(int points) const;
     void markArea(QPointF position);
     bool pinOrUnpin(QPointF position);
@@ -89,6 +91,7 @@ private:
     DrawingWidget* Main_pbx;
     SectionHand* m_hand;
     HangGuide* m_hang;
+    DifferenceView* m_difference;
     DrawingWidget* AreaSpl_pbx;
     LevelPages* m_pages;
     QSplitter* m_bottom;

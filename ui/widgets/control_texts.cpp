@@ -54,6 +54,7 @@ constexpr ControlText kTexts[] = {
     {"ShowDelay_chk", 0, Text::None, Text::TipShowDelayChk},
     {"cmdUp", 31, Text::NameCmdUp, Text::None},
     {"cmdDown", 31, Text::NameCmdDown, Text::None},
+    {"cmbCompare", 0, Text::NameCmbCompare, Text::TipCmbCompare},
     {"cmdHang", 0, Text::None, Text::TipCmdHang},
     {"chkProbe", 0, Text::None, Text::TipChkProbe},
     {"chkAllAreas", 0, Text::None, Text::TipChkAllAreas},
