@@ -328,6 +328,12 @@ void ArrayColumn::resizeEvent(QResizeEvent* event)
     updateScrollRange();
 }
 
+void ArrayColumn::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    followSteps();
+}
+
 void ArrayColumn::wheelEvent(QWheelEvent* event)
 {
     VScroll1->setValue(VScroll1->value() - event->angleDelta().y() / 120);

@@ -5,14 +5,23 @@
 #include "lang/string_table.h"
 
 #include <QToolTip>
+#include <algorithm>
 #include <cmath>
 
 namespace orva::ui {
 
 namespace {
 
-constexpr double kCoarseM = 1;
-constexpr double kFineM = 0.25;
+/// Places are so far apart, in a room that is not huge; coarse ones four times as far.
+constexpr double kRasterM = 0.25;
+constexpr double kMostPlaces = 60'000;
+constexpr double kCoarser = 4;
+
+double rasterOf(const Room& room)
+{
+    const auto [width, height] = room.GFAGetRoomDims();
+    return std::max(kRasterM, std::sqrt(static_cast<double>(width) * height / kMostPlaces));
+}
 
 } // namespace
 
@@ -49,7 +58,7 @@ void HangGuide::follow()
     m_map.reset();
     m_best.reset();
     if (m_wanted)
-        calculate(kCoarseM);
+        calculate(kCoarser * rasterOf(m_editor.room()));
     if (redraw)
         m_view.redraw();
 }
@@ -70,8 +79,9 @@ void HangGuide::calculate(double rasterM)
                 return;
             m_map = std::move(m_coming);
             m_best = m_comingBest;
-            if (rasterM > kFineM)
-                calculate(kFineM);
+            const double finest = rasterOf(m_wanted->project.room);
+            if (rasterM > finest)
+                calculate(finest);
             m_view.redraw();
         });
 }
