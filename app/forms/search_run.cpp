@@ -122,7 +122,7 @@ SearchRun::Progress SearchRun::progress()
         now.number = search->number() + 1;
     } else if (m_quick.only) {
         now.tested = m_evaluations;
-        now.share = m_quickResult && !running
+        now.share = !running && m_quickResult
                         ? 1
                         : static_cast<double>(now.tested) /
                               static_cast<double>(std::min(all, m_quick.budget));

@@ -483,7 +483,10 @@ void ViewPanel::connectFitLine()
 {
     connect(AreaSpl_pbx, &DrawingWidget::moved, this, &ViewPanel::probeOnCurve);
     connect(AreaSpl_pbx, &DrawingWidget::left, this, [this] { m_editor.probe({}); });
-    const auto drawing = [this] { return chkDrawLine->isChecked(); };
+    // Not into differences: a line stands for levels.
+    const auto drawing = [this] {
+        return chkDrawLine->isChecked() && !m_editor.comparedPrediction();
+    };
     const auto place = [this](QPointF position) {
         CurvePoint at = m_curve.placeAt(AreaSpl_pbx->userPoint(position), AreaSpl_pbx->width());
         if (m_curve.detailed) // longer areas go on
