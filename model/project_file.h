@@ -22,6 +22,8 @@ namespace orva {
 constexpr std::size_t kProjectFileBytes = 632;
 
 constexpr std::string_view kVariantsMark = "ORVA-VAR";
+/// More than any project with its variants has.
+constexpr std::size_t kLargestProjectFile = kProjectFileBytes + 2048;
 
 struct LoadedProject {
     Project project;

@@ -139,7 +139,7 @@ void makeCurrent(Workspace& workspace, Project project)
 
 Result<LoadedProject> loadProject(const std::filesystem::path& file)
 {
-    const Result<std::string> bytes = readFile(file, kProjectFileBytes);
+    const Result<std::string> bytes = readFile(file, kLargestProjectFile);
     if (!bytes)
         return bytes.error();
     return readProject(asBytes(*bytes), file.string());
