@@ -200,11 +200,7 @@ public:
         QTest::mouseRelease(view, Qt::LeftButton, {}, (start + QPointF(110, 50)).toPoint());
         view->removeEventFilter(&drag);
     }
-    Hearing hearing()
-    {
-        return {*m_session.state().levelKernel(), m_session.state().speakerData.BandLevel,
-                areaReceivers(m_window.editor().room()), m_window.editor().view().levels.choice()};
-    }
+    Hearing hearing() { return m_window.editor().hearing(); }
     const Project& project() { return m_window.editor().document().state().project; }
     /// The map of one array less that of another one.
     void drawDifference()

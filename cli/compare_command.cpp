@@ -14,8 +14,7 @@ struct Options : ProjectOptions {
     PredictionOptions prediction;
     std::string otherFile;
     int points = kAreaReceivers;
-    float cellM = 0.1F;
-    std::string csvFile;
+    MapOptions map;
     PictureOptions picture;
 };
 
@@ -35,10 +34,7 @@ Result<Pair> openBoth(const Options& options, const Console& console)
         openForPrediction(options.otherFile, options.common, options.prediction, console);
     if (!b)
         return b.error();
-    const Room& room = a->project.room;
-    const Room& other = b->project.room;
-    if (room.GFAGetRoomDims() != other.GFAGetRoomDims() ||
-        room.GFAGetPointOfRef() != other.GFAGetPointOfRef())
+    if (!a->project.room.sameFrame(b->project.room))
         return Error{"its room has another size or point of reference than that of " + options.file,
                      options.otherFile};
     return Pair{std::move(*a), std::move(*b)};
@@ -84,17 +80,15 @@ Json areaJson(int number, Pair& pair, const Options& options)
 /// The map of the difference, as CSV and as the room view of the first project.
 Result<Done> addMap(Pair& pair, const Options& options, PendingFiles& files)
 {
-    if (options.csvFile.empty() && options.picture.file.empty())
+    if (options.map.csvFile.empty() && options.picture.file.empty())
         return Done{};
-    const std::optional<MapGrid> grid =
-        PrepareMapGrid(pair.a.project.room, options.cellM, options.cellM);
+    const Result<MapGrid> grid = mapGrid(pair.a.project.room, options.map.cellM, options.file);
     if (!grid)
-        return Error{"the map would have more than 20 million cells; choose larger ones",
-                     options.file};
+        return grid.error();
     const SummedMap map =
         mapDifference(mapOf(pair.a, *grid, options), mapOf(pair.b, *grid, options));
-    if (!options.csvFile.empty())
-        if (auto added = files.add(options.csvFile, mapCsv(map, *grid)); !added)
+    if (!options.map.csvFile.empty())
+        if (auto added = files.add(options.map.csvFile, mapCsv(map, *grid)); !added)
             return added;
     const auto draw = [&](DrawingSurface& surface) {
         RoomViewContent content;
@@ -110,8 +104,9 @@ Result<Done> addMap(Pair& pair, const Options& options, PendingFiles& files)
 
 Result<Done> compare(const Options& options, const Console& console)
 {
-    if (auto apart = checkOutputs(console, options.common, {options.csvFile, options.picture.file},
-                                  {options.file, options.otherFile});
+    if (auto apart =
+            checkOutputs(console, options.common, {options.map.csvFile, options.picture.file},
+                         {options.file, options.otherFile});
         !apart)
         return apart;
     Result<Pair> pair = openBoth(options, console);
@@ -147,17 +142,8 @@ void addCompareCommand(CLI::App& program, Work& work)
     CLI::App* command = program.add_subcommand(
         "compare", "print how another project's levels differ in this one's room as JSON");
     const auto options = std::make_shared<Options>();
-    command->add_option("--points", options->points, "points along each audience area")
-        ->check(numberBetween(1, 1'000'000))
-        ->type_name("N")
-        ->capture_default_str();
-    command->add_option("--cell", options->cellM, "size of the square cells in metres")
-        ->check(numberAboveZero())
-        ->type_name("M")
-        ->capture_default_str();
-    command->add_option("--csv", options->csvFile, "write the differences in dB, top row first")
-        ->check(fileName())
-        ->type_name("FILE");
+    addPointsOption(*command, options->points);
+    addMapOptions(*command, options->map, "write the differences in dB, top row first");
     addPictureOptions(*command, options->picture, "write the room view with the difference map");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);

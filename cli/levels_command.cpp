@@ -100,10 +100,7 @@ void addLevelsCommand(CLI::App& program, Work& work)
     CLI::App* command = program.add_subcommand(
         "levels", "print the level at the FOH and along each audience area as JSON");
     const auto options = std::make_shared<Options>();
-    command->add_option("--points", options->points, "points along each audience area")
-        ->check(numberBetween(1, 1'000'000))
-        ->type_name("N")
-        ->capture_default_str();
+    addPointsOption(*command, options->points);
     command->add_option("--area", options->pictureArea, "audience area of the picture")
         ->check(numberBetween(1, std::numeric_limits<int>::max()))
         ->type_name("N")

@@ -13,8 +13,7 @@ namespace {
 
 struct Options : ProjectOptions {
     PredictionOptions prediction;
-    float cellM = 0.1F;
-    std::string csvFile;
+    MapOptions map;
     PictureOptions picture;
 };
 
@@ -53,19 +52,17 @@ void drawMap(DrawingSurface& surface, Workspace& state, const MapGrid& grid, con
 
 Result<Done> calculateMap(const Options& options, const Console& console)
 {
-    if (auto apart = checkOutputs(console, options.common, {options.csvFile, options.picture.file},
-                                  {options.file});
+    if (auto apart = checkOutputs(console, options.common,
+                                  {options.map.csvFile, options.picture.file}, {options.file});
         !apart)
         return apart;
     Result<OpenProject> state =
         openForPrediction(options.file, options.common, options.prediction, console);
     if (!state)
         return state.error();
-    const std::optional<MapGrid> grid =
-        PrepareMapGrid(state->project.room, options.cellM, options.cellM);
+    const Result<MapGrid> grid = mapGrid(state->project.room, options.map.cellM, options.file);
     if (!grid)
-        return Error{"the map would have more than 20 million cells; choose larger ones",
-                     options.file};
+        return grid.error();
 
     const LevelChoice choice = options.prediction.choice();
     const std::shared_ptr<const LevelKernel> kernel = state->levelKernel();
@@ -83,8 +80,8 @@ Result<Done> calculateMap(const Options& options, const Console& console)
         });
 
     PendingFiles files;
-    if (!options.csvFile.empty())
-        if (auto added = files.add(options.csvFile, mapCsv(*map, *grid)); !added)
+    if (!options.map.csvFile.empty())
+        if (auto added = files.add(options.map.csvFile, mapCsv(*map, *grid)); !added)
             return added;
     Result<Done> drawn = Done{};
     const float drawSeconds = timed(options, console, "Drawing", [&](const Progress&) {
@@ -116,13 +113,7 @@ void addMapCommand(CLI::App& program, Work& work)
     CLI::App* command =
         program.add_subcommand("map", "calculate the level map over the whole room");
     const auto options = std::make_shared<Options>();
-    command->add_option("--cell", options->cellM, "size of the square cells in metres")
-        ->check(numberAboveZero())
-        ->type_name("M")
-        ->capture_default_str();
-    command->add_option("--csv", options->csvFile, "write the levels in dB, top row first")
-        ->check(fileName())
-        ->type_name("FILE");
+    addMapOptions(*command, options->map, "write the levels in dB, top row first");
     addPictureOptions(*command, options->picture, "write the room view with the map");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);

@@ -118,6 +118,25 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
                      "show progress on standard error even where that is no terminal");
 }
 
+void addPointsOption(CLI::App& command, int& points)
+{
+    command.add_option("--points", points, "points along each audience area")
+        ->check(numberBetween(1, 1'000'000))
+        ->type_name("N")
+        ->capture_default_str();
+}
+
+void addMapOptions(CLI::App& command, MapOptions& options, const char* csvDescription)
+{
+    command.add_option("--cell", options.cellM, "size of the square cells in metres")
+        ->check(numberAboveZero())
+        ->type_name("M")
+        ->capture_default_str();
+    command.add_option("--csv", options.csvFile, csvDescription)
+        ->check(fileName())
+        ->type_name("FILE");
+}
+
 void addProjectOptions(CLI::App& command, ProjectOptions& options)
 {
     command.add_option("PROJECT.lad", options.file, "the project")

@@ -47,6 +47,16 @@ struct PredictionOptions {
 void addCommonOptions(CLI::App& command, CommonOptions& options);
 void addPredictionOptions(CLI::App& command, PredictionOptions& options);
 
+/// Adds --points along each audience area.
+void addPointsOption(CLI::App& command, int& points);
+
+/// The cells of a map, and the file that takes its figures.
+struct MapOptions {
+    float cellM = 0.1F;
+    std::string csvFile;
+};
+void addMapOptions(CLI::App& command, MapOptions& options, const char* csvDescription);
+
 /// A picture that a command can write: a file and its width; the height is 9/16 of it.
 struct PictureOptions {
     std::string file;

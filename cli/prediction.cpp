@@ -63,6 +63,13 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
     return project;
 }
 
+Result<MapGrid> mapGrid(const Room& room, float cellM, const std::string& file)
+{
+    if (const std::optional<MapGrid> grid = PrepareMapGrid(room, cellM, cellM))
+        return *grid;
+    return Error{"the map would have more than 20 million cells; choose larger ones", file};
+}
+
 std::string mapCsv(const SummedMap& map, const MapGrid& grid)
 {
     std::string csv;

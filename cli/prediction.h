@@ -20,6 +20,8 @@ Result<OpenProject> openForCalculation(const std::string& projectFile);
 Result<OpenProject> openForPrediction(const std::string& projectFile, const CommonOptions& options,
                                       const PredictionOptions& prediction, const Console& console);
 
+/// The cells of a map of the room of a project's file; an error where they are too many.
+Result<MapGrid> mapGrid(const Room& room, float cellM, const std::string& file);
 /// The figures of a map in dB with three decimals, a row per line, top row first; "-inf" for none.
 std::string mapCsv(const SummedMap& map, const MapGrid& grid);
 

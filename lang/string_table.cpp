@@ -63,4 +63,9 @@ std::string_view lengthUnit(const TextOptions& options)
     return MlGetString(options.language, options.Units_Meters ? Text::MetresUnit : Text::FeetUnit);
 }
 
+Text areaText(int number)
+{
+    return number == 1 ? Text::Area1 : number == 2 ? Text::Area2 : Text::Area3;
+}
+
 } // namespace orva

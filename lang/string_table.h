@@ -30,4 +30,7 @@ inline std::string_view MlGetString(Language language, Text text)
 /// "m" or "ft".
 std::string_view lengthUnit(const TextOptions& options);
 
+/// "Area 2": of audience area 1 to 3.
+Text areaText(int number);
+
 } // namespace orva

@@ -11,16 +11,11 @@ HungArray::HungArray(const LineArray& array) : m_array(array)
 
 void HungArray::turn(const LineArray::Positions& angles)
 {
-    const LineArray::Positions before = m_array.AllAngle;
-    const auto changed = std::mismatch(angles.begin(), angles.end(), before.begin()).first;
-    m_array.AllAngle = angles;
     // Angle 0 is that of the cradle: it turns no box against another.
-    auto kept = static_cast<std::size_t>(changed - angles.begin());
-    if (kept == 0)
-        kept = static_cast<std::size_t>(
-            std::mismatch(angles.begin() + 1, angles.end(), before.begin() + 1).first -
-            angles.begin());
-    hang(std::min(kept, m_level.size()));
+    const auto turned =
+        std::mismatch(angles.begin() + 1, angles.end(), m_array.AllAngle.begin() + 1).first;
+    m_array.AllAngle = angles;
+    hang(std::min(static_cast<std::size_t>(turned - angles.begin()), m_level.size()));
 }
 
 void HungArray::hoist(float heightM)

@@ -26,6 +26,11 @@ public:
     FloatPair GFAGetRoomDims() const { return RoomDims; }
     /// Metres from the room's lower-left corner.
     FloatPair GFAGetPointOfRef() const { return PointOfRef; }
+    /// Whether the other's places are places of this room: same size and point of reference.
+    bool sameFrame(const Room& other) const
+    {
+        return RoomDims == other.RoomDims && PointOfRef == other.PointOfRef;
+    }
     /// Metres from the point of reference, as everything below.
     FloatPair GFAGetFOH() const { return FOH; }
     SegmentFigures GFAGetAudienceArea1() const { return m_areas[0]; }

@@ -24,7 +24,11 @@ std::optional<Evenness> evennessOf(const Hearing& hearing, const LineArray& arra
 {
     const BandPowers powers = bandPowersAt(hearing.kernel, radiatingSources(array),
                                            hearing.receivers, hearing.choice.bands);
-    const std::vector<float> levels = levelsOf(powers, hearing.levels, hearing.choice);
+    return evennessOf(levelsOf(powers, hearing.levels, hearing.choice));
+}
+
+std::optional<Evenness> evennessOf(std::span<const float> levels)
+{
     const auto [least, most] = std::minmax_element(levels.begin(), levels.end());
     if (!std::isfinite(*least) || !std::isfinite(*most))
         return std::nullopt;

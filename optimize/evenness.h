@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace orva {
@@ -28,7 +29,9 @@ struct Hearing {
 };
 std::vector<Point> areaReceivers(const Room& room);
 
-/// None where a receiver hears nothing. The array must have no fault().
+/// Of the levels at those receivers; none where one of them hears nothing.
+std::optional<Evenness> evennessOf(std::span<const float> levels);
+/// The array must have no fault().
 std::optional<Evenness> evennessOf(const Hearing& hearing, const LineArray& array);
 
 /// What a step of a joint would come to: to the splay angle below or above in its list. None where

@@ -40,9 +40,7 @@ QuickSearch::QuickSearch(std::shared_ptr<const SearchTask> task, CandidateSet ca
 std::vector<Digits> QuickSearch::starts() const
 {
     const Digits& widths = m_candidates.widths();
-    const JointRange range = m_candidates.range();
-    const std::size_t joints =
-        static_cast<std::size_t>(range.last + 1) - static_cast<std::size_t>(range.first);
+    const std::size_t joints = m_candidates.joints();
     const auto curve = [&](double most, double power) {
         Digits digits;
         for (std::size_t digit = 0; digit < widths.size(); ++digit) {

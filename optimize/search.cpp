@@ -38,6 +38,16 @@ constexpr std::uint64_t kSampleSeed = 20261125;
 
 } // namespace
 
+Ranking Ranking::of(std::vector<Ranked> all)
+{
+    std::stable_sort(all.begin(), all.end(),
+                     [](const Ranked& a, const Ranked& b) { return a.number < b.number; });
+    Ranking ranking;
+    for (const Ranked& entry : all)
+        ranking.add(entry);
+    return ranking;
+}
+
 double Ranking::limit() const
 {
     return m_best.size() < kMost ? std::numeric_limits<double>::infinity() : m_best.back().rms;
@@ -360,12 +370,7 @@ Ranking Search::bestSoFar() const
     take(m_contenders);
     for (const Chunk& chunk : m_chunks)
         take(chunk.contenders);
-    std::stable_sort(all.begin(), all.end(),
-                     [](const Ranked& a, const Ranked& b) { return a.number < b.number; });
-    Ranking ranking;
-    for (const Ranked& entry : all)
-        ranking.add(entry);
-    return ranking;
+    return Ranking::of(std::move(all));
 }
 
 const Ranking& Search::decide()

@@ -28,6 +28,9 @@ class Ranking {
 public:
     static constexpr std::size_t kMost = 3;
 
+    /// Of all of them; equal measures in the order of their numbers.
+    static Ranking of(std::vector<Ranked> all);
+
     const std::vector<Ranked>& best() const { return m_best; }
     /// Measures from here on are not kept; infinity as long as there is room.
     double limit() const;

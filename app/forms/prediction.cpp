@@ -56,6 +56,16 @@ std::optional<AreaFigures> Prediction::figuresOf(const Segment& area, const Leve
     return areaFigures(levelsAlong(area, kAreaReceivers, choice));
 }
 
+std::optional<Evenness> Prediction::evennessOf(const Room& room, const LevelChoice& choice)
+{
+    std::vector<float> all;
+    for (int number = 1; number <= room.GIGetNumAreas(); ++number) {
+        const std::vector<float> own = levelsAlong(room.area(number), kAreaReceivers, choice);
+        all.insert(all.end(), own.begin(), own.end());
+    }
+    return orva::evennessOf(all);
+}
+
 std::optional<NearestBox> Prediction::nearestTo(const Point& point) const
 {
     return nearestBox(m_placed, point);

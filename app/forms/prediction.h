@@ -2,6 +2,7 @@
 
 #include "engine/area_figures.h"
 #include "engine/spectrum.h"
+#include "optimize/evenness.h"
 
 #include <deque>
 #include <memory>
@@ -36,6 +37,8 @@ public:
     float levelAt(const Point& point, const LevelChoice& choice) const;
     /// The figures of an area.
     std::optional<AreaFigures> figuresOf(const Segment& area, const LevelChoice& choice);
+    /// Of all areas of a room together.
+    std::optional<Evenness> evennessOf(const Room& room, const LevelChoice& choice);
     Heard heardAt(const Point& point, const Point& foh, const LevelChoice& choice) const;
     /// The level of each band alone at a place.
     PerBand<float> spectrumAt(const Point& point, const LevelChoice& choice) const;

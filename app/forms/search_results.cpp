@@ -40,13 +40,12 @@ std::vector<std::string> resultTexts(double rms, const ResultFigures& figures,
     return texts;
 }
 
-std::vector<std::string> resultHeads(int areas, const TextOptions& options)
+std::vector<std::string> resultHeads(Text measure, int areas, const TextOptions& options)
 {
     const auto text = [&](Text id) { return std::string(MlGetString(options.language, id)); };
-    std::vector<std::string> heads = {text(Text::ColumnRms)};
-    constexpr Text kAreas[] = {Text::Area1, Text::Area2, Text::Area3};
-    for (const Text area : std::span(kAreas).first(static_cast<std::size_t>(areas)))
-        heads.push_back(text(area));
+    std::vector<std::string> heads = {text(measure)};
+    for (int number = 1; number <= areas; ++number)
+        heads.push_back(text(areaText(number)));
     heads.emplace_back("FOH");
     heads.push_back(
         Message(Text::ColumnHeight, {std::string(lengthUnit(options))}).text(options.language));

@@ -24,7 +24,7 @@ ResultFigures resultFigures(Prediction& prediction, const Room& room, const Line
 /// Measure, mean (spread) of each area, FOH, height, pin, weight: as a row of a table.
 std::vector<std::string> resultTexts(double rms, const ResultFigures& figures,
                                      const TextOptions& options);
-/// What stands above them.
-std::vector<std::string> resultHeads(int areas, const TextOptions& options);
+/// What stands above them; `measure` above the first.
+std::vector<std::string> resultHeads(Text measure, int areas, const TextOptions& options);
 
 } // namespace orva

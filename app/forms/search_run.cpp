@@ -154,12 +154,7 @@ Ranking SearchRun::bestOfTested() const
         if (std::none_of(all.begin(), all.end(),
                          [&](const Ranked& kept) { return kept.number == entry.number; }))
             all.push_back(entry);
-    std::stable_sort(all.begin(), all.end(),
-                     [](const Ranked& a, const Ranked& b) { return a.number < b.number; });
-    Ranking ranking;
-    for (const Ranked& entry : all)
-        ranking.add(entry);
-    return ranking;
+    return Ranking::of(std::move(all));
 }
 
 void SearchRun::list()

@@ -11,11 +11,7 @@ namespace {
 
 class Guides : public Window {
 protected:
-    Hearing hearing()
-    {
-        return {*session.state().levelKernel(), session.state().speakerData.BandLevel,
-                areaReceivers(window->editor().room()), window->editor().view().levels.choice()};
-    }
+    Hearing hearing() { return window->editor().hearing(); }
     Evenness evenness() { return *evennessOf(hearing(), window->editor().array()); }
     void waitForSteps() { QTest::qWait(60); }
 };

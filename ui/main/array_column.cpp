@@ -220,8 +220,7 @@ void ArrayColumn::showSteps()
         return;
     Session& session = m_editor.session();
     const LineArray& array = m_editor.array();
-    const Hearing hearing{*session.state().levelKernel(), session.state().speakerData.BandLevel,
-                          areaReceivers(m_editor.room()), m_editor.view().levels.choice()};
+    const Hearing hearing = m_editor.hearing();
     const std::optional<Evenness> now = evennessOf(hearing, array);
     const std::vector<JointSteps> steps =
         now ? jointSteps(hearing, array, coreCount()) : std::vector<JointSteps>();

@@ -1,6 +1,5 @@
 #include "main/difference_view.h"
 
-#include "engine/parallel.h"
 #include "engine/spl_difference.h"
 
 #include <utility>
@@ -20,18 +19,13 @@ DifferenceView::DifferenceView(Editor& editor, QObject* parent)
 {
 }
 
-std::optional<SummedMap> DifferenceView::Side::mapOf(const Wanted& wanted, const Progress& progress)
+std::optional<SummedMap> DifferenceView::Side::map(const MapWork& work, const Progress& progress)
 {
-    const bool same = of && of->kernel == wanted.kernel && of->array == wanted.array &&
-                      of->grid == wanted.grid && of->choice.bands == wanted.choice.bands;
-    if (!same) {
+    if (!of || !of->samePowers(work)) {
         planes.clear();
-        of = wanted;
+        of = work;
     }
-    if (!CalcRawSPL(*wanted.kernel, wanted.array, wanted.grid, wanted.choice.bands, coreCount(),
-                    progress, planes))
-        return std::nullopt;
-    return CalcSummedSPL(planes, wanted.levels, wanted.grid, wanted.choice, coreCount(), progress);
+    return mapOf(work, progress, planes);
 }
 
 void DifferenceView::follow(const std::optional<MapGrid>& grid)
@@ -40,12 +34,9 @@ void DifferenceView::follow(const std::optional<MapGrid>& grid)
     std::optional<Wanted> now;
     if (other && grid) {
         ApplicationState& state = m_editor.session().state();
-        now = Wanted{state.levelKernel(),
-                     state.speakerData.BandLevel,
-                     m_editor.view().levels.choice(),
-                     m_editor.array(),
-                     *other,
-                     *grid};
+        now = Wanted{{state.levelKernel(), m_editor.array(), state.speakerData.BandLevel,
+                      m_editor.view().levels.choice(), *grid},
+                     *other};
     }
     if (now == m_wanted)
         return;
@@ -56,10 +47,8 @@ void DifferenceView::follow(const std::optional<MapGrid>& grid)
         return;
     }
     Wanted first = *m_wanted;
-    if (first.grid.cells() > kAtOnce)
-        first.grid = PrepareMapGrid(m_editor.room(), first.grid.CellW * kCoarser,
-                                    first.grid.CellH * kCoarser)
-                         .value_or(first.grid);
+    if (first.now.grid.cells() > kAtOnce)
+        first.now.grid = coarser(first.now.grid, m_editor.room(), kCoarser);
     calculate(first);
 }
 
@@ -68,19 +57,19 @@ void DifferenceView::calculate(const Wanted& wanted)
     m_task.start(
         [this, wanted](const Task::Stop& stop) {
             const Progress progress = [&](int, int) { return !stop(); };
-            Wanted other = wanted;
+            MapWork other = wanted.now;
             other.array = wanted.other;
-            const auto now = m_sides[0].mapOf(wanted, progress);
-            const auto before = now ? m_sides[1].mapOf(other, progress) : std::nullopt;
+            const auto now = m_sides[0].map(wanted.now, progress);
+            const auto before = now ? m_sides[1].map(other, progress) : std::nullopt;
             m_coming.reset();
             if (before)
-                m_coming = Map{wanted.grid, mapDifference(*before, *now)};
+                m_coming = Map{wanted.now.grid, mapDifference(*before, *now)};
         },
         [this, wanted] {
             if (!m_coming)
                 return;
             m_shown = std::exchange(m_coming, std::nullopt);
-            if (m_wanted && wanted.grid != m_wanted->grid)
+            if (m_wanted && wanted.now.grid != m_wanted->now.grid)
                 calculate(*m_wanted);
             emit shown();
         });

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/state/task.h"
-#include "engine/spl_map.h"
 #include "main/editor.h"
+#include "main/map_work.h"
 
 namespace orva::ui {
 
@@ -24,21 +24,17 @@ signals:
 
 private:
     struct Wanted {
-        std::shared_ptr<const LevelKernel> kernel;
-        PerBand<BandReference> levels;
-        LevelChoice choice;
-        LineArray array;
+        MapWork now;
         LineArray other;
-        MapGrid grid;
 
         friend bool operator==(const Wanted&, const Wanted&) = default;
     };
     /// The planes of one array, the task's own while it runs.
     struct Side {
-        std::optional<Wanted> of; ///< whose `array` they are
+        std::optional<MapWork> of;
         RawSplCache planes;
 
-        std::optional<SummedMap> mapOf(const Wanted& wanted, const Progress& progress);
+        std::optional<SummedMap> map(const MapWork& work, const Progress& progress);
     };
     struct Map {
         MapGrid grid;

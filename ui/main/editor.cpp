@@ -2,7 +2,6 @@
 
 #include "document/correction.h"
 #include "document/variants_edit.h"
-#include "lang/number_text.h"
 #include "lang/string_table.h"
 
 #include <QApplication>
@@ -281,14 +280,6 @@ void Editor::probe(const std::optional<Point>& place)
     emit probed();
 }
 
-std::optional<Heard> Editor::heardAt(const Point& place) const
-{
-    const Prediction* predicted = calculable() ? prediction() : nullptr;
-    return predicted
-               ? std::optional(predicted->heardAt(place, room().foh(), m_view.levels.choice()))
-               : std::nullopt;
-}
-
 void Editor::pin(const Point& place)
 {
     if (m_view.pins.size() == ViewState::kMostPins)
@@ -442,123 +433,6 @@ QStringList Editor::warnings() const
     if (m_outside.any())
         lines += text(Text::OutsideRoom);
     return lines;
-}
-
-RoomViewContent Editor::roomViewContent(bool aimingLines) const
-{
-    RoomViewContent content;
-    content.grid = &m_view.map.grid;
-    content.map = m_view.map.shown ? &*m_view.map.shown : nullptr;
-    content.aimingLines = !m_view.map.shown || aimingLines;
-    content.bassBox = {array().GBGetBassBox(), array().GFAGetBassBoxCoord(),
-                       m_session.state().settings.ShowDelay == 1};
-    content.aWeighted = m_view.levels.aWeighted;
-    if (content.map && m_session.state().settings.map.range == MapRange::Audience)
-        content.audienceMeanDb = audienceMean(areaFigures());
-    if (m_view.levels.mapType != LevelChoiceForm::Detailed)
-        content.fohDb = levelsAlong(fohLine(room()), 1).front();
-    return content;
-}
-
-Prediction* Editor::prediction() const
-{
-    return predictionOf(m_arrayWhole ? &array() : nullptr, m_prediction);
-}
-
-Prediction* Editor::predictionOf(const LineArray* array, std::optional<Prediction>& kept) const
-{
-    if (!array || array->fault()) {
-        kept.reset();
-        return nullptr;
-    }
-    ApplicationState& state = m_session.state();
-    const std::shared_ptr<const LevelKernel> kernel = state.levelKernel();
-    if (!kept || !kept->isOf(kernel, state.speakerData.BandLevel, *array))
-        kept.emplace(kernel, state.speakerData.BandLevel, *array, state.air.SpeedOfSound);
-    return &*kept;
-}
-
-Prediction* Editor::keptPrediction(std::size_t variant) const
-{
-    const std::optional<KeptSetup>& kept = m_document.state().project.variants.kept[variant];
-    return predictionOf(kept ? &kept->array : nullptr, m_keptPredictions[variant]);
-}
-
-const LineArray* Editor::comparedArray() const
-{
-    if (!m_view.compared)
-        return nullptr;
-    if (!m_view.compared->variant)
-        return &m_view.compared->array;
-    const auto& kept = m_document.state().project.variants.kept[*m_view.compared->variant];
-    return kept && !kept->array.fault() ? &kept->array : nullptr;
-}
-
-Prediction* Editor::comparedPrediction() const
-{
-    return predictionOf(comparedArray(), m_otherPrediction);
-}
-
-std::string Editor::comparedTitle() const
-{
-    if (!m_view.compared)
-        return {};
-    return m_view.compared->variant
-               ? variantTitle(m_document.state().project.variants, *m_view.compared->variant)
-               : m_view.compared->title;
-}
-
-std::vector<float> Editor::levelsAlong(const Segment& line, int points) const
-{
-    if (Prediction* predicted = prediction())
-        return predicted->levelsAlong(line, points, m_view.levels.choice());
-    return std::vector<float>(static_cast<std::size_t>(points),
-                              -std::numeric_limits<float>::infinity());
-}
-
-std::optional<LevelRange> Editor::weatherRange(const Segment& line, int points) const
-{
-    ApplicationState& state = m_session.state();
-    if (!state.settings.Weather || !m_arrayWhole)
-        return std::nullopt;
-    LevelRange range;
-    for (const std::shared_ptr<const LevelKernel>& kernel : state.weatherKernels()) {
-        const std::vector<float> levels =
-            orva::levelsAlong(*kernel, state.speakerData.BandLevel, array(), line,
-                              m_view.levels.choice(), points)
-                .levels;
-        range.add(levels);
-    }
-    return range;
-}
-
-std::vector<std::optional<AreaFigures>> Editor::areaFigures() const
-{
-    std::vector<std::optional<AreaFigures>> figures;
-    for (int number = 1; number <= room().GIGetNumAreas(); ++number)
-        figures.push_back(orva::areaFigures(levelsAlong(room().area(number), kAreaReceivers)));
-    return figures;
-}
-
-StatusFacts Editor::statusFacts(bool levels) const
-{
-    const ApplicationState& state = m_session.state();
-    StatusFacts facts{m_document.state().project,
-                      calculable() && array().boxCount() > 0,
-                      {},
-                      m_view.levels.aWeighted,
-                      {},
-                      state.settings.Temperature,
-                      state.settings.Weather ? state.settings.Humidity
-                                             : static_cast<float>(kHumidityPercent),
-                      state.settings.Celsius_Fahren,
-                      m_session.textOptions(),
-                      state.importedData};
-    if (facts.calculable && levels) {
-        facts.fohDb = levelsAlong(fohLine(room()), 1).front();
-        facts.areas = areaFigures();
-    }
-    return facts;
 }
 
 } // namespace orva::ui

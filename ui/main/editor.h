@@ -9,6 +9,7 @@
 #include "document/setup_edit.h"
 #include "drawing/curve_drawing.h"
 #include "drawing/room_view.h"
+#include "optimize/evenness.h"
 #include "widgets/session.h"
 
 #include <QObject>
@@ -151,6 +152,8 @@ public:
     /// Those of a variant that is kept beside it; none where there is none or it cannot be
     /// calculated.
     Prediction* keptPrediction(std::size_t variant) const;
+    /// What all areas together are heard with; for as long as the loudspeaker data stay.
+    Hearing hearing() const;
     /// The array that the current one is compared with; null where there is none, or it cannot be
     /// calculated.
     const LineArray* comparedArray() const;

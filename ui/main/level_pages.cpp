@@ -4,7 +4,6 @@
 #include "document/variants_edit.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
-#include "optimize/evenness.h"
 #include "widgets/controls.h"
 #include "widgets/figure_table.h"
 
@@ -276,8 +275,7 @@ void VariantsPage::display()
     Session& session = m_editor.session();
     const Project& project = m_editor.document().state().project;
     const TextOptions options = session.textOptions();
-    const Hearing hearing{*session.state().levelKernel(), session.state().speakerData.BandLevel,
-                          areaReceivers(project.room), m_editor.view().levels.choice()};
+    const LevelChoice choice = m_editor.view().levels.choice();
     std::vector<std::vector<std::string>> rows;
     for (std::size_t variant = 0; variant < Variants::kMost; ++variant) {
         const bool current = variant == project.variants.current;
@@ -285,16 +283,16 @@ void VariantsPage::display()
         if (!prediction)
             continue;
         const LineArray& array = current ? project.array : project.variants.kept[variant]->array;
-        const std::optional<Evenness> even = evennessOf(hearing, array);
+        const std::optional<Evenness> even = prediction->evennessOf(project.room, choice);
         rows.push_back(resultTexts(even ? even->rms : kNoMeasure,
-                                   resultFigures(*prediction, project.room, array, hearing.choice),
+                                   resultFigures(*prediction, project.room, array, choice),
                                    options));
         rows.back().insert(rows.back().begin(), variantTitle(project.variants, variant));
     }
     QStringList heads = {session.text(Text::ColumnVariant)};
-    for (const std::string& head : resultHeads(project.room.GIGetNumAreas(), options))
+    for (const std::string& head :
+         resultHeads(Text::ColumnEven, project.room.GIGetNumAreas(), options))
         heads += qtText(head);
-    heads[1] = session.text(Text::ColumnEven);
     fillTable(*tblVariants, heads, rows);
 }
 

@@ -24,28 +24,28 @@ LiveMap::LiveMap(Editor& editor, ViewPanel& views)
     views.setFollowMap([this] { follow(); });
 }
 
-std::optional<LiveMap::Work> LiveMap::wanted() const
+std::optional<MapWork> LiveMap::wanted() const
 {
     const std::optional<MapGrid> grid = m_views.mapGrid();
     if (!grid || !m_editor.live() || !m_editor.calculable())
         return std::nullopt;
     ApplicationState& state = m_editor.session().state();
-    return Work{state.levelKernel(), m_editor.array(), state.speakerData.BandLevel,
-                m_editor.view().levels.choice(), *grid};
+    return MapWork{state.levelKernel(), m_editor.array(), state.speakerData.BandLevel,
+                   m_editor.view().levels.choice(), *grid};
 }
 
 /// Whether what is shown is, or soon will be, that one.
-bool LiveMap::isThere(const Work& work) const
+bool LiveMap::isThere(const MapWork& work) const
 {
     const ViewState::Map& map = m_editor.view().map;
-    const std::optional<Work>& made = map.coarse ? m_coming : m_whole;
+    const std::optional<MapWork>& made = map.coarse ? m_coming : m_whole;
     return map.shown && map.shownChoice == work.choice && made && made->samePowers(work) &&
            made->levels == work.levels;
 }
 
 void LiveMap::follow()
 {
-    const std::optional<Work> work = wanted();
+    const std::optional<MapWork> work = wanted();
     if (!work) {
         m_fine.end();
         m_coming.reset();
@@ -62,7 +62,7 @@ void LiveMap::follow()
         m_whole.reset();
     }
     if (expectedMs(*work) > kMapMs) { // or nobody knows, and this tells
-        const Work few = coarser(*work, kMapMs);
+        const MapWork few = coarser(*work, kMapMs);
         m_coarse.clear();
         SummedMap shown = timed(few, m_coarse);
         show(few, std::move(shown), false);
@@ -77,7 +77,7 @@ void LiveMap::follow()
 }
 
 /// Infinite where nothing like it was calculated before.
-double LiveMap::expectedMs(const Work& work) const
+double LiveMap::expectedMs(const MapWork& work) const
 {
     if (m_whole && m_whole->samePowers(work))
         return 0;
@@ -87,21 +87,12 @@ double LiveMap::expectedMs(const Work& work) const
                  : std::numeric_limits<double>::infinity();
 }
 
-std::optional<SummedMap> LiveMap::calculate(const Work& work, const Progress& progress,
-                                            RawSplCache& cache)
-{
-    if (!CalcRawSPL(*work.kernel, work.array, work.grid, work.choice.bands, coreCount(), progress,
-                    cache))
-        return std::nullopt;
-    return CalcSummedSPL(cache, work.levels, work.grid, work.choice, coreCount(), progress);
-}
-
-SummedMap LiveMap::timed(const Work& work, RawSplCache& cache)
+SummedMap LiveMap::timed(const MapWork& work, RawSplCache& cache)
 {
     const bool whole = expectedMs(work) > 0;
     QElapsedTimer timer;
     timer.start();
-    SummedMap shown = calculate(work, {}, cache).value_or(SummedMap{});
+    SummedMap shown = mapOf(work, {}, cache).value_or(SummedMap{});
     const double ms =
         static_cast<double>(timer.nsecsElapsed()) / 1e6 / static_cast<double>(work.grid.cells());
     if (whole)
@@ -109,7 +100,7 @@ SummedMap LiveMap::timed(const Work& work, RawSplCache& cache)
     return shown;
 }
 
-void LiveMap::show(const Work& work, SummedMap shown, bool whole)
+void LiveMap::show(const MapWork& work, SummedMap shown, bool whole)
 {
     ViewState::Map& map = m_editor.map();
     map.grid = work.grid;
@@ -126,26 +117,25 @@ void LiveMap::say(bool isCoarse)
 }
 
 /// The whole room in as many cells as there is time for.
-LiveMap::Work LiveMap::coarser(const Work& work, double forMs) const
+MapWork LiveMap::coarser(const MapWork& work, double forMs) const
 {
     const double all = static_cast<double>(work.grid.cells());
     const double ms = expectedMs(work);
     const double cells = std::isfinite(ms) ? all * forMs / ms : kFewCells;
     const auto factor = static_cast<float>(std::ceil(std::sqrt(all / std::max(cells, 1.0))));
-    Work few = work;
-    few.grid = PrepareMapGrid(m_editor.room(), work.grid.CellW * factor, work.grid.CellH * factor)
-                   .value_or(work.grid);
+    MapWork few = work;
+    few.grid = orva::ui::coarser(work.grid, m_editor.room(), factor);
     return few;
 }
 
 /// Calculates it in the task, shows it, goes on.
-void LiveMap::calculateBeside(const Work& work, RawSplCache& cache, bool whole,
+void LiveMap::calculateBeside(const MapWork& work, RawSplCache& cache, bool whole,
                               const std::function<void()>& then)
 {
     const auto shown = std::make_shared<std::optional<SummedMap>>();
     m_fine.start(
         [work, shown, &cache](const Task::Stop& stopped) {
-            *shown = calculate(
+            *shown = mapOf(
                 work, [&](int, int) { return !stopped(); }, cache);
         },
         [this, work, shown, whole, then] {
@@ -156,7 +146,7 @@ void LiveMap::calculateBeside(const Work& work, RawSplCache& cache, bool whole,
 }
 
 /// Where the chosen cells take long, with finer ones first.
-void LiveMap::refine(const Work& work)
+void LiveMap::refine(const MapWork& work)
 {
     m_coming = work;
     if (expectedMs(work) <= kLongMs) {
@@ -167,7 +157,7 @@ void LiveMap::refine(const Work& work)
     calculateBeside(coarser(work, kFinerMs), m_coarse, false, [this, work] { finish(work); });
 }
 
-void LiveMap::finish(const Work& work)
+void LiveMap::finish(const MapWork& work)
 {
     calculateBeside(work, m_planes, true, [this, work] {
         m_coming.reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/state/task.h"
+#include "main/map_work.h"
 #include "main/view_panel.h"
 
 namespace orva::ui {
@@ -20,42 +21,24 @@ signals:
     void coarse(bool coarse);
 
 private:
-    /// All that a map is calculated from.
-    struct Work {
-        std::shared_ptr<const LevelKernel> kernel;
-        LineArray array;
-        PerBand<BandReference> levels;
-        LevelChoice choice;
-        MapGrid grid;
-
-        /// Whether the other's powers are these ones'. Those of few bands are more exact than the
-        /// same ones among many: what is shown must not depend on what was shown before.
-        bool samePowers(const Work& other) const
-        {
-            return kernel == other.kernel && array == other.array && grid == other.grid &&
-                   choice.bands == other.choice.bands;
-        }
-    };
-    static std::optional<SummedMap> calculate(const Work& work, const Progress& progress,
-                                              RawSplCache& cache);
-    std::optional<Work> wanted() const;
-    bool isThere(const Work& work) const;
-    double expectedMs(const Work& work) const;
-    SummedMap timed(const Work& work, RawSplCache& cache);
-    void show(const Work& work, SummedMap shown, bool whole);
+    std::optional<MapWork> wanted() const;
+    bool isThere(const MapWork& work) const;
+    double expectedMs(const MapWork& work) const;
+    SummedMap timed(const MapWork& work, RawSplCache& cache);
+    void show(const MapWork& work, SummedMap shown, bool whole);
     void say(bool isCoarse);
-    Work coarser(const Work& work, double forMs) const;
-    void calculateBeside(const Work& work, RawSplCache& cache, bool whole,
+    MapWork coarser(const MapWork& work, double forMs) const;
+    void calculateBeside(const MapWork& work, RawSplCache& cache, bool whole,
                          const std::function<void()>& then);
-    void refine(const Work& work);
-    void finish(const Work& work);
+    void refine(const MapWork& work);
+    void finish(const MapWork& work);
 
     Editor& m_editor;
     ViewPanel& m_views;
-    RawSplCache m_planes;        ///< of the chosen cells; the task's own while it runs
-    std::optional<Work> m_whole; ///< of those planes
+    RawSplCache m_planes;           ///< of the chosen cells; the task's own while it runs
+    std::optional<MapWork> m_whole; ///< of those planes
     bool m_saidCoarse = false;
-    std::optional<Work> m_coming; ///< that the task works at
+    std::optional<MapWork> m_coming; ///< that the task works at
     RawSplCache m_coarse;
     /// What a cell costs, for so many boxes and bands; it is measured with every map.
     struct {

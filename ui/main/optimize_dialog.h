@@ -30,6 +30,8 @@ protected:
 private:
     OptimizeDialog(Editor& editor, ViewPanel& views, const FitLineTarget& target, QWidget* window);
 
+    /// "_" for none.
+    static QString decibels(double rms, const char* unit = "dB");
     QWidget* settingsFrame();
     QWidget* progressFrame();
     QWidget* resultsFrame();

@@ -313,9 +313,7 @@ void ProjectCommands::CompareWith()
     if (!loaded)
         return;
     const Project& other = loaded->first.project;
-    const Room& room = m_editor.room();
-    const bool comparable = other.room.GFAGetRoomDims() == room.GFAGetRoomDims() &&
-                            other.room.GFAGetPointOfRef() == room.GFAGetPointOfRef() &&
+    const bool comparable = m_editor.room().sameFrame(other.room) &&
                             other.array.GIGetArrayType() == m_editor.array().GIGetArrayType() &&
                             !other.array.fault();
     if (!comparable) {

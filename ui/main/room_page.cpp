@@ -236,11 +236,10 @@ void RoomPage::showTexts()
     for (std::size_t i = 0; i < m_axes.size(); ++i)
         m_axes[i]->setText(text(i % 2 == 0 ? Text::XLabel : Text::YLabel));
     Label1->setText(text(Text::AudienceAreas));
-    const Text areas[] = {Text::Area1, Text::Area2, Text::Area3};
     const Text entries[] = {Text::AreaX1, Text::AreaY1, Text::AreaX2,
                             Text::AreaY2, Text::Angle,  Text::Length};
     for (std::size_t i = 0; i < m_areas.size(); ++i) {
-        m_areas[i].frame->setTitle(text(areas[i]));
+        m_areas[i].frame->setTitle(text(areaText(static_cast<int>(i) + 1)));
         for (std::size_t k = 0; k < kAreaEntries.size(); ++k)
             m_areas[i].labels[k]->setText(text(entries[k]));
     }

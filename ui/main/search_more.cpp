@@ -139,9 +139,8 @@ void SearchMore::showTexts()
 {
     const Session& session = m_editor.session();
     m_areas->setText(session.text(Text::SearchAreasTitle));
-    constexpr Text kAreas[] = {Text::Area1, Text::Area2, Text::Area3};
     for (int i = 0; i < Room::kAreas; ++i)
-        chkSearchArea[i]->setText(session.text(kAreas[i]));
+        chkSearchArea[i]->setText(session.text(areaText(i + 1)));
     m_doubling->setText(session.text(Text::PerDoublingLabel));
     chkFreePin->setText(session.text(Text::FreePinLabel));
     chkFreeHeight->setText(session.text(
