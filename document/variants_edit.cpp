@@ -52,6 +52,22 @@ bool nameVariant(DocumentState& state, std::size_t variant, std::string_view nam
     return true;
 }
 
+const LineArray* keptArray(const DocumentState& state, std::size_t variant)
+{
+    const auto& kept = state.project.variants.kept[variant];
+    const auto& lists = state.keptSetups[variant];
+    return kept && lists && !lists->SetupInvalid.any() && !kept->array.fault() ? &kept->array
+                                                                               : nullptr;
+}
+
+std::optional<std::size_t> invalidVariant(const DocumentState& state)
+{
+    for (std::size_t variant = 0; variant < Variants::kMost; ++variant)
+        if (const auto& lists = state.keptSetups[variant]; lists && lists->SetupInvalid.any())
+            return variant;
+    return std::nullopt;
+}
+
 std::string variantTitle(const Variants& variants, std::size_t variant)
 {
     const std::string& name = variants.names[variant];

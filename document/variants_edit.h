@@ -10,6 +10,11 @@ bool keepAs(DocumentState& state, std::size_t variant);
 bool makeCurrent(DocumentState& state, std::size_t variant);
 /// What is longer than a name may be is cut between characters; control characters go.
 bool nameVariant(DocumentState& state, std::size_t variant, std::string_view name);
+/// The array of a variant that is kept; null where there is none, its lists stand for no array
+/// (then it would be the last one that they stood for), or it cannot be calculated.
+const LineArray* keptArray(const DocumentState& state, std::size_t variant);
+/// The first kept variant whose lists stand for no array; none: all may be written to a file.
+std::optional<std::size_t> invalidVariant(const DocumentState& state);
 /// "B: Narrow", or the letter alone.
 std::string variantTitle(const Variants& variants, std::size_t variant);
 

@@ -79,10 +79,14 @@ std::optional<HangMap> hangMap(const Hearing& hearing, const Project& project, d
 }
 
 std::optional<HangPlace> bestPlace(const Hearing& hearing, const Project& project,
-                                   const HangMap& map)
+                                   const HangMap& map, const std::function<bool()>& stop)
 {
     std::optional<HangPlace> best;
+    bool stopped = false;
     const auto consider = [&](const Point& place) {
+        stopped = stopped || (stop && stop());
+        if (stopped)
+            return false;
         const auto evenness = evennessAt(hearing, project, place);
         if (!evenness || (best && evenness->rms >= best->evenness.rms))
             return false;
@@ -92,7 +96,7 @@ std::optional<HangPlace> bestPlace(const Hearing& hearing, const Project& projec
     for (std::size_t cell = 0; cell < map.rms.levels.size() && !best; ++cell)
         if (std::isfinite(map.rms.levels[cell]) && map.rms.levels[cell] <= map.rms.min)
             consider(map.placeOf(cell));
-    for (int centimetres = 16; best && centimetres > 0;) {
+    for (int centimetres = 16; best && !stopped && centimetres > 0;) {
         const Point from = best->place;
         const double step = centimetres / 100.0;
         bool better = false;
@@ -102,7 +106,7 @@ std::optional<HangPlace> bestPlace(const Hearing& hearing, const Project& projec
         if (!better)
             centimetres /= 2;
     }
-    return best;
+    return stopped ? std::nullopt : best;
 }
 
 } // namespace orva

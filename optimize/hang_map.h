@@ -32,8 +32,8 @@ std::optional<HangMap> hangMap(const Hearing& hearing, const Project& project, d
                                int threads, const Progress& progress);
 
 /// The most even place of a map, looked at more closely: down to a centimetre round it. None where
-/// the array fits nowhere.
+/// the array fits nowhere, or when `stop`, asked before each place, says so.
 std::optional<HangPlace> bestPlace(const Hearing& hearing, const Project& project,
-                                   const HangMap& map);
+                                   const HangMap& map, const std::function<bool()>& stop = {});
 
 } // namespace orva

@@ -137,7 +137,8 @@ SearchRun::Progress SearchRun::progress()
     now.perSecond = m_perSecond;
     if (m_form.state() == SearchForm::State::Finished) {
         now.secondsLeft = 0;
-        now.number = all;
+        if (search)
+            now.number = all;
     } else if (m_perSecond > 0 && search)
         now.secondsLeft = static_cast<double>(all - now.tested) / m_perSecond;
     return now;

@@ -37,6 +37,7 @@ struct ViewState {
     struct Compared {
         std::optional<std::size_t> variant;
         LineArray array{};
+        Room room{};         ///< of the project
         std::string title{}; ///< of the project
     };
     std::optional<Compared> compared;

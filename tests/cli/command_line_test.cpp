@@ -1,5 +1,8 @@
+#include "app/files/save_over.h"
+#include "app/state/application_state.h"
 #include "cli/command_line.h"
 #include "cli/json.h"
+#include "model/project_file.h"
 
 #include <QImage>
 #include <filesystem>
@@ -293,6 +296,22 @@ TEST_F(CommandLine, TheOtherWayRoundDifferencesAreTheOpposite)
     EXPECT_EQ(cells, 14);
     const auto [same, zeros] = figures(project, project, folder / "same.csv");
     EXPECT_EQ(same["areas"][0]["max"], 0);
+}
+
+TEST_F(CommandLine, WrittenProjectsKeepTheirVariants)
+{
+    const auto read = [](const std::string& path) {
+        return readProject(asBytes(**contentOf(path, kLargestProjectFile)), path)->project;
+    };
+    Project varied = read(project);
+    varied.variants.names[0] = "Näher";
+    varied.variants.kept[2] = KeptSetup{varied.array, varied.subArray};
+    ASSERT_TRUE(std::holds_alternative<Saved>(saveOver(project, projectBytes(varied), {})));
+    for (const std::string command : {"aim ", "optimize --area 1 --quick --limit 300 "}) {
+        const std::string out = folder / "out.lad";
+        ASSERT_EQ(run(command + project + " --out " + out).status, 0);
+        EXPECT_EQ(read(out).variants, varied.variants) << command;
+    }
 }
 
 TEST_F(CommandLine, LevelsWithoutARadiatingBoxAreNull)

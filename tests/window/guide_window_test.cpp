@@ -116,6 +116,68 @@ TEST_F(Guides, VariantsAreChosenUndoneAndLocked)
     EXPECT_EQ(curve.picture().toImage(), alone);
 }
 
+TEST_F(Guides, AVariantWithoutAnArrayHasNoFiguresAndIsNotSaved)
+{
+    Editor& editor = window->editor();
+    session.state().settings.AutoCorrect = false;
+    editor.editSetup({Text::StepBoxType}, [](SetupForm& form) { form.chooseNumSpk(3, false); });
+    ASSERT_FALSE(editor.setupValid());
+    editor.keepAs(2);
+    editor.undo(); // what is kept with it
+    editor.undo();
+    editor.keepAs(1);
+    editor.editSetup({Text::StepBoxType}, [](SetupForm& form) { form.chooseNumSpk(3, false); });
+    editor.chooseVariant(1);
+    ASSERT_TRUE(editor.setupValid());
+    EXPECT_FALSE(editor.keptPrediction(0));
+    editor.compareWith(ViewState::Compared{0});
+    EXPECT_FALSE(editor.comparedPrediction());
+    answer(QMessageBox::Ok);
+    window->findChild<QAction*>("mnuSave")->trigger();
+    EXPECT_EQ(asked.left(20), "Variant A is invalid");
+}
+
+TEST_F(Guides, PagesThatWereHiddenShowWhatWasChosenMeanwhile)
+{
+    auto& tabs = *control<QTabWidget>("Curve_tab");
+    for (const auto& [tab, name] : {std::pair(3, "tblRows"), {4, "tblVariants"}}) {
+        auto* table = control<QTableWidget>(name);
+        const auto texts = [&] {
+            QStringList cells;
+            for (int cell = 0; cell < table->columnCount(); ++cell)
+                cells += table->item(0, cell)->text();
+            return cells;
+        };
+        tabs.setCurrentIndex(tab);
+        const QStringList before = texts();
+        tabs.setCurrentIndex(0);
+        control<QAbstractButton>("chkAWeight")->click();
+        tabs.setCurrentIndex(tab);
+        EXPECT_NE(texts(), before) << name;
+    }
+}
+
+TEST_F(Guides, WhatNoLongerHoldsEnds)
+{
+    Editor& editor = window->editor();
+    const auto end = [&](const std::function<void()>& by) {
+        editor.setHanging(true);
+        editor.compareWith(ViewState::Compared{{}, array(), room(), "other.lad"});
+        by();
+        return std::pair(!editor.view().hanging, !editor.view().compared);
+    };
+    EXPECT_EQ(end([&] { editor.setLocked(true); }), std::pair(true, false));
+    editor.setLocked(false);
+    EXPECT_EQ(end([&] {
+                  editor.editRoom({Text::StepRoomSize}, [](Room& room) {
+                      return room.GBSetRoomDims(FloatPair{45, 12});
+                  });
+              }),
+              std::pair(false, true));
+    editor.setHanging(false);
+    EXPECT_EQ(end([&] { editor.SetNewProject(); }), std::pair(true, true));
+}
+
 TEST_F(Guides, TheDifferenceToAVariantIsShown)
 {
     const Editor& editor = window->editor();

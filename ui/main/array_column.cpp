@@ -63,7 +63,8 @@ ArrayColumn::ArrayColumn(Editor& editor, QWidget* parent) : QWidget(parent), m_e
     m_steps.setSingleShot(true);
     m_steps.setInterval(kRestMs);
     connect(&m_steps, &QTimer::timeout, this, &ArrayColumn::showSteps);
-    connect(&editor, &Editor::levelsChosen, this, &ArrayColumn::followSteps);
+    for (const auto signal : {&Editor::levelsChosen, &Editor::dataChanged})
+        connect(&editor, signal, this, &ArrayColumn::followSteps);
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_area, 0, 0, 3, 1);

@@ -8,7 +8,8 @@ namespace orva::ui {
 
 namespace {
 
-/// More cells than these are calculated coarsely first.
+/// More cells than these are calculated coarsely first; fewer suffice where changes follow each
+/// other faster than they are calculated.
 constexpr std::size_t kAtOnce = 40'000;
 constexpr float kCoarser = 4;
 
@@ -28,6 +29,11 @@ std::optional<SummedMap> DifferenceView::Side::map(const MapWork& work, const Pr
     return mapOf(work, progress, planes);
 }
 
+bool DifferenceView::Wanted::resembles(const Wanted& shown) const
+{
+    return other == shown.other && now.choice == shown.now.choice && roomM == shown.roomM;
+}
+
 void DifferenceView::follow(const std::optional<MapGrid>& grid)
 {
     const LineArray* other = m_editor.calculable() ? m_editor.comparedArray() : nullptr;
@@ -36,18 +42,20 @@ void DifferenceView::follow(const std::optional<MapGrid>& grid)
         ApplicationState& state = m_editor.session().state();
         now = Wanted{{state.levelKernel(), m_editor.array(), state.speakerData.BandLevel,
                       m_editor.view().levels.choice(), *grid},
-                     *other};
+                     *other,
+                     m_editor.room().GFAGetRoomDims()};
     }
     if (now == m_wanted)
         return;
+    const bool inTime = !m_task.running();
     m_task.end();
-    m_wanted = std::move(now);
-    if (!m_wanted) {
+    if (!now || !m_wanted || !now->resembles(*m_wanted))
         m_shown.reset();
+    m_wanted = std::move(now);
+    if (!m_wanted)
         return;
-    }
     Wanted first = *m_wanted;
-    if (first.now.grid.cells() > kAtOnce)
+    if (first.now.grid.cells() > (inTime ? kAtOnce : kAtOnce / 16))
         first.now.grid = coarser(first.now.grid, m_editor.room(), kCoarser);
     calculate(first);
 }

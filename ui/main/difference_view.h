@@ -26,6 +26,10 @@ private:
     struct Wanted {
         MapWork now;
         LineArray other;
+        FloatPair roomM;
+
+        /// Whether a map of it may stand in for this one until this one is there.
+        bool resembles(const Wanted& shown) const;
 
         friend bool operator==(const Wanted&, const Wanted&) = default;
     };

@@ -31,8 +31,22 @@ void Editor::follow(const Changes& changes)
     if (changes.room || changes.array || changes.setup)
         m_view.clearMap();
     derive();
+    followCompared();
     emit changed({changes, false, false});
     emit modifiedChanged();
+}
+
+void Editor::followCompared()
+{
+    const auto& compared = m_view.compared;
+    if (!compared)
+        return;
+    const bool there =
+        compared->variant ? m_document.state().project.variants.kept[*compared->variant].has_value()
+                          : compared->room.sameFrame(room()) &&
+                                compared->array.GIGetArrayType() == array().GIGetArrayType();
+    if (!there)
+        compareWith({});
 }
 
 bool Editor::edit(const StepName& what, const std::function<bool(DocumentState&)>& change,
@@ -194,9 +208,10 @@ void Editor::editSubArray(const StepName& what, const std::function<void(SubArra
 
 void Editor::keepAs(std::size_t variant)
 {
-    if (!m_view.locked)
-        edit({Text::StepKeep}, [&](DocumentState& state) { return orva::keepAs(state, variant); },
-             {});
+    if (m_view.locked)
+        return;
+    emit typingEnds(); // it is part of what is kept
+    edit({Text::StepKeep}, [&](DocumentState& state) { return orva::keepAs(state, variant); }, {});
 }
 
 void Editor::chooseVariant(std::size_t variant)
@@ -235,6 +250,8 @@ void Editor::selectArea(int number)
 void Editor::setLocked(bool lock)
 {
     m_view.setLocked(lock);
+    if (lock)
+        setHanging(false);
     emit changed({{}, false, true});
 }
 
@@ -254,10 +271,11 @@ void Editor::setLive(bool live)
 
 void Editor::dataImported()
 {
-    if (!live())
-        return;
-    m_view.clearMap();
-    redrawViews();
+    if (live()) {
+        m_view.clearMap();
+        redrawViews();
+    }
+    emit dataChanged();
 }
 
 void Editor::setZoom(const Zoom& zoom)
@@ -340,6 +358,7 @@ void Editor::redrawViews()
 void Editor::lockForMap()
 {
     m_view.lockForMap();
+    setHanging(false);
     emit changed({{}, false, true});
 }
 
@@ -362,6 +381,7 @@ void Editor::replace(DocumentState state, DocumentFile file)
     m_view.compared.reset();
     m_view.clearMap();
     derive();
+    setHanging(false);
     emit projectReplaced();
     emit changed({{}, true, true});
     emit modifiedChanged();

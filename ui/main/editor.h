@@ -95,7 +95,8 @@ public:
     bool live() const { return m_session.state().settings.LiveMap; }
     /// What was calculated before belongs to the other way and goes.
     void setLive(bool live);
-    /// Other loudspeaker data: a live map follows.
+    /// Other loudspeaker data: a live map follows; another keeps its levels, as the curve does,
+    /// until it is calculated again.
     void dataImported();
     /// Which part of the section is shown.
     void setZoom(const Zoom& zoom);
@@ -150,12 +151,12 @@ public:
     /// The levels of what is edited; none where nothing may be calculated.
     Prediction* prediction() const;
     /// Those of a variant that is kept beside it; none where there is none or it cannot be
-    /// calculated.
+    /// calculated, or is not the setup on its page.
     Prediction* keptPrediction(std::size_t variant) const;
     /// What all areas together are heard with; for as long as the loudspeaker data stay.
     Hearing hearing() const;
     /// The array that the current one is compared with; null where there is none, or it cannot be
-    /// calculated.
+    /// calculated, or is not the setup on its page.
     const LineArray* comparedArray() const;
     Prediction* comparedPrediction() const;
     /// "B", "theatre.lad"
@@ -178,6 +179,7 @@ signals:
     void pinned();
     void hangingChanged();
     void comparedChanged();
+    void dataChanged();
     /// What is being typed ends as it stands: a step is taken back.
     void typingEnds();
     /// A step was taken back, or again; where the lock held it, that has ended.
@@ -197,6 +199,8 @@ private:
     void tryEdit(const StepName& what, const std::function<bool(DocumentState&)>& change,
                  Gesture gesture = {});
     void follow(const Changes& changes);
+    /// Ends the comparison with what is no longer there, or no longer comparable.
+    void followCompared();
     void step(bool back);
     void sayCorrections(const SetupForm& before, const StepName& step);
     void replace(DocumentState state, DocumentFile file);

@@ -50,8 +50,7 @@ Prediction* Editor::predictionOf(const LineArray* array, std::optional<Predictio
 
 Prediction* Editor::keptPrediction(std::size_t variant) const
 {
-    const std::optional<KeptSetup>& kept = m_document.state().project.variants.kept[variant];
-    return predictionOf(kept ? &kept->array : nullptr, m_keptPredictions[variant]);
+    return predictionOf(keptArray(m_document.state(), variant), m_keptPredictions[variant]);
 }
 
 const LineArray* Editor::comparedArray() const
@@ -60,8 +59,7 @@ const LineArray* Editor::comparedArray() const
         return nullptr;
     if (!m_view.compared->variant)
         return &m_view.compared->array;
-    const auto& kept = m_document.state().project.variants.kept[*m_view.compared->variant];
-    return kept && !kept->array.fault() ? &kept->array : nullptr;
+    return keptArray(m_document.state(), *m_view.compared->variant);
 }
 
 Prediction* Editor::comparedPrediction() const

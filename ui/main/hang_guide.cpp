@@ -29,8 +29,8 @@ HangGuide::HangGuide(Editor& editor, DrawingWidget& view)
     : QObject(&view), m_editor(editor), m_view(view), m_task(this)
 {
     connect(&editor, &Editor::changed, this, &HangGuide::follow);
-    connect(&editor, &Editor::levelsChosen, this, &HangGuide::follow);
-    connect(&editor, &Editor::hangingChanged, this, &HangGuide::follow);
+    for (const auto signal : {&Editor::levelsChosen, &Editor::hangingChanged, &Editor::dataChanged})
+        connect(&editor, signal, this, &HangGuide::follow);
     connect(&view, &DrawingWidget::moved, this,
             [this](QPointF position, Qt::MouseButtons) { showFigures(position); });
 }
@@ -44,6 +44,8 @@ std::optional<HangGuide::Wanted> HangGuide::wanted() const
                   state.speakerData.BandLevel, m_editor.view().levels.choice()};
     wanted.project.array.GBSetCradleCoord({0, 0});
     wanted.project.subArray = {};
+    wanted.project.variants = {};
+    wanted.project.room.takeTexts({});
     return wanted;
 }
 
@@ -72,7 +74,7 @@ void HangGuide::calculate(double rasterM)
             m_coming = hangMap(hearing, asked.project, rasterM, coreCount(),
                                [&](int, int) { return !stop(); });
             m_comingBest =
-                m_coming && !stop() ? bestPlace(hearing, asked.project, *m_coming) : std::nullopt;
+                m_coming ? bestPlace(hearing, asked.project, *m_coming, stop) : std::nullopt;
         },
         [this, rasterM] {
             if (!m_coming)

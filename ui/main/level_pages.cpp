@@ -33,12 +33,8 @@ std::string pinName(std::size_t index)
 
 LevelPage::LevelPage(Editor& editor, QWidget* parent) : Page(editor, parent)
 {
-    const auto show = [this] {
-        if (isVisible())
-            display();
-    };
-    connect(&editor, &Editor::levelsChosen, this, show);
-    connect(&editor, &Editor::areaSelected, this, show);
+    for (const auto signal : {&Editor::levelsChosen, &Editor::areaSelected})
+        connect(&editor, signal, this, &LevelPage::displayOrWait);
 }
 
 SpectrumPage::SpectrumPage(Editor& editor, QWidget* parent) : LevelPage(editor, parent)
@@ -267,6 +263,7 @@ VariantsPage::VariantsPage(Editor& editor, QWidget* parent) : LevelPage(editor, 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(tblVariants);
+    connect(&editor, &Editor::dataChanged, this, &VariantsPage::displayOrWait);
     display();
 }
 

@@ -29,7 +29,7 @@ public:
     void begin(const QString& file = {});
     /// The end comes unasked: what is not saved and the options are stored.
     void endUnasked();
-    const Editor& editor() const { return m_editor; }
+    Editor& editor() { return m_editor; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;

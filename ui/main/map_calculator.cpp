@@ -173,14 +173,16 @@ void MapCalculator::calculate(bool all, bool redraw)
                                        progress, map.cache);
                  });
     }
-    if (prepared && !dialog.Aborted && done(choice.bands))
-        runStage(dialog, m_editor.session().text(Text::CalculatingSum),
-                 [&](const Progress& progress) {
-                     map.shown =
-                         CalcSummedSPL(map.cache, m_editor.session().state().speakerData.BandLevel,
+    if (prepared && !dialog.Aborted && done(choice.bands)) {
+        std::optional<SummedMap> summed; // pictures drawn meanwhile read the other
+        runStage(
+            dialog, m_editor.session().text(Text::CalculatingSum), [&](const Progress& progress) {
+                summed = CalcSummedSPL(map.cache, m_editor.session().state().speakerData.BandLevel,
                                        map.grid, choice, coreCount(), progress);
-                     return map.shown.has_value();
-                 });
+                return summed.has_value();
+            });
+        map.shown = std::move(summed);
+    }
     map.shownChoice = choice;
     if (dialog.Aborted && former) {
         const bool sameGrid = map.grid == formerGrid;

@@ -7,10 +7,20 @@ Page::Page(Editor& editor, QWidget* parent) : QWidget(parent), m_editor(editor)
     connect(&editor, &Editor::changed, this, [this](const Shown& what) {
         if (!concerns(what))
             return;
-        m_stale = !isVisible() && !what.everything;
-        if (!m_stale)
+        if (what.everything) {
+            m_stale = false;
             display();
+        } else {
+            displayOrWait();
+        }
     });
+}
+
+void Page::displayOrWait()
+{
+    m_stale = !isVisible();
+    if (!m_stale)
+        display();
 }
 
 void Page::showEvent(QShowEvent* event)

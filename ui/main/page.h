@@ -15,6 +15,8 @@ public:
 protected:
     virtual bool concerns(const Shown& what) const = 0;
     virtual void display() = 0;
+    /// Shows itself anew now, or when it is shown.
+    void displayOrWait();
 
     void showEvent(QShowEvent* event) override;
 

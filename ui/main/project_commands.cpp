@@ -1,6 +1,7 @@
 #include "main/project_commands.h"
 
 #include "app/files/report_file.h"
+#include "document/variants_edit.h"
 #include "widgets/outside_program.h"
 
 #include <QApplication>
@@ -143,6 +144,13 @@ void ProjectCommands::SaveFile(bool saveAs)
 {
     if (!m_editor.setupValid()) {
         showMessage(m_window, m_editor.session().text(Text::SetupInvalidToSave));
+        return;
+    }
+    const DocumentState& state = m_editor.document().state();
+    if (const auto invalid = invalidVariant(state)) {
+        showMessage(m_window, m_editor.session()
+                                  .text(Text::VariantInvalidToSave)
+                                  .arg(qtText(variantTitle(state.project.variants, *invalid))));
         return;
     }
     const std::string& own = m_saves > 0 ? m_target : m_editor.document().path();
@@ -320,8 +328,11 @@ void ProjectCommands::CompareWith()
         showMessage(m_window, m_editor.session().text(Text::OtherRoom));
         return;
     }
-    m_editor.compareWith(ViewState::Compared{
-        {}, other.array, std::filesystem::path(chosen->toStdString()).filename().string()});
+    m_editor.compareWith(
+        ViewState::Compared{{},
+                            other.array,
+                            other.room,
+                            std::filesystem::path(chosen->toStdString()).filename().string()});
 }
 
 void ProjectCommands::LoadData()

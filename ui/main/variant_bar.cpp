@@ -120,7 +120,7 @@ bool VariantBar::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != QEvent::MouseButtonDblClick || m_editor.view().locked)
         return false;
     for (int i = 0; i < kVariants; ++i)
-        if (watched == cmdVariant[i]) {
+        if (watched == cmdVariant[i] && cmdVariant[i]->isEnabled()) {
             askName(i);
             return true;
         }

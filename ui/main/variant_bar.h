@@ -19,7 +19,7 @@ protected:
         return what.everything || what.view || what.changes.variants;
     }
     void display() override;
-    /// A double click names a variant.
+    /// A double click names a variant; its first click has made it current, as with tabs.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -106,9 +106,14 @@ void ViewPanel::makeRoomView()
     m_hang = new HangGuide(m_editor, *Main_pbx);
     m_difference = new DifferenceView(m_editor, this);
     connect(m_difference, &DifferenceView::shown, Main_pbx, &DrawingWidget::redraw);
-    connect(&m_editor, &Editor::comparedChanged, this, [this] {
+    const auto redrawBoth = [this] {
         Main_pbx->redraw();
         AreaSpl_pbx->redraw();
+    };
+    connect(&m_editor, &Editor::comparedChanged, this, redrawBoth);
+    connect(&m_editor, &Editor::dataChanged, this, [this, redrawBoth] {
+        if (m_editor.view().compared)
+            redrawBoth();
     });
     m_hand->setClick(
         [this](QPointF position) { return m_hang->click(position) || pinOrUnpin(position); });
