@@ -8,7 +8,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench fuzz format check-format check-static check-changed pictures speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -72,6 +72,10 @@ test-threads: build/threads/build.ninja
 	cmake --build --preset threads --target orva_engine_tests orva_optimize_tests
 	build/threads/tests/orva_engine_tests --gtest_filter='Parallel*:*Map*:*Thread*'
 	build/threads/tests/orva_optimize_tests
+
+# Hours: what it takes to prove the best arrangement.
+bench-long: all
+	build/release/bench/orva_prove_bench
 
 # Fast against literal kernel: a table, and build/bench.json.
 bench: all

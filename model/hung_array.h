@@ -2,6 +2,8 @@
 
 #include "model/line_array.h"
 
+#include <optional>
+#include <span>
 #include <vector>
 
 namespace orva {
@@ -21,7 +23,20 @@ public:
     /// LineArray::axes().
     const std::vector<LineArray::BoxAxis>& axes() const { return m_axes; }
 
+    /// How far the axis of a box may get from where it is.
+    struct Play {
+        double moveM = 0;
+        double turnDeg = 0;
+    };
+    /// Of each box, when the joints from `first` on turn by up to so many degrees each, either way;
+    /// never less than what LineArray, in 32 bits, comes to. None where another pin might come to
+    /// carry the array, which would move all of it, or the array might turn over.
+    std::optional<std::vector<Play>> play(int first, std::span<const double> degrees) const;
+
 private:
+    std::optional<int> certainPin(double centreMovesM) const;
+    /// By up to how many degrees the array under its pin turns.
+    double swingDeg(int pin, double centreMovesM) const;
     void hang(std::size_t kept);
 
     LineArray m_array;

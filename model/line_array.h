@@ -200,6 +200,8 @@ private:
     /// The sum of weight times place of a box and those above it.
     FloatPair momentWith(const HungBox& box, FloatPair above) const;
     void storeCenterOfMass(FloatPair moment);
+    /// Of all boxes, from their counts; kg.
+    float countedWeight() const;
     /// Room frame with y up, once CradleCoord and the centre of gravity are known.
     FloatPair originInRoom() const;
     /// Acoustic source point and aiming angle, zeros at a position of unknown code.

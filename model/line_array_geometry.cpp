@@ -125,12 +125,17 @@ FloatPair LineArray::momentWith(const HungBox& box, FloatPair above) const
     return sum(above, {box.shape->weightKg * center[0], box.shape->weightKg * center[1]});
 }
 
-void LineArray::storeCenterOfMass(FloatPair moment)
+float LineArray::countedWeight() const
 {
     const BoxGeometry& boxes = system().boxes;
-    const float total = static_cast<float>(NumBass) * boxes.bass.weightKg +
-                        static_cast<float>(NumGerade) * boxes.straight.weightKg +
-                        static_cast<float>(NumSchräg) * boxes.trapezoidal.weightKg;
+    return static_cast<float>(NumBass) * boxes.bass.weightKg +
+           static_cast<float>(NumGerade) * boxes.straight.weightKg +
+           static_cast<float>(NumSchräg) * boxes.trapezoidal.weightKg;
+}
+
+void LineArray::storeCenterOfMass(FloatPair moment)
+{
+    const float total = countedWeight();
     CenterOfMass = total == 0 ? FloatPair{}
                               : FloatPair{moment[0] / total,
                                           moment[1] / total * static_cast<float>(MountSign)};

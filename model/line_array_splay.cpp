@@ -64,13 +64,18 @@ std::int16_t LineArray::GIPinPoint() const
     const auto difference = [&](std::int16_t pin) {
         return std::abs(wanted - GFAngleFromPin(pin));
     };
+    const std::int16_t pins = system().cradle.pinCount();
     std::int16_t best = 0;
     float smallest = difference(best);
-    for (std::int16_t pin = 1; pin < system().cradle.pinCount(); ++pin)
-        if (const float here = difference(pin); here < smallest) {
+    for (std::int16_t pin = 1; pin < pins; ++pin) {
+        const float here = difference(pin);
+        if (here > smallest) // the pins' angles go one way
+            break;
+        if (here < smallest) {
             smallest = here;
             best = pin;
         }
+    }
     return best;
 }
 

@@ -31,14 +31,16 @@ double loudestPower(const SpeakerData& data, const LevelChoice& choice,
 } // namespace
 
 Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
-                     std::shared_ptr<const PointOrder> order)
+                     std::shared_ptr<const PointOrder> order,
+                     std::shared_ptr<const AmplitudeBalls> balls)
     : m_task(std::move(task)),
       m_order(std::move(order)),
       m_measure(recordOf(m_task->measure)),
       m_literal(m_task->speakerData.directivity, m_task->air),
       m_hung(m_task->array),
       m_factors(bandFactors(m_task->speakerData.BandLevel, m_task->choice)),
-      m_loudest(loudestPower(m_task->speakerData, m_task->choice, m_factors))
+      m_loudest(loudestPower(m_task->speakerData, m_task->choice, m_factors)),
+      m_balls(std::move(balls))
 {
     if (!m_order)
         m_order = std::make_shared<PointOrder>(
@@ -58,6 +60,7 @@ Evaluator::Evaluator(std::shared_ptr<const SearchTask> task,
     for (std::size_t b = 0; b < m_factors.size(); ++b) {
         const std::size_t band = static_cast<std::size_t>(m_task->choice.bands.from) + b;
         m_rowFactors[BandRow::re(band)] = m_rowFactors[BandRow::im(band)] = m_factors[b];
+        m_laneFactors[band] = m_factors[b];
     }
 }
 
@@ -69,6 +72,8 @@ void Evaluator::addPart(const Segment& area, const FitLineTarget& target, double
               {},
               {},
               {},
+              {},
+              {},
               {}};
     part.line = lineReceivers(part.segment, m_task->points);
     m_ends.insert(m_ends.end(), {part.line.front(), part.line.back()});
@@ -76,6 +81,8 @@ void Evaluator::addPart(const Segment& area, const FitLineTarget& target, double
         part.receivers.push_back(part.line[point]);
     part.distances.resize(part.line.size());
     part.errorSquares.resize(part.line.size());
+    part.lows.resize(part.line.size());
+    part.highs.resize(part.line.size());
     m_parts.push_back(std::move(part));
 }
 
@@ -239,15 +246,13 @@ void Evaluator::sumPowers(std::span<const Point> receivers, std::span<float> pow
             powers[i] += m_factors[b] * planes[b][i];
 }
 
-void Evaluator::sumRunningPowers(std::size_t group, std::span<const Point> receivers,
-                                 std::span<float> powers)
+/// The complex sums of all boxes at each receiver.
+const float* Evaluator::summedRows(std::size_t group, std::span<const Point> receivers)
 {
     const std::size_t boxes = m_sources.size();
     const auto sumsAfter = [&](std::size_t box) {
         return m_sums.get() + (group * boxes + box) * kGroup * BandRow::kFloats;
     };
-    if (boxes == 0)
-        return;
     std::uint64_t* summed = m_summed.data() + group * boxes;
     std::size_t kept = 0;
     while (kept < boxes && summed[kept] == m_placed[kept])
@@ -262,7 +267,15 @@ void Evaluator::sumRunningPowers(std::size_t group, std::span<const Point> recei
         if (m_stays)
             std::copy(m_placed.begin(), m_placed.end(), summed);
     }
-    const float* row = sumsAfter(boxes - 1);
+    return sumsAfter(boxes - 1);
+}
+
+void Evaluator::sumRunningPowers(std::size_t group, std::span<const Point> receivers,
+                                 std::span<float> powers)
+{
+    if (m_sources.empty())
+        return;
+    const float* row = summedRows(group, receivers);
     for (float& power : powers) {
         constexpr std::size_t kLanes = 16; // independent sums that the compiler puts into vectors
         std::array<float, kLanes> sums{};
@@ -276,19 +289,23 @@ void Evaluator::sumRunningPowers(std::size_t group, std::span<const Point> recei
 
 /// The kernel's amplitudes are off by a share of the incoherent sum of the boxes, which is at most
 /// that of boxes that all point their loudest direction here from where the nearest one can hang.
-double Evaluator::errorSquare(const Point& receiver, float power) const
+double Evaluator::amplitudeErrorSquare(const Point& receiver) const
 {
     const double dx = std::max({0.0, m_low.x - receiver.x, receiver.x - m_high.x});
     const double dy = std::max({0.0, m_low.y - receiver.y, receiver.y - m_high.y});
     const double share = m_task->amplitudeError;
-    const double incoherent = share * share * m_loudest * static_cast<double>(m_sources.size()) /
-                              std::max(kNearestM * kNearestM, dx * dx + dy * dy);
+    return share * share * m_loudest * static_cast<double>(m_sources.size()) /
+           std::max(kNearestM * kNearestM, dx * dx + dy * dy);
+}
+
+double Evaluator::errorSquare(const Point& receiver, float power) const
+{
     // A level is off by 8.69 dB * s / (1 - s) where s is the share of its own amplitude; its square
     // and that of the rounding count twice, so that both together are covered.
     constexpr double kLargestShareSquare = 0.0025;
     constexpr double kSquareDb = 2 * 8.69 * 8.69 / (0.95 * 0.95);
     constexpr double kRoundingSquare = 2 * kRoundingDb * kRoundingDb;
-    const double square = incoherent / static_cast<double>(power);
+    const double square = amplitudeErrorSquare(receiver) / static_cast<double>(power);
     return square < kLargestShareSquare ? kSquareDb * square + kRoundingSquare
                                         : std::numeric_limits<double>::infinity();
 }

@@ -8,6 +8,7 @@
 #include "optimize/candidates.h"
 #include "optimize/measure.h"
 #include "optimize/point_order.h"
+#include "optimize/power_ranges.h"
 
 #include <functional>
 #include <memory>
@@ -43,9 +44,11 @@ struct SearchTask {
 /// Measures configurations. One for each thread.
 class Evaluator {
 public:
-    /// `order` null: coarse to fine.
+    /// `order` null: coarse to fine. `balls`, of the task's directivity, for leastMeasure(), which
+    /// knows nothing without them.
     explicit Evaluator(std::shared_ptr<const SearchTask> task,
-                       std::shared_ptr<const PointOrder> order = nullptr);
+                       std::shared_ptr<const PointOrder> order = nullptr,
+                       std::shared_ptr<const AmplitudeBalls> balls = nullptr);
 
     /// The measure by the literal kernel: the one that counts. kNoMeasure where there is none.
     double measure(const Configuration& configuration);
@@ -66,6 +69,22 @@ public:
     /// levels tell. What boxes add to the levels is kept from call to call as long as they and
     /// those above them stay where they are.
     std::optional<Bounds> measureUpTo(const Configuration& configuration, double limit);
+    /// At most the literal measure of any configuration that is this one but for its last joints:
+    /// the last `open` ones of the set's range, which take every angle there. Not more exactly than
+    /// whether it is above `limit`; 0 where nothing can be said.
+    ///
+    /// A bound for certain: the last boxes hang as they do in the middle of what their joints
+    /// allow, and with them every complex sum of pressures p; no configuration of them gets a box
+    /// farther away than HungArray::play(), nor its pressure q farther from the one in the middle
+    /// than r = (spread + largest * (min(2, k move) + move * (1 / d + absorption))) / d, where d is
+    /// the least distance and k the wave number (AmplitudeBall; |exp(ia) - exp(ib)| <= |a - b|). So
+    /// each band's power lies between (|p| - sum r)^2 and (|p| + sum r)^2, each level between what
+    /// these sum to, and the measure is at least the norm of what the levels lie apart from the
+    /// wanted ones (of Even: from the mean that suits them best). None is known for SmoothArea, nor
+    /// for spans of few bands.
+    double leastMeasure(Configuration configuration, const CandidateSet& set, std::size_t open,
+                        double limit);
+
     /// Groups of levels that measureUpTo() has calculated so far: what it spares is its use.
     std::uint64_t groupsCalculated() const { return m_groupsCalculated; }
 
@@ -81,7 +100,20 @@ private:
         std::vector<Point> receivers;     ///< in the order of calculation
         std::vector<double> distances;    ///< of each level from the wanted one, dB
         std::vector<double> errorSquares; ///< bound on the square of each level's error, dB^2
+        std::vector<double> lows;         ///< leastMeasure(): least distance of each level
+        std::vector<double> highs;
     };
+    /// A box that is not certain to stay where it is, see leastMeasure().
+    struct Moving {
+        Source source;
+        double moveM;
+        const AmplitudeBall* ball;
+        std::array<float, AmplitudeBall::kLanes> phase; ///< min(2, k move) + absorption * move
+    };
+    bool findMoving(const std::vector<HungArray::Play>& play);
+    void calculateRanges(std::size_t part, std::size_t group);
+    double leastSquare(const std::vector<std::size_t>& known, double limit);
+    const float* summedRows(std::size_t group, std::span<const Point> receivers);
     void addPart(const Segment& area, const FitLineTarget& target, double share);
     const LineArray& array() const { return m_hung.array(); }
     void place(const Configuration& configuration);
@@ -98,6 +130,7 @@ private:
     void sumPowers(std::span<const Point> receivers, std::span<float> powers);
     void sumRunningPowers(std::size_t group, std::span<const Point> receivers,
                           std::span<float> powers);
+    double amplitudeErrorSquare(const Point& receiver) const;
     double errorSquare(const Point& receiver, float power) const;
 
     std::shared_ptr<const SearchTask> m_task;
@@ -124,6 +157,12 @@ private:
     std::vector<std::uint64_t> m_summed; ///< [group * boxes + box], groups of all areas
     BandRows m_sums;                     ///< [(group * boxes + box) * kGroup + point] rows
     alignas(64) std::array<float, BandRow::kFloats> m_rowFactors{}; ///< of both parts of each band
+
+    std::shared_ptr<const AmplitudeBalls> m_balls; ///< null: no bounds
+    std::vector<Moving> m_moving;
+    std::vector<BallAt> m_ballsAt;
+    std::array<float, AmplitudeBall::kLanes> m_laneFactors{}; ///< of each band's power
+    double m_mean = 0; ///< that suited the levels of an even area best, last time
 
     std::uint64_t m_groupsCalculated = 0;
 };

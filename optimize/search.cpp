@@ -34,6 +34,10 @@ constexpr std::size_t kMostUndecidedInChunk = 128;
 /// Configurations that tell in which order levels are best calculated, and in how large a search.
 constexpr int kSamples = 64;
 constexpr std::uint64_t kFewestToLearnFor = 4096;
+/// Smaller searches end before the bounds are ready.
+constexpr std::uint64_t kFewestToBound = 50'000;
+/// Of all candidates, where a bound may exclude millions at once.
+constexpr std::uint64_t kMostInWholeBlock = 1ULL << 50U;
 constexpr std::uint64_t kSampleSeed = 20261125;
 
 } // namespace
@@ -142,8 +146,9 @@ Search::Contender Search::exactly(const Ranked& entry)
     return {entry, {entry.rms, entry.rms}, true};
 }
 
-void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<bool()>& stop)
+void Search::testChunk(Worker& worker, Chunk& chunk, const std::function<bool()>& stop)
 {
+    Evaluator& evaluator = worker.evaluator;
     std::vector<Contender>& contenders = chunk.contenders;
     std::vector<Contender> known = m_contenders;
     known.insert(known.end(), contenders.begin(), contenders.end());
@@ -163,6 +168,14 @@ void Search::testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<b
         const std::uint64_t number = walk.number();
         if (number < m_block.begin || number >= m_block.end)
             continue;
+        if (const std::uint64_t excluded =
+                excludedFrom(worker, chunk.next, walk.configuration(), limit)) {
+            const std::uint64_t last = std::min(chunk.next + excluded, chunk.end) - 1;
+            m_testedSoFar += last - chunk.next + 1;
+            m_number = number;
+            walk.seek(chunk.next = last);
+            continue;
+        }
         const Configuration& tested = walk.configuration();
         const auto bounds = evaluator.measureUpTo(tested, limit);
         if (!bounds) {
@@ -213,20 +226,61 @@ std::shared_ptr<const PointOrder> learnedOrder(const std::shared_ptr<const Searc
 /// Makes what the first thread works with; false when stopped.
 bool Search::prepare(const std::function<bool()>& stop)
 {
-    if (!m_evaluators.empty())
+    if (!m_workers.empty())
         return true;
     m_order = learnedOrder(m_task, m_candidates, m_first, m_count, stop);
     if (stop())
         return false;
-    m_evaluators.push_back(std::make_unique<Evaluator>(m_task, m_order));
+    if (whole() && m_count >= kFewestToBound && m_task->measure != Measure::SmoothArea) {
+        m_balls = std::make_shared<AmplitudeBalls>(m_task->speakerData.directivity);
+        m_below = {1};
+        for (std::size_t joint = m_candidates.joints(); joint > 0 && m_below.size() <= kMostOpen;
+             --joint)
+            m_below.push_back(m_below.back() * m_candidates.widths()[joint - 1]);
+    }
+    m_workers.push_back(newWorker());
     return true;
+}
+
+std::unique_ptr<Search::Worker> Search::newWorker() const
+{
+    return std::unique_ptr<Worker>(new Worker{Evaluator(m_task, m_order, m_balls), {}});
+}
+
+/// How many from that place on are certainly above the limit; 0 where that one must be measured.
+std::uint64_t Search::excludedFrom(Worker& worker, std::uint64_t place, const Configuration& there,
+                                   double limit) const
+{
+    // A bound takes about as long as to measure two; it is asked where it helped often enough.
+    constexpr double kWorthwhile = 0.15;
+    constexpr double kFewestTried = 32;
+    constexpr double kRemembered = 512;
+    constexpr std::uint64_t kNowAndThen = 61;
+    for (std::size_t open = m_below.size(); open-- > 1;) {
+        if (place % m_below[open] != 0)
+            continue;
+        auto& [tried, excluded] = worker.success[open];
+        if (tried >= kFewestTried && excluded < kWorthwhile * tried &&
+            place / m_below[open] % kNowAndThen != 0)
+            continue;
+        if (tried >= kRemembered) {
+            tried /= 2;
+            excluded /= 2;
+        }
+        ++tried;
+        if (worker.evaluator.leastMeasure(there, m_candidates, open, limit) > limit) {
+            ++excluded;
+            return m_below[open];
+        }
+    }
+    return 0;
 }
 
 /// Configuration 0, which also takes the other two places; false when stopped.
 bool Search::testFirst(const std::function<bool()>& stop)
 {
     const Configuration tested = m_candidates.configurationOf(0);
-    const std::optional<double> rms = m_evaluators.front()->measure(tested, stop);
+    const std::optional<double> rms = m_workers.front()->evaluator.measure(tested, stop);
     if (!rms)
         return false;
     const double placeholder = std::min(kPlaceholder * *rms, kNoMeasure);
@@ -243,18 +297,24 @@ std::vector<Search::Chunk> Search::chunksOf(const Block& block) const
     const std::uint64_t size = std::max(
         kFewestInChunk, block.places / (kChunksPerThread * static_cast<std::uint64_t>(m_threads)));
     const std::uint64_t end = block.firstPlace + block.places;
+    // Those that are excluded together stay together.
+    std::uint64_t together = 1;
+    for (const std::uint64_t below : m_below)
+        together = below <= size ? below : together;
     std::vector<Chunk> chunks;
-    for (std::uint64_t from = block.firstPlace; from < end; from += size)
-        chunks.push_back({from, std::min(from + size, end), {}});
+    for (std::uint64_t from = block.firstPlace; from < end;) {
+        const std::uint64_t to = std::min((from + size + together - 1) / together * together, end);
+        chunks.push_back({std::exchange(from, to), to, {}});
+    }
     return chunks;
 }
 
 /// Goes on with the block that has been begun.
 void Search::testBlock(const std::function<bool()>& stop)
 {
-    std::vector<Evaluator*> idle;
-    for (const auto& evaluator : m_evaluators)
-        idle.push_back(evaluator.get());
+    std::vector<Worker*> idle;
+    for (const auto& worker : m_workers)
+        idle.push_back(worker.get());
     std::mutex mutex;
     std::atomic<bool> stopped = false;
     const auto stopping = [&] {
@@ -266,18 +326,17 @@ void Search::testBlock(const std::function<bool()>& stop)
         Chunk& chunk = m_chunks[static_cast<std::size_t>(which)];
         if (chunk.next == chunk.end || stopping())
             return;
-        Evaluator* evaluator = nullptr;
+        Worker* worker = nullptr;
         {
             const std::lock_guard lock(mutex);
             if (idle.empty()) // as many as run at once, however many threads are allowed
-                idle.push_back(
-                    m_evaluators.emplace_back(std::make_unique<Evaluator>(m_task, m_order)).get());
-            evaluator = idle.back();
+                idle.push_back(m_workers.emplace_back(newWorker()).get());
+            worker = idle.back();
             idle.pop_back();
         }
-        testChunk(*evaluator, chunk, stopping);
+        testChunk(*worker, chunk, stopping);
         const std::lock_guard lock(mutex);
-        idle.push_back(evaluator);
+        idle.push_back(worker);
     });
 }
 
@@ -287,7 +346,7 @@ void Search::chooseBlockSize(double seconds)
     const auto most = static_cast<double>(m_mostInBlock);
     m_mostInBlock = std::clamp(static_cast<std::uint64_t>(std::clamp(wanted, most / kFastestGrowth,
                                                                      most * kFastestGrowth)),
-                               kFewestInChunk, kMostInBlock);
+                               kFewestInChunk, whole() ? kMostInWholeBlock : kMostInBlock);
 }
 
 bool Search::advance(int threads, const std::function<bool()>& stop)

@@ -3,6 +3,7 @@
 #include "model/result.h"
 #include "optimize/evaluator.h"
 
+#include <array>
 #include <atomic>
 #include <functional>
 #include <limits>
@@ -44,7 +45,8 @@ private:
 /// The exhaustive search over a part of the candidates. Its ranking is exactly that of what has
 /// been tested; once it has finished it does not depend on the number of threads, nor on pauses. A
 /// part is tested from its first configuration on; all candidates together are in an order in which
-/// the upper boxes stay as long as possible.
+/// the upper boxes stay as long as possible, and where Evaluator::leastMeasure() proves that none
+/// with the same upper boxes is among the best, these are excluded together.
 class Search {
 public:
     /// From configuration `first`, `count` of them; both within the candidates. The configuration
@@ -70,7 +72,7 @@ public:
     std::uint64_t number() const { return m_number; }
     std::uint64_t count() const { return m_count; }
     /// How many evaluators, the memory of a search, were made: as many as ran at once.
-    std::size_t evaluators() const { return m_evaluators.size(); }
+    std::size_t evaluators() const { return m_workers.size(); }
     /// Whether all are tested and the ranking is decided.
     bool finished() const { return m_tested == m_count && m_decided; }
     const CandidateSet& candidates() const { return m_candidates; }
@@ -102,6 +104,9 @@ private:
         std::uint64_t size = 0; ///< how many that are
     };
 
+    /// Joints that are left open at most when configurations are excluded together.
+    static constexpr std::size_t kMostOpen = 8;
+
     /// The places of a block that a thread takes at a time, and what it found there.
     struct Chunk {
         std::uint64_t next;
@@ -116,7 +121,19 @@ private:
     Block nextBlock() const;
     Block nextOfWhole() const;
     std::vector<Chunk> chunksOf(const Block& block) const;
-    void testChunk(Evaluator& evaluator, Chunk& chunk, const std::function<bool()>& stop);
+    /// A thread's evaluator, and how often a bound on so many open joints excluded them all.
+    struct Worker {
+        Evaluator evaluator;
+        struct Success {
+            double tried = 0;
+            double excluded = 0;
+        };
+        std::array<Success, kMostOpen + 1> success{};
+    };
+    std::unique_ptr<Worker> newWorker() const;
+    std::uint64_t excludedFrom(Worker& worker, std::uint64_t place, const Configuration& there,
+                               double limit) const;
+    void testChunk(Worker& worker, Chunk& chunk, const std::function<bool()>& stop);
     void chooseBlockSize(double seconds);
     static Contender exactly(const Ranked& entry);
     static double limitOf(const std::vector<Contender>& contenders);
@@ -139,7 +156,9 @@ private:
     double m_expected = std::numeric_limits<double>::infinity();
     bool m_decided = false;                    ///< the ranking is that of all that has been tested
     std::shared_ptr<const PointOrder> m_order; ///< null: the usual one
-    std::vector<std::unique_ptr<Evaluator>> m_evaluators; ///< one per thread that works
+    std::shared_ptr<const AmplitudeBalls> m_balls; ///< null: nothing is excluded unmeasured
+    std::vector<std::uint64_t> m_below; ///< configurations with the same joints but so many last
+    std::vector<std::unique_ptr<Worker>> m_workers; ///< one per thread that works
     std::atomic<double> m_lastMeasure = std::numeric_limits<double>::quiet_NaN();
 };
 

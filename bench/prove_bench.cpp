@@ -1,0 +1,142 @@
+// How long it takes to prove the best of 1.98e9 arrangements of twelve compact boxes, how much of a
+// set of sixteen a minute proves, and how far the quick search stays behind what is proved.
+#include "app/forms/search_setup.h"
+#include "engine/parallel.h"
+#include "optimize/quick_search.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <string>
+
+namespace {
+
+using namespace orva;
+
+struct Scene {
+    std::shared_ptr<const SearchTask> task;
+    CandidateSet candidates;
+};
+
+/// Compact boxes in angle mode, all bands, 200 points along the first area.
+Scene sceneOf(std::int16_t boxes, const SegmentFigures* area, double aimDeg, double levelDb,
+              Measure measure)
+{
+    Workspace state;
+    if (!LoadSystemData(state, ORVA_SOURCE_DIR "/data"))
+        std::abort();
+    makeCurrent(state, newProject(kCompactSystem));
+    if (area && !state.project.room.GBSetAudienceArea1(*area))
+        std::abort();
+    LineArray& array = state.project.array;
+    array.GBSetNumSpeakers(boxes);
+    array.GBSetNumGerade(boxes);
+    array.GBSetAngleOrPin(false);
+    LineArray::Positions angles{};
+    array.GBSetAllType(angles);
+    angles[0] = static_cast<std::int16_t>(aimDeg * 10);
+    array = withAngles(array, angles);
+    const FitLineTarget target = {0, state.project.room.area(1).lengthM, 0,
+                                  measure == Measure::FitToLine ? levelDb : 0};
+    const LevelChoice all = {{0, kBands - 1}, LevelField::Continuous, true};
+    const auto task = withKernel(
+        searchTask(state, state.project,
+                   {.target = target, .measure = measure, .points = 200, .levels = all}));
+    return {task, CandidateSet(array, allJoints(array), false)};
+}
+
+Scene seededScene(std::int16_t boxes, unsigned seed, Measure measure)
+{
+    std::mt19937 random(seed);
+    const auto uniform = [&](double low, double high) {
+        return static_cast<float>(low +
+                                  (high - low) * static_cast<double>(random()) / 4294967296.0);
+    };
+    SegmentFigures area{uniform(4, 10), uniform(1, 2), 0, 0, uniform(0, 15), uniform(10, 30)};
+    const float aim = uniform(0, 4);
+    return sceneOf(boxes, &area, aim, uniform(98, 108), measure);
+}
+
+struct Proof {
+    double seconds;
+    double share; ///< tested or excluded
+    double quickRms;
+    double bestRms;
+    bool close() const { return quickRms <= bestRms * 1.005 || quickRms <= bestRms + 0.002; }
+};
+
+Proof prove(const Scene& scene, double mostSeconds)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    const auto passed = [&] {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    };
+    const auto stop = [&] { return passed() > mostSeconds; };
+    const QuickResult quick = quickSearch(scene.task, scene.candidates, stop);
+    const std::uint64_t count = *scene.candidates.NumConfigs();
+    Search search(scene.task, scene.candidates, 0, count);
+    search.expect(quick.ranking.limit());
+    while (!stop() && !search.advance(coreCount(), stop)) {
+    }
+    const double quickRms = quick.ranking.best().front().rms;
+    const Ranking best = search.bestSoFar();
+    return {passed(), static_cast<double>(search.tested()) / static_cast<double>(count), quickRms,
+            best.best().empty() ? quickRms : std::min(quickRms, best.best().front().rms)};
+}
+
+constexpr Measure kMeasures[] = {Measure::FitToLine, Measure::Even, Measure::SmoothArea};
+
+void proveTwelve(double mostSeconds)
+{
+    for (const Measure measure : kMeasures) {
+        const Proof proof = prove(sceneOf(12, nullptr, 1.4, 106, measure), mostSeconds);
+        std::printf("prove-12-%-7s %8.1f s  %6.2f %% of 1.98e9  best %.4f dB\n",
+                    recordOf(measure).name.data(), proof.seconds, 100 * proof.share, proof.bestRms);
+        std::fflush(stdout);
+    }
+}
+
+void proveSeeded(std::int16_t boxes, unsigned rooms, double mostSeconds)
+{
+    for (const Measure measure : {Measure::FitToLine, Measure::Even}) {
+        std::vector<double> seconds;
+        std::vector<double> shares;
+        unsigned close = 0;
+        unsigned proved = 0;
+        for (unsigned seed = 1; seed <= rooms; ++seed) {
+            const Proof proof = prove(seededScene(boxes, seed, measure), mostSeconds);
+            seconds.push_back(proof.seconds);
+            shares.push_back(100 * proof.share);
+            close += proof.close() ? 1 : 0;
+            proved += proof.share == 1 ? 1 : 0;
+            std::printf("  room %2u %8.1f s %8.4f %% quick %.4f best %.4f\n", seed, proof.seconds,
+                        100 * proof.share, proof.quickRms, proof.bestRms);
+            std::fflush(stdout);
+        }
+        std::sort(seconds.begin(), seconds.end());
+        std::sort(shares.begin(), shares.end());
+        std::printf("prove-%d-%s: %u of %u rooms proved, median %.1f s, %.3f %% of the set, "
+                    "quick search close in %u\n",
+                    boxes, recordOf(measure).name.data(), proved, rooms, seconds[rooms / 2],
+                    shares[rooms / 2], close);
+    }
+}
+
+} // namespace
+
+/// [12 | 12-rooms | 16] [seconds] [rooms]
+int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmark may end so
+{
+    const std::string part = argc > 1 ? argv[1] : "";
+    const double seconds = argc > 2 ? std::atof(argv[2]) : 0;
+    const unsigned rooms = argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 20;
+    if (part.empty() || part == "12")
+        proveTwelve(seconds > 0 ? seconds : 3600);
+    if (part.empty() || part == "12-rooms")
+        proveSeeded(12, rooms, seconds > 0 ? seconds : 600);
+    if (part.empty() || part == "16")
+        proveSeeded(16, rooms, seconds > 0 ? seconds : 60);
+    return 0;
+}
