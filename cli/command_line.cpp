@@ -35,6 +35,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     addLevelsCommand(program, work);
     addSpectrumCommand(program, work);
     addCompareCommand(program, work);
+    addSuggestCommand(program, work);
     addMapCommand(program, work);
     addOptimizeCommand(program, work);
     addAimCommand(program, work);

@@ -122,6 +122,7 @@ void addAimCommand(CLI::App& program, Work& work);
 void addReportCommand(CLI::App& program, Work& work);
 void addSpectrumCommand(CLI::App& program, Work& work);
 void addCompareCommand(CLI::App& program, Work& work);
+void addSuggestCommand(CLI::App& program, Work& work);
 void addSubArrayCommand(CLI::App& program, Work& work);
 
 } // namespace orva

@@ -139,6 +139,8 @@ SearchRun::Progress SearchRun::progress()
         now.secondsLeft = 0;
         if (search)
             now.number = all;
+        if (m_search->finished() || (m_quickResult && m_quickResult->proved))
+            now.leastRms = now.bestRms;
     } else if (m_perSecond > 0 && search)
         now.secondsLeft = static_cast<double>(all - now.tested) / m_perSecond;
     return now;

@@ -37,6 +37,7 @@ public:
     void begin(const Quick& quick);
     /// Goes on until all is tested and decided, or `stop` says so; nothing that was tested is lost.
     void work(const Stop& stop);
+    bool quickOnly() const { return m_quick.only; }
     /// work() has ended.
     void ended();
 
@@ -46,6 +47,7 @@ public:
         std::uint64_t number = 1;          ///< of the configuration under test, from 1
         double share = 0;                  ///< of all, 0 to 1
         double bestRms = kNoMeasure;       ///< kNoMeasure: none yet
+        double leastRms = 0;               ///< below it there is none, as far as is proved
         double lastRms = kNoMeasure;       ///< measured to its end last; none before the first
         double perSecond = 0;              ///< in the last stretch of work
         std::optional<double> secondsLeft; ///< at that rate

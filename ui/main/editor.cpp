@@ -230,15 +230,16 @@ void Editor::nameVariant(std::size_t variant, const std::string& name)
              [&](DocumentState& state) { return orva::nameVariant(state, variant, name); }, {});
 }
 
-void Editor::acceptArray(const LineArray& found)
+void Editor::acceptArray(const LineArray& found, const StepName& what, Gesture gesture)
 {
-    edit({Text::StepSearch},
-         [&](DocumentState& state) {
-             state.project.array = found;
-             state.setup.RefreshFromClass(found);
-             return true;
-         },
-         {});
+    edit(
+        what,
+        [&](DocumentState& state) {
+            state.project.array = found;
+            state.setup.RefreshFromClass(found);
+            return true;
+        },
+        gesture);
 }
 
 void Editor::selectArea(int number)

@@ -75,7 +75,8 @@ public:
     void chooseVariant(std::size_t variant);
     void nameVariant(std::size_t variant, const std::string& name);
     /// Puts an array with other angles in the place of the current one.
-    void acceptArray(const LineArray& array);
+    void acceptArray(const LineArray& array, const StepName& what = {Text::StepSearch},
+                     Gesture gesture = {});
 
     void SetNewProject();
     /// Another project, read from that file; ends the lock.

@@ -6,6 +6,7 @@
 #include "main/rigging_page.h"
 #include "main/room_page.h"
 #include "main/sub_array_page.h"
+#include "main/suggest_dialog.h"
 #include "shell/options_dialog.h"
 #include "shell/pictures.h"
 #include "shell/recover_dialog.h"
@@ -125,6 +126,8 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     connect(m_setupPage, &SetupPage::autoAimAsked, this, &MainWindow::autoAim);
     connect(m_views, &ViewPanel::optimizeAsked, this,
             [this] { OptimizeDialog::launch(m_editor, *m_views, this); });
+    connect(m_views, &ViewPanel::suggestAsked, this,
+            [this] { SuggestDialog(m_editor, this).exec(); });
     connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showTitle);
     connect(&m_editor, &Editor::modifiedChanged, this, &MainWindow::showSteps);
     connect(&m_editor, &Editor::typingEnds, this, [this] { m_shownBefore = shownIn(*Main_SSTab); });

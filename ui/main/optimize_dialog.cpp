@@ -75,6 +75,7 @@ OptimizeDialog::OptimizeDialog(Editor& editor, ViewPanel& views, const FitLineTa
     tblResults = newFigureTable("tblResults", this);
     tblResults->setMinimumWidth(tblResults->fontMetrics().averageCharWidth() * kTableChars);
     tblResults->hide();
+    lblGap->hide();
     m_rateLabel->hide();
     lblRate->hide();
     connect(tblResults, &QTableWidget::itemSelectionChanged, this, &OptimizeDialog::chooseRows);
@@ -187,6 +188,9 @@ QWidget* OptimizeDialog::progressFrame()
     lblQuick = named<QLabel>("lblQuick", frame);
     lblQuick->setWordWrap(true);
     layout->addWidget(lblQuick, row++, 0, 1, 2);
+    lblGap = named<QLabel>("lblGap", frame);
+    lblGap->setWordWrap(true);
+    layout->addWidget(lblGap, row++, 0, 1, 2);
     layout->setRowStretch(row++, 1);
     cmdOptimize = named<QPushButton>("cmdOptimize", frame);
     cmdOptimize->setAutoDefault(false);
@@ -314,6 +318,20 @@ void OptimizeDialog::showFitLabels()
         unit->setText(qtText(lengthUnit(m_editor.session().textOptions())));
 }
 
+/// What is proved of the best so far, and how far it may yet be undercut.
+QString OptimizeDialog::gapText(const SearchRun::Progress& now) const
+{
+    const Session& session = m_editor.session();
+    if (now.bestRms >= kNoMeasure)
+        return {};
+    if (now.leastRms >= now.bestRms)
+        return session.text(Text::ProvedWhole);
+    const double gap = 100 * (now.bestRms - now.leastRms) / now.bestRms;
+    return session.text(
+        Message(Text::ProvedShare, {m_run.quickOnly() ? "0" : plainText(100 * now.share, 2),
+                                    fixedText(now.leastRms, 2), fixedText(gap, 0)}));
+}
+
 void OptimizeDialog::showProgress()
 {
     const SearchRun::Progress now = m_run.progress();
@@ -326,6 +344,7 @@ void OptimizeDialog::showProgress()
     lblTimeLeft->setText(now.secondsLeft ? minutesAndSeconds(*now.secondsLeft) : QString("_"));
     lblRate->setText(now.perSecond > 0 ? QString::number(std::lround(now.perSecond))
                                        : QString("_"));
+    lblGap->setText(gapText(now));
     // Each new best is drawn, where the new part is to be seen.
     if (m_run.form().state() != SearchForm::State::Running || m_more->isHidden())
         return;
@@ -341,6 +360,7 @@ void OptimizeDialog::foldOut(bool more)
 {
     m_more->setVisible(more);
     tblResults->setVisible(more);
+    lblGap->setVisible(more);
     m_rateLabel->setVisible(more);
     lblRate->setVisible(more);
     m_measures->button(static_cast<int>(Measure::Even))->setVisible(more);

@@ -39,6 +39,7 @@ private:
     void showState();
     void showToTest();
     void showFitLabels();
+    QString gapText(const SearchRun::Progress& now) const;
     void showProgress();
 
     SearchChoice choice() const;
@@ -105,6 +106,7 @@ private:
     QLabel* m_rateLabel;
     QLabel* lblRate;
     QLabel* lblQuick;
+    QLabel* lblGap;
     QPushButton* cmdOptimize;
 
     QLabel* Label12;

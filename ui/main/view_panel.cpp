@@ -212,6 +212,8 @@ QWidget* ViewPanel::controlsFrame()
     connect(CalcBand_cmd, &QPushButton::clicked, this, &ViewPanel::calculateBandAsked);
     connect(CalcAll_cmd, &QPushButton::clicked, this, &ViewPanel::calculateAllAsked);
     connect(Optimize_cmd, &QPushButton::clicked, this, &ViewPanel::optimizeAsked);
+    cmdSuggest = named<QPushButton>("cmdSuggest", fraSPLControls);
+    connect(cmdSuggest, &QPushButton::clicked, this, &ViewPanel::suggestAsked);
 
     m_divider = lineDivider(fraSPLControls);
     arrangeControls(false);
@@ -242,7 +244,8 @@ void ViewPanel::arrangeControls(bool below)
         place(CalcBand_cmd, 3, 1);
         place(CalcAll_cmd, 3, 2);
         place(chkDrawLine, 4, 0);
-        place(Optimize_cmd, 4, 1, 2);
+        place(Optimize_cmd, 4, 1);
+        place(cmdSuggest, 4, 2);
         place(chkProbe, 5, 0);
         place(chkAllAreas, 5, 1, 2);
         return;
@@ -252,7 +255,8 @@ void ViewPanel::arrangeControls(bool below)
     place(CalcAll_cmd, 4, 0, 3);
     place(m_divider, 5, 0, 3);
     place(chkDrawLine, 6, 0);
-    place(Optimize_cmd, 6, 1, 2);
+    place(Optimize_cmd, 6, 1);
+    place(cmdSuggest, 6, 2);
     place(chkProbe, 7, 0);
     place(chkAllAreas, 7, 1, 2);
 }
@@ -388,6 +392,7 @@ void ViewPanel::showTexts()
         chkCurveArea[i]->setText(text(areaText(i + 1)));
     CalcAll_cmd->setText(text(Text::CalculateAll));
     Optimize_cmd->setText(text(Text::Optimize));
+    cmdSuggest->setText(text(Text::SuggestLabel));
     display();
     arrangeControls(false);
     arrange();
@@ -404,6 +409,7 @@ void ViewPanel::display()
     CalcAll_cmd->setEnabled(m_editor.calculable() && !m_editor.live());
     CalcBand_cmd->setEnabled(m_editor.calculable() && !m_editor.live());
     Optimize_cmd->setEnabled(m_editor.calculable());
+    cmdSuggest->setEnabled(!m_editor.view().locked);
 }
 
 /// Which areas there are beside the selected one, whose curve is always there.

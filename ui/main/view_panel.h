@@ -48,6 +48,7 @@ signals:
     /// What is shown has changed: cached bands are summed again.
     void levelChoiceChanged();
     void optimizeAsked();
+    void suggestAsked();
     void csvAsked(const std::string& csv);
 
 protected:
@@ -112,6 +113,7 @@ private:
     QPushButton* CalcAll_cmd;
     QCheckBox* chkDrawLine;
     QPushButton* Optimize_cmd;
+    QPushButton* cmdSuggest;
 };
 
 } // namespace orva::ui

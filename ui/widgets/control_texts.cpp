@@ -86,6 +86,8 @@ constexpr ControlText kTexts[] = {
     {"CalcAll_cmd", 0, Text::None, Text::TipCalcAllCmd},
     {"chkDrawLine", 0, Text::None, Text::TipChkDrawLine},
     {"Optimize_cmd", 0, Text::NameOptimizeCmd, Text::TipOptimizeCmd},
+    {"cmdSuggest", 0, Text::None, Text::TipCmdSuggest},
+    {"lblGap", 0, Text::None, Text::TipLblGap},
     {"Main_pbx", 0, Text::NameMainPbx, Text::TipMainPbx},
     {"AreaSpl_pbx", 0, Text::NameAreaSplPbx, Text::None},
     {"rigText_txt", 0, Text::NameRigTextTxt, Text::TipRigTextTxt},
