@@ -31,6 +31,48 @@ protected:
     }
 };
 
+TEST_F(SearchWindow, ASuggestionIsHungByAClickAndTakenBackByUndo)
+{
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
+    enter("RoomHeight_txt", "5"); // few arrays fit
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+    const LineArray before = array();
+    const auto suggest = [this](const std::function<void(QDialog&)>& drive) {
+        QTimer::singleShot(0, window.get(), [drive] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog && dialog->objectName() == "frmSuggest");
+            drive(*dialog);
+            ASSERT_FALSE(dialog->isVisible());
+        });
+        click("cmdSuggest");
+    };
+    suggest([&](QDialog& dialog) {
+        auto& table = *dialog.findChild<QTableWidget*>("tblSuggestions");
+        auto* stop = dialog.findChild<QAbstractButton*>("cmdStopSuggest");
+        waitFor([&] { return !stop->isEnabled(); });
+        ASSERT_GT(table.rowCount(), 1);
+        for (const int row : {0, 1}) {
+            QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                              table.visualItemRect(table.item(row, 0)).center());
+            EXPECT_EQ(table.item(row, 0)->text().section(' ', 0, 0),
+                      QString::number(array().boxCount()));
+            EXPECT_TRUE(window->editor().setupValid());
+        }
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_NE(array(), before);
+    window->findChild<QAction*>("mnuUndo")->trigger();
+    EXPECT_EQ(array(), before) << "both at once";
+    suggest([&](QDialog& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_TRUE(dialog.isVisible()) << "what was found stays to be seen";
+        dialog.findChild<QAbstractButton*>("cmdCloseSuggest")->click();
+    });
+    EXPECT_EQ(array(), before);
+    control<QAbstractButton>("Lock_chk")->click();
+    EXPECT_FALSE(control("cmdSuggest")->isEnabled());
+}
+
 TEST_F(SearchWindow, EscPausesAndThenCancels)
 {
     search([](QDialog& dialog) {
