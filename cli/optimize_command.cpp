@@ -1,4 +1,5 @@
 #include "app/forms/search_setup.h"
+#include "cli/interruption.h"
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "cli/progress_bar.h"
@@ -37,7 +38,7 @@ struct Options {
     bool neighbours = false;
     std::vector<double> fitLine; ///< start, length, slope, level
     std::optional<std::uint64_t> limit;
-    std::uint64_t from = 0;
+    std::optional<std::uint64_t> from;
     std::optional<std::uint64_t> count;
     bool quick = false;
     std::string outFile;
@@ -168,46 +169,99 @@ Result<CandidateSet> candidatesOf(const Options& options, const Project& project
     if (!candidates.NumConfigs())
         return Error{"there are more configurations than 64 bits can count; narrow the set",
                      options.file};
-    if (options.from >= *candidates.NumConfigs())
+    if (options.from.value_or(0) >= *candidates.NumConfigs())
         return Error{"there are only " + std::to_string(*candidates.NumConfigs()) +
                          " configurations",
                      options.file};
     return candidates;
 }
 
-void searchExhaustively(const Options& options, const std::shared_ptr<const SearchTask>& task,
-                        const CandidateSet& candidates, const Console& console, PreciseJson& result,
-                        std::vector<Ranked>& best)
+/// What a search found, as far as it came.
+struct Found {
+    SearchPart part;               ///< of the given order; of a quick search all that it measured
+    std::uint64_t tested = 0;      ///< in any order
+    std::vector<Ranked> bestSoFar; ///< of these, where the part is less
+    std::uint64_t wanted = 0;
+    bool interrupted = false;
+};
+
+/// Both without repetition.
+std::vector<Ranked> joined(std::vector<Ranked> found, const std::vector<Ranked>& others)
 {
-    std::uint64_t count = *candidates.NumConfigs() - options.from;
+    for (const Ranked& other : others)
+        if (std::none_of(found.begin(), found.end(),
+                         [&](const Ranked& entry) { return entry.number == other.number; }))
+            found.push_back(other);
+    return Ranking::of(std::move(found)).best();
+}
+
+SearchPart firstAlone(const std::shared_ptr<const SearchTask>& task, const CandidateSet& candidates)
+{
+    Search search(task, candidates, 0, 1);
+    while (!search.advance(1, [] { return false; })) {
+    }
+    return {0, 1, search.decide().best()};
+}
+
+Found searchExhaustively(const Options& options, const std::shared_ptr<const SearchTask>& task,
+                         const CandidateSet& candidates, const Console& console)
+{
+    const std::uint64_t first = options.from.value_or(0);
+    std::uint64_t count = *candidates.NumConfigs() - first;
     count = std::min(count, options.count.value_or(count));
     count = std::min(count, options.limit.value_or(count));
-    Search search(task, candidates, options.from, count);
+    const bool whole = !options.from && !options.count && count == *candidates.NumConfigs();
+    Search search(task, candidates, first, count);
+    std::vector<Ranked> quick;
     // Of a whole search only its end is seen, so it may begin where the quick one has ended.
-    if (count == *candidates.NumConfigs() && count > QuickSearch::kWorthALook) {
-        const Ranking quick = quickSearch(task, candidates, [] { return false; }).ranking;
-        search.expect(quick.limit());
+    if (whole && count > QuickSearch::kWorthALook) {
+        const Ranking ranking = quickSearch(task, candidates, Interruption::came).ranking;
+        search.expect(ranking.limit());
+        quick = ranking.best();
+    }
+    // A part ends after a block, which takes a moment: so it has no gap, and is never empty.
+    std::function<bool()> stop = Interruption::came;
+    if (!whole) {
+        search.keepGivenOrder();
+        stop = [] { return false; };
     }
     ProgressBar bar(console.err, console.errIsTerminal || options.common.progress,
                     "Testing configurations", "configurations");
-    while (!search.advance(options.common.threads, [] { return false; }))
+    do {
+        search.advance(options.common.threads, stop);
         bar.update(search.tested(), count);
-    bar.update(search.tested(), count);
-    best = search.decide().best();
-    result["tested"] = search.tested();
-    result["first"] = search.first();
+    } while (!search.finished() && !Interruption::came());
+    Found found{
+        {first, search.tested(), search.decide().best()}, search.tested(), {}, count, false};
+    found.interrupted = !search.finished();
+    if (whole && found.interrupted) {
+        // What was tested is no part; of that only the first configuration is certain.
+        SearchPart certain = firstAlone(task, candidates);
+        found.bestSoFar = joined(found.part.best.empty() ? certain.best : found.part.best, quick);
+        found.part = std::move(certain);
+    }
+    return found;
 }
 
-void searchQuickly(const Options& options, const std::shared_ptr<const SearchTask>& task,
-                   const CandidateSet& candidates, PreciseJson& result, std::vector<Ranked>& best)
+Found searchQuickly(const Options& options, const std::shared_ptr<const SearchTask>& task,
+                    const CandidateSet& candidates, const Console& console, PreciseJson& result)
 {
-    const QuickResult quick = quickSearch(
-        task, candidates, [] { return false; }, {}, options.limit.value_or(QuickSearch::kBudget));
-    best = quick.ranking.best();
-    result["tested"] = quick.evaluations;
-    result["first"] = 0;
+    const std::uint64_t wanted =
+        std::min(options.limit.value_or(QuickSearch::kBudget), *candidates.NumConfigs());
+    ProgressBar bar(console.err, console.errIsTerminal || options.common.progress,
+                    "Testing configurations", "configurations");
+    QuickSearch search(task, candidates, wanted);
+    bool found = false; // something to print, when a signal comes
+    const bool ended = search.advance([&] { return found && Interruption::came(); },
+                                      [&](const QuickResult& better) {
+                                          found = true;
+                                          bar.update(better.evaluations, wanted);
+                                      });
+    const QuickResult quick = *search.result([] { return false; });
+    bar.update(quick.evaluations, quick.evaluations);
     result["evaluations"] = quick.evaluations;
     result["proved"] = quick.proved;
+    return {{0, quick.evaluations, quick.ranking.best()}, quick.evaluations, {}, wanted, !ended};
 }
 
 Result<Done> optimize(const Options& options, const Console& console)
@@ -228,27 +282,42 @@ Result<Done> optimize(const Options& options, const Console& console)
     const auto task = withKernel(searchTask(*state, state->project, choice));
 
     const Clock::time_point start = Clock::now();
+    PreciseJson counts = PreciseJson::object();
+    Found found = [&] {
+        const Interruption interruption;
+        return options.quick ? searchQuickly(options, task, *candidates, console, counts)
+                             : searchExhaustively(options, task, *candidates, console);
+    }();
+    const std::chrono::duration<double> seconds = Clock::now() - start;
+    for (std::vector<Ranked>* list : {&found.part.best, &found.bestSoFar})
+        for (Ranked& entry : *list)
+            entry.pin = candidates->freedom().pins;
     PreciseJson result = {
         {"task", searchFingerprint(*task, *candidates, choice.areas.front().number)},
-        {"configurations", *candidates->NumConfigs()}};
-    std::vector<Ranked> best;
-    if (options.quick)
-        searchQuickly(options, task, *candidates, result, best);
-    else
-        searchExhaustively(options, task, *candidates, console, result, best);
-    for (Ranked& entry : best)
-        entry.pin = candidates->freedom().pins;
-    const std::chrono::duration<double> seconds = Clock::now() - start;
+        {"configurations", *candidates->NumConfigs()},
+        {"tested", found.part.tested},
+        {"first", found.part.first}};
+    result.update(counts);
     result["range"] = {candidates->range().first, candidates->range().last};
-    result["best"] = jsonOf(best);
+    result["best"] = jsonOf(found.part.best);
+    if (!found.bestSoFar.empty())
+        result["bestSoFar"] = jsonOf(found.bestSoFar);
     result["original"] = {{"angles", state->project.array.GIAGetAllAngle()}};
     result["configurationsPerSecond"] =
-        result["tested"].get<double>() / std::max(seconds.count(), 1e-9);
+        static_cast<double>(found.tested) / std::max(seconds.count(), 1e-9);
     addWarnings(result, state->contradictions);
 
     PendingFiles files;
+    if (found.interrupted) {
+        if (auto printed = deliver(console, jsonText(result), files); !printed)
+            return printed;
+        return Error{"interrupted after " + std::to_string(found.tested) + " of " +
+                         std::to_string(found.wanted) + " configurations",
+                     options.file};
+    }
     if (!options.outFile.empty()) {
-        state->project.array = withConfiguration(task->array, best.front().configuration());
+        state->project.array =
+            withConfiguration(task->array, found.part.best.front().configuration());
         if (auto added = files.add(options.outFile, projectBytes(state->project)); !added)
             return added;
     }
@@ -337,7 +406,9 @@ void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options
     command->add_option("--limit", options->limit, "test at most K configurations")
         ->check(atLeastOne)
         ->type_name("K");
-    command->add_option("--from", options->from, "begin with configuration K, from 0")
+    command
+        ->add_option("--from", options->from,
+                     "begin with configuration K, from 0, and keep the given order")
         ->check(numberBetween(0, 1.8e19))
         ->type_name("K");
     command->add_option("--count", options->count, "test M configurations")
@@ -382,6 +453,13 @@ void addOptimizeCommand(CLI::App& program, Work& work)
 {
     CLI::App* command = program.add_subcommand(
         "optimize", "search the splay angles that cover an audience area most evenly");
+    command->footer(
+        R"(Interrupted (SIGINT, SIGTERM), it prints what it found so far and ends with status 1; --out
+is not written; a second signal ends it at once. With --from, --count or a --limit that leaves some
+out, the result is the part from "first" on: go on with --from first + tested and join both with
+--merge. A search of all tests in an order of its own, often faster, of which such a part holds the
+first configuration only; what it found is in "bestSoFar". Give --from 0 where a search of all may
+be interrupted and is to go on.)");
     const auto options = std::make_shared<Options>();
     command->add_option("project", options->file, "the project")
         ->check(fileName())
@@ -396,7 +474,7 @@ void addOptimizeCommand(CLI::App& program, Work& work)
                                                          : "PROJECT.lad is required");
         if (!joins)
             checkSearch(*options);
-        if (options->quick && (options->from > 0 || options->count))
+        if (options->quick && (options->from.value_or(0) > 0 || options->count))
             throw CLI::ValidationError("--quick", "tests no part of the order: no --from, --count");
         if (!options->fitLine.empty() && options->fitLine[1] <= 0)
             throw CLI::ValidationError("--fit-line", "the length must be above 0");

@@ -231,7 +231,7 @@ bool Search::prepare(const std::function<bool()>& stop)
     m_order = learnedOrder(m_task, m_candidates, m_first, m_count, stop);
     if (stop())
         return false;
-    if (whole() && m_count >= kFewestToBound && m_task->measure != Measure::SmoothArea) {
+    if (inOwnOrder() && m_count >= kFewestToBound && m_task->measure != Measure::SmoothArea) {
         m_balls = std::make_shared<AmplitudeBalls>(m_task->speakerData.directivity);
         m_below = {1};
         for (std::size_t joint = m_candidates.joints(); joint > 0 && m_below.size() <= kMostOpen;
@@ -346,7 +346,7 @@ void Search::chooseBlockSize(double seconds)
     const auto most = static_cast<double>(m_mostInBlock);
     m_mostInBlock = std::clamp(static_cast<std::uint64_t>(std::clamp(wanted, most / kFastestGrowth,
                                                                      most * kFastestGrowth)),
-                               kFewestInChunk, whole() ? kMostInWholeBlock : kMostInBlock);
+                               kFewestInChunk, inOwnOrder() ? kMostInWholeBlock : kMostInBlock);
 }
 
 bool Search::advance(int threads, const std::function<bool()>& stop)
@@ -367,7 +367,7 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
     const auto start = std::chrono::steady_clock::now();
     const bool resumes = !m_chunks.empty();
     if (!resumes) {
-        m_block = whole() ? nextOfWhole() : nextBlock();
+        m_block = inOwnOrder() ? nextOfWhole() : nextBlock();
         m_chunks = chunksOf(m_block);
     }
     testBlock(stop);

@@ -45,8 +45,9 @@ private:
 /// The exhaustive search over a part of the candidates. Its ranking is exactly that of what has
 /// been tested; once it has finished it does not depend on the number of threads, nor on pauses. A
 /// part is tested from its first configuration on; all candidates together are in an order in which
-/// the upper boxes stay as long as possible, and where Evaluator::leastMeasure() proves that none
-/// with the same upper boxes is among the best, these are excluded together.
+/// the upper boxes stay as long as possible, unless the given one is to be kept; and where
+/// Evaluator::leastMeasure() proves that none with the same upper boxes is among the best, these are
+/// excluded together.
 class Search {
 public:
     /// From configuration `first`, `count` of them; both within the candidates. The configuration
@@ -58,6 +59,10 @@ public:
     /// found: what is above it is dropped from the first on. The ranking of a part of the set no
     /// longer holds all of its best.
     void expect(double limit) { m_expected = limit; }
+    /// All candidates together are tested in their given order, too, if more slowly: what calls of
+    /// advance() that were not stopped have tested is then a part without gap. Before the first
+    /// of them.
+    void keepGivenOrder() { m_givenOrder = true; }
 
     /// Tests some more, for a fraction of a second, or lets the literal kernel decide between those
     /// that the fast one cannot tell apart. `stop`, asked from any thread every few milliseconds,
@@ -117,7 +122,10 @@ private:
     bool prepare(const std::function<bool()>& stop);
     bool testFirst(const std::function<bool()>& stop);
     void testBlock(const std::function<bool()>& stop);
-    bool whole() const { return m_first == 0 && m_count == m_candidates.NumConfigs(); }
+    bool inOwnOrder() const
+    {
+        return !m_givenOrder && m_first == 0 && m_count == m_candidates.NumConfigs();
+    }
     Block nextBlock() const;
     Block nextOfWhole() const;
     std::vector<Chunk> chunksOf(const Block& block) const;
@@ -154,6 +162,7 @@ private:
     std::vector<Chunk> m_chunks; ///< of the block that has been begun
     Ranking m_ranking;
     double m_expected = std::numeric_limits<double>::infinity();
+    bool m_givenOrder = false;
     bool m_decided = false;                    ///< the ranking is that of all that has been tested
     std::shared_ptr<const PointOrder> m_order; ///< null: the usual one
     std::shared_ptr<const AmplitudeBalls> m_balls; ///< null: nothing is excluded unmeasured

@@ -5,6 +5,7 @@
 #include "model/project_file.h"
 
 #include <QImage>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -296,6 +297,94 @@ TEST_F(CommandLine, TheOtherWayRoundDifferencesAreTheOpposite)
     EXPECT_EQ(cells, 14);
     const auto [same, zeros] = figures(project, project, folder / "same.csv");
     EXPECT_EQ(same["areas"][0]["max"], 0);
+}
+
+/// A standard error that raises a signal at the first figure of the progress bar, or at that many.
+class SignallingError : public std::stringbuf {
+public:
+    SignallingError(int number, int times) : m_number(number), m_left(times) {}
+
+protected:
+    std::streamsize xsputn(const char* text, std::streamsize size) override
+    {
+        if (std::string_view(text, static_cast<std::size_t>(size)).find("Testing") == 0)
+            for (; m_left > 0; --m_left)
+                std::raise(m_number);
+        return std::stringbuf::xsputn(text, size);
+    }
+
+private:
+    int m_number;
+    int m_left;
+};
+
+TEST_F(CommandLine, AnInterruptedSearchPrintsWhatTheRestCompletes)
+{
+    const std::string search =
+        "optimize " ORVA_SOURCE_DIR "/examples/theatre.lad --area 2 --all-speakers --points 50 ";
+    const std::string saved = folder / "saved.lad";
+    const auto interrupted = [&](const std::string& line, int number, int times = 1) {
+        std::istringstream in(line + " --progress --out " + saved);
+        SignallingError buffer(number, times);
+        std::ostream err(&buffer);
+        std::ostringstream out;
+        const int status = runCommandLine({std::istream_iterator<std::string>(in), {}},
+                                          {out, err, false, ORVA_BINARY_DIR});
+        return Outcome{status, out.str(), buffer.str()};
+    };
+    const auto asPart = [&](const std::string& name, const std::string& text) {
+        std::ofstream(folder / name) << text;
+        return " " + (folder / name).string();
+    };
+    // The second signal; before threads have run.
+    EXPECT_EXIT(interrupted(search, SIGINT, 2), testing::KilledBySignal(SIGINT), "");
+    const Json whole = run(search).json();
+    struct Case {
+        std::string options;
+        std::uint64_t first;
+        std::uint64_t end;
+        int number;
+    };
+    for (const auto& [options, first, end, number] :
+         {Case{"", 0, 16384, SIGINT}, Case{"--from 0", 0, 16384, SIGTERM},
+          Case{"--from 5000", 5000, 16384, SIGINT}, Case{"--limit 16383", 0, 16383, SIGTERM},
+          Case{"--count 16000 --threads 1", 0, 16000, SIGINT}}) {
+        SCOPED_TRACE(options);
+        const Outcome cut = interrupted(search + options, number);
+        EXPECT_EQ(cut.status, 1);
+        EXPECT_NE(cut.err.find("interrupted after "), std::string::npos) << cut.err;
+        const std::uint64_t tested = cut.json()["tested"];
+        EXPECT_EQ(cut.json()["first"], first);
+        ASSERT_LT(first + tested, end);
+        const std::string range =
+            "--from " + std::to_string(first) + " --count " + std::to_string(tested);
+        EXPECT_EQ(cut.json()["best"], run(search + range).json()["best"]) << "no less, no more";
+        EXPECT_EQ(cut.json().contains("bestSoFar"), options.empty());
+        std::string parts =
+            asPart("cut", cut.out) +
+            asPart("rest", run(search + "--from " + std::to_string(first + tested)).out);
+        if (first > 0)
+            parts += asPart("before", run(search + "--count " + std::to_string(first)).out);
+        const Json merged = run("optimize --merge" + parts).json();
+        EXPECT_EQ(merged["tested"], whole["configurations"]);
+        EXPECT_EQ(merged["best"], whole["best"]);
+    }
+    // Of a large set the quick search before it counts, too; each configuration is listed once.
+    const Json large = interrupted("optimize " + project +
+                                       " --area 1 --area 2 --free "
+                                       "height:6:9:0.05 --all-speakers --points 10",
+                                   SIGINT)
+                           .json();
+    EXPECT_GT(large["configurations"], 200000);
+    EXPECT_LT(large["bestSoFar"][0]["rms"], large["best"][0]["rms"]);
+    EXPECT_NE(large["bestSoFar"][0]["number"], large["bestSoFar"][1]["number"]);
+
+    const Outcome quick = interrupted(search + "--quick", SIGTERM);
+    EXPECT_EQ(quick.status, 1);
+    EXPECT_EQ(quick.json()["evaluations"], 1);
+    EXPECT_EQ(quick.json()["best"].size(), 1U);
+    EXPECT_FALSE(fs::exists(saved));
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL) << "as it was before";
 }
 
 TEST_F(CommandLine, WrittenProjectsKeepTheirVariants)
