@@ -8,7 +8,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-scale check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -102,6 +102,11 @@ check-reference: all
 	@if [ -d $(REFERENCE) ]; then $(REFERENCE)/check.py --cli $(CLI) --commands $(COMMANDS) && \
 	    $(REFERENCE)/check.py --cli $(CLI) --cases $(REFERENCE)/beyond/cases --data $(REFERENCE)/beyond/data --commands levels,spectrum,optimize,compare; \
 	else echo "$(REFERENCE) is not here: nothing to check"; fi
+
+# A search in parts, as job arrays run it, against the same search in one.
+check-scale: all
+	$(call install,parallel)
+	scale/check.sh $(CLI)
 
 # Drives the real window from outside, where the driver is.
 UIDRIVER = ../shared/uidriver
