@@ -1,6 +1,6 @@
 // How long it takes to prove the best of 1.98e9 arrangements of twelve compact boxes, how much of a
 // set of sixteen a minute proves, and how far the quick search stays behind what is proved.
-#include "app/forms/search_setup.h"
+#include "app/forms/suggestions.h"
 #include "engine/parallel.h"
 #include "optimize/quick_search.h"
 
@@ -124,9 +124,74 @@ void proveSeeded(std::int16_t boxes, unsigned rooms, double mostSeconds)
     }
 }
 
+/// Arrays for ten seeded rooms with three areas, and whether a quick search of the same boxes finds
+/// a more even one.
+void suggestSeeded(unsigned rooms)
+{
+    unsigned sound = 0;
+    double slowest = 0;
+    double slowestFirst = 0;
+    for (unsigned seed = 1; seed <= rooms; ++seed) {
+        std::mt19937 random(seed);
+        const auto uniform = [&](double low, double high) {
+            return static_cast<float>(low +
+                                      (high - low) * static_cast<double>(random()) / 4294967296.0);
+        };
+        Workspace state;
+        if (!LoadSystemData(state, ORVA_SOURCE_DIR "/data"))
+            std::abort();
+        makeCurrent(state, newProject(seed % 2 == 0 ? kStandardSystem : kCompactSystem));
+        Room& room = state.project.room;
+        const float near = uniform(4, 9);
+        const float far = near + uniform(8, 15);
+        if (!room.GBSetRoomDims(FloatPair{60, uniform(8, 16)}) ||
+            !room.GBSetAudienceArea1(SegmentFigures{near, 1.7F, 0, 0, 0, far - near}) ||
+            !room.GBSetAudienceArea2(
+                SegmentFigures{far, 1.7F, 0, 0, uniform(3, 12), uniform(5, 12)}) ||
+            !room.GBSetAudienceArea3(
+                SegmentFigures{far, uniform(3, 5), 0, 0, uniform(5, 20), uniform(5, 10)}))
+            std::abort();
+        const LevelChoice all = {{0, kBands - 1}, LevelField::Continuous, true};
+        const auto begin = std::chrono::steady_clock::now();
+        const auto passed = [&] {
+            return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+        };
+        Suggesting suggesting(state, state.project, all);
+        double first = -1;
+        suggesting.run(
+            coreCount(), [] { return false; },
+            [&](const auto& found) {
+                if (first < 0 && found.size() >= 3)
+                    first = passed();
+            });
+        const double seconds = passed();
+        slowest = std::max(slowest, seconds);
+        slowestFirst = std::max(slowestFirst, first);
+        bool good = !suggesting.found().empty();
+        for (const Suggestion& one : suggesting.found()) {
+            Project project = state.project;
+            project.array = one.array;
+            const auto task = withKernel(searchTask(
+                state, project,
+                {.areas = {{1, 1}, {2, 1}, {3, 1}}, .measure = Measure::Even, .levels = all}));
+            const QuickResult quick = quickSearch(
+                task, CandidateSet(one.array, allJoints(one.array), false), [] { return false; });
+            good = good && one.evenDb <= quick.ranking.best().front().rms &&
+                   hangsClear(room, one.array) && !one.array.overloaded();
+        }
+        sound += good ? 1 : 0;
+        std::printf("  room %2u %6.1f s, first at %4.1f s, %2zu suggestions, %.3f dB\n", seed,
+                    seconds, first, suggesting.found().size(),
+                    suggesting.found().empty() ? 0 : suggesting.found().front().evenDb);
+        std::fflush(stdout);
+    }
+    std::printf("suggest: %u of %u rooms sound, %.1f s at most, first ones after %.1f s\n", sound,
+                rooms, slowest, slowestFirst);
+}
+
 } // namespace
 
-/// [12 | 12-rooms | 16] [seconds] [rooms]
+/// [12 | 12-rooms | 16 | suggest] [seconds] [rooms]
 int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmark may end so
 {
     const std::string part = argc > 1 ? argv[1] : "";
@@ -138,5 +203,7 @@ int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmar
         proveSeeded(12, rooms, seconds > 0 ? seconds : 600);
     if (part.empty() || part == "16")
         proveSeeded(16, rooms, seconds > 0 ? seconds : 60);
+    if (part.empty() || part == "suggest")
+        suggestSeeded(10);
     return 0;
 }

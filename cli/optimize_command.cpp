@@ -3,6 +3,7 @@
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "cli/progress_bar.h"
+#include "lang/number_text.h"
 #include "lang/string_table.h"
 #include "optimize/quick_search.h"
 #include "optimize/search_fingerprint.h"
@@ -203,6 +204,17 @@ SearchPart firstAlone(const std::shared_ptr<const SearchTask>& task, const Candi
     return {0, 1, search.decide().best()};
 }
 
+/// What is proved of the best so far: as long as some are left, only that no measure is below 0.
+std::string proofOf(const Search& search, const std::vector<Ranked>& quick)
+{
+    const std::vector<Ranked> best = joined(search.bestSoFar().best(), quick);
+    if (best.empty() || best.front().rms >= kNoMeasure)
+        return {};
+    const std::string rms = fixedText(best.front().rms, 4) + " dB";
+    return search.finished() ? "best " + rms + ", proved"
+                             : "best " + rms + ", at least 0 dB, gap 100 %";
+}
+
 Found searchExhaustively(const Options& options, const std::shared_ptr<const SearchTask>& task,
                          const CandidateSet& candidates, const Console& console)
 {
@@ -229,7 +241,7 @@ Found searchExhaustively(const Options& options, const std::shared_ptr<const Sea
                     "Testing configurations", "configurations");
     do {
         search.advance(options.common.threads, stop);
-        bar.update(search.tested(), count);
+        bar.update(search.tested(), count, proofOf(search, quick));
     } while (!search.finished() && !Interruption::came());
     Found found{
         {first, search.tested(), search.decide().best()}, search.tested(), {}, count, false};
@@ -454,12 +466,12 @@ void addOptimizeCommand(CLI::App& program, Work& work)
     CLI::App* command = program.add_subcommand(
         "optimize", "search the splay angles that cover an audience area most evenly");
     command->footer(
-        R"(Interrupted (SIGINT, SIGTERM), it prints what it found so far and ends with status 1; --out
-is not written; a second signal ends it at once. With --from, --count or a --limit that leaves some
-out, the result is the part from "first" on: go on with --from first + tested and join both with
---merge. A search of all tests in an order of its own, often faster, of which such a part holds the
-first configuration only; what it found is in "bestSoFar". Give --from 0 where a search of all may
-be interrupted and is to go on.)");
+        R"(Interrupted (SIGINT, SIGTERM), it prints what it found so far and ends with status 1;
+--out is not written; a second signal ends it at once. With --from, --count or a --limit that
+leaves some out, the result is the part from "first" on: go on with --from first + tested and join
+both with --merge. A search of all tests in an order of its own, often faster, of which such a part
+holds the first configuration only; what it found is in "bestSoFar". Give --from 0 where a search of
+all may be interrupted and is to go on.)");
     const auto options = std::make_shared<Options>();
     command->add_option("project", options->file, "the project")
         ->check(fileName())

@@ -18,7 +18,7 @@ ProgressBar::~ProgressBar()
         m_err << '\n';
 }
 
-void ProgressBar::update(std::uint64_t done, std::uint64_t total)
+void ProgressBar::update(std::uint64_t done, std::uint64_t total, const std::string& note)
 {
     const Clock::time_point now = Clock::now();
     const bool due =
@@ -37,7 +37,8 @@ void ProgressBar::update(std::uint64_t done, std::uint64_t total)
     const double rate = static_cast<double>(done) / seconds;
     const double left = static_cast<double>(total - done) / std::max(1e-9, rate);
     m_err << '\r' << m_label << " [" << bar << "] " << percent << " %  " << fixedText(rate, 0)
-          << ' ' << m_unit << "/s  " << fixedText(left, 0) << " s left   " << std::flush;
+          << ' ' << m_unit << "/s  " << fixedText(left, 0) << " s left"
+          << (note.empty() ? "" : "  ") << note << "   " << std::flush;
 }
 
 } // namespace orva

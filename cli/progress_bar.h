@@ -17,7 +17,8 @@ public:
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
 
-    void update(std::uint64_t done, std::uint64_t total);
+    /// `note` follows the figures.
+    void update(std::uint64_t done, std::uint64_t total, const std::string& note = {});
 
 private:
     using Clock = std::chrono::steady_clock;

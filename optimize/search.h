@@ -46,8 +46,8 @@ private:
 /// been tested; once it has finished it does not depend on the number of threads, nor on pauses. A
 /// part is tested from its first configuration on; all candidates together are in an order in which
 /// the upper boxes stay as long as possible, unless the given one is to be kept; and where
-/// Evaluator::leastMeasure() proves that none with the same upper boxes is among the best, these are
-/// excluded together.
+/// Evaluator::leastMeasure() proves that none with the same upper boxes is among the best, these
+/// are excluded together.
 class Search {
 public:
     /// From configuration `first`, `count` of them; both within the candidates. The configuration
