@@ -73,8 +73,9 @@ test-threads: build/threads/build.ninja
 	build/threads/tests/orva_engine_tests --gtest_filter='Parallel*:*Map*:*Thread*'
 	build/threads/tests/orva_optimize_tests
 
-# Hours: what it takes to prove the best arrangement.
+# Hours: what it takes to prove the best arrangement; searches of 200 rooms against the rules.
 bench-long: all
+	build/release/tests/orva_optimize_tests --gtest_also_run_disabled_tests --gtest_filter='*TwoHundredRooms'
 	build/release/bench/orva_prove_bench
 
 # Fast against literal kernel: a table, and build/bench.json.

@@ -21,7 +21,7 @@ constexpr int kPoints = 200;
 /// How often an array that would hang too low is hung a step higher.
 constexpr int kMostRaises = 8;
 /// What is looked at closely at most.
-constexpr std::size_t kMostRefined = 24;
+constexpr std::size_t kMostRefined = 13;
 
 float fohLevel(const SearchTask& task, const Room& room, const LineArray& array)
 {

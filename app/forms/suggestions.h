@@ -30,7 +30,7 @@ bool hangsClear(const Room& room, const LineArray& array);
 /// alone, not on threads nor pauses.
 class Suggesting {
 public:
-    static constexpr std::uint64_t kBudget = 300'000;
+    static constexpr std::uint64_t kBudget = 200'000;
     static constexpr std::size_t kMost = 10;
     static constexpr double kClearanceM = 2;
     static constexpr double kRasterM = 0.25;

@@ -122,18 +122,24 @@ TEST(Search, FindsWhatTheRulesFindOnAnyNumberOfThreads)
             }
 }
 
-TEST(Search, SeveralAreasEvenFreePinsAndHeights)
+/// Every measure, both systems and modes, several areas, free pins and heights.
+void compareWithTheRules(unsigned seed, int rounds)
 {
-    Random random(17);
+    Random random(seed);
     const auto uniform = [&](double low, double high) {
         return std::uniform_real_distribution<>(low, high)(random);
     };
     int threads = 1;
-    for (int round = 0; round < 18; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         const auto measure = static_cast<Measure>(round % 3);
         const bool pins = round % 4 < 2;
         Scene scene = randomScene(random, measure, pins || round % 2 == 0, {8, 14});
         auto task = std::make_shared<SearchTask>(*scene.task);
+        if (round % 7 == 5) {
+            task->array.GBSetArrayType(kCompactSystem);
+            task->array.GBSetAllType(LineArray::Positions{});
+            task->array.GFACalcCOM();
+        }
         task->weight = uniform(0.1, 3);
         for (int other = 0; other < round % 3; ++other) {
             SearchArea area{{{uniform(5, 15), uniform(0, 4)}, {}, uniform(0, 30), uniform(2, 15)},
@@ -162,6 +168,17 @@ TEST(Search, SeveralAreasEvenFreePinsAndHeights)
         EXPECT_LT(quick.ranking.best().front().rms, wanted.best().front().rms * 1.3 + 0.1);
         threads = threads == 1 ? 2 : threads == 2 ? 16 : 1;
     }
+}
+
+TEST(Search, SeveralAreasEvenFreePinsAndHeights)
+{
+    compareWithTheRules(17, 18);
+}
+
+/// `make bench-long` runs it.
+TEST(Search, DISABLED_TwoHundredRooms)
+{
+    compareWithTheRules(18, 200);
 }
 
 TEST(Search, KeepsTheGivenOrderAmongManyEqualMeasures)
