@@ -112,6 +112,7 @@ check-scale: all
 # Drives the real window from outside, where the driver is.
 UIDRIVER = ../shared/uidriver
 check-window: all
+	$(call install,poppler-utils)
 	$(call install,xvfb openbox dbus at-spi2-core python3-pyatspi)
 	@if [ -d $(UIDRIVER) ]; then \
 	    UIDRIVER_BUILD=/tmp/uidriver-build $(UIDRIVER)/build.sh && \

@@ -1,3 +1,4 @@
+#include "app/files/page_report.h"
 #include "app/files/report_file.h"
 #include "cli/prediction.h"
 
@@ -8,8 +9,27 @@ namespace orva {
 namespace {
 
 struct Options : ProjectOptions {
+    PredictionOptions prediction;
     std::string outFile;
+    std::string paper = "a4";
 };
+
+bool isPdf(const std::string& name)
+{
+    return QString::fromStdString(name).endsWith(".pdf", Qt::CaseInsensitive);
+}
+
+Result<std::string> pdfReport(const Options& options, OpenProject& state, const QLocale& dates)
+{
+    ReportChoice choice;
+    choice.levels = options.prediction.choice();
+    choice.aWeighted = options.prediction.aWeighted;
+    choice.drawing = options.common.drawing();
+    const Result<PagedDocument> report = pageReportOf(state, state.project, choice, dates);
+    if (!report)
+        return report.error();
+    return pdfOf(*report, options.paper == "letter" ? QPageSize::Letter : QPageSize::A4);
+}
 
 Result<Done> writeReport(const Options& options, const Console& console)
 {
@@ -17,13 +37,17 @@ Result<Done> writeReport(const Options& options, const Console& console)
     if (auto apart = checkOutputs(console, options.common, {options.outFile}, {options.file});
         !apart)
         return apart;
-    const Result<OpenProject> state = openForCalculation(options.file);
+    const bool pdf = isPdf(options.outFile);
+    Result<OpenProject> state =
+        pdf ? openForPrediction(options.file, options.common, options.prediction, console)
+            : openForCalculation(options.file);
     if (!state)
         return state.error();
     const bool german = options.common.text().language == Language::German;
     const QLocale dates(german ? QLocale::German : QLocale::English);
     const Result<std::string> report =
-        rtfReportOf(state->project.array, options.common.drawing(), kAspect, dates);
+        pdf ? pdfReport(options, *state, dates)
+            : rtfReportOf(state->project.array, options.common.drawing(), kAspect, dates);
     if (!report)
         return report.error();
     PendingFiles files;
@@ -36,13 +60,19 @@ Result<Done> writeReport(const Options& options, const Console& console)
 
 void addReportCommand(CLI::App& program, Work& work)
 {
-    CLI::App* command = program.add_subcommand("report", "write the report as an RTF document");
+    CLI::App* command = program.add_subcommand(
+        "report", "write the report: a PDF with levels and rigging, or the sheet as RTF");
     const auto options = std::make_shared<Options>();
     addProjectOptions(*command, *options);
     command->add_option("out", options->outFile, "the document")
         ->required()
         ->check(fileName())
-        ->type_name("OUT.rtf");
+        ->type_name("OUT.pdf|OUT.rtf");
+    command->add_option("--paper", options->paper, "of a PDF")
+        ->check(CLI::IsMember({"a4", "letter"}))
+        ->type_name("")
+        ->capture_default_str();
+    addPredictionOptions(*command, options->prediction);
     command->callback([options, &work] {
         work = [options](const Console& console) { return writeReport(*options, console); };
     });

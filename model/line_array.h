@@ -154,6 +154,9 @@ public:
     };
     /// GFAGetOriginPTSandAng() of the positions in use, room frame.
     std::vector<BoxAxis> axes() const;
+    /// The upper front corners of the boxes in use, room frame; of a position of unknown code where
+    /// it hangs.
+    std::vector<Point> upperFrontCorners() const;
     /// Centre of gravity in the array frame without the cradle tilt (y negated when stacked), also
     /// stored. The total weight comes from the counts, not from the positions; (0, 0) when it is 0.
     FloatPair GFACalcCOM();

@@ -108,6 +108,19 @@ std::vector<LineArray::BoxAxis> LineArray::axes() const
     return axes;
 }
 
+std::vector<Point> LineArray::upperFrontCorners() const
+{
+    const FloatPair origin = originInRoom();
+    std::vector<Point> corners;
+    for (const HungBox& box : hungBoxes(GFFirstAngle())) {
+        // A stack grows upwards: there the corner that the next box stands on is the upper one.
+        const FloatPair corner = Mounting || !box.shape ? box.corner : box.point(box.shape->hinge);
+        corners.push_back(
+            {origin[0] + corner[0], origin[1] - static_cast<float>(MountSign) * corner[1]});
+    }
+    return corners;
+}
+
 FloatPair LineArray::GFACalcCOM()
 {
     FloatPair moment{};

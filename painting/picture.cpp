@@ -28,7 +28,8 @@ void ignoreToolkitVariables()
         unsetenv(name.c_str());
 }
 
-/// Fonts need an application object; it stays until the program ends.
+} // namespace
+
 void needApplication()
 {
     if (QCoreApplication::instance())
@@ -42,8 +43,6 @@ void needApplication()
     static char* argv[] = {name, nullptr};
     static const QGuiApplication application(argc, argv);
 }
-
-} // namespace
 
 std::string pngPicture(int width, int height, const std::function<void(DrawingSurface&)>& draw,
                        double ratio)

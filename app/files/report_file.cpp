@@ -21,8 +21,9 @@ constexpr double kTextHeight = 14;
 /// Narrower views leave no room for labels beside the boxes.
 constexpr double kNarrowestAspect = 1.25;
 
-/// Date and time in short forms.
-std::string created(const QLocale& locale)
+} // namespace
+
+std::string reportTime(const QLocale& locale)
 {
     bool given = false;
     const qint64 epoch = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&given);
@@ -33,8 +34,6 @@ std::string created(const QLocale& locale)
             locale.toString(time.time(), QLocale::ShortFormat))
         .toStdString();
 }
-
-} // namespace
 
 Result<std::string> rtfReportOf(const LineArray& array, const DrawingOptions& options,
                                 double aspect, const QLocale& dates)
@@ -52,7 +51,7 @@ Result<std::string> rtfReportOf(const LineArray& array, const DrawingOptions& op
             DrawRiggingView(surface, array, options);
         },
         kPixelsPerLine);
-    const auto sections = reportSections(array, ORVA_VERSION, created(dates), png, options.text);
+    const auto sections = reportSections(array, ORVA_VERSION, reportTime(dates), png, options.text);
     return rtfReport(sections);
 }
 

@@ -40,6 +40,15 @@ std::vector<std::string> resultTexts(double rms, const ResultFigures& figures,
     return texts;
 }
 
+std::vector<std::string> arrayTexts(Prediction& prediction, const Room& room,
+                                    const LineArray& array, const LevelChoice& choice,
+                                    const TextOptions& options)
+{
+    const std::optional<Evenness> even = prediction.evennessOf(room, choice);
+    return resultTexts(even ? even->rms : kNoMeasure,
+                       resultFigures(prediction, room, array, choice), options);
+}
+
 std::vector<std::string> resultHeads(Text measure, int areas, const TextOptions& options)
 {
     const auto text = [&](Text id) { return std::string(MlGetString(options.language, id)); };

@@ -24,6 +24,10 @@ ResultFigures resultFigures(Prediction& prediction, const Room& room, const Line
 /// Measure, mean (spread) of each area, FOH, height, pin, weight: as a row of a table.
 std::vector<std::string> resultTexts(double rms, const ResultFigures& figures,
                                      const TextOptions& options);
+/// The same of an array in a room, with how even all areas are as the measure.
+std::vector<std::string> arrayTexts(Prediction& prediction, const Room& room,
+                                    const LineArray& array, const LevelChoice& choice,
+                                    const TextOptions& options);
 /// What stands above them; `measure` above the first.
 std::vector<std::string> resultHeads(Text measure, int areas, const TextOptions& options);
 

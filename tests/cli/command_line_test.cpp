@@ -387,6 +387,25 @@ TEST_F(CommandLine, AnInterruptedSearchPrintsWhatTheRestCompletes)
     EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL) << "as it was before";
 }
 
+TEST_F(CommandLine, TheReportIsAPdfByItsName)
+{
+    const std::string out = folder / "report.PDF";
+    const auto pages = [&](const std::string& options) {
+        EXPECT_EQ(run("report " + project + " " + out + options).status, 0);
+        std::ifstream file(out, std::ios::binary);
+        std::stringstream bytes;
+        bytes << file.rdbuf();
+        EXPECT_TRUE(bytes.str().starts_with("%PDF-"));
+        const std::size_t count = bytes.str().find("/Count ");
+        return count == std::string::npos ? "" : bytes.str().substr(count, 8);
+    };
+    EXPECT_EQ(pages(""), "/Count 3");
+    EXPECT_EQ(pages(" --paper letter --language de --units ft"), "/Count 3");
+    std::fstream(project, std::ios::in | std::ios::out | std::ios::binary).seekp(592).put(1);
+    EXPECT_EQ(pages(" --averaging broadband"), "/Count 4") << "with the sub array, once it is used";
+    EXPECT_EQ(run("report " + project + " " + out + " --paper a5").status, 2);
+}
+
 TEST_F(CommandLine, WrittenProjectsKeepTheirVariants)
 {
     const auto read = [](const std::string& path) {

@@ -1,8 +1,9 @@
 """Create Print Version against orva-cli."""
+import subprocess
 import sys
 
 from check_project import open_file
-from driven import ROOT, equal, folder, run, started
+from driven import ROOT, cli, equal, folder, run, started
 
 
 def print_version():
@@ -31,5 +32,30 @@ def print_version():
     app.close()
 
 
+def pages_say_what_the_sheet_says():
+    place = folder()
+    for project, language, units in (("theatre", "en", "m"), ("theatre", "de", "ft"), ("club", "de", "m")):
+        lad = ROOT / "examples" / f"{project}.lad"
+        pdf = place / "report.pdf"
+        options = ["--language", language, "--units", units]
+        cli("report", lad, pdf, *options)
+        said = subprocess.run(["pdftotext", "-layout", "-f", "3", "-l", "3", pdf, "-"], check=True,
+                              capture_output=True, text=True).stdout
+        said = "".join(said.split())
+        for line in cli("rigging", lad, *options).splitlines():
+            assert "".join(line.split()) in said, line
+    app = started(language=1)
+    open_file(app, ROOT / "examples" / "club.lad")
+    app.action("mnuPdf")
+    equal(app.file_dialog()["title"], "Bericht als PDF speichern")
+    app.choose_file(str(place / "window.pdf"))
+    app.wait((place / "window.pdf").exists)
+    app.wait_idle()
+    if app.exists(cls="QMessageBox"):
+        app.answer("Ok")
+    assert (place / "window.pdf").read_bytes().startswith(b"%PDF")
+    app.close()
+
+
 if __name__ == "__main__":
-    sys.exit(run([print_version]))
+    sys.exit(run([print_version, pages_say_what_the_sheet_says]))

@@ -50,6 +50,26 @@ TEST(Geometry, OneStraightBox)
     EXPECT_EQ(array.GFAGetOriginPTSandAng(false)[32], -sources[32]);
 }
 
+TEST(Geometry, UpperFrontCornersHangBelowEachOtherAndStandOnEachOther)
+{
+    for (const bool flown : {true, false}) {
+        LineArray array = hanging({0, 0, 1});
+        array.GBSetMounting(flown);
+        const std::vector<Point> corners = array.upperFrontCorners();
+        ASSERT_EQ(corners.size(), 3U);
+        const double step = flown ? -0.26 : 0.26; // straight boxes, not tilted
+        EXPECT_NEAR(corners[1].y - corners[0].y, step, kMetres);
+        const auto bounds = array.GFAGetBounds();
+        if (flown) {
+            EXPECT_NEAR(corners[0].y, 7.5 + array.system().cradle.PinY[0], 1e-3)
+                << "the cradle is above them";
+        } else {
+            EXPECT_NEAR(corners[0].y, 7.5 + 0.26, kMetres);
+            EXPECT_NEAR(corners[2].y, 7.5 - bounds[1], 1e-3) << "the highest of all";
+        }
+    }
+}
+
 TEST(Geometry, EveryKindOfBoxAndEveryFrame)
 {
     struct Case {

@@ -21,7 +21,8 @@ constexpr Kind kKinds[] = {
     {".lad", Text::ProjectFiles, Text::LoadTitle, Text::SaveTitle, "FolderProjects"},
     {".rtf", Text::RtfFiles, Text::None, Text::SaveReportTitle, "FolderReports"},
     {".xhn", Text::SpeakerDataFiles, Text::LoadDataTitle, Text::None, "FolderData"},
-    {".csv", Text::CsvFiles, Text::None, Text::SaveCsvTitle, "FolderTables"}};
+    {".csv", Text::CsvFiles, Text::None, Text::SaveCsvTitle, "FolderTables"},
+    {".pdf", Text::PdfFiles, Text::None, Text::SavePdfTitle, "FolderReports"}};
 
 const Kind& recordOf(FileKind kind)
 {

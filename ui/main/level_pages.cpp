@@ -280,10 +280,7 @@ void VariantsPage::display()
         if (!prediction)
             continue;
         const LineArray& array = current ? project.array : project.variants.kept[variant]->array;
-        const std::optional<Evenness> even = prediction->evennessOf(project.room, choice);
-        rows.push_back(resultTexts(even ? even->rms : kNoMeasure,
-                                   resultFigures(*prediction, project.room, array, choice),
-                                   options));
+        rows.push_back(arrayTexts(*prediction, project.room, array, choice, options));
         rows.back().insert(rows.back().begin(), variantTitle(project.variants, variant));
     }
     QStringList heads = {session.text(Text::ColumnVariant)};

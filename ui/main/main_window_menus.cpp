@@ -75,6 +75,11 @@ void MainWindow::makeMenus()
     command(
         file, "mnuPrint", Text::MenuPrint, [this] { createPrintVersion(); },
         QKeySequence("Ctrl+P"));
+    command(
+        file, "mnuPdf", Text::MenuPdf, [this] { m_commands->SavePdf(); }, QKeySequence());
+    command(
+        file, "mnuPrintReport", Text::MenuPrintReport, [this] { m_commands->PrintReport(); },
+        QKeySequence("Ctrl+Shift+P"));
     separator(file, "mnuSep3");
     for (std::size_t i = 0; i < mnuMRU.size(); ++i) {
         mnuMRU[i] = file->addAction(m_session.text(Text::RecentFiles));

@@ -1,12 +1,16 @@
 #include "main/project_commands.h"
 
+#include "app/files/page_report.h"
 #include "app/files/report_file.h"
 #include "document/variants_edit.h"
+#include "widgets/controls.h"
 #include "widgets/outside_program.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 
 namespace orva::ui {
 
@@ -386,6 +390,69 @@ void ProjectCommands::Help()
         return;
     }
     openOutside(m_editor.session(), file, m_window);
+}
+
+/// None where there is no valid setup to report, which it says.
+std::optional<PagedDocument> ProjectCommands::pageReport()
+{
+    const Session& session = m_editor.session();
+    if (!m_editor.setupValid()) { // the figures would be those of the last valid one
+        showMessage(m_window, session.text(Text::SetupInvalidToSave));
+        return std::nullopt;
+    }
+    const ViewState& view = m_editor.view();
+    const ReportChoice choice{view.levels.choice(),     view.levels.aWeighted,
+                              view.rowPitchM,           view.rowOffsetM,
+                              session.drawingOptions(), session.state().settings.ShowDelay == 1};
+    const DocumentState& state = m_editor.document().state();
+    Project project = state.project;
+    for (std::size_t variant = 0; variant < Variants::kMost; ++variant)
+        if (!keptArray(state, variant))
+            project.variants.kept[variant].reset();
+    const BusyPointer pointer;
+    Result<PagedDocument> report =
+        pageReportOf(m_editor.session().state(), project, choice, QLocale::system());
+    if (report)
+        return std::move(*report);
+    showMessage(m_window, session.text(Text::PdfFailed), kProgramTitle,
+                session.text(report.error()));
+    return std::nullopt;
+}
+
+void ProjectCommands::SavePdf()
+{
+    const std::optional<PagedDocument> report = pageReport();
+    if (!report)
+        return;
+    const auto chosen = fileToSave(FileKind::Pdf);
+    if (!chosen)
+        return;
+    write(*chosen, pdfOf(*report, QPrinter().pageLayout().pageSize().id()), Text::PdfFailed,
+          [this, file = *chosen] { openOutside(m_editor.session(), file, m_window); });
+}
+
+void ProjectCommands::PrintReport()
+{
+    const std::optional<PagedDocument> report = pageReport();
+    if (!report)
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(QString::fromStdString(report->title));
+    printer.setFullPage(true);
+    QPrintPreviewDialog preview(&printer, m_window);
+    preview.setObjectName("dlgPrintPreview");
+    connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter* on) {
+        QPainter painter(on);
+        const int from = std::max(1, on->fromPage());
+        const int to = on->toPage() > 0 ? std::min(on->toPage(), report->pages) : report->pages;
+        for (int page = from; page <= to; ++page) {
+            if (page > from)
+                on->newPage();
+            paintPage(*report, page - 1, painter, on->resolution(),
+                      on->pageLayout().fullRect(QPageLayout::Point).size());
+        }
+    });
+    preview.exec();
 }
 
 void ProjectCommands::SaveRTFFile(double aspect)

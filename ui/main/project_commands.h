@@ -5,6 +5,7 @@
 #include "main/disk_queue.h"
 #include "main/file_chooser.h"
 #include "main/outside_question.h"
+#include "painting/paged_document.h"
 
 #include <set>
 
@@ -36,6 +37,9 @@ public:
 
     /// Writes the report and opens it; `aspect` is the shape of its rigging picture.
     void SaveRTFFile(double aspect);
+    /// The report page by page: as PDF, or on a printer after a preview.
+    void SavePdf();
+    void PrintReport();
     void saveTable(const std::string& csv);
     /// Compares the setup with that of another project.
     void CompareWith();
@@ -52,6 +56,7 @@ signals:
     void statusChanged(Text text, const QString& argument);
 
 private:
+    std::optional<PagedDocument> pageReport();
     enum class Answer { Saved, Discard, Cancel };
     Answer askToSave(bool mayCancel);
     /// Runs a command that drops the project: at once, after No, never after Yes or Cancel.
