@@ -2,6 +2,7 @@
 
 #include "cli/options.h"
 #include "lang/utf8.h"
+#include "version/version.h"
 
 #include <algorithm>
 #include <ostream>
@@ -25,7 +26,7 @@ int argumentsWrong(const Console& console, const std::string& why)
 int run(const std::vector<std::string>& words, const Console& console)
 {
     CLI::App program("Predicts, aims and reports a line array from its project file.", "orva-cli");
-    program.set_version_flag("--version", "orva-cli " ORVA_VERSION);
+    program.set_version_flag("--version", versionText("orva-cli"));
     program.require_subcommand(1);
     Work work;
     addNewCommand(program, work);

@@ -1,7 +1,7 @@
 #include "start/logging.h"
 
 #include "app/files/log.h"
-#include "engine/levels.h"
+#include "version/version.h"
 
 #include <QDateTime>
 #include <QGuiApplication>
@@ -60,9 +60,8 @@ void startLog(const std::string& file)
 
 void logStartFacts()
 {
-    qCInfo(logStart, "ORVA %s, Qt %s, %s, %s, %s", ORVA_VERSION, qVersion(),
-           qPrintable(QSysInfo::prettyProductName()), qPrintable(QGuiApplication::platformName()),
-           vectorTarget());
+    qCInfo(logStart, "%s, Qt %s, %s, %s", versionText("ORVA").c_str(), qVersion(),
+           qPrintable(QSysInfo::prettyProductName()), qPrintable(QGuiApplication::platformName()));
     for (const QScreen* screen : QGuiApplication::screens())
         qCInfo(logStart, "screen %s: %d x %d at %d, %d, ratio %g", qPrintable(screen->name()),
                screen->geometry().width(), screen->geometry().height(), screen->geometry().x(),

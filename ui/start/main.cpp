@@ -8,6 +8,7 @@
 #include "start/emergency.h"
 #include "start/logging.h"
 #include "start/splash_screen.h"
+#include "version/version.h"
 #include "widgets/appearance.h"
 
 #include <QApplication>
@@ -99,12 +100,13 @@ int main(int argc, char** argv)
         return 2;
     }
     if (options->help || options->version) { // without a display
-        std::puts(options->help ? orva::startHelp().c_str() : "orva " ORVA_VERSION);
+        std::puts((options->help ? orva::startHelp() : orva::versionText("orva")).c_str());
         return 0;
     }
     const QApplication application(argc, argv);
     QApplication::setOrganizationName("ORVA");
     QApplication::setApplicationName("ORVA");
     QApplication::setApplicationVersion(ORVA_VERSION);
+    QApplication::setDesktopFileName("orva"); // whose icon and name docks show
     return orva::ui::run(*options);
 }
