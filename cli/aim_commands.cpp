@@ -71,6 +71,7 @@ void addAimCommand(CLI::App& program, Work& work)
         ->check(fileName())
         ->type_name("FILE");
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad --out aimed.lad");
     command->callback([options, &work] {
         work = [options](const Console& console) { return aim(*options, console); };
     });

@@ -29,19 +29,7 @@ int run(const std::vector<std::string>& words, const Console& console)
     program.set_version_flag("--version", versionText("orva-cli"));
     program.require_subcommand(1);
     Work work;
-    addNewCommand(program, work);
-    addShowCommand(program, work);
-    addGeometryCommand(program, work);
-    addRiggingCommand(program, work);
-    addLevelsCommand(program, work);
-    addSpectrumCommand(program, work);
-    addCompareCommand(program, work);
-    addSuggestCommand(program, work);
-    addMapCommand(program, work);
-    addOptimizeCommand(program, work);
-    addAimCommand(program, work);
-    addSubArrayCommand(program, work);
-    addReportCommand(program, work);
+    addCommands(program, work);
 
     const auto isNamed = [&words](const CLI::App* command) {
         return command->get_name() == words[0];
@@ -69,6 +57,23 @@ int run(const std::vector<std::string>& words, const Console& console)
 }
 
 } // namespace
+
+void addCommands(CLI::App& program, Work& work)
+{
+    addNewCommand(program, work);
+    addShowCommand(program, work);
+    addGeometryCommand(program, work);
+    addRiggingCommand(program, work);
+    addLevelsCommand(program, work);
+    addSpectrumCommand(program, work);
+    addCompareCommand(program, work);
+    addSuggestCommand(program, work);
+    addMapCommand(program, work);
+    addOptimizeCommand(program, work);
+    addAimCommand(program, work);
+    addSubArrayCommand(program, work);
+    addReportCommand(program, work);
+}
 
 int runCommandLine(const std::vector<std::string>& words, const Console& console)
 {

@@ -147,6 +147,7 @@ void addCompareCommand(CLI::App& program, Work& work)
     addPictureOptions(*command, options->picture, "write the room view with the difference map");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad better.lad --png difference.png");
     command->add_option("other", options->otherFile, "the project that is compared with it")
         ->required()
         ->check(fileName())

@@ -111,6 +111,8 @@ void addLevelsCommand(CLI::App& program, Work& work)
     addPictureOptions(*command, options->picture, "write the curve of that area");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);
+    addExample(*command,
+               "theatre.lad --points 5 --map-type continuous --a-weighted --csv levels.csv");
     command->callback([options, &work] {
         work = [options](const Console& console) { return printLevels(*options, console); };
     });

@@ -117,6 +117,7 @@ void addMapCommand(CLI::App& program, Work& work)
     addPictureOptions(*command, options->picture, "write the room view with the map");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad --band 2000 --csv map.csv --png map.png");
     command->callback([options, &work] {
         work = [options](const Console& console) { return calculateMap(*options, console); };
     });

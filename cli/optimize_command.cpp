@@ -479,6 +479,7 @@ all may be interrupted and is to go on.)");
     addSearchOptions(command, options);
     addPredictionOptions(*command, options->prediction);
     addCommonOptions(*command, options->common);
+    addExample(*command, "theatre.lad --area 2 --quick --out better.lad");
     command->callback([options, &work] {
         const bool joins = !options->merge.empty();
         if (joins ? !options->file.empty() : options->file.empty())

@@ -137,6 +137,13 @@ void addMapOptions(CLI::App& command, MapOptions& options, const char* csvDescri
         ->type_name("FILE");
 }
 
+void addExample(CLI::App& command, const std::string& arguments)
+{
+    const std::string before = command.get_footer();
+    command.footer(before + (before.empty() ? "" : "\n\n") + "Example:\n  orva-cli " +
+                   command.get_name() + " " + arguments);
+}
+
 void addProjectOptions(CLI::App& command, ProjectOptions& options)
 {
     command.add_option("PROJECT.lad", options.file, "the project")
@@ -152,6 +159,7 @@ void addProjectCommand(CLI::App& program, Work& work, const char* name, const ch
     CLI::App* command = program.add_subcommand(name, description);
     const auto options = std::make_shared<ProjectOptions>();
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad");
     command->callback([options, run, &work] {
         work = [options, run](const Console& console) { return run(*options, console); };
     });

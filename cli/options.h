@@ -105,9 +105,15 @@ using Work = std::function<Result<Done>(const Console&)>;
 /// Adds the arguments of ProjectOptions.
 void addProjectOptions(CLI::App& command, ProjectOptions& options);
 
-/// Adds a command that takes those arguments alone.
+/// Adds a command that takes those arguments alone; its example has the project theatre.lad.
 void addProjectCommand(CLI::App& program, Work& work, const char* name, const char* description,
                        Result<Done> (*run)(const ProjectOptions&, const Console&));
+
+/// Adds an example to the end of the command's --help: the command with `arguments`.
+void addExample(CLI::App& command, const std::string& arguments);
+
+/// Adds all commands.
+void addCommands(CLI::App& program, Work& work);
 
 /// Each adds one command to the program; `work` becomes the chosen command's work while the
 /// arguments are read.

@@ -103,6 +103,7 @@ void addNewCommand(CLI::App& program, Work& work)
         ->type_name("SYSTEM")
         ->capture_default_str();
     addCommonOptions(*command, options->common);
+    addExample(*command, "venue.lad --system compact");
     command->callback([options, &work] {
         work = [options](const Console& console) { return writeNew(*options, console); };
     });

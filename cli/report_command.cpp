@@ -64,6 +64,7 @@ void addReportCommand(CLI::App& program, Work& work)
         "report", "write the report: a PDF with levels and rigging, or the sheet as RTF");
     const auto options = std::make_shared<Options>();
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad theatre.rtf --language de");
     command->add_option("out", options->outFile, "the document")
         ->required()
         ->check(fileName())

@@ -38,6 +38,7 @@ void addRiggingCommand(CLI::App& program, Work& work)
     const auto options = std::make_shared<RiggingOptions>();
     addPictureOptions(*command, options->picture, "write the rigging view");
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad --units ft --png rigging.png");
     command->callback([options, &work] {
         work = [options](const Console& console) { return printRigging(*options, console); };
     });

@@ -112,6 +112,7 @@ void addSpectrumCommand(CLI::App& program, Work& work)
         ->capture_default_str();
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad --at 12,1.2 --at 24,1.2");
     command->callback([options, &work] {
         work = [options](const Console& console) { return printSpectrum(*options, console); };
     });

@@ -87,6 +87,7 @@ void addSuggestCommand(CLI::App& program, Work& work)
         ->capture_default_str();
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad --budget 20000 --out suggested.lad");
     command->callback([options, &work] {
         work = [options](const Console& console) { return suggest(*options, console); };
     });

@@ -97,6 +97,36 @@ TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
     }
 }
 
+TEST_F(CommandLine, TheExampleOfEachHelpWorks)
+{
+    for (const char* name : {"theatre.lad", "better.lad"})
+        fs::copy(ORVA_SOURCE_DIR "/examples/theatre.lad", folder / name);
+    std::istringstream help(run("--help").out);
+    std::string line;
+    while (std::getline(help, line) && line != "Subcommands:") {
+    }
+    int commands = 0;
+    for (std::string command; help >> command && std::getline(help, line); ++commands) {
+        SCOPED_TRACE(command);
+        const std::string text = run(command + " --help").out;
+        const std::string start = "\nExample:\n  orva-cli ";
+        const std::size_t example = text.find(start);
+        ASSERT_NE(example, std::string::npos);
+        std::istringstream words(text.substr(example + start.size()));
+        std::string given;
+        for (std::string word; words >> word;) // files by the ends of their names
+            given += (std::isalpha(static_cast<unsigned char>(word.back())) != 0 &&
+                              word.find('.') != std::string::npos
+                          ? folder.string() + '/' + word
+                          : word) +
+                     ' ';
+        EXPECT_EQ(given.rfind(command, 0), 0U);
+        const Outcome outcome = run(given);
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+    }
+    EXPECT_GT(commands, 10);
+}
+
 TEST_F(CommandLine, FailedWorkGivesStatusOneOneLineAndKeepsOldFiles)
 {
     const std::string corrupt = folder / "corrupt.lad";
