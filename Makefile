@@ -3,12 +3,14 @@ PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt
 CHECK_PACKAGES = clang-format clang-tidy python3
 FUZZ_PACKAGES = clang-14 libclang-rt-14-dev
 FUZZ_SECONDS = 60
+DEB_PACKAGES = dpkg-dev file lintian desktop-file-utils appstream
+DEB_CHECK_PACKAGES = debootstrap
 SUDO = $(if $(filter 0,$(shell id -u)),,sudo)
 CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference check-scale check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-scale package check-package check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -108,6 +110,20 @@ check-reference: all
 check-scale: all
 	$(call install,parallel)
 	scale/check.sh $(CLI)
+
+# The Debian package, build/release/orva_VERSION_ARCH.deb.
+package: all
+	$(call install,$(DEB_PACKAGES))
+	rm -f build/release/orva_*.deb
+	cd build/release && cpack
+	lintian --allow-root --fail-on error,warning build/release/orva_*.deb
+
+# Installs it into a bare system, uses it there and removes it again. The first time takes longer.
+check-package: package
+	$(call install,$(DEB_CHECK_PACKAGES))
+	desktop-file-validate packaging/orva.desktop
+	appstreamcli validate --no-net --strict build/release/packaging/*.metainfo.xml
+	$(SUDO) packaging/check.sh build/release/orva_*.deb build/package
 
 # Drives the real window from outside, where the driver is.
 UIDRIVER = ../shared/uidriver
