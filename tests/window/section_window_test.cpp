@@ -1,5 +1,8 @@
 #include "window_fixture.h"
 
+#include <QClipboard>
+#include <QMimeData>
+
 namespace orva::ui {
 namespace {
 
@@ -141,6 +144,23 @@ TEST_F(Section, TheWheelTurnsTheSelectedBoxAndZooms)
     EXPECT_EQ(section.scale().left, given.left);
     QTest::keyClick(&section, Qt::Key_Escape);
     EXPECT_FALSE(window->editor().view().selectedBox);
+}
+
+TEST_F(Window, EveryPictureIsCopiedAndDrawnAsSvg)
+{
+    for (auto* picture : window->findChildren<DrawingWidget*>()) {
+        SCOPED_TRACE(picture->objectName().toStdString());
+        const QImage shown = picture->picture().toImage();
+        QTest::keyClick(picture, Qt::Key_C, Qt::ControlModifier);
+        const QMimeData* copied = QGuiApplication::clipboard()->mimeData();
+        ASSERT_TRUE(copied && copied->hasImage());
+        EXPECT_EQ(qvariant_cast<QImage>(copied->imageData()).size(), shown.size());
+        const QByteArray svg = copied->data("image/svg+xml");
+        EXPECT_TRUE(svg.startsWith("<?xml") && svg.contains("</svg>"));
+        EXPECT_GT(picture->png().size(), 100);
+    }
+    EXPECT_TRUE(control<DrawingWidget>("Main_pbx")->svg().contains("FOH")) << "texts stay texts";
+    EXPECT_EQ(window->editor().array(), newProject(0).array);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "engine/auto_aim.h"
 #include "main/last_session.h"
 #include "main/optimize_dialog.h"
+#include "main/picture_menu.h"
 #include "main/rigging_page.h"
 #include "main/room_page.h"
 #include "main/sub_array_page.h"
@@ -110,6 +111,9 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
         lblOverload->setVisible(!why.isEmpty());
     });
     makeMenus();
+    for (auto* picture : findChildren<DrawingWidget*>())
+        new PictureMenu(m_editor, *m_commands, *picture,
+                        picture->objectName() == "AreaSpl_pbx"); // there it takes the fit line away
     connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
     connect(m_commands, &ProjectCommands::statusChanged, this,
             [this](Text text, const QString& argument) {

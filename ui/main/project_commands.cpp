@@ -431,6 +431,12 @@ void ProjectCommands::SavePdf()
           [this, file = *chosen] { openOutside(m_editor.session(), file, m_window); });
 }
 
+void ProjectCommands::savePicture(FileKind kind, const std::string& bytes)
+{
+    if (const auto chosen = fileToSave(kind))
+        write(*chosen, bytes, Text::PictureFailed, [] {});
+}
+
 void ProjectCommands::PrintReport()
 {
     const std::optional<PagedDocument> report = pageReport();

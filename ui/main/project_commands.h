@@ -40,6 +40,8 @@ public:
     /// The report page by page: as PDF, or on a printer after a preview.
     void SavePdf();
     void PrintReport();
+    /// A picture, with the name of its kind.
+    void savePicture(FileKind kind, const std::string& bytes);
     void saveTable(const std::string& csv);
     /// Compares the setup with that of another project.
     void CompareWith();

@@ -3,8 +3,10 @@
 #include "painting/painter_surface.h"
 #include "widgets/appearance.h"
 
+#include <QBuffer>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QSvgGenerator>
 #include <QTimer>
 #include <algorithm>
 
@@ -67,14 +69,47 @@ void DrawingWidget::render()
         m_picture.setDevicePixelRatio(ratio);
     }
     QPainter painter(&m_picture);
+    drawOn(painter, true);
+    update();
+}
+
+void DrawingWidget::drawOn(QPainter& painter, bool keepScale)
+{
     painter.setFont(font());
-    PainterSurface surface(painter, shown);
+    PainterSurface surface(painter, size().expandedTo({1, 1}));
     surface.setScheme(drawingScheme());
     if (m_zoom)
         surface.setZoom(m_zoom());
     m_draw(surface);
-    m_scale = surface.scale();
-    update();
+    if (keepScale)
+        m_scale = surface.scale();
+}
+
+QByteArray DrawingWidget::png()
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    picture().save(&buffer, "PNG");
+    return bytes;
+}
+
+QByteArray DrawingWidget::svg()
+{
+    picture(); // what is drawn is prepared
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setSize(size());
+    generator.setViewBox(rect());
+    generator.setTitle(accessibleName());
+    generator.setDescription(accessibleDescription());
+    QPainter painter(&generator);
+    drawOn(painter, false);
+    painter.end();
+    return bytes;
 }
 
 const Scale& DrawingWidget::scale()

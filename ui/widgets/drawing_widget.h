@@ -31,6 +31,9 @@ public:
 
     /// The drawing, made anew if need be, as a picture.
     const QPixmap& picture();
+    /// The same as PNG and as SVG, which keeps lines and texts.
+    QByteArray png();
+    QByteArray svg();
     /// A point of the widget in the user coordinates that the drawing left behind.
     Point userPoint(QPointF position);
     /// The scale that the drawing left behind.
@@ -58,6 +61,7 @@ protected:
 
 private:
     void render();
+    void drawOn(QPainter& painter, bool keepScale);
     bool fits() const;
 
     Draw m_draw;
