@@ -155,7 +155,10 @@ TEST(Bounds, ExcludeNoneOfTheBest)
     for (int round = 0; round < 12; ++round) {
         SCOPED_TRACE(round);
         const Scene scene = varied(random, round, static_cast<Measure>(round % 3));
-        const CandidateSet set(scene.task->array, {1, 6}, false);
+        const LineArray& array = scene.task->array;
+        const bool free = array.GBGetMounting() && array.GBGetAngleOrPin();
+        const CandidateSet set(array, free ? JointRange{3, 6} : JointRange{1, 6}, false,
+                               free ? Freedom{true, {6, 6.5F}} : Freedom{});
         const std::uint64_t count = *set.NumConfigs();
         Search whole(scene.task, set, 0, count);
         Search first(scene.task, set, 0, count - 1);
