@@ -1,5 +1,5 @@
 # ORVA: set-up, build and tests. `make demo` and `make test` install what is missing by themselves.
-PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt6-base-dev qt6-svg-dev qt6-translations-l10n libhwy-dev pkg-config fonts-dejavu-core
+PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev qt6-base-dev qt6-svg-dev qt6-translations-l10n libhwy-dev pkg-config fonts-dejavu-core qpdf
 CHECK_PACKAGES = clang-format clang-tidy python3
 FUZZ_PACKAGES = clang-14 libclang-rt-14-dev
 FUZZ_SECONDS = 60

@@ -1,160 +1,153 @@
-// Makes the manual: the texts beside this file with pictures of the real program, as one PDF.
+// Makes the manual from the texts beside this file and pictures of the real program: for each
+// language a PDF and a page for browsers, which the help in the window shows too.
 #include "app/state/memory_settings.h"
-#include "main/main_window.h"
+#include "manual_pdf.h"
+#include "manual_pictures.h"
+#include "manual_text.h"
 #include "widgets/appearance.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
-#include <QPdfWriter>
-#include <QTextBlock>
-#include <QTextCursor>
-#include <QTextDocument>
-#include <QTimer>
+#include <QProcess>
 #include <cstdio>
-#include <functional>
 
 using namespace orva;
+using namespace orva::manual;
 
 namespace {
 
-using Pictures = std::vector<std::pair<QString, QImage>>;
+struct Edition {
+    Language language;
+    const char* pdf;
+    Words words;
+};
 
-void click(const QObject& parent, const char* name)
+const Edition kEditions[] = {
+    {Language::English,
+     "ORVA-help.pdf",
+     {"ORVA: the manual", "Contents", "Index", "Search", "sections", "en", "en-levels.png"}},
+    {Language::German,
+     "ORVA-help-de.pdf",
+     {"ORVA: das Handbuch", "Inhalt", "Stichwörter", "Suchen", "Abschnitte", "de",
+      "de-levels.png"}},
+};
+
+struct Sources {
+    QString texts;
+    QString project;
+    QDir programs;
+};
+
+bool failed(const QString& why)
 {
-    parent.findChild<QAbstractButton*>(name)->click();
+    std::fprintf(stderr, "make_manual: %s\n", qPrintable(why));
+    return false;
 }
 
-/// A finished search over the window.
-QImage searchPicture(ui::MainWindow& window)
+QString readAll(const QString& file)
 {
-    QImage picture;
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &window, [&] {
-        auto* dialog = window.findChild<QDialog*>("frmOptimize");
-        auto* button = dialog->findChild<QAbstractButton*>("cmdOptimize");
-        if (dialog->findChild<QAbstractButton*>("chkArea")->isEnabled()) {
-            click(*dialog, "chkQuick");
-            button->click();
-        } else if (!button->isEnabled()) {
-            picture = dialog->grab().toImage();
-            poll.stop();
-            dialog->reject();
-        }
-    });
-    poll.start(20);
-    click(window, "Optimize_cmd");
-    return picture;
+    QFile source(file);
+    source.open(QIODevice::ReadOnly);
+    return QString::fromUtf8(source.readAll());
 }
 
-Pictures takePictures(ui::Session& session, const QString& project)
+/// What orva-cli says of a command; without one, of itself.
+QString cliHelp(const QDir& programs, const QStringList& command)
 {
-    ui::MainWindow window(session);
-    window.resize(1280, 720);
-    window.begin();
-    window.findChild<ui::ProjectCommands*>()->OpenRecent(project.toStdString());
-    window.show();
-    auto* pages = window.findChild<QTabWidget*>("Main_SSTab");
-    Pictures pictures;
-    const auto take = [&](int page, const char* name) {
-        pages->setCurrentIndex(page);
-        QApplication::processEvents();
-        pictures.emplace_back(name, window.grab().toImage());
-    };
-    take(0, "location.png");
-    take(1, "setup.png");
-    pictures.emplace_back("search.png", searchPicture(window));
-    click(window, "MapType_opt(0)");
-    click(window, "CalcBand_cmd");
-    take(1, "map.png");
-    take(2, "rigging.png");
-    take(3, "subarray.png");
-    return pictures;
+    QProcess process;
+    process.start(programs.filePath("orva-cli"), command + QStringList{"--help"});
+    process.waitForFinished(-1);
+    return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-/// Pictures as wide as the text, each language on a page of its own.
-void arrange(QTextDocument& document, qreal textWidth)
+/// The help of all commands, a heading for each.
+QString commandsHtml(const QDir& programs)
 {
-    bool first = true;
-    bool firstPicture = true;
-    const auto holdsPicture = [](const QTextBlock& block) {
-        return block.isValid() && !block.begin().atEnd() &&
-               block.begin().fragment().charFormat().isImageFormat();
-    };
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        QTextCursor cursor(block);
-        QTextBlockFormat format = block.blockFormat();
-        if (format.headingLevel() == 1) {
-            if (!first)
-                format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-            first = false;
-            firstPicture = true;
-            cursor.setBlockFormat(format);
-        }
-        // A heading stays with the picture below it.
-        if (format.headingLevel() == 2 && holdsPicture(block.next())) {
-            if (!firstPicture)
-                format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-            firstPicture = false;
-            cursor.setBlockFormat(format);
-        }
-        for (auto part = block.begin(); !part.atEnd(); ++part) {
-            const QTextFragment fragment = part.fragment();
-            if (!fragment.charFormat().isImageFormat())
-                continue;
-            QTextImageFormat image = fragment.charFormat().toImageFormat();
-            const QSize size = document.resource(QTextDocument::ImageResource, QUrl(image.name()))
-                                   .value<QImage>()
-                                   .size();
-            image.setWidth(textWidth);
-            image.setHeight(textWidth * size.height() / std::max(1, size.width()));
-            cursor.setPosition(fragment.position());
-            cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-            cursor.setCharFormat(image);
-            break;
-        }
+    const QString all = cliHelp(programs, {});
+    QString html = "<pre>" + all.toHtmlEscaped() + "</pre>\n";
+    const QStringList lines = all.section("Subcommands:\n", 1).split('\n');
+    for (const QString& line : lines) {
+        if (!line.startsWith("  ") || line.startsWith("   "))
+            continue;
+        const QString name = line.trimmed().section(' ', 0, 0);
+        html += "<h3 id=\"cli-" + name + "\">orva-cli " + name + "</h3>\n<pre>" +
+                cliHelp(programs, {name}).toHtmlEscaped() + "</pre>\n";
     }
+    return html;
 }
 
-bool makeManual(const QString& texts, const QString& project, const std::filesystem::path& programs,
-                const QString& output)
+QString contentsHtml(const std::vector<Section>& sections)
+{
+    QString html;
+    for (const Section& section : sections)
+        if (section.level <= 2)
+            html += QString("<a class=\"c%1\" href=\"#%2\">%3</a>\n")
+                        .arg(section.level)
+                        .arg(section.id, section.title.toHtmlEscaped());
+    return html;
+}
+
+bool writePage(const ManualText& text, const Words& words, const QString& frame,
+               const QString& file)
+{
+    std::vector<Section> sections = text.sections;
+    sections.push_back({1, "index", words.index});
+    const auto titleOf = [&](const IndexMark& mark) {
+        const auto found = std::find_if(sections.begin(), sections.end(),
+                                        [&](const Section& s) { return s.id == mark.section; });
+        return found->title;
+    };
+    QString page = frame;
+    page.replace("@LANGUAGE@", words.language)
+        .replace("@TITLE@", words.title)
+        .replace("@SEARCH@", words.search)
+        .replace("@FOUND@", words.found)
+        .replace("@CONTENTS@", contentsHtml(sections))
+        .replace("@MAIN@", text.html + "<h1 id=\"index\">" + words.index + "</h1>\n" +
+                               indexHtml(text.marks, titleOf));
+    QFile output(file);
+    const QByteArray bytes = page.toUtf8();
+    return output.open(QIODevice::WriteOnly) && output.write(bytes) == bytes.size();
+}
+
+bool makeEdition(const Edition& edition, const Sources& sources)
 {
     MemorySettings store;
-    ui::Session session(store, {programs});
+    ui::Session session(store, {sources.programs.path().toStdString()});
     session.state().settings.ShowNewQuery = false;
-    if (!LoadSystemData(session.state(), programs / "bin"))
-        return false;
+    if (!LoadSystemData(session.state(), session.programFolder() / "bin"))
+        return failed("the loudspeaker data are missing");
+    session.ChangeLanguage(static_cast<std::int32_t>(edition.language));
 
-    QTextDocument document;
-    document.setDefaultFont(QFont("DejaVu Sans", 9));
-    QString markdown;
-    Pictures pictures;
-    for (const auto& [name, language] : {std::pair("en", 9), std::pair("de", 1031)}) {
-        QFile file(texts + "/" + name + ".md");
-        if (!file.open(QIODevice::ReadOnly))
-            return false;
-        QString text = QString::fromUtf8(file.readAll());
-        session.ChangeLanguage(language);
-        for (const auto& [picture, image] : takePictures(session, project)) {
-            const QString unique = QString(name) + "-" + picture;
-            text.replace("(" + picture + ")", "(" + unique + ")");
-            pictures.emplace_back(unique, image);
-        }
-        markdown += text + "\n\n";
+    const QString language = edition.words.language;
+    Inserts inserts;
+    inserts.pictureFolder = language + "-";
+    inserts.html["keys"] = keysTable(session);
+    inserts.html["commands"] = commandsHtml(sources.programs);
+    Pictures pictures = takePages(session, sources.project);
+    for (auto& picture : takeSteps(session))
+        pictures.push_back(std::move(picture));
+
+    const QDir folder(sources.programs.filePath("ORVA-help"));
+    folder.mkpath(".");
+    for (auto& [name, image] : pictures) {
+        inserts.pictures[name] = image.size();
+        name.prepend(inserts.pictureFolder);
+        if (!image.save(folder.filePath(name)))
+            return failed(name + " cannot be written");
     }
-    document.setMarkdown(markdown);
-    for (const auto& [name, image] : pictures)
-        document.addResource(QTextDocument::ImageResource, QUrl(name), image);
-
-    QPdfWriter writer(output);
-    writer.setResolution(96);
-    writer.setPageSize(QPageSize(QPageSize::A4));
-    writer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
-    writer.setTitle("ORVA");
-    const QSizeF page = writer.pageLayout().paintRectPixels(writer.resolution()).size();
-    document.setPageSize(page);
-    arrange(document, page.width() - 2 * document.documentMargin());
-    document.print(&writer);
-    return QFile(output).size() > 0;
+    QStringList errors;
+    const ManualText text =
+        readManual(readAll(sources.texts + "/" + language + ".md"), inserts, errors);
+    if (!errors.isEmpty())
+        return failed(language + ".md: " + errors.join("; "));
+    if (!writePage(text, edition.words, readAll(sources.texts + "/page.html"),
+                   folder.filePath(language + ".html")))
+        return failed("the page cannot be written");
+    const QString why =
+        writePdf(text, edition.words, pictures, sources.programs.filePath(edition.pdf));
+    return why.isEmpty() || failed(why);
 }
 
 } // namespace
@@ -164,12 +157,13 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     ui::useAppearance(Appearance::Classic);
-    if (argc != 5) {
-        std::fputs("usage: make_manual TEXTS PROJECT.lad PROGRAMS OUT.pdf\n", stderr);
+    if (argc != 4) {
+        std::fputs("usage: make_manual TEXTS PROJECT.lad PROGRAMS\n", stderr);
         return 2;
     }
-    const bool made = makeManual(argv[1], argv[2], argv[3], argv[4]);
-    if (!made)
-        std::fputs("make_manual: something is missing\n", stderr);
-    return made ? 0 : 1;
+    const Sources sources{argv[1], argv[2], QDir(argv[3])};
+    return std::all_of(std::begin(kEditions), std::end(kEditions),
+                       [&](const Edition& edition) { return makeEdition(edition, sources); })
+               ? 0
+               : 1;
 }
