@@ -54,7 +54,7 @@ demo: all
 	    $(CLI) report examples/$$sample.lad demo/$$sample.rtf && \
 	    $(CLI) report examples/$$sample.lad demo/$$sample-de.rtf --language de || exit 1; \
 	done
-	cp build/release/ORVA-help.pdf demo/
+	cp -r build/release/ORVA-help.pdf build/release/ORVA-help-de.pdf build/release/ORVA-help demo/
 	cat demo/theatre-map.json demo/theatre-rigging.txt
 	@echo "Everything that was calculated is in demo/."
 

@@ -1,9 +1,9 @@
 // Makes the manual from the texts beside this file and pictures of the real program: for each
 // language a PDF and a page for browsers, which the help in the window shows too.
 #include "app/state/memory_settings.h"
+#include "manual/manual_text.h"
 #include "manual_pdf.h"
 #include "manual_pictures.h"
-#include "manual_text.h"
 #include "widgets/appearance.h"
 
 #include <QApplication>

@@ -21,7 +21,7 @@ namespace {
 constexpr int kDotsPerInch = 96;      ///< in which the pages are laid out
 constexpr double kPictureWidth = 0.8; ///< of the text, for pictures as wide as the window
 constexpr double kFooterHeight = 24;
-constexpr int kIndexRows = 42; ///< a column of the index
+constexpr int kIndexRows = 54; ///< a column of the index
 constexpr int kBookmarkLevels = 2;
 
 const char* const kStyle = R"(
@@ -32,10 +32,10 @@ h3 { font-size: 10.5pt; color: #1d4e6b; margin-top: 12px; margin-bottom: 2px; }
 p { margin-top: 5px; margin-bottom: 5px; line-height: 118%; }
 li { margin-top: 2px; margin-bottom: 3px; line-height: 118%; }
 a { color: #006699; text-decoration: none; }
-pre { font-family: "DejaVu Sans Mono"; font-size: 7pt; background-color: #eef3f7; margin-top: 5px; margin-bottom: 5px; }
+pre { white-space: pre-wrap; font-family: "DejaVu Sans Mono"; font-size: 7pt; background-color: #eef3f7; margin-top: 5px; margin-bottom: 5px; }
 code { font-family: "DejaVu Sans Mono"; font-size: 8pt; }
 th { background-color: #d5e2ec; font-weight: bold; text-align: left; }
-.picture { margin-top: 6px; margin-bottom: 10px; }
+.picture { margin-top: 6px; margin-bottom: 10px; line-height: 100%; }
 .contents1 { font-weight: bold; margin-top: 7px; margin-bottom: 0px; }
 .contents2 { margin-top: 0px; margin-bottom: 0px; margin-left: 16px; }
 .entry { margin-top: 0px; margin-bottom: 1px; line-height: 110%; }
@@ -183,7 +183,7 @@ private:
                 if (auto* table = qobject_cast<QTextTable*>(child)) {
                     QTextTableFormat format = table->format();
                     if (table->cellAt(0, 0).format().background().style() != Qt::NoBrush) {
-                        format.setBorder(0.5);
+                        format.setBorder(1);
                         format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
                         format.setBorderCollapse(true);
                         format.setBorderBrush(QColor(0xa0, 0xb4, 0xc4));
@@ -262,7 +262,7 @@ std::optional<QByteArray> qpdf(const QStringList& arguments)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(ORVA_QPDF, arguments);
+    process.start("qpdf", arguments);
     if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit ||
         process.exitCode() != 0)
         return std::nullopt;
@@ -412,6 +412,7 @@ QString writePdf(const ManualText& text, const Words& words, const Pictures& pic
         const QSizeF paper = writer.pageLayout().paintRectPixels(kDotsPerInch).size();
         Book book(text, words, pictures, paper - QSizeF(0, kFooterHeight));
         QPainter painter(&writer);
+        painter.setRenderHint(QPainter::LosslessImageRendering); // letters in pictures
         for (int page = 1; page <= book.pages(); ++page) {
             if (page > 1)
                 writer.newPage();

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "manual/manual_text.h"
 #include "manual_pictures.h"
-#include "manual_text.h"
 
 namespace orva::manual {
 

@@ -1,4 +1,4 @@
-#include "manual_text.h"
+#include "manual/manual_text.h"
 
 #include <QCollator>
 #include <QRegularExpression>

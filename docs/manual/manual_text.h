@@ -51,8 +51,8 @@ QString indexHtml(const std::vector<IndexMark>& marks, Target target)
     QStringList places;
     const auto finish = [&] {
         if (!last.isEmpty())
-            html += "<p class=\"entry\">" + last.toHtmlEscaped() + " &nbsp;" + places.join(", ") +
-                    "</p>\n";
+            html += "<p class=\"entry\">" + last.toHtmlEscaped().replace("!", ", ") + " &nbsp;" +
+                    places.join(", ") + "</p>\n";
         places.clear();
     };
     for (const IndexMark& mark : marks) {

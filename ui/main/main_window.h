@@ -8,6 +8,7 @@
 #include "main/status_line.h"
 #include "main/step_places.h"
 #include "shell/calculator_window.h"
+#include "shell/help_dialog.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -66,6 +67,7 @@ private:
     void generalOptions();
     void displayFont();
     void calculator();
+    void helpOnPage();
     void AppShutdown();
 
     Session& m_session;
@@ -79,6 +81,7 @@ private:
     ProjectCommands* m_commands;
     std::unique_ptr<RecoveryKeeper> m_recovery;
     QPointer<CalculatorWindow> m_calculator;
+    QPointer<HelpDialog> m_help;
     QLabel* lblOverload;
     StatusLine* m_status;
     Text m_statusText = Text::None;

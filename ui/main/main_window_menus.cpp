@@ -127,11 +127,13 @@ void MainWindow::makeMenus()
         help, "mnuCallHelp", Text::MenuCallHelp, [this] { m_commands->Help(); },
         QKeySequence("F1"));
     command(
+        help, "mnuHelpPage", Text::HelpOnPage, [this] { helpOnPage(); }, QKeySequence("Shift+F1"));
+    command(
         help, "mnuKeys", Text::MenuKeys, [this] { KeysDialog(m_session, *this).exec(); },
         QKeySequence("Ctrl+F1"));
     command(
         help, "mnuAbout", Text::MenuAbout, [this] { AboutDialog(m_session, this).exec(); },
-        QKeySequence("Shift+F1"));
+        QKeySequence("Ctrl+Shift+F1"));
     makeKeys();
 }
 
@@ -170,6 +172,21 @@ void MainWindow::makeKeys()
     for (int page = RoomTab; page <= SubArrayTab; ++page)
         key(elementName("keyPage", page), kPageTitles[page], QString("Alt+%1").arg(page + 1),
             [this, page] { Main_SSTab->setCurrentIndex(page); });
+}
+
+void MainWindow::helpOnPage()
+{
+    constexpr const char* kSections[] = {"location", "setup", "rigging", "subarray"};
+    if (HelpDialog::page(m_session).isEmpty()) {
+        showMessage(this, m_session.text(Text::HelpMissing));
+        return;
+    }
+    if (!m_help)
+        m_help = new HelpDialog(m_session, this);
+    m_help->showSection(kSections[Main_SSTab->currentIndex()]);
+    m_help->show();
+    m_help->raise();
+    m_help->activateWindow();
 }
 
 void MainWindow::showArea(int number)

@@ -3,6 +3,7 @@
 #include "app/files/page_report.h"
 #include "app/files/report_file.h"
 #include "document/variants_edit.h"
+#include "shell/help_dialog.h"
 #include "widgets/controls.h"
 #include "widgets/outside_program.h"
 
@@ -383,8 +384,7 @@ void ProjectCommands::saveTable(const std::string& csv)
 
 void ProjectCommands::Help()
 {
-    const QString file = QDir(QString::fromStdString(m_editor.session().programFolder().string()))
-                             .filePath("ORVA-help.pdf");
+    const QString file = helpFile(m_editor.session(), "ORVA-help.pdf", "ORVA-help-de.pdf");
     if (!QFileInfo::exists(file)) {
         showMessage(m_window, m_editor.session().text(Text::HelpMissing));
         return;
