@@ -187,7 +187,7 @@ private:
                         format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
                         format.setBorderCollapse(true);
                         format.setBorderBrush(QColor(0xa0, 0xb4, 0xc4));
-                        format.setCellPadding(3);
+                        format.setCellPadding(2);
                         format.setHeaderRowCount(1);
                         format.setTopMargin(5);
                         format.setBottomMargin(5);
