@@ -195,8 +195,9 @@ void suggestSeeded(unsigned rooms)
 int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmark may end so
 {
     const std::string part = argc > 1 ? argv[1] : "";
-    const double seconds = argc > 2 ? std::atof(argv[2]) : 0;
-    const unsigned rooms = argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 20;
+    const double seconds = argc > 2 ? std::strtod(argv[2], nullptr) : 0;
+    const unsigned rooms =
+        argc > 3 ? static_cast<unsigned>(std::strtoul(argv[3], nullptr, 10)) : 20;
     if (part.empty() || part == "12")
         proveTwelve(seconds > 0 ? seconds : 3600);
     if (part.empty() || part == "12-rooms")

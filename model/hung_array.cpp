@@ -112,9 +112,14 @@ std::optional<std::vector<HungArray::Play>> HungArray::play(int first,
                 return std::nullopt;
         }
     }
+    // Far from the point of reference 32 bits hold less of a metre.
+    constexpr double kStep = 1e-6;
+    const double rounding =
+        kRoundingM + kStep * (std::abs(static_cast<double>(m_array.CradleCoord[0])) +
+                              std::abs(static_cast<double>(m_array.CradleCoord[1])));
     for (Play& play : result)
         if (play.turnDeg > 0)
-            play = {play.moveM + kRoundingM, play.turnDeg + kRoundingDeg};
+            play = {play.moveM + rounding, play.turnDeg + kRoundingDeg};
     return result;
 }
 

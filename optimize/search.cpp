@@ -164,7 +164,10 @@ void Search::testChunk(Worker& worker, Chunk& chunk, const std::function<bool()>
         m_testedSoFar += std::exchange(untold, 0);
         m_number = walk.number();
     };
-    for (; chunk.next < chunk.end && !stop(); ++chunk.next, walk.next()) {
+    constexpr int kTurns = 64; // to look at the clock takes time
+    for (int turn = 1; chunk.next < chunk.end && !stop(); ++chunk.next, walk.next(), ++turn) {
+        if (turn % kTurns == 0 && inOwnOrder() && std::chrono::steady_clock::now() > m_until)
+            break;
         const std::uint64_t number = walk.number();
         if (number < m_block.begin || number >= m_block.end)
             continue;
@@ -365,6 +368,8 @@ bool Search::advance(int threads, const std::function<bool()>& stop)
         return false;
 
     const auto start = std::chrono::steady_clock::now();
+    constexpr std::chrono::seconds kLongest{1};
+    m_until = start + kLongest;
     const bool resumes = !m_chunks.empty();
     if (!resumes) {
         m_block = inOwnOrder() ? nextOfWhole() : nextBlock();

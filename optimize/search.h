@@ -5,6 +5,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <limits>
 #include <vector>
@@ -157,6 +158,8 @@ private:
     std::atomic<std::uint64_t> m_number;
     std::uint64_t m_mostInBlock;
     int m_threads = 1; ///< of the last advance()
+    /// When it returns, though a block that excludes less than the one before is not done.
+    std::chrono::steady_clock::time_point m_until{};
     std::vector<Contender> m_contenders;
     Block m_block;
     std::vector<Chunk> m_chunks; ///< of the block that has been begun

@@ -33,6 +33,8 @@ constexpr double kHeadPt = 11;
 constexpr double kTitlePt = 17;
 constexpr double kLine = 1.3; ///< height of a line over that of its letters
 constexpr double kGap = 10;
+constexpr int kLeftMiddle = static_cast<int>(Qt::AlignLeft) | static_cast<int>(Qt::AlignVCenter);
+constexpr int kRightMiddle = static_cast<int>(Qt::AlignRight) | static_cast<int>(Qt::AlignVCenter);
 /// Rows of seats that an area lists at most: every second, third one where there are more.
 constexpr std::size_t kMostSeatRows = 22;
 /// Cells along the longer side of the room.
@@ -80,8 +82,7 @@ public:
     void line(const QString& words, QColor colour = Qt::black)
     {
         const double height = m_size * kLine;
-        text({m_place.left(), m_place.top(), m_place.width(), height}, words,
-             Qt::AlignLeft | Qt::AlignVCenter, colour);
+        text({m_place.left(), m_place.top(), m_place.width(), height}, words, kLeftMiddle, colour);
         skip(height);
     }
     /// As many lines as it takes.
@@ -125,7 +126,7 @@ public:
             double x = m_place.left();
             for (std::size_t column = 0; column < row.size(); ++column) {
                 text({x, m_place.top(), widths[column] - 4, points * kLine}, qt(row[column]),
-                     (column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+                     column == 0 ? kLeftMiddle : kRightMiddle);
                 x += widths[column];
             }
             skip(points * kLine);
@@ -355,7 +356,7 @@ private:
     void paintLevels(PageWriter& page) const
     {
         page.head(qt(say(Text::ReportLevels, {decibels()})));
-        std::vector<Row> rows = {{"FOH", fixedText(m_fohDb, 1), ""}};
+        std::vector<Row> rows = {{"FOH", levelText(m_fohDb), ""}};
         for (std::size_t i = 0; i < m_areas.size(); ++i)
             rows.push_back({word(areaText(static_cast<int>(i) + 1)).toStdString(),
                             figure(m_areas[i].figures, &AreaFigures::mean),
@@ -389,7 +390,7 @@ private:
     void paintCurves(PageWriter& page)
     {
         const double each = (page.left() - 3 * kGap) / static_cast<double>(2 * m_areas.size());
-        const double high = std::min(each - kGap / 2, 150.0);
+        const double high = std::clamp(each - kGap / 2, 20.0, 150.0);
         for (int area = 1; area <= static_cast<int>(m_areas.size()); ++area) {
             const Segment along = m_project.room.area(area);
             page.drawing(high, [&](DrawingSurface& surface) {
@@ -476,9 +477,9 @@ private:
             rows.push_back({std::to_string(i + 1),
                             length(corners[i].y + m_project.room.reference().y),
                             fixedText(axes[i].angleDeg, 1)});
-        const double points =
-            std::min(kSmallPt,
-                     (right.left() - 3 * kTextPt) / (kLine * static_cast<double>(rows.size() + 1)));
+        const double points = std::clamp((right.left() - 3 * kTextPt) /
+                                             (kLine * static_cast<double>(rows.size() + 1)),
+                                         3.0, kSmallPt);
         right.table({word(Text::BoxColumn).toStdString(), say(Text::ReportCorner, {unit()}),
                      word(Text::ReportTilt).toStdString()},
                     rows, points);

@@ -134,13 +134,16 @@ std::vector<float> Suggesting::heightsFor(const LineArray& array) const
     const double top =
         static_cast<double>(m_project.room.GFAGetRoomDims()[1]) - m_project.room.reference().y;
     std::vector<float> heights;
-    for (int step = 1; top - step * kRasterM > -m_project.room.reference().y; ++step) {
+    constexpr int kMostSteps = 200; // below the ceiling of a hall that is higher than any
+    for (int step = 1; step <= kMostSteps && top - step * kRasterM > -m_project.room.reference().y;
+         ++step) {
         LineArray hung = array;
         const auto height = static_cast<float>(top - step * kRasterM);
         hung.GBSetCradleCoord({array.GFAGetCradleCoord()[0], height});
         if (hangsClear(m_project.room, hung))
-            heights.insert(heights.begin(), height);
+            heights.push_back(height);
     }
+    std::reverse(heights.begin(), heights.end());
     return heights;
 }
 
@@ -182,10 +185,17 @@ std::vector<Suggestion> Suggesting::look(const Boxes& boxes, std::uint64_t budge
 }
 
 /// What the quick search finds for the same boxes on the same pin at the same height, or where that
-/// would hang too low, at the next one at which it does not.
+/// would hang too low, at the next one at which it does not; where none is high enough, the best
+/// that hangs clear.
 std::optional<Suggestion> Suggesting::refined(const Suggestion& rough, const Stop& stop) const
 {
     LineArray array = rough.array;
+    const auto kept = [&]() -> std::optional<Suggestion> {
+        const std::optional<double> measure =
+            Evaluator(taskOf(rough.array, kPoints))
+                .measure({rough.array.GIAGetAllAngle(), std::nullopt}, stop);
+        return measure ? std::optional(figuresOf(rough.array, *measure)) : std::nullopt;
+    };
     for (int raise = 0; raise < kMostRaises && !stop(); ++raise) {
         const CandidateSet set(array, allJoints(array), false);
         const QuickResult quick = quickSearch(taskOf(array, kPoints), set, stop);
@@ -198,9 +208,9 @@ std::optional<Suggestion> Suggesting::refined(const Suggestion& rough, const Sto
         const FloatPair pick = array.GFAGetCradleCoord();
         array.GBSetCradleCoord({pick[0], pick[1] + static_cast<float>(kRasterM)});
         if (!fitsIn(m_project.room, extentOf(m_project.room, array)))
-            return std::nullopt;
+            break;
     }
-    return std::nullopt;
+    return kept();
 }
 
 /// Those that none of the others beats, the most even first.
@@ -293,7 +303,7 @@ void Suggesting::run(int threads, const Stop& stop,
             const auto at = static_cast<std::size_t>(which);
             auto found = refined(waiting[tried + at], stop);
             const std::lock_guard lock(mutex);
-            now[at] = std::move(found);
+            now[at] = found;
             ++ready;
             if (progress && refinedOnes.empty())
                 progress(kFirstLook +
@@ -302,9 +312,9 @@ void Suggesting::run(int threads, const Stop& stop,
         tried += some;
         if (stop())
             break;
-        for (std::optional<Suggestion>& one : now)
+        for (const std::optional<Suggestion>& one : now)
             if (one)
-                refinedOnes.push_back(std::move(*one));
+                refinedOnes.push_back(*one);
     }
     if (!stop())
         tell(choice(unbeaten(std::move(refinedOnes))), 1);

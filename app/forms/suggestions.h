@@ -47,7 +47,8 @@ public:
              const std::function<void(double share)>& progress = {});
 
     /// The most even first; none of them beats another. Ten at most. Once run() has ended, no quick
-    /// search of the same boxes on the same pin at the same height finds a more even one.
+    /// search of the same boxes on the same pin at the same height finds a more even one that hangs
+    /// clear.
     const std::vector<Suggestion>& found() const { return m_found; }
 
 private:

@@ -445,10 +445,12 @@ TEST_F(CommandLine, WrittenProjectsKeepTheirVariants)
     varied.variants.names[0] = "Näher";
     varied.variants.kept[2] = KeptSetup{varied.array, varied.subArray};
     ASSERT_TRUE(std::holds_alternative<Saved>(saveOver(project, projectBytes(varied), {})));
-    for (const std::string command : {"aim ", "optimize --area 1 --quick --limit 300 "}) {
-        const std::string out = folder / "out.lad";
-        ASSERT_EQ(run(command + project + " --out " + out).status, 0);
-        EXPECT_EQ(read(out).variants, varied.variants) << command;
+    const std::string out = folder / "out.lad";
+    for (const std::string& line :
+         {"aim " + project + " --out " + out,
+          "optimize --area 1 --quick --limit 300 " + project + " --out " + out}) {
+        ASSERT_EQ(run(line).status, 0);
+        EXPECT_EQ(read(out).variants, varied.variants) << line;
     }
 }
 

@@ -107,11 +107,12 @@ void SuggestDialog::ended()
     const int chosen = tblSuggestions->currentRow();
     const bool hung = !tblSuggestions->selectedItems().isEmpty();
     list();
+    const QSignalBlocker quiet(tblSuggestions);
+    tblSuggestions->setCurrentItem(nullptr);
+    tblSuggestions->clearSelection();
     for (std::size_t row = 0; hung && row < m_shown.size(); ++row)
-        if (m_shown[row].array == before[static_cast<std::size_t>(chosen)].array) {
-            const QSignalBlocker quiet(tblSuggestions);
+        if (m_shown[row].array == before[static_cast<std::size_t>(chosen)].array)
             tblSuggestions->selectRow(static_cast<int>(row));
-        }
     pbarSuggest->setValue(pbarSuggest->maximum());
     cmdStopSuggest->setEnabled(false);
     if (m_shown.empty())
