@@ -52,7 +52,8 @@ demo: all
 	$(CLI) optimize examples/theatre.lad --area 2 --averaging broadband --out demo/theatre-optimized.lad > demo/theatre-optimize.json
 	for sample in theatre club; do \
 	    $(CLI) report examples/$$sample.lad demo/$$sample.rtf && \
-	    $(CLI) report examples/$$sample.lad demo/$$sample-de.rtf --language de || exit 1; \
+	    $(CLI) report examples/$$sample.lad demo/$$sample-de.rtf --language de && \
+	    $(CLI) report examples/$$sample.lad demo/$$sample.pdf --averaging broadband --map-type continuous --a-weighted || exit 1; \
 	done
 	cp -r build/release/ORVA-help.pdf build/release/ORVA-help-de.pdf build/release/ORVA-help demo/
 	cat demo/theatre-map.json demo/theatre-rigging.txt
