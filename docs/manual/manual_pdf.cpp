@@ -279,7 +279,8 @@ class Outline {
 public:
     Outline(const QJsonObject& file, int firstObject) : m_next(firstObject)
     {
-        for (const QJsonValue& page : file["pages"].toArray())
+        const QJsonArray pages = file["pages"].toArray();
+        for (const auto& page : pages)
             m_pages += page.toObject()["object"].toString();
     }
 

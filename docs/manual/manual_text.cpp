@@ -238,7 +238,7 @@ ManualText readManual(const QString& markdown, const Inserts& inserts, QStringLi
     writer.writeFrame(*document.rootFrame());
     ManualText text = writer.take();
     checkLinks(text, errors);
-    QCollator order(QLocale(QLocale::German)); // which orders English words as well
+    QCollator order{QLocale(QLocale::German)}; // which orders English words as well
     order.setCaseSensitivity(Qt::CaseInsensitive);
     std::stable_sort(
         text.marks.begin(), text.marks.end(),
