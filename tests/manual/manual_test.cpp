@@ -55,7 +55,7 @@ struct Bookmark {
 
 void collect(const QJsonArray& outline, std::vector<Bookmark>& bookmarks)
 {
-    for (const auto& entry : outline) {
+    for (const QJsonValue entry : outline) {
         bookmarks.push_back({entry["title"].toString(), entry["destpageposfrom1"].toInt()});
         collect(entry["kids"].toArray(), bookmarks);
     }
@@ -113,7 +113,7 @@ TEST(Manual, ThePdfHasABookmarkForEachSectionAndAllPictures)
             last = bookmarks[i].page;
         }
         qsizetype pictures = -1; // the cover's is one of the others
-        for (const auto& sheet : ask(edition, "pages"))
+        for (const QJsonValue sheet : ask(edition, "pages"))
             pictures += sheet["images"].toArray().size();
         EXPECT_GE(pictures, all(page, "src=\"([^\"]*)\"").size());
     }
