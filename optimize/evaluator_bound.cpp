@@ -22,18 +22,6 @@ constexpr double kEnough = 0.2;
 constexpr double kHope = 0.35;
 constexpr double kNepersPerDb = std::numbers::ln10 / 20;
 
-double distanceTo(const Point& point, const Point& from, const Point& to)
-{
-    const double dx = to.x - from.x;
-    const double dy = to.y - from.y;
-    const double square = dx * dx + dy * dy;
-    const double along =
-        square > 0
-            ? std::clamp(((point.x - from.x) * dx + (point.y - from.y) * dy) / square, 0.0, 1.0)
-            : 0;
-    return std::hypot(point.x - from.x - along * dx, point.y - from.y - along * dy);
-}
-
 } // namespace
 
 double Evaluator::leastMeasure(Configuration configuration, const CandidateSet& set,
@@ -84,7 +72,8 @@ bool Evaluator::findMoving(const std::vector<HungArray::Play>& play)
         const Point at{m_sources[i].x, m_sources[i].y};
         double nearest = kInfinite;
         for (std::size_t part = 0; part < m_parts.size(); ++part)
-            nearest = std::min(nearest, distanceTo(at, m_ends[2 * part], m_ends[2 * part + 1]));
+            nearest =
+                std::min(nearest, Segment{m_ends[2 * part], m_ends[2 * part + 1]}.distanceTo(at));
         nearest = std::max(nearest, move + kNearestBoundM);
         constexpr double kBearingDeg = 0.05; // those of the receivers, in 32 bits
         const double turned =

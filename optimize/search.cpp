@@ -234,7 +234,10 @@ bool Search::prepare(const std::function<bool()>& stop)
     m_order = learnedOrder(m_task, m_candidates, m_first, m_count, stop);
     if (stop())
         return false;
-    if (inOwnOrder() && m_count >= kFewestToBound && m_task->measure != Measure::SmoothArea) {
+    const bool bounded =
+        m_task->measure != Measure::SmoothArea &&
+        m_task->kernel->hasRunningSums({}, std::array{m_task->area.start}, m_task->choice.bands);
+    if (bounded && inOwnOrder() && m_count >= kFewestToBound) {
         m_balls = std::make_shared<AmplitudeBalls>(m_task->speakerData.directivity);
         m_below = {1};
         for (std::size_t joint = m_candidates.joints(); joint > 0 && m_below.size() <= kMostOpen;

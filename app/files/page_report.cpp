@@ -17,7 +17,7 @@
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 #include "model/contradictions.h"
-#include "painting/painter_surface.h"
+#include "painting/page_writer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,14 +27,7 @@ namespace orva {
 
 namespace {
 
-constexpr double kTextPt = 8.5;
-constexpr double kSmallPt = 7.5;
-constexpr double kHeadPt = 11;
 constexpr double kTitlePt = 17;
-constexpr double kLine = 1.3; ///< height of a line over that of its letters
-constexpr double kGap = 10;
-constexpr int kLeftMiddle = static_cast<int>(Qt::AlignLeft) | static_cast<int>(Qt::AlignVCenter);
-constexpr int kRightMiddle = static_cast<int>(Qt::AlignRight) | static_cast<int>(Qt::AlignVCenter);
 /// Rows of seats that an area lists at most: every second, third one where there are more.
 constexpr std::size_t kMostSeatRows = 22;
 /// Cells along the longer side of the room.
@@ -45,127 +38,11 @@ QString qt(const std::string& text)
     return QString::fromStdString(text);
 }
 
-using Row = std::vector<std::string>;
-
-/// Writes and draws down a page, in points.
-class PageWriter {
-public:
-    PageWriter(QPainter& painter, QRectF place) : m_painter(painter), m_place(place) {}
-
-    double y() const { return m_place.top(); }
-    double left() const { return m_place.height(); }
-    QRectF place() const { return m_place; }
-    void moveTo(const QRectF& place) { m_place = place; }
-    void skip(double points) { m_place.setTop(m_place.top() + points); }
-
-    void setFont(double points, bool bold = false, const char* family = "DejaVu Sans")
-    {
-        m_font = QFont(family);
-        m_font.setBold(bold);
-        m_size = points;
-    }
-    /// Letters of any size: the painter is scaled, since fonts have whole pixels.
-    void text(const QRectF& where, const QString& text, int flags, QColor colour = Qt::black)
-    {
-        m_painter.save();
-        m_painter.scale(1.0 / kFine, 1.0 / kFine);
-        m_painter.setFont(fineFont());
-        m_painter.setPen(colour);
-        m_painter.drawText(QRectF(where.topLeft() * kFine, where.size() * kFine),
-                           flags | Qt::TextDontClip, text);
-        m_painter.restore();
-    }
-    double widthOf(const QString& text) const
-    {
-        return QFontMetricsF(fineFont()).horizontalAdvance(text) / kFine;
-    }
-    void line(const QString& words, QColor colour = Qt::black)
-    {
-        const double height = m_size * kLine;
-        text({m_place.left(), m_place.top(), m_place.width(), height}, words, kLeftMiddle, colour);
-        skip(height);
-    }
-    /// As many lines as it takes.
-    void paragraph(const QString& words, QColor colour = Qt::black)
-    {
-        QString rest;
-        for (const QString& word : words.simplified().split(' ')) {
-            const QString longer = rest.isEmpty() ? word : rest + ' ' + word;
-            if (!rest.isEmpty() && widthOf(longer) > m_place.width()) {
-                line(rest, colour);
-                rest = word;
-            } else {
-                rest = longer;
-            }
-        }
-        line(rest, colour);
-    }
-    void head(const QString& words)
-    {
-        setFont(kHeadPt, true);
-        line(words);
-        m_painter.setPen(QPen(QColor(0x80, 0x80, 0x80), 0.5));
-        m_painter.drawLine(m_place.topLeft(), m_place.topRight());
-        skip(3);
-    }
-    /// Figures to the right; the first column is as wide as its widest text.
-    void table(const Row& heads, const std::vector<Row>& rows, double points = kTextPt)
-    {
-        std::vector<double> widths;
-        setFont(points);
-        for (std::size_t column = 0; column < heads.size(); ++column) {
-            setFont(points, true);
-            double widest = widthOf(qt(heads[column]));
-            setFont(points);
-            for (const Row& row : rows)
-                widest = std::max(widest, widthOf(qt(row[column])));
-            widths.push_back(widest + 8);
-        }
-        const auto write = [&](const Row& row, bool bold) {
-            setFont(points, bold);
-            double x = m_place.left();
-            for (std::size_t column = 0; column < row.size(); ++column) {
-                text({x, m_place.top(), widths[column] - 4, points * kLine}, qt(row[column]),
-                     column == 0 ? kLeftMiddle : kRightMiddle);
-                x += widths[column];
-            }
-            skip(points * kLine);
-        };
-        write(heads, true);
-        for (const Row& row : rows)
-            write(row, false);
-    }
-    /// A drawing so high, over the whole width.
-    void drawing(double height, const std::function<void(DrawingSurface&)>& draw)
-    {
-        const QRectF where(m_place.left(), m_place.top(), m_place.width(), height);
-        m_painter.save();
-        m_painter.setClipRect(where);
-        m_painter.translate(where.topLeft());
-        PainterSurface surface(m_painter, where.size());
-        surface.setTextHeight(kSmallPt);
-        draw(surface);
-        m_painter.restore();
-        m_painter.setPen(QPen(QColor(0xA0, 0xA0, 0xA0), 0.4));
-        m_painter.setBrush(Qt::NoBrush);
-        m_painter.drawRect(where);
-        skip(height + kGap / 2);
-    }
-
-private:
-    static constexpr int kFine = 20;
-    QFont fineFont() const
-    {
-        QFont font = m_font;
-        font.setPixelSize(static_cast<int>(std::lround(m_size * kFine)));
-        return font;
-    }
-
-    QPainter& m_painter;
-    QRectF m_place;
-    QFont m_font;
-    double m_size = kTextPt;
-};
+using Row = PageWriter::Row;
+constexpr double kTextPt = PageWriter::kTextPt;
+constexpr double kSmallPt = PageWriter::kSmallPt;
+constexpr double kLine = PageWriter::kLine;
+constexpr double kGap = PageWriter::kGap;
 
 /// All figures of a report, calculated once, and how its pages look.
 class PageReport {
@@ -198,8 +75,7 @@ public:
     {
         const std::string name = m_project.room.GSGetProjectName();
         const auto end = name.find_last_not_of(' ');
-        return end == std::string::npos ? word(Text::ReportTitle).toStdString()
-                                        : name.substr(0, end + 1);
+        return end == std::string::npos ? word(Text::ReportTitle) : name.substr(0, end + 1);
     }
 
     void paint(QPainter& painter, int page, QSizeF size)
@@ -239,12 +115,7 @@ private:
     };
 
     const TextOptions& options() const { return m_choice.drawing.text; }
-    QString word(Text id) const
-    {
-        return QString::fromUtf8(
-            MlGetString(options().language, id).data(),
-            static_cast<qsizetype>(MlGetString(options().language, id).size()));
-    }
+    std::string word(Text id) const { return std::string(MlGetString(options().language, id)); }
     std::string say(Text id, std::vector<Message> arguments) const
     {
         return Message(id, std::move(arguments)).text(options().language);
@@ -313,12 +184,12 @@ private:
             lines.push_back(say(Text::StatusOverload, {fixedText(array.totalWeightKg(), 1),
                                                        plainText(array.system().maxWeightKg, 1)}));
         if (rig && outOfRoom(m_project.room, array).any())
-            lines.push_back(word(Text::ReportOutside).toStdString());
+            lines.push_back(word(Text::ReportOutside));
         if (rig)
             for (const std::string& line : contradictions(array, options().language))
                 lines.push_back(line);
         if (levels && m_modelled)
-            lines.push_back(word(Text::ReportModelled).toStdString());
+            lines.push_back(word(Text::ReportModelled));
         page.setFont(kTextPt, true);
         for (const std::string& line : lines)
             page.paragraph(qt(line), QColor(0xC0, 0, 0));
@@ -358,12 +229,10 @@ private:
         page.head(qt(say(Text::ReportLevels, {decibels()})));
         std::vector<Row> rows = {{"FOH", levelText(m_fohDb), ""}};
         for (std::size_t i = 0; i < m_areas.size(); ++i)
-            rows.push_back({word(areaText(static_cast<int>(i) + 1)).toStdString(),
+            rows.push_back({word(areaText(static_cast<int>(i) + 1)),
                             figure(m_areas[i].figures, &AreaFigures::mean),
                             figure(m_areas[i].figures, &AreaFigures::spread)});
-        page.table(
-            {"", word(Text::ReportMean).toStdString(), word(Text::ReportSpread).toStdString()},
-            rows);
+        page.table({"", word(Text::ReportMean), word(Text::ReportSpread)}, rows);
         page.skip(kGap);
         // The areas' rows side by side.
         const QRectF place = page.place();
@@ -381,8 +250,7 @@ private:
                 shown.push_back(
                     {std::to_string(all[row].number), length(all[row].alongM, 1),
                      std::isfinite(all[row].levelDb) ? fixedText(all[row].levelDb, 1) : "-"});
-            column.table({word(Text::RowColumn).toStdString(), say(Text::DistanceColumn, {unit()}),
-                          decibels()},
+            column.table({word(Text::RowColumn), say(Text::DistanceColumn, {unit()}), decibels()},
                          shown, kSmallPt);
         }
     }
@@ -406,7 +274,7 @@ private:
             page.drawing(high, [&](DrawingSurface& surface) {
                 DrawStrip(surface,
                           Strip::of(m_prediction.bandsAlong(along, kAreaReceivers, m_choice.levels),
-                                    along.lengthM, word(Text::StripTitle).arg(area).toStdString()),
+                                    along.lengthM, say(Text::StripTitle, {number(area)})),
                           m_choice.drawing);
             });
         }
@@ -464,12 +332,12 @@ private:
         const double from = place.left() + place.width() * kSheetShare + kGap;
         PageWriter right(painter,
                          QRectF(from, place.top(), place.right() - from, bottom - place.top()));
-        right.head(word(Text::RiggingDisplay));
+        right.head(qt(word(Text::RiggingDisplay)));
         constexpr double kViewHigh = 280;
         right.drawing(kViewHigh, [&](DrawingSurface& surface) {
             DrawRiggingView(surface, m_project.array, m_choice.drawing);
         });
-        right.head(word(Text::ReportHeights));
+        right.head(qt(word(Text::ReportHeights)));
         std::vector<Row> rows;
         const std::vector<Point> corners = m_project.array.upperFrontCorners();
         const auto axes = m_project.array.axes();
@@ -480,9 +348,9 @@ private:
         const double points = std::clamp((right.left() - 3 * kTextPt) /
                                              (kLine * static_cast<double>(rows.size() + 1)),
                                          3.0, kSmallPt);
-        right.table({word(Text::BoxColumn).toStdString(), say(Text::ReportCorner, {unit()}),
-                     word(Text::ReportTilt).toStdString()},
-                    rows, points);
+        right.table(
+            {word(Text::BoxColumn), say(Text::ReportCorner, {unit()}), word(Text::ReportTilt)},
+            rows, points);
         right.setFont(kTextPt, true);
         right.skip(2);
         right.paragraph(
@@ -505,7 +373,7 @@ private:
             rows.push_back({std::to_string(i + 1), length(sub.SubPos[i]),
                             length(figures.virtualDistance[i]), fixedText(figures.delay[i], 2)});
         page.table({"", say(Text::ReportSubPlace, {unit()}), say(Text::ReportSubVirtual, {unit()}),
-                    word(Text::ReportSubDelay).toStdString()},
+                    word(Text::ReportSubDelay)},
                    rows);
         page.skip(kGap);
     }
@@ -514,9 +382,9 @@ private:
     {
         if (m_variants.size() < 2)
             return;
-        page.head(word(Text::ReportVariants));
+        page.head(qt(word(Text::ReportVariants)));
         Row heads = resultHeads(Text::ColumnEven, static_cast<int>(m_areas.size()), options());
-        heads.insert(heads.begin(), word(Text::ColumnVariant).toStdString());
+        heads.insert(heads.begin(), word(Text::ColumnVariant));
         page.table(heads, m_variants, kSmallPt);
     }
 

@@ -6,18 +6,22 @@ from check_project import open_file
 from driven import ROOT, cli, equal, folder, run, started
 
 
+def report_saved(app, command, title, file):
+    app.action(command)
+    equal(app.file_dialog()["title"], title)
+    app.choose_file(str(file))
+    app.wait(file.exists)
+    app.wait_idle()
+    if app.exists(cls="QMessageBox"):
+        assert file.name in app.message()["text"]
+        app.answer("Ok")
+
+
 def print_version():
     place = folder()
     app = started(language=1)
     open_file(app, ROOT / "examples" / "theatre.lad")
-    app.action("mnuPrint")
-    equal(app.file_dialog()["title"], "Projekt als RTF speichern")
-    app.choose_file(str(place / "report.rtf"))
-    app.wait((place / "report.rtf").exists)
-    app.wait_idle()
-    if app.exists(cls="QMessageBox"):
-        assert "report.rtf" in app.message()["text"]
-        app.answer("Ok")
+    report_saved(app, "mnuPrint", "Projekt als RTF speichern", place / "report.rtf")
     equal(app.get("Main_SSTab", "currentIndex"), 2)
     text = (place / "report.rtf").read_bytes()
     assert text.startswith(b"{\\rtf1") and b"\\pngblip" in text and b"RTF-Dokument" in text
@@ -46,13 +50,7 @@ def pages_say_what_the_sheet_says():
             assert "".join(line.split()) in said, line
     app = started(language=1)
     open_file(app, ROOT / "examples" / "club.lad")
-    app.action("mnuPdf")
-    equal(app.file_dialog()["title"], "Bericht als PDF speichern")
-    app.choose_file(str(place / "window.pdf"))
-    app.wait((place / "window.pdf").exists)
-    app.wait_idle()
-    if app.exists(cls="QMessageBox"):
-        app.answer("Ok")
+    report_saved(app, "mnuPdf", "Bericht als PDF speichern", place / "window.pdf")
     assert (place / "window.pdf").read_bytes().startswith(b"%PDF")
     app.close()
 

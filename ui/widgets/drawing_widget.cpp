@@ -69,11 +69,11 @@ void DrawingWidget::render()
         m_picture.setDevicePixelRatio(ratio);
     }
     QPainter painter(&m_picture);
-    drawOn(painter, true);
+    drawOn(painter);
     update();
 }
 
-void DrawingWidget::drawOn(QPainter& painter, bool keepScale)
+void DrawingWidget::drawOn(QPainter& painter)
 {
     painter.setFont(font());
     PainterSurface surface(painter, size().expandedTo({1, 1}));
@@ -81,8 +81,7 @@ void DrawingWidget::drawOn(QPainter& painter, bool keepScale)
     if (m_zoom)
         surface.setZoom(m_zoom());
     m_draw(surface);
-    if (keepScale)
-        m_scale = surface.scale();
+    m_scale = surface.scale();
 }
 
 QByteArray DrawingWidget::png()
@@ -107,7 +106,7 @@ QByteArray DrawingWidget::svg()
     generator.setTitle(accessibleName());
     generator.setDescription(accessibleDescription());
     QPainter painter(&generator);
-    drawOn(painter, false);
+    drawOn(painter);
     painter.end();
     return bytes;
 }

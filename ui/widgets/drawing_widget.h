@@ -61,7 +61,7 @@ protected:
 
 private:
     void render();
-    void drawOn(QPainter& painter, bool keepScale);
+    void drawOn(QPainter& painter);
     bool fits() const;
 
     Draw m_draw;
