@@ -48,14 +48,26 @@ Json jsonOf(const std::array<double, 10>& figures)
     return list;
 }
 
-Result<Done> printSubArray(const ProjectOptions& options, const Console& console)
+struct SubArrayOptions : ProjectOptions {
+    FigureFiles figures;
+};
+
+Result<Done> printSubArray(const SubArrayOptions& options, const Console& console)
 {
+    if (auto apart = checkOutputs(console, options.common,
+                                  {options.figures.csv, options.figures.json}, {options.file});
+        !apart)
+        return apart;
     const Result<LoadedProject> loaded = loadProject(options.file);
     if (!loaded)
         return loaded.error();
     const Air air = airAt(options.common.temperatureC);
     const SubArrayFigures figures = subArrayFigures(loaded->project.subArray, air.SpeedOfSound);
     PendingFiles files;
+    const ExportTable table =
+        subArrayTable(loaded->project.subArray, air.SpeedOfSound, options.common.text());
+    if (auto added = addFigures(options.figures, table, options.common.text(), files); !added)
+        return added;
     const Json result = {{"virtualDistance", jsonOf(figures.virtualDistance)},
                          {"delay", jsonOf(figures.delay)}};
     return deliver(console, jsonText(result), files);
@@ -79,9 +91,15 @@ void addAimCommand(CLI::App& program, Work& work)
 
 void addSubArrayCommand(CLI::App& program, Work& work)
 {
-    addProjectCommand(program, work, "subarray",
-                      "print virtual distances (metres) and delays (ms) of the sub array as JSON",
-                      printSubArray);
+    CLI::App* command = program.add_subcommand(
+        "subarray", "print virtual distances (metres) and delays (ms) of the sub array as JSON");
+    const auto options = std::make_shared<SubArrayOptions>();
+    addFigureOptions(*command, options->figures, "positions, distances and delays");
+    addProjectOptions(*command, *options);
+    addExample(*command, "theatre.lad --csv subs.csv");
+    command->callback([options, &work] {
+        work = [options](const Console& console) { return printSubArray(*options, console); };
+    });
 }
 
 } // namespace orva

@@ -64,6 +64,7 @@ void addCommands(CLI::App& program, Work& work)
     addShowCommand(program, work);
     addGeometryCommand(program, work);
     addRiggingCommand(program, work);
+    addRowsCommand(program, work);
     addLevelsCommand(program, work);
     addSpectrumCommand(program, work);
     addCompareCommand(program, work);

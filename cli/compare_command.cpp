@@ -80,16 +80,19 @@ Json areaJson(int number, Pair& pair, const Options& options)
 /// The map of the difference, as CSV and as the room view of the first project.
 Result<Done> addMap(Pair& pair, const Options& options, PendingFiles& files)
 {
-    if (options.map.csvFile.empty() && options.picture.file.empty())
+    const FigureFiles& figures = options.map.figures;
+    if (figures.csv.empty() && figures.json.empty() && options.picture.file.empty())
         return Done{};
     const Result<MapGrid> grid = mapGrid(pair.a.project.room, options.map.cellM, options.file);
     if (!grid)
         return grid.error();
     const SummedMap map =
         mapDifference(mapOf(pair.a, *grid, options), mapOf(pair.b, *grid, options));
-    if (!options.map.csvFile.empty())
-        if (auto added = files.add(options.map.csvFile, mapCsv(map, *grid)); !added)
-            return added;
+    if (auto added = addFigures(
+            figures, [&] { return mapCsv(map, *grid); }, [&] { return mapJson(map, *grid); },
+            files);
+        !added)
+        return added;
     const auto draw = [&](DrawingSurface& surface) {
         RoomViewContent content;
         content.grid = &*grid;
@@ -105,7 +108,8 @@ Result<Done> addMap(Pair& pair, const Options& options, PendingFiles& files)
 Result<Done> compare(const Options& options, const Console& console)
 {
     if (auto apart =
-            checkOutputs(console, options.common, {options.map.csvFile, options.picture.file},
+            checkOutputs(console, options.common,
+                         {options.map.figures.csv, options.map.figures.json, options.picture.file},
                          {options.file, options.otherFile});
         !apart)
         return apart;
@@ -143,7 +147,7 @@ void addCompareCommand(CLI::App& program, Work& work)
         "compare", "print how another project's levels differ in this one's room as JSON");
     const auto options = std::make_shared<Options>();
     addPointsOption(*command, options->points);
-    addMapOptions(*command, options->map, "write the differences in dB, top row first");
+    addMapOptions(*command, options->map, "the differences in dB, top row first,");
     addPictureOptions(*command, options->picture, "write the room view with the difference map");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);

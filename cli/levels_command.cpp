@@ -1,7 +1,6 @@
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "drawing/curve_drawing.h"
-#include "lang/number_text.h"
 
 #include <limits>
 #include <memory>
@@ -15,33 +14,13 @@ struct Options : ProjectOptions {
     int points = 200;
     int pictureArea = 1;
     PictureOptions picture;
-    std::string csvFile;
-};
-
-/// A line per receiver: "area,point,distance,x,y,level", points from 1, metres along the area.
-class LevelsCsv {
-public:
-    void add(int area, const Segment& line, std::span<const float> levels)
-    {
-        const std::vector<Point> points = lineReceivers(line, static_cast<int>(levels.size()));
-        const double step = line.lengthM / static_cast<double>(levels.size());
-        for (std::size_t at = 0; at < levels.size(); ++at) {
-            m_text += std::to_string(area) + ',' + std::to_string(at + 1);
-            for (const double figure : {static_cast<double>(at) * step, points[at].x, points[at].y,
-                                        static_cast<double>(levels[at])})
-                m_text += ',' + fixedText(figure, 3);
-            m_text += '\n';
-        }
-    }
-    const std::string& text() const { return m_text; }
-
-private:
-    std::string m_text = "area,point,distance,x,y,level\n";
+    FigureFiles figures;
 };
 
 Result<Done> printLevels(const Options& options, const Console& console)
 {
-    if (auto apart = checkOutputs(console, options.common, {options.picture.file, options.csvFile},
+    if (auto apart = checkOutputs(console, options.common,
+                                  {options.picture.file, options.figures.csv, options.figures.json},
                                   {options.file});
         !apart)
         return apart;
@@ -69,12 +48,12 @@ Result<Done> printLevels(const Options& options, const Console& console)
     if (auto drawn = addPicture(options.picture, draw, files); !drawn)
         return drawn;
 
-    LevelsCsv csv;
+    std::vector<std::vector<float>> curves;
     Json areas = Json::array();
     for (int number = 1; number <= state->project.room.GIGetNumAreas(); ++number) {
         const auto [levels, largest, smallest] =
             levelsOf(state->project.room.area(number), options.points);
-        csv.add(number, state->project.room.area(number), levels);
+        curves.push_back(levels);
         areas.push_back({{"area", number},
                          {"levels", jsonNumbers(levels)},
                          {"max", jsonNumber(largest)},
@@ -86,9 +65,9 @@ Result<Done> printLevels(const Options& options, const Console& console)
                    {"aWeighted", choice.aWeighted},
                    {"foh", jsonNumber(levelsOf(fohLine(state->project.room), 1).largest)},
                    {"areas", areas}};
-    if (!options.csvFile.empty())
-        if (auto added = files.add(options.csvFile, csv.text()); !added)
-            return added;
+    const ExportTable table = curveTable(state->project.room, curves, options.common.text());
+    if (auto added = addFigures(options.figures, table, options.common.text(), files); !added)
+        return added;
     addWarnings(result, state->contradictions);
     return deliver(console, jsonText(result), files, state->warnings);
 }
@@ -105,9 +84,7 @@ void addLevelsCommand(CLI::App& program, Work& work)
         ->check(numberBetween(1, std::numeric_limits<int>::max()))
         ->type_name("N")
         ->capture_default_str();
-    command->add_option("--csv", options->csvFile, "write the levels in dB along all areas")
-        ->check(fileName())
-        ->type_name("FILE");
+    addFigureOptions(*command, options->figures, "the levels in dB along all areas");
     addPictureOptions(*command, options->picture, "write the curve of that area");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);

@@ -52,8 +52,10 @@ void drawMap(DrawingSurface& surface, Workspace& state, const MapGrid& grid, con
 
 Result<Done> calculateMap(const Options& options, const Console& console)
 {
-    if (auto apart = checkOutputs(console, options.common,
-                                  {options.map.csvFile, options.picture.file}, {options.file});
+    if (auto apart =
+            checkOutputs(console, options.common,
+                         {options.map.figures.csv, options.map.figures.json, options.picture.file},
+                         {options.file});
         !apart)
         return apart;
     Result<OpenProject> state =
@@ -80,9 +82,11 @@ Result<Done> calculateMap(const Options& options, const Console& console)
         });
 
     PendingFiles files;
-    if (!options.map.csvFile.empty())
-        if (auto added = files.add(options.map.csvFile, mapCsv(*map, *grid)); !added)
-            return added;
+    if (auto added = addFigures(
+            options.map.figures, [&] { return mapCsv(*map, *grid); },
+            [&] { return mapJson(*map, *grid); }, files);
+        !added)
+        return added;
     Result<Done> drawn = Done{};
     const float drawSeconds = timed(options, console, "Drawing", [&](const Progress&) {
         const auto draw = [&](DrawingSurface& surface) {
@@ -113,7 +117,7 @@ void addMapCommand(CLI::App& program, Work& work)
     CLI::App* command =
         program.add_subcommand("map", "calculate the level map over the whole room");
     const auto options = std::make_shared<Options>();
-    addMapOptions(*command, options->map, "write the levels in dB, top row first");
+    addMapOptions(*command, options->map, "the levels in dB, top row first,");
     addPictureOptions(*command, options->picture, "write the room view with the map");
     addPredictionOptions(*command, options->prediction);
     addProjectOptions(*command, *options);

@@ -126,15 +126,42 @@ void addPointsOption(CLI::App& command, int& points)
         ->capture_default_str();
 }
 
-void addMapOptions(CLI::App& command, MapOptions& options, const char* csvDescription)
+void addFigureOptions(CLI::App& command, FigureFiles& files, const std::string& figures)
+{
+    command.add_option("--csv", files.csv, "write " + figures + " as CSV")
+        ->check(fileName())
+        ->type_name("FILE");
+    command.add_option("--json", files.json, "write " + figures + " as JSON")
+        ->check(fileName())
+        ->type_name("FILE");
+}
+
+Result<Done> addFigures(const FigureFiles& asked, const std::function<std::string()>& csv,
+                        const std::function<std::string()>& json, PendingFiles& files)
+{
+    if (!asked.csv.empty())
+        if (auto added = files.add(asked.csv, csv()); !added)
+            return added;
+    if (!asked.json.empty())
+        if (auto added = files.add(asked.json, json()); !added)
+            return added;
+    return Done{};
+}
+
+Result<Done> addFigures(const FigureFiles& asked, const ExportTable& table, const TextOptions& text,
+                        PendingFiles& files)
+{
+    return addFigures(
+        asked, [&] { return csvOf(table); }, [&] { return jsonOf(table, text); }, files);
+}
+
+void addMapOptions(CLI::App& command, MapOptions& options, const std::string& figures)
 {
     command.add_option("--cell", options.cellM, "size of the square cells in metres")
         ->check(numberAboveZero())
         ->type_name("M")
         ->capture_default_str();
-    command.add_option("--csv", options.csvFile, csvDescription)
-        ->check(fileName())
-        ->type_name("FILE");
+    addFigureOptions(command, options.figures, figures);
 }
 
 void addExample(CLI::App& command, const std::string& arguments)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/files/file_access.h"
+#include "app/forms/export_table.h"
 #include "app/state/settings.h"
 #include "cli/command_line.h"
 #include "drawing/drawing_options.h"
@@ -50,12 +51,26 @@ void addPredictionOptions(CLI::App& command, PredictionOptions& options);
 /// Adds --points along each audience area.
 void addPointsOption(CLI::App& command, int& points);
 
-/// The cells of a map, and the file that takes its figures.
+/// Files that take a command's figures.
+struct FigureFiles {
+    std::string csv;
+    std::string json;
+};
+/// Adds --csv and --json, whose descriptions go on with `figures`.
+void addFigureOptions(CLI::App& command, FigureFiles& files, const std::string& figures);
+/// Prepares those that were asked for.
+Result<Done> addFigures(const FigureFiles& asked, const std::function<std::string()>& csv,
+                        const std::function<std::string()>& json, PendingFiles& files);
+
+Result<Done> addFigures(const FigureFiles& asked, const ExportTable& table, const TextOptions& text,
+                        PendingFiles& files);
+
+/// The cells of a map, and the files that take its figures.
 struct MapOptions {
     float cellM = 0.1F;
-    std::string csvFile;
+    FigureFiles figures;
 };
-void addMapOptions(CLI::App& command, MapOptions& options, const char* csvDescription);
+void addMapOptions(CLI::App& command, MapOptions& options, const std::string& figures);
 
 /// A picture that a command can write: a file and its width; the height is 9/16 of it.
 struct PictureOptions {
@@ -122,6 +137,7 @@ void addShowCommand(CLI::App& program, Work& work);
 void addGeometryCommand(CLI::App& program, Work& work);
 void addLevelsCommand(CLI::App& program, Work& work);
 void addRiggingCommand(CLI::App& program, Work& work);
+void addRowsCommand(CLI::App& program, Work& work);
 void addMapCommand(CLI::App& program, Work& work);
 void addOptimizeCommand(CLI::App& program, Work& work);
 void addAimCommand(CLI::App& program, Work& work);

@@ -1,6 +1,5 @@
 #include "cli/prediction.h"
 
-#include "lang/number_text.h"
 #include "model/contradictions.h"
 
 namespace orva {
@@ -68,16 +67,6 @@ Result<MapGrid> mapGrid(const Room& room, float cellM, const std::string& file)
     if (const std::optional<MapGrid> grid = PrepareMapGrid(room, cellM, cellM))
         return *grid;
     return Error{"the map would have more than 20 million cells; choose larger ones", file};
-}
-
-std::string mapCsv(const SummedMap& map, const MapGrid& grid)
-{
-    std::string csv;
-    for (std::size_t cell = 0; cell < map.levels.size(); ++cell) {
-        csv += fixedText(map.levels[cell], 3);
-        csv += (cell + 1) % static_cast<std::size_t>(grid.columns) == 0 ? '\n' : ',';
-    }
-    return csv;
 }
 
 } // namespace orva

@@ -22,7 +22,5 @@ Result<OpenProject> openForPrediction(const std::string& projectFile, const Comm
 
 /// The cells of a map of the room of a project's file; an error where they are too many.
 Result<MapGrid> mapGrid(const Room& room, float cellM, const std::string& file);
-/// The figures of a map in dB with three decimals, a row per line, top row first; "-inf" for none.
-std::string mapCsv(const SummedMap& map, const MapGrid& grid);
 
 } // namespace orva

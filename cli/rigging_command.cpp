@@ -9,11 +9,14 @@ namespace {
 
 struct RiggingOptions : ProjectOptions {
     PictureOptions picture;
+    FigureFiles figures;
 };
 
 Result<Done> printRigging(const RiggingOptions& options, const Console& console)
 {
-    if (auto apart = checkOutputs(console, options.common, {options.picture.file}, {options.file});
+    if (auto apart = checkOutputs(console, options.common,
+                                  {options.picture.file, options.figures.csv, options.figures.json},
+                                  {options.file});
         !apart)
         return apart;
     const Result<OpenProject> state = openForCalculation(options.file);
@@ -25,6 +28,10 @@ Result<Done> printRigging(const RiggingOptions& options, const Console& console)
     };
     if (auto drawn = addPicture(options.picture, draw, files); !drawn)
         return drawn;
+    const ExportTable table =
+        sheetTable(state->project.room, state->project.array, options.common.text());
+    if (auto added = addFigures(options.figures, table, options.common.text(), files); !added)
+        return added;
     std::string sheet = state->project.array.GSGetPrintout(options.common.text());
     std::erase(sheet, '\r'); // the line ends of a terminal
     return deliver(console, sheet, files, state->warnings);
@@ -37,6 +44,7 @@ void addRiggingCommand(CLI::App& program, Work& work)
     CLI::App* command = program.add_subcommand("rigging", "print the rigging sheet as text");
     const auto options = std::make_shared<RiggingOptions>();
     addPictureOptions(*command, options->picture, "write the rigging view");
+    addFigureOptions(*command, options->figures, "the sheet and where each box hangs");
     addProjectOptions(*command, *options);
     addExample(*command, "theatre.lad --units ft --png rigging.png");
     command->callback([options, &work] {

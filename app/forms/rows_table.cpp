@@ -37,16 +37,4 @@ std::vector<std::string> rowTexts(const SeatRow& row, const TextOptions& options
             row.box ? fixedText(row.delayMs, 1) : "-"};
 }
 
-std::string rowsCsv(const std::vector<SeatRow>& rows, const TextOptions& options)
-{
-    std::string csv = "row,distance,x,y,level,to_mean,box,arrival\n";
-    for (const SeatRow& row : rows) {
-        std::string line;
-        for (const std::string& text : rowTexts(row, options))
-            line += (line.empty() ? "" : ",") + text;
-        csv += line + '\n';
-    }
-    return csv;
-}
-
 } // namespace orva

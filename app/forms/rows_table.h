@@ -19,6 +19,8 @@ struct SeatRow {
     double delayMs;
 };
 
+/// From row to row at least.
+constexpr double kLeastPitchM = 0.1;
 /// More rows than any venue has are not listed.
 constexpr std::size_t kMostRows = 2000;
 
@@ -28,7 +30,5 @@ std::vector<SeatRow> seatRows(Prediction& prediction, const Segment& area,
 
 /// A row's figures as they are shown: number, distance, x, y, level, to mean, box, arrival.
 std::vector<std::string> rowTexts(const SeatRow& row, const TextOptions& options);
-/// "row,distance,x,y,level,to_mean,box,arrival", lengths in the unit of the user.
-std::string rowsCsv(const std::vector<SeatRow>& rows, const TextOptions& options);
 
 } // namespace orva

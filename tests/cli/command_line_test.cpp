@@ -288,6 +288,63 @@ TEST_F(CommandLine, TheSpectrumAlongAnAreaAgreesWithItsLevels)
         << "dry air absorbs more";
 }
 
+TEST_F(CommandLine, FiguresAreTheSameAsCsvAndAsJson)
+{
+    const std::string stacked = folder / "stack.lad";
+    Project stack = newProject(kCompactSystem);
+    ASSERT_TRUE(stack.array.GBSetMounting(false));
+    std::ofstream(stacked, std::ios::binary) << projectBytes(stack);
+    for (const std::string& line :
+         {"levels " + project + " --points 3", "rows " + project + " --pitch 2 --units ft",
+          "subarray " + project, "rigging " + project + " --language de",
+          "rigging " + stacked + " --units ft"}) {
+        SCOPED_TRACE(line);
+        const std::string csv = folder / "figures.csv";
+        const std::string file = folder / "figures.json";
+        ASSERT_EQ(run(line + " --csv " + csv + " --json " + file).status, 0);
+        std::ifstream in(file);
+        Json json = Json::parse(in);
+        EXPECT_EQ(json["unit"], line.find("ft") == std::string::npos ? "m" : "ft");
+        std::ifstream table(csv);
+        const auto cellsOf = [](const std::string& text) {
+            std::vector<std::string> cells;
+            std::istringstream split(text);
+            for (std::string cell; std::getline(split, cell, ',');)
+                cells.push_back(cell);
+            return cells;
+        };
+        const auto same = [](const Json& value, const std::string& cell) {
+            EXPECT_TRUE(value.is_null()     ? cell == "-"
+                        : value.is_string() ? value == cell
+                                            : value.get<float>() == std::stof(cell))
+                << value << " and " << cell;
+        };
+        std::string row;
+        const bool facts = json.size() > 2;
+        while (facts && std::getline(table, row) && !row.empty()) {
+            same(json[cellsOf(row)[0]], cellsOf(row)[1]);
+            json.erase(cellsOf(row)[0]);
+        }
+        EXPECT_EQ(json.size(), 2U) << "unit and rows are left";
+        std::getline(table, row);
+        const std::vector<std::string> columns = cellsOf(row);
+        for (const Json& figures : json["rows"]) {
+            ASSERT_TRUE(std::getline(table, row));
+            ASSERT_EQ(figures.size(), columns.size());
+            for (std::size_t column = 0; column < columns.size(); ++column)
+                same(figures[columns[column]], cellsOf(row)[column]);
+        }
+        EXPECT_FALSE(std::getline(table, row));
+    }
+    std::ifstream in(folder / "figures.json");
+    const Json sheet = Json::parse(in);
+    EXPECT_FALSE(sheet.contains("pin")) << "a stack has none";
+    EXPECT_EQ(sheet["frame_weight"], 0);
+    EXPECT_NEAR(sheet["total_weight"].get<double>(), stack.array.totalWeightKg(), 0.005);
+    EXPECT_NEAR(sheet["lowest_edge"].get<double>(),
+                extentOf(stack.room, stack.array).lowest / 0.3048, 0.005);
+}
+
 TEST_F(CommandLine, TheOtherWayRoundDifferencesAreTheOpposite)
 {
     const std::string other = folder / "other.lad";

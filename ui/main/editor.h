@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/forms/prediction.h"
+#include "app/forms/rows_table.h"
 #include "app/forms/status_form.h"
 #include "app/forms/view_state.h"
 #include "document/document.h"
@@ -163,6 +163,8 @@ public:
     /// "B", "theatre.lad"
     std::string comparedTitle() const;
     RoomViewContent roomViewContent(bool aimingLines) const;
+    /// The rows of the selected area; none without a valid setup.
+    std::vector<SeatRow> seatRows() const;
     std::vector<float> levelsAlong(const Segment& line, int points) const;
     /// Least and largest level at each point in the weather that may come; none where the air does
     /// not follow the weather.

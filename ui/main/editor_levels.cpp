@@ -14,6 +14,15 @@ std::optional<Heard> Editor::heardAt(const Point& place) const
                : std::nullopt;
 }
 
+std::vector<SeatRow> Editor::seatRows() const
+{
+    Prediction* predicted = calculable() ? prediction() : nullptr;
+    if (!predicted)
+        return {};
+    return orva::seatRows(*predicted, room().area(m_view.SelectedArea), m_view.levels.choice(),
+                          m_view.rowPitchM, m_view.rowOffsetM);
+}
+
 RoomViewContent Editor::roomViewContent(bool aimingLines) const
 {
     RoomViewContent content;

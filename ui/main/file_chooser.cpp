@@ -22,6 +22,7 @@ constexpr Kind kKinds[] = {
     {".rtf", Text::RtfFiles, Text::None, Text::SaveReportTitle, "FolderReports"},
     {".xhn", Text::SpeakerDataFiles, Text::LoadDataTitle, Text::None, "FolderData"},
     {".csv", Text::CsvFiles, Text::None, Text::SaveCsvTitle, "FolderTables"},
+    {".json", Text::JsonFiles, Text::None, Text::SaveCsvTitle, "FolderTables"},
     {".pdf", Text::PdfFiles, Text::None, Text::SavePdfTitle, "FolderReports"},
     {".png", Text::PngFiles, Text::None, Text::SavePictureTitle, "FolderPictures"},
     {".svg", Text::SvgFiles, Text::None, Text::SavePictureTitle, "FolderPictures"}};

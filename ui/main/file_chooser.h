@@ -7,7 +7,7 @@
 namespace orva::ui {
 
 /// What files are asked for; each has the folder where it was found last.
-enum class FileKind { Project, Report, SpeakerData, Table, Pdf, Png, Svg };
+enum class FileKind { Project, Report, SpeakerData, Table, Json, Pdf, Png, Svg };
 
 /// The dialogs for files.
 class FileChooser final {

@@ -1,5 +1,6 @@
 #include "main/level_pages.h"
 
+#include "app/forms/export_table.h"
 #include "app/forms/search_results.h"
 #include "document/variants_edit.h"
 #include "lang/number_text.h"
@@ -177,8 +178,9 @@ RowsPage::RowsPage(Editor& editor, QWidget* parent) : LevelPage(editor, parent)
     m_pitch->setBuddy(txtRowPitch);
     m_offset->setBuddy(txtRowOffset);
     cmdRowsCsv = named<QPushButton>("cmdRowsCsv", this);
-    connect(cmdRowsCsv, &QPushButton::clicked, this,
-            [this] { emit csvAsked(rowsCsv(rows(), m_editor.session().textOptions())); });
+    connect(cmdRowsCsv, &QPushButton::clicked, this, [this] {
+        emit csvAsked(csvOf(rowsTable(m_editor.seatRows(), m_editor.session().textOptions())));
+    });
     auto* copies = new QShortcut(QKeySequence::Copy, tblRows);
     copies->setContext(Qt::WidgetShortcut);
     connect(copies, &QShortcut::activated, this, &RowsPage::copy);
@@ -201,24 +203,13 @@ QLineEdit* RowsPage::entry(const char* name, double ViewState::*metres, bool abo
     connect(edit, &QLineEdit::editingFinished, this, [this, edit, metres, aboveZero] {
         const std::optional<double> typed =
             typedLength(edit->text().toStdString(), m_editor.inMetres());
-        constexpr double kLeastM = 0.1;
         const double length = typed ? metresOf(*typed, m_editor.inMetres()) : -1;
-        if (length >= (aboveZero ? kLeastM : 0))
+        if (length >= (aboveZero ? kLeastPitchM : 0))
             m_editor.setRows(metres, length);
         display();
     });
     cancelByEsc(*edit, [this] { display(); });
     return edit;
-}
-
-std::vector<SeatRow> RowsPage::rows() const
-{
-    Prediction* predicted = m_editor.calculable() ? m_editor.prediction() : nullptr;
-    const ViewState& view = m_editor.view();
-    if (!predicted)
-        return {};
-    return seatRows(*predicted, m_editor.room().area(view.SelectedArea), view.levels.choice(),
-                    view.rowPitchM, view.rowOffsetM);
 }
 
 void RowsPage::display()
@@ -231,7 +222,7 @@ void RowsPage::display()
     showText(*txtRowPitch, qtText(shownLength(m_editor.view().rowPitchM, options.Units_Meters)));
     showText(*txtRowOffset, qtText(shownLength(m_editor.view().rowOffsetM, options.Units_Meters)));
     std::vector<std::vector<std::string>> lines;
-    for (const SeatRow& row : rows())
+    for (const SeatRow& row : m_editor.seatRows())
         lines.push_back(rowTexts(row, options));
     fillTable(*tblRows,
               {text(Text::RowColumn), text(Text::DistanceColumn).arg(qtText(lengthUnit(options))),

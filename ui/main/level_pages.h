@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/forms/rows_table.h"
 #include "drawing/spectrum_drawing.h"
 #include "main/editor.h"
 #include "main/page.h"
@@ -75,7 +74,6 @@ protected:
 private:
     QLineEdit* entry(const char* name, double ViewState::*metres, bool aboveZero);
     void copy() const;
-    std::vector<SeatRow> rows() const;
 
     QTableWidget* tblRows;
     QLabel* m_pitch;

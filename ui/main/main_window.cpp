@@ -1,9 +1,9 @@
 #include "main/main_window.h"
 
 #include "engine/auto_aim.h"
+#include "main/export_menu.h"
 #include "main/last_session.h"
 #include "main/optimize_dialog.h"
-#include "main/picture_menu.h"
 #include "main/rigging_page.h"
 #include "main/room_page.h"
 #include "main/sub_array_page.h"
@@ -102,7 +102,8 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
         showStatus();
     });
     m_commands = new ProjectCommands(m_editor, this);
-    connect(m_views, &ViewPanel::csvAsked, m_commands, &ProjectCommands::saveTable);
+    connect(m_views, &ViewPanel::csvAsked, m_commands,
+            [this](const std::string& csv) { m_commands->saveExport(FileKind::Table, csv); });
     statusBar()->setObjectName("statusBar");
     m_status = new StatusLine(m_editor, this);
     statusBar()->addWidget(m_status, 1);
@@ -112,8 +113,12 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
     });
     makeMenus();
     for (auto* picture : findChildren<DrawingWidget*>())
-        new PictureMenu(m_editor, *m_commands, *picture,
-                        picture->objectName() == "AreaSpl_pbx"); // there it takes the fit line away
+        new ExportMenu(m_editor, *m_commands, *picture,
+                       figuresShownBy(picture->objectName(), m_editor, *m_views),
+                       picture->objectName() == "AreaSpl_pbx"); // there it takes the fit line away
+    for (const char* name : {"tblRows", "rigText_txt"})
+        new ExportMenu(m_editor, *m_commands, *findChild<QWidget*>(name),
+                       figuresShownBy(name, m_editor, *m_views));
     connect(m_commands, &ProjectCommands::recentFilesChanged, this, &MainWindow::showRecentFiles);
     connect(m_commands, &ProjectCommands::statusChanged, this,
             [this](Text text, const QString& argument) {

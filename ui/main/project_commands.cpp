@@ -374,14 +374,6 @@ void ProjectCommands::importData(const QString& file)
     emit statusChanged(Text::DataImported, file);
 }
 
-void ProjectCommands::saveTable(const std::string& csv)
-{
-    const auto chosen = fileToSave(FileKind::Table);
-    if (!chosen)
-        return;
-    write(*chosen, csv, Text::CsvFailed, [] {});
-}
-
 void ProjectCommands::Help()
 {
     const QString file = helpFile(m_editor.session(), "ORVA-help.pdf", "ORVA-help-de.pdf");
@@ -431,10 +423,11 @@ void ProjectCommands::SavePdf()
           [this, file = *chosen] { openOutside(m_editor.session(), file, m_window); });
 }
 
-void ProjectCommands::savePicture(FileKind kind, const std::string& bytes)
+void ProjectCommands::saveExport(FileKind kind, const std::string& bytes)
 {
+    const bool figures = kind == FileKind::Table || kind == FileKind::Json;
     if (const auto chosen = fileToSave(kind))
-        write(*chosen, bytes, Text::PictureFailed, [] {});
+        write(*chosen, bytes, figures ? Text::CsvFailed : Text::PictureFailed, [] {});
 }
 
 void ProjectCommands::PrintReport()

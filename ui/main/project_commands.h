@@ -40,9 +40,8 @@ public:
     /// The report page by page: as PDF, or on a printer after a preview.
     void SavePdf();
     void PrintReport();
-    /// A picture, with the name of its kind.
-    void savePicture(FileKind kind, const std::string& bytes);
-    void saveTable(const std::string& csv);
+    /// A picture or a table of figures, under a name that is asked for.
+    void saveExport(FileKind kind, const std::string& bytes);
     /// Compares the setup with that of another project.
     void CompareWith();
     /// Imports directivity data until the next system selection.

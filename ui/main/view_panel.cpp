@@ -316,6 +316,13 @@ std::optional<MapGrid> ViewPanel::mapGrid() const
     return PrepareMapGrid(m_editor.room(), static_cast<float>(cellW), static_cast<float>(cellH));
 }
 
+std::optional<ViewPanel::ShownMap> ViewPanel::shownMap()
+{
+    (void)Main_pbx->picture(); // m_room is of the last one
+    const bool coarse = m_room.figures == MapFigures::Levels && m_editor.view().map.coarse;
+    return m_room.map && !coarse ? std::optional(ShownMap{m_room.grid, m_room.map}) : std::nullopt;
+}
+
 void ViewPanel::prepareRoom()
 {
     std::optional<BusyPointer> pointer;

@@ -32,6 +32,12 @@ public:
     std::optional<MapGrid> mapGrid() const;
     /// Called before the room is drawn, to bring the map to what holds.
     void setFollowMap(std::function<void()> follow) { m_followMap = std::move(follow); }
+    /// The map that the room view shows, whole, as it is drawn; none where it shows none.
+    struct ShownMap {
+        const MapGrid* grid;
+        const SummedMap* map;
+    };
+    std::optional<ShownMap> shownMap();
     bool aimingLines() const { return chkAiming->isChecked(); }
     /// What else the curve picture shows; none: the curve of the selected area.
     using CurveSource = std::function<CurvePicture(int points)>;
