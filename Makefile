@@ -10,7 +10,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference check-scale package check-package check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-scale package check-package check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures readme-pictures speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -145,6 +145,13 @@ pictures: all
 	        build/release/tests/orva_window_tests --gtest_filter='Pictures.*' || exit 1; \
 	done
 	@echo "The sheets are in build/pictures/."
+
+# Pictures of the README, of today's program.
+readme-pictures: all
+	cp build/release/ORVA-help/en-live.png docs/pictures/live.png
+	cp build/release/ORVA-help/en-compare.png docs/pictures/compare.png
+	build/release/orva-cli report examples/theatre.lad build/readme.pdf --map-type continuous --a-weighted
+	pdftoppm -png -r 65 -f 3 -l 3 -singlefile build/readme.pdf docs/pictures/report
 
 format: check-packages
 	clang-format -i $(SOURCES)

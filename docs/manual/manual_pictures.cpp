@@ -281,6 +281,28 @@ Pictures takePages(ui::Session& session, const QString& project)
     with.picture("rigging.png");
     with.page(ui::SubArrayTab);
     with.picture("subarray.png");
+
+    with.page(ui::SetupTab);
+    with.click("Lock_chk");
+    with.inDialog("frmSuggest", "cmdSuggest", [&](QDialog& dialog) {
+        const auto& stop = with.control<QAbstractButton>("cmdStopSuggest", &dialog);
+        do
+            with.wait(100);
+        while (stop.isEnabled());
+        with.picture("suggest.png", dialog);
+        dialog.reject();
+    });
+    with.click("chkAllAreas");
+    with.click("chkLive");
+    with.wait(1500);
+    with.picture("live.png");
+    with.click("cmdKeep(1)");
+    for (const char* joint : {"cmbAngle(5)", "cmbAngle(7)"})
+        with.choose(joint, "4.5°");
+    with.choose("cmbCompare", with.control<QComboBox>("cmbCompare").itemText(1));
+    with.wait(1500);
+    with.picture("compare.png");
+    with.click("chkLive");
     return with.take();
 }
 
