@@ -93,7 +93,7 @@ fuzz: packages
 	$(call install,$(FUZZ_PACKAGES))
 	cmake --preset fuzz
 	cmake --build --preset fuzz
-	for reader in project speaker_data search_part state; do \
+	for reader in project speaker_data search_part state settings typed_number program; do \
 	    mkdir -p build/fuzz/corpus/$$reader && \
 	    build/fuzz/tests/fuzz/fuzz_$$reader -max_total_time=$(FUZZ_SECONDS) -max_len=65536 \
 	        -print_final_stats=1 -artifact_prefix=build/fuzz/ \

@@ -34,6 +34,8 @@ Result<std::string> pdfReport(const Options& options, OpenProject& state, const 
 Result<Done> writeReport(const Options& options, const Console& console)
 {
     constexpr double kAspect = 16.0 / 9;
+    if (qEnvironmentVariableIsSet("SOURCE_DATE_EPOCH")) // else a zone's name makes other bytes
+        qputenv("TZ", "UTC");
     if (auto apart = checkOutputs(console, options.common, {options.outFile}, {options.file});
         !apart)
         return apart;

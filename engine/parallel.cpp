@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
+#include <exception>
 #include <list>
 #include <mutex>
 #include <system_error>
@@ -106,19 +107,29 @@ bool runBlocks(int count, int threads, const Progress& progress,
         ++done;
         return true;
     };
+    std::mutex failing;
+    std::exception_ptr failure;
     int told = 0;
     const auto caller = std::this_thread::get_id();
     const auto takeAll = [&]() noexcept { // the others still use what is here
         const bool tells = progress && std::this_thread::get_id() == caller;
-        while (takeOne())
-            if (tells && !progress(told = done, count))
-                stopped = true;
+        try {
+            while (takeOne())
+                if (tells && !progress(told = done, count))
+                    stopped = true;
+        } catch (...) {
+            const std::scoped_lock lock(failing);
+            failure = std::current_exception();
+            stopped = true;
+        }
     };
     const int helpers = std::min({threads, count, kMostThreads}) - 1;
     if (helpers > 0)
         Helpers::all().share(helpers, takeAll);
     else
         takeAll();
+    if (failure)
+        std::rethrow_exception(failure);
     if (!stopped && told < done && progress)
         stopped = !progress(done, count);
     return !stopped && done == count;

@@ -20,6 +20,22 @@ void paintPage(const PagedDocument& document, int page, QPainter& painter, doubl
     painter.restore();
 }
 
+namespace {
+
+/// Puts `created` where the writer has put the present moment, which it cannot be told.
+void setCreated(QByteArray& pdf, const QDateTime& created)
+{
+    const QByteArray before = "/CreationDate (D:";
+    const qsizetype from = pdf.indexOf(before);
+    const qsizetype end = pdf.indexOf(')', from);
+    if (from < 0 || end < 0)
+        return;
+    const QByteArray date = before + created.toUTC().toString("yyyyMMddhhmmss").toLatin1() + "Z)";
+    pdf.replace(from, end + 1 - from, date.leftJustified(end + 1 - from, ' '));
+}
+
+} // namespace
+
 std::string pdfOf(const PagedDocument& document, QPageSize::PageSizeId paper)
 {
     needApplication();
@@ -40,7 +56,9 @@ std::string pdfOf(const PagedDocument& document, QPageSize::PageSizeId paper)
                       QPageSize(paper).size(QPageSize::Point));
         }
     }
-    return buffer.data().toStdString();
+    QByteArray pdf = buffer.data();
+    setCreated(pdf, document.created);
+    return pdf.toStdString();
 }
 
 } // namespace orva

@@ -410,7 +410,7 @@ Result<PagedDocument> pageReportOf(ApplicationState& state, const Project& proje
         return Error{*fault, ""};
     const auto report = std::make_shared<PageReport>(state, project, choice, dates);
     return PagedDocument{
-        report->title(), report->pages(),
+        report->title(), reportMoment(), report->pages(),
         [report](QPainter& painter, int page, QSizeF size) { report->paint(painter, page, size); }};
 }
 

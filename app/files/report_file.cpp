@@ -4,7 +4,6 @@
 #include "painting/picture.h"
 #include "report/report.h"
 
-#include <QDateTime>
 #include <algorithm>
 #include <cmath>
 
@@ -23,13 +22,19 @@ constexpr double kNarrowestAspect = 1.25;
 
 } // namespace
 
-std::string reportTime(const QLocale& locale)
+QDateTime reportMoment()
 {
     bool given = false;
     const qint64 epoch = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&given);
     QDateTime time = QDateTime::fromSecsSinceEpoch(epoch, Qt::UTC);
     if (!given || !time.isValid() || time.date().year() > 9999)
         time = QDateTime::currentDateTime();
+    return time;
+}
+
+std::string reportTime(const QLocale& locale)
+{
+    const QDateTime time = reportMoment();
     return (locale.toString(time.date(), QLocale::ShortFormat) + " " +
             locale.toString(time.time(), QLocale::ShortFormat))
         .toStdString();

@@ -3,11 +3,14 @@
 #include "drawing/drawing_options.h"
 #include "model/line_array.h"
 
+#include <QDateTime>
 #include <QLocale>
 
 namespace orva {
 
-/// Date and time of a report as the user reads them: now, or by SOURCE_DATE_EPOCH.
+/// When a report was made: now, or by SOURCE_DATE_EPOCH.
+QDateTime reportMoment();
+/// The same as the user reads it.
 std::string reportTime(const QLocale& locale);
 
 /// The report of the current project as an RTF document, dated now or by SOURCE_DATE_EPOCH in the

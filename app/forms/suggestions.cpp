@@ -67,7 +67,7 @@ bool hangsClear(const Room& room, const LineArray& array)
 
 Suggesting::Suggesting(const ApplicationState& state, const Project& project,
                        const LevelChoice& choice, std::uint64_t budget)
-    : m_project(project), m_choice(choice), m_budget(budget)
+    : m_project(project), m_budget(budget)
 {
     LineArray& array = m_project.array;
     array.GBSetMounting(true);

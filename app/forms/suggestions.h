@@ -67,7 +67,6 @@ private:
     static std::vector<Suggestion> choice(const std::vector<Suggestion>& unbeaten);
 
     Project m_project;
-    LevelChoice m_choice;
     std::uint64_t m_budget;
     std::shared_ptr<const SearchTask> m_base; ///< with the kernel of all
     std::vector<Suggestion> m_found;

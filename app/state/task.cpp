@@ -1,6 +1,7 @@
 #include "app/state/task.h"
 
 #include <QCoreApplication>
+#include <new>
 
 namespace orva {
 
@@ -19,18 +20,30 @@ void Task::end()
     m_thread.reset();
 }
 
-void Task::start(std::function<void(const Stop&)> work, std::function<void()> done)
+void Task::start(std::function<void(const Stop&)> work, std::function<void()> done,
+                 std::function<void()> failed)
 {
     end();
     m_stop = false;
-    m_thread.reset(QThread::create(
-        [this, work = std::move(work)] { work([this] { return m_stop.load(); }); }));
-    connect(m_thread.get(), &QThread::finished, this, [this, run = m_run, done = std::move(done)] {
-        if (run != m_run)
-            return;
-        m_thread->wait();
-        done();
-    });
+    m_outOfMemory = false;
+    m_thread.reset(QThread::create([this, work = std::move(work)] {
+        try {
+            work([this] { return m_stop.load(); });
+        } catch (const std::bad_alloc&) {
+            m_outOfMemory = true;
+        }
+    }));
+    connect(m_thread.get(), &QThread::finished, this,
+            [this, run = m_run, done = std::move(done), failed = std::move(failed)] {
+                if (run != m_run)
+                    return;
+                m_thread->wait();
+                if (!m_outOfMemory)
+                    return done();
+                if (failed)
+                    failed();
+                throw std::bad_alloc();
+            });
     m_thread->start();
 }
 

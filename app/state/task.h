@@ -19,8 +19,10 @@ public:
     ~Task() override;
 
     /// Runs `work`; then, once this thread's event loop comes to it, `done`. What ran before is
-    /// stopped and waited for, and its end is not told.
-    void start(std::function<void(const Stop& stop)> work, std::function<void()> done);
+    /// stopped and waited for, and its end is not told. Where the memory did not suffice `failed`
+    /// is called instead, and std::bad_alloc thrown there.
+    void start(std::function<void(const Stop& stop)> work, std::function<void()> done,
+               std::function<void()> failed = {});
     /// Stops what runs and waits for it; its end is not told.
     void end();
     /// Asks the work to stop.
@@ -35,6 +37,7 @@ public:
 private:
     std::unique_ptr<QThread> m_thread;
     std::atomic<bool> m_stop = false;
+    std::atomic<bool> m_outOfMemory = false;
     std::uint64_t m_run = 0; ///< how often one was ended
 };
 

@@ -33,7 +33,7 @@ void DiskQueue::next()
 {
     m_working = true;
     m_task.start([work = m_jobs.front().begin()](const Task::Stop&) { work(); },
-                 [this] { ended(); });
+                 [this] { ended(); }, [this] { ended(); });
 }
 
 /// What its end brings may add more, wait for that, and end this queue's work meanwhile.

@@ -25,7 +25,10 @@ public:
     {
         const auto outcome = std::make_shared<std::optional<T>>();
         enqueue({[outcome, begin] { return [outcome, work = begin()] { *outcome = work(); }; },
-                 [outcome, done] { done(std::move(**outcome)); }});
+                 [outcome, done] {
+                     if (*outcome) // else the memory did not suffice
+                         done(std::move(**outcome));
+                 }});
     }
     /// Does it and waits, under the progress dialog where it takes long. None where the user did
     /// not want to wait: the work goes on, and what it finds does not count.

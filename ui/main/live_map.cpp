@@ -142,7 +142,8 @@ void LiveMap::calculateBeside(const MapWork& work, RawSplCache& cache, bool whol
             show(work, std::move(**shown), whole);
             m_views.roomView().redraw();
             then();
-        });
+        },
+        [this] { m_editor.setLive(false); }); // else it would be tried with each edit
 }
 
 /// Where the chosen cells take long, with finer ones first.

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QScopeGuard>
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
@@ -111,7 +112,7 @@ bool MapCalculator::runStage(ProgressDialog& dialog, const QString& caption,
                 return !dialog.Aborted;
             });
         },
-        [&loop] { loop.quit(); });
+        [&loop] { loop.quit(); }, [&loop] { loop.quit(); });
     // Most stages end here, and no click is lost meanwhile.
     if (task.wait(kShowAfterMs))
         return whole;
@@ -136,12 +137,12 @@ void MapCalculator::CalcMapping(bool all, bool redraw)
         m_editor.redrawViews();
         return;
     }
-    m_busy = true;
     {
+        m_busy = true;
+        const auto ready = qScopeGuard([this] { m_busy = false; });
         const BusyPointer pointer;
         calculate(all, redraw);
     }
-    m_busy = false;
     m_editor.mapFinished();
     m_views.roomView().picture();
 }

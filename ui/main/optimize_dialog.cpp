@@ -413,7 +413,8 @@ void OptimizeDialog::beginOrPause()
         m_run.choose(choice());
     m_run.begin(m_more->quick(chkQuick->isChecked()));
     m_poll.start(kPollMs);
-    m_task.start([this](const Task::Stop& stop) { m_run.work(stop); }, [this] { searchStopped(); });
+    m_task.start([this](const Task::Stop& stop) { m_run.work(stop); }, [this] { searchStopped(); },
+                 [this] { reject(); }); // what it tested last is not known
     showState();
 }
 

@@ -73,7 +73,7 @@ SuggestDialog::SuggestDialog(Editor& editor, QWidget* window)
                 },
                 [this](double share) { m_share = share; });
         },
-        [this] { ended(); });
+        [this] { ended(); }, [this] { ended(); });
 }
 
 void SuggestDialog::showTexts()

@@ -13,12 +13,41 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QTimer>
 #include <QUrl>
 #include <cstdio>
+#include <new>
+#include <utility>
 
 namespace orva::ui {
 
 namespace {
+
+/// Goes on where the memory did not suffice for what an event brought, and says so.
+class Program final : public QApplication {
+public:
+    using QApplication::QApplication;
+    void setTell(std::function<void()> tell) { m_tell = std::move(tell); }
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::bad_alloc&) {
+            qCritical("out of memory");
+            if (m_tell && !std::exchange(m_telling, true))
+                QTimer::singleShot(0, this, [this] {
+                    m_tell();
+                    m_telling = false;
+                });
+            return true;
+        }
+    }
+
+private:
+    std::function<void()> m_tell;
+    bool m_telling = false;
+};
 
 /// Says what helps where loudspeaker data are missing or damaged.
 void showDataFault(const Session& session, const QString& text, const QString& found)
@@ -34,7 +63,7 @@ QString fileOf(const std::string& argument)
     return QFileInfo(url.isLocalFile() ? url.toLocalFile() : text).absoluteFilePath();
 }
 
-int run(const StartOptions& options)
+int run(Program& program, const StartOptions& options)
 {
     // Before anything reads them.
     if (options.resetSettings)
@@ -51,6 +80,8 @@ int run(const StartOptions& options)
     logStartFacts();
     Session session(*store, folders);
     MlInit();
+    program.setTell(
+        [&session] { showMessage(QApplication::activeWindow(), session.text(Text::OutOfMemory)); });
     useAppearance(LoadSettings(*store).Appearance);
     if (options.language)
         session.ChangeLanguage(static_cast<std::int32_t>(*options.language));
@@ -103,10 +134,10 @@ int main(int argc, char** argv)
         std::puts((options->help ? orva::startHelp() : orva::versionText("orva")).c_str());
         return 0;
     }
-    const QApplication application(argc, argv);
+    orva::ui::Program application(argc, argv);
     QApplication::setOrganizationName("ORVA");
     QApplication::setApplicationName("ORVA");
     QApplication::setApplicationVersion(ORVA_VERSION);
     QApplication::setDesktopFileName("orva"); // whose icon and name docks show
-    return orva::ui::run(*options);
+    return orva::ui::run(application, *options);
 }

@@ -1,0 +1,133 @@
+"""What takes hours: fuzzing, coverage, mutants."""
+import os
+import re
+import shutil
+import subprocess
+import time
+
+from campaign import ROOT, command, require, STATE
+
+FUZZ = ROOT / "build" / "fuzz"
+CLANG = "14"
+RUNS = {"project": 50_000_000, "state": 50_000_000, "search_part": 50_000_000, "settings": 50_000_000,
+        "typed_number": 50_000_000, "speaker_data": 5_000_000, "program": 200_000}
+READERS = ["model/project_file.cpp", "model/byte_stream.cpp", "model/line_array_file.cpp", "model/line_array_old.cpp",
+           "engine/speaker_data_text.cpp", "optimize/search_part.cpp", "document/state_bytes.cpp",
+           "app/state/settings.cpp", "lang/typed_number.cpp"]
+
+
+def built_for_fuzzing():
+    if os.environ.get("ORVA_BUILT"):  # and may not change meanwhile
+        return
+    command("cmake", "--preset", "fuzz", cwd=ROOT)
+    command("cmake", "--build", "--preset", "fuzz", cwd=ROOT)
+
+
+def fuzzed(run, target):
+    """Slices of a minute; the corpus of one is that of the next."""
+    built_for_fuzzing()
+    corpus = FUZZ / "corpus" / target
+    corpus.mkdir(parents=True, exist_ok=True)
+    while run.done < run.goal and (left := run.ends - time.monotonic()) > 1:
+        seconds = int(min(60, left))
+        done = command(FUZZ / "tests" / "fuzz" / f"fuzz_{target}", f"-runs={run.goal - run.done}",
+                       f"-max_total_time={seconds}", "-max_len=65536", "-print_final_stats=1",
+                       f"-artifact_prefix={FUZZ}/", corpus, ROOT / "tests" / "fuzz" / "corpus" / target,
+                       env={"ASAN_OPTIONS": "detect_leaks=0", "QT_QPA_PLATFORM": "offscreen"})
+        run.add(int(re.search(r"number_of_executed_units:\s*(\d+)", done.stderr)[1]))
+    return f"{run.done:,} executions under AddressSanitizer and UndefinedBehaviorSanitizer, no finding"
+
+
+def fuzz_part(target, what):
+    def part(run):
+        return fuzzed(run, target)
+    part.__name__ = f"fuzz_{target}"
+    part.__doc__ = what
+    part.goal = RUNS[target]
+    return part
+
+
+def fuzz_coverage(run):
+    """Lines of the readers that the fuzzers' corpus runs"""
+    tree = STATE / "coverage"
+    for _ in run.rounds():
+        command("cmake", "-S", ROOT, "-B", tree, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DORVA_FUZZ=ON",
+                f"-DCMAKE_CXX_COMPILER=clang++-{CLANG}", "-DCMAKE_CXX_FLAGS=-fprofile-instr-generate -fcoverage-mapping")
+        targets = [f"fuzz_{target}" for target in RUNS if target != "program"]
+        command("cmake", "--build", tree, "--target", *targets)
+        profiles = []
+        for target in targets:
+            profiles.append(str(tree / f"{target}.profraw"))
+            name = target.removeprefix("fuzz_")
+            command(tree / "tests" / "fuzz" / target, "-runs=0", FUZZ / "corpus" / name, ROOT / "tests" / "fuzz" / "corpus" / name,
+                    env={"LLVM_PROFILE_FILE": profiles[-1]})
+        command(f"llvm-profdata-{CLANG}", "merge", *profiles, "-o", tree / "all.profdata")
+        first, *others = [str(tree / "tests" / "fuzz" / target) for target in targets]
+        report = command(f"llvm-cov-{CLANG}", "report", first, *[f"-object={other}" for other in others],
+                         f"-instr-profile={tree / 'all.profdata'}", *[ROOT / reader for reader in READERS]).stdout
+        run.kept["files"] = {}
+        for line in report.splitlines():
+            cells = line.split()
+            if len(cells) >= 10 and cells[0].endswith(".cpp"):
+                run.kept["files"][cells[0]] = (int(cells[7]), int(cells[8]))
+    lines = sum(all_ for all_, _ in run.kept["files"].values())
+    missed = sum(miss for _, miss in run.kept["files"].values())
+    each = ", ".join(f"{os.path.basename(name)} {100 * (1 - miss / all_):.1f}" for name, (all_, miss) in run.kept["files"].items())
+    return f"{100 * (1 - missed / lines):.1f} % of {lines} lines ({each})"
+
+
+def fuzz_corpus(run):
+    """The corpus without what adds nothing, kept in tests/fuzz/corpus"""
+    for _ in run.rounds():
+        for target in RUNS:
+            kept = ROOT / "tests" / "fuzz" / "corpus" / target
+            small = STATE / "small"
+            shutil.rmtree(small, ignore_errors=True)
+            small.mkdir(parents=True)
+            command(FUZZ / "tests" / "fuzz" / f"fuzz_{target}", "-merge=1", small, kept, FUZZ / "corpus" / target,
+                    env={"ASAN_OPTIONS": "detect_leaks=0", "QT_QPA_PLATFORM": "offscreen"})
+            run.kept[target] = len(list(small.iterdir()))
+    return ", ".join(f"{name} {count}" for name, count in run.kept.items() if name != "done")
+
+
+# Where a change of a folder is to be noticed.
+NOTICED = {"lang": "lang", "model": "model,report,document", "engine": "engine", "optimize": "optimize", "document": "document",
+           "drawing": "drawing", "report": "report", "app": "app", "cli": "cli", "ui": "window", "painting": "painting,app"}
+
+
+def mutants(run):
+    """Changes of the code by chance that `make test` notices"""
+    sources = command("git", "-C", ROOT, "ls-files", *[f"{name}/*.cpp" for name in NOTICED]).stdout.split()
+    for number in run.rounds():
+        import random
+        random_ = random.Random(f"mutant {number}")
+        sizes = [(ROOT / source).stat().st_size for source in sources]
+        source = random_.choices(sources, sizes)[0]
+        targets = [f"orva_{name}_tests" for name in NOTICED[source.split("/")[0]].split(",")]
+        targets += [t for t in ("orva_app_tests", "orva_cli_tests", "orva_window_tests") if t not in targets]
+        done = command(ROOT / "tests" / "mutate.py", "--count", 1, "--seed", number, "--timeout", 120, ",".join(targets), source,
+                       status=None, env={"QT_QPA_PLATFORM": "offscreen"})
+        row = next((line for line in done.stdout.splitlines() if line.split()[:1] and line.split()[0] in
+                    ("killed", "SURVIVED", "not")), None)
+        if row is None or row.startswith("not"):
+            run.kept["not built"] = run.kept.get("not built", 0) + 1
+            continue
+        folder = source.split("/")[0]
+        kind = "survived" if row.startswith("SURVIVED") else "killed"
+        run.kept[f"{folder} {kind}"] = run.kept.get(f"{folder} {kind}", 0) + 1
+        if kind == "survived":
+            run.kept.setdefault("survivors", []).append(row)
+            print(row, flush=True)
+    killed = sum(v for k, v in run.kept.items() if k.endswith(" killed"))
+    survived = sum(v for k, v in run.kept.items() if k.endswith(" survived"))
+    inner = [sum(run.kept.get(f"{f} {k}", 0) for f in ("model", "engine", "optimize", "document")) for k in ("killed", "survived")]
+    return (f"{killed} of {killed + survived} that compile ({100 * killed / max(1, killed + survived):.0f} %); model, engine, optimize, "
+            f"document {inner[0]} of {sum(inner)}; survivors in build/campaign/mutants.json")
+
+
+fuzz_coverage.goal, fuzz_corpus.goal, mutants.goal = 1, 1, 400
+PARTS = [fuzz_part("project", "libFuzzer on projects with their variants"), fuzz_part("state", "libFuzzer on recovered states"),
+         fuzz_part("search_part", "libFuzzer on parts of a search"), fuzz_part("settings", "libFuzzer on stored options"),
+         fuzz_part("typed_number", "libFuzzer on typed numbers"), fuzz_part("speaker_data", "libFuzzer on loudspeaker data"),
+         fuzz_part("program", "A fuzzer's projects opened, predicted, rigged, reported, saved and reopened"), fuzz_corpus,
+         fuzz_coverage, mutants]
