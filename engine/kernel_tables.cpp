@@ -18,13 +18,6 @@ constexpr double kRadians = std::numbers::pi / 180;
 constexpr double kLargestDb = 150;
 constexpr double kLargestDegrees = 20 * 360;
 
-BandRows allocateRows(std::size_t count)
-{
-    BandRows rows = hwy::AllocateAligned<float>(count * BandRow::kFloats);
-    std::fill_n(rows.get(), count * BandRow::kFloats, 0.0F);
-    return rows;
-}
-
 void store(float* row, std::size_t band, Complex value)
 {
     row[BandRow::re(band)] = static_cast<float>(value.real());
@@ -73,6 +66,15 @@ bool withinLimits(const Directivity& data)
 }
 
 } // namespace
+
+BandRows allocateRows(std::size_t count)
+{
+    BandRows rows = hwy::AllocateAligned<float>(count * BandRow::kFloats);
+    if (!rows)
+        throw std::bad_alloc();
+    std::fill_n(rows.get(), count * BandRow::kFloats, 0.0F);
+    return rows;
+}
 
 std::shared_ptr<const DirectivityTable> DirectivityTable::make(const Directivity& data,
                                                                const TablePrecision& precision)

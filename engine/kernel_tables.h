@@ -21,6 +21,8 @@ struct BandRow {
 
 /// Rows of a BandRow each, 64-byte aligned.
 using BandRows = hwy::AlignedFreeUniquePtr<float[]>;
+/// So many of 0; throws std::bad_alloc.
+BandRows allocateRows(std::size_t count);
 
 /// How finely the tables are made, and what the kernel's amplitudes are off by at most then: a
 /// share of the incoherent sum (the root of the boxes' summed powers).

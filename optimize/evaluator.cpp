@@ -134,8 +134,7 @@ void Evaluator::prepareSums()
     if (!m_running || m_sums)
         return;
     const std::size_t places = m_parts.size() * groupsPerPart() * m_sources.size();
-    m_sums = hwy::AllocateAligned<float>(places * kGroup * BandRow::kFloats);
-    std::fill_n(m_sums.get(), places * kGroup * BandRow::kFloats, 0.0F);
+    m_sums = allocateRows(places * kGroup);
     m_summed.assign(places, 0);
 }
 

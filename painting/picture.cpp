@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QGuiApplication>
+#include <QHashFunctions>
 #include <QImage>
 #include <QLoggingCategory>
 #include <algorithm>
@@ -30,11 +31,21 @@ void ignoreToolkitVariables()
 
 } // namespace
 
+/// Throws std::bad_alloc where there is not enough to draw with: the toolkit and its fonts end the
+/// program instead.
+static void needMemory()
+{
+    constexpr std::size_t kBytes = 80U << 20U;
+    ::operator delete(::operator new(kBytes));
+}
+
 void needApplication()
 {
     if (QCoreApplication::instance())
         return;
+    needMemory();
     ignoreToolkitVariables();
+    QHashSeed::setDeterministicGlobalSeed(); // fonts come into a PDF in the order of a hash
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QLoggingCategory::setFilterRules(
         "default.warning=false"); // of folders that a picture needs not
