@@ -98,13 +98,13 @@ def no_memory(run):
         limit = megabytes * 1024 * 1024
         process = subprocess.run([str(CLI), *map(str, works[number % len(works)])], capture_output=True, text=True,
                                  preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
-        kinds = {0: "done", 1: "message", 127: "not loaded"}
+        kinds = {0: "whole", 1: "message", 127: "not loaded"}
         require(process.returncode in kinds, f"{megabytes} MB, {works[number % len(works)]}: status {process.returncode}, "
                                              f"{process.stderr[-300:]}")
         kind = kinds[process.returncode]
         run.kept[kind] = run.kept.get(kind, 0) + 1
     allocations = command(BUILD / "campaign" / "campaign_memory", 400).stdout
-    return (f"{run.done} runs between 20 MB and {20 + 10 * (run.goal // len(works) - 1)} MB: {run.kept.get('done', 0)} done, "
+    return (f"{run.done} runs between 20 MB and {20 + 10 * (run.goal // len(works) - 1)} MB: {run.kept.get('whole', 0)} done, "
             f"{run.kept.get('message', 0)} with one line, {run.kept.get('not loaded', 0)} refused by the system's loader, none "
             f"crashed; allocations: {'; '.join(allocations.strip().splitlines())}")
 

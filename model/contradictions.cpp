@@ -1,7 +1,9 @@
 #include "model/contradictions.h"
 
 #include "lang/message.h"
+#include "lang/number_text.h"
 
+#include <cmath>
 #include <tuple>
 
 namespace orva {
@@ -50,6 +52,20 @@ std::vector<std::string> contradictions(const LineArray& array, Language languag
     if (const std::string boxes = unknownBoxes(array); !boxes.empty())
         say(Text::UnknownBoxes, {boxes});
     return lines;
+}
+
+std::optional<Message> pinFallsShort(const LineArray& array)
+{
+    constexpr double kLeastDeg = 0.05; // shown as 0.1
+    if (!array.GBGetMounting() || array.GBGetAngleOrPin() || array.fault())
+        return std::nullopt;
+    const double missing = array.GFPinPointRemainder();
+    if (std::abs(missing) < kLeastDeg)
+        return std::nullopt;
+    const std::int16_t pin = array.GIPinPoint();
+    return Message(Text::PinFallsShort,
+                   {std::to_string(pin + 1), fixedText(-array.GFAngleFromPin(pin), 1),
+                    fixedText(std::abs(missing), 1)});
 }
 
 } // namespace orva

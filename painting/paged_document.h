@@ -20,8 +20,8 @@ struct PagedDocument {
 /// White round what is painted, points.
 constexpr double kPageMargin = 36;
 
-/// As PDF; texts stay texts, lines stay lines. Needs no display, like pngPicture(). The same document
-/// gives the same bytes.
+/// As PDF; texts stay texts, lines stay lines. Needs no display, like pngPicture(). The same
+/// document gives the same bytes.
 std::string pdfOf(const PagedDocument& document, QPageSize::PageSizeId paper);
 
 /// Paints a page on a device of that many dots per inch whose origin is the corner of a sheet.

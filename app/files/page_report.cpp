@@ -78,6 +78,14 @@ public:
         return end == std::string::npos ? word(Text::ReportTitle) : name.substr(0, end + 1);
     }
 
+    /// The project, and which of several variants the sheet is of.
+    std::string sheetTitle() const
+    {
+        const Variants& variants = m_project.variants;
+        return m_variants.size() < 2 ? title()
+                                     : title() + ", " + variantTitle(variants, variants.current);
+    }
+
     void paint(QPainter& painter, int page, QSizeF size)
     {
         PageWriter writer(painter, QRectF({0, 0}, size));
@@ -88,6 +96,8 @@ public:
                     qt(say(Text::ReportPage, {number(page + 1), number(pages())})), Qt::AlignRight);
         if (page == 0)
             paintHead(writer);
+        if (page == 2)
+            writer.head(qt(sheetTitle()));
         const bool levels = page < 2 || page == 3;
         const bool rig = page != 1;
         warnings(writer, levels, rig);
@@ -173,6 +183,12 @@ private:
                   qt(say(Text::ReportWritten, {m_written, ORVA_VERSION})));
         if (const QString comment = trimmed(m_project.room.GSGetComment()); !comment.isEmpty())
             page.paragraph(comment);
+        const Room& room = m_project.room;
+        const auto [width, height] = room.GFAGetRoomDims();
+        const auto [pickX, pickY] = m_project.array.GFAGetCradleCoord();
+        page.paragraph(
+            qt(say(Text::ReportRoom, {length(width), length(height), unit(), length(room.foh().x),
+                                      length(room.foh().y), length(pickX), length(pickY)})));
         page.skip(kGap / 2);
     }
 
@@ -188,6 +204,8 @@ private:
         if (rig)
             for (const std::string& line : contradictions(array, options().language))
                 lines.push_back(line);
+        if (const auto missing = pinFallsShort(array); rig && missing)
+            lines.push_back(missing->text(options().language));
         if (levels && m_modelled)
             lines.push_back(word(Text::ReportModelled));
         page.setFont(kTextPt, true);
@@ -227,20 +245,26 @@ private:
     void paintLevels(PageWriter& page) const
     {
         page.head(qt(say(Text::ReportLevels, {decibels()})));
-        std::vector<Row> rows = {{"FOH", levelText(m_fohDb), ""}};
-        for (std::size_t i = 0; i < m_areas.size(); ++i)
+        std::vector<Row> rows = {{"FOH", levelText(m_fohDb), "", "", ""}};
+        const auto place = [&](const Point& at) { return length(at.x) + ", " + length(at.y); };
+        for (std::size_t i = 0; i < m_areas.size(); ++i) {
+            const Segment area = m_project.room.area(static_cast<int>(i) + 1);
             rows.push_back({word(areaText(static_cast<int>(i) + 1)),
                             figure(m_areas[i].figures, &AreaFigures::mean),
-                            figure(m_areas[i].figures, &AreaFigures::spread)});
-        page.table({"", word(Text::ReportMean), word(Text::ReportSpread)}, rows);
+                            figure(m_areas[i].figures, &AreaFigures::spread), place(area.at(0)),
+                            place(area.at(area.lengthM))});
+        }
+        page.table({"", word(Text::ReportMean), word(Text::ReportSpread), word(Text::ReportFrom),
+                    word(Text::ReportTo)},
+                   rows);
         page.skip(kGap);
         // The areas' rows side by side.
-        const QRectF place = page.place();
-        const double width = place.width() / static_cast<double>(m_areas.size());
+        const QRectF below = page.place();
+        const double width = below.width() / static_cast<double>(m_areas.size());
         for (std::size_t i = 0; i < m_areas.size(); ++i) {
             PageWriter column = page;
-            column.moveTo({place.left() + width * static_cast<double>(i), place.top(), width - kGap,
-                           place.height()});
+            column.moveTo({below.left() + width * static_cast<double>(i), below.top(), width - kGap,
+                           below.height()});
             column.setFont(kTextPt, true);
             column.line(qt(say(Text::ReportRows, {number(static_cast<int>(i) + 1)})));
             const std::vector<SeatRow>& all = m_areas[i].rows;

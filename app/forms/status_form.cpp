@@ -105,7 +105,8 @@ StatusTexts statusTexts(const StatusFacts& facts)
     const std::string allowed = plainText(array.system().maxWeightKg, 0);
     texts.weight =
         text(Message(Text::StatusWeight, {total, allowed})) + ", " + text(heightMessage(facts));
-    texts.wrong = array.overloaded() || lowestEdge(facts.project) < 0;
+    texts.wrong =
+        array.overloaded() || !fitsIn(facts.project.room, extentOf(facts.project.room, array));
     if (array.overloaded())
         texts.overload = text(Message(Text::StatusOverload, {total, allowed}));
     texts.tilt = text(tiltMessage(array));

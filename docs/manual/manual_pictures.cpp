@@ -200,7 +200,7 @@ Pictures takeSteps(ui::Session& session)
     enterArea(with, 1, {"6", "1.2", "0", "10"});
     with.picture("step-4.png", {"numAreas_cmb", "fraArea(0)"});
     enterArea(with, 2, {"16", "1.2", "11.7", "13.3"});
-    with.picture("step-5.png", {"fraArea(1)"});
+    with.picture("step-5.png", {"numAreas_cmb", "fraArea(1)"});
     enterArea(with, 3, {"21", "7", "16.7", "11.5"});
     with.picture("step-6.png", {"numAreas_cmb", "fraArea(2)"});
 

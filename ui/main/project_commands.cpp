@@ -139,9 +139,11 @@ void ProjectCommands::write(const QString& file, const std::string& bytes, Text 
 {
     m_disk.add<SaveOutcome>([path = file.toStdString(),
                              bytes] { return [path, bytes] { return saveOver(path, bytes, {}); }; },
-                            [this, failed, written](const SaveOutcome& outcome) {
-                                if (told(outcome, failed))
-                                    written();
+                            [this, file, failed, written](const SaveOutcome& outcome) {
+                                if (!told(outcome, failed))
+                                    return;
+                                emit statusChanged(Text::FileWritten, file);
+                                written();
                             });
 }
 

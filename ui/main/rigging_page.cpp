@@ -104,6 +104,8 @@ void RiggingPage::displayWarnings()
     for (const std::string& line :
          contradictions(m_editor.array(), m_editor.session().state().gLanguageId))
         warnings += qtText(line);
+    if (const auto missing = pinFallsShort(m_editor.array()))
+        warnings += m_editor.session().text(*missing);
     lblLastValid->setText(warnings.join("\n"));
     lblLastValid->setVisible(!warnings.empty());
 }
