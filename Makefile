@@ -10,7 +10,7 @@ CLI = build/release/orva-cli
 REFERENCE = ../shared/reference
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all demo run test test-sanitize check-reference check-scale package check-package check-window test-threads bench bench-long fuzz format check-format check-static check-changed pictures readme-pictures speaker-data clean
+.PHONY: all demo run test test-sanitize check-reference check-scale package check-package check-window test-threads bench bench-long campaign fuzz format check-format check-static check-changed pictures readme-pictures speaker-data clean
 
 all: build/release/build.ninja
 	cmake --build --preset release
@@ -88,17 +88,26 @@ bench: all
 	build/release/bench/orva_edit_bench
 	build/release/bench/orva_live_bench build/bench_live.json
 
-# Fuzzes the readers, FUZZ_SECONDS each. What is found stays in build/fuzz/.
+# Fuzzes the readers and the program, FUZZ_SECONDS each. What is found stays in build/fuzz/. Fonts stay with the toolkit.
 fuzz: packages
 	$(call install,$(FUZZ_PACKAGES))
 	cmake --preset fuzz
 	cmake --build --preset fuzz
 	for reader in project speaker_data search_part state settings typed_number program; do \
 	    mkdir -p build/fuzz/corpus/$$reader && \
-	    build/fuzz/tests/fuzz/fuzz_$$reader -max_total_time=$(FUZZ_SECONDS) -max_len=65536 \
+	    leaks=1; [ $$reader = program ] && leaks=0; \
+	    ASAN_OPTIONS=detect_leaks=$$leaks build/fuzz/tests/fuzz/fuzz_$$reader -max_total_time=$(FUZZ_SECONDS) -max_len=65536 \
 	        -print_final_stats=1 -artifact_prefix=build/fuzz/ \
 	        build/fuzz/corpus/$$reader tests/fuzz/corpus/$$reader || exit 1; \
 	done
+
+# Tries to break the program, part by part; the figures come into docs/reliability.md. Hours; goes on where it was stopped.
+PARTS =
+campaign: all build/sanitize/build.ninja
+	$(call install,$(FUZZ_PACKAGES) llvm-14 locales python3)
+	cmake --build --preset sanitize --target orva
+	if [ -d $(UIDRIVER) ]; then UIDRIVER_BUILD=/tmp/uidriver-build $(UIDRIVER)/build.sh; fi
+	UIDRIVER=$(abspath $(UIDRIVER)) campaign/campaign.py $(PARTS)
 
 # The reference cases of the commands that are there, where the folder is.
 COMMANDS = new,show,geometry,rigging,levels,map,optimize,aim,subarray,report

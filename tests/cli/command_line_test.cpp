@@ -288,6 +288,21 @@ TEST_F(CommandLine, TheSpectrumAlongAnAreaAgreesWithItsLevels)
         << "dry air absorbs more";
 }
 
+TEST_F(CommandLine, AReportOfAGivenMomentIsTheSameBytes)
+{
+    ::setenv("SOURCE_DATE_EPOCH", "1700000000", 1);
+    std::vector<std::string> reports;
+    for (int i = 0; i < 2; ++i) {
+        const fs::path file = folder / "report.pdf";
+        ASSERT_EQ(run("report " + project + " " + file.string()).status, 0);
+        std::ifstream in(file, std::ios::binary);
+        reports.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    ::unsetenv("SOURCE_DATE_EPOCH");
+    EXPECT_EQ(reports[0], reports[1]);
+    EXPECT_NE(reports[0].find("(D:20231114221320Z)"), std::string::npos);
+}
+
 TEST_F(CommandLine, FiguresAreTheSameAsCsvAndAsJson)
 {
     const std::string stacked = folder / "stack.lad";

@@ -111,5 +111,23 @@ TEST(Parallel, CallersMayShareTheHelpersAndCallFromWithin)
     EXPECT_EQ(runs, 4 * 50 * 5);
 }
 
+TEST(Parallel, WhatABlockThrowsComesToTheCallerOnceAllHaveEnded)
+{
+    for (const int threads : {1, 3}) {
+        std::atomic<int> inside = 0;
+        EXPECT_THROW(runBlocks(200, threads, {},
+                               [&](int block) {
+                                   ++inside;
+                                   if (block == 20)
+                                       throw std::bad_alloc();
+                                   std::this_thread::sleep_for(std::chrono::microseconds(100));
+                                   --inside;
+                               }),
+                     std::bad_alloc);
+        EXPECT_EQ(inside, 1) << "the block that threw";
+        EXPECT_TRUE(runBlocks(20, threads, {}, [](int) {}));
+    }
+}
+
 } // namespace
 } // namespace orva

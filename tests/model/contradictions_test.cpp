@@ -43,5 +43,28 @@ TEST(Contradictions, AreCountsThatAreNotTheColumnsAndUnknownCodes)
     EXPECT_TRUE(contradictions(newProject(kCompactSystem).array, Language::German).empty());
 }
 
+TEST(Contradictions, WhatAPinLacksOfATypedAngleIsSaid)
+{
+    const std::tuple<bool, bool, int, const char*> cases[] = {
+        {true, true, 0, nullptr},     // hung from a pin
+        {false, false, 350, nullptr}, // a stack
+        {true, false, 350, "Pin 11 alone gives -"},
+        {true, false, -350, "Pin 1 alone gives "}};
+    for (const auto& [flown, pin, tenths, said] : cases) {
+        LineArray array = newProject(kStandardSystem).array;
+        array.GBSetMounting(flown);
+        array.GBSetAngleOrPin(pin);
+        LineArray::Positions angles = array.GIAGetAllAngle();
+        angles[0] = static_cast<std::int16_t>(tenths);
+        array.GBSetAllAngle(angles);
+        array.GFACalcCOM();
+        const std::optional<Message> missing = pinFallsShort(array);
+        ASSERT_EQ(missing.has_value(), said != nullptr);
+        if (said) {
+            EXPECT_EQ(missing->text().find(said), 0U) << missing->text();
+        }
+    }
+}
+
 } // namespace
 } // namespace orva

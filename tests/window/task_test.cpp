@@ -80,5 +80,19 @@ TEST_F(Disk, WhatIsGivenUpDoesNotCount)
     EXPECT_EQ(ended, std::vector{2});
 }
 
+TEST(Tasks, MemoryThatDoesNotSufficeIsThrownWhereTheTaskBelongs)
+{
+    Task task;
+    int failed = 0;
+    const auto done = [] { FAIL() << "there is nothing to show"; };
+    task.start([](const Task::Stop&) { throw std::bad_alloc(); }, done, [&] { ++failed; });
+    EXPECT_THROW(task.tellWithin(10'000), std::bad_alloc);
+    EXPECT_EQ(failed, 1);
+    bool whole = false;
+    task.start([](const Task::Stop&) {}, [&] { whole = true; });
+    EXPECT_TRUE(task.tellWithin(10'000));
+    EXPECT_TRUE(whole);
+}
+
 } // namespace
 } // namespace orva::ui
