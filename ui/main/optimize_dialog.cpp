@@ -322,14 +322,14 @@ void OptimizeDialog::showFitLabels()
 QString OptimizeDialog::gapText(const SearchRun::Progress& now) const
 {
     const Session& session = m_editor.session();
-    if (now.bestRms >= kNoMeasure)
+    if (now.bestRms >= kNoMeasure || m_run.quickOnly()) // which proves nothing
         return {};
     if (now.leastRms >= now.bestRms)
         return session.text(Text::ProvedWhole);
     const double gap = 100 * (now.bestRms - now.leastRms) / now.bestRms;
     return session.text(
-        Message(Text::ProvedShare, {m_run.quickOnly() ? "0" : plainText(100 * now.share, 2),
-                                    fixedText(now.leastRms, 2), fixedText(gap, 0)}));
+        Message(Text::ProvedShare, {plainText(100 * now.share, 2), fixedText(now.leastRms, 2),
+                                    fixedText(gap, 0)}));
 }
 
 void OptimizeDialog::showProgress()

@@ -43,7 +43,7 @@ VariantBar::VariantBar(Editor& editor, QWidget* parent) : Page(editor, parent)
     layout->addSpacing(4);
     cmbCompare = named<ListBox>("cmbCompare", this);
     cmbCompare->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbCompare->setMinimumContentsLength(3);
+    cmbCompare->setMinimumContentsLength(9);
     connect(cmbCompare, &QComboBox::activated, this, &VariantBar::compare);
     connect(&editor, &Editor::comparedChanged, this, &VariantBar::displayCompared);
     layout->addWidget(cmbCompare, 1);

@@ -41,6 +41,7 @@ private:
             return {};
         QString html = QString::fromUtf8(page.readAll());
         html = html.section("<main>", 1).section("</main>", 0, 0);
+        html.replace("<pre>", "<pre style=\"white-space: pre-wrap\">");
         static const QRegularExpression kSize("width=\"(\\d+)\" height=\"(\\d+)\"");
         qsizetype from = 0;
         for (auto size = kSize.match(html); size.hasMatch(); size = kSize.match(html, from)) {
