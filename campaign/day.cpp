@@ -62,7 +62,7 @@ void searchQuickly(ui::MainWindow& window)
 
 int main(int argc, char** argv) // NOLINT(bugprone-exception-escape)
 {
-    const int edits = argc > 1 ? std::atoi(argv[1]) : 20000;
+    const int edits = argc > 1 ? static_cast<int>(std::strtol(argv[1], nullptr, 10)) : 20000;
     WindowBench bench(argc, argv);
     ui::MainWindow window(bench.session);
     window.resize(1280, 720);

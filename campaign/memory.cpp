@@ -119,7 +119,7 @@ bool tryAll(const char* name, const Work& work, long most)
 
 int main(int argc, char** argv) // NOLINT(bugprone-exception-escape)
 {
-    const long most = argc > 1 ? std::atol(argv[1]) : 200;
+    const long most = argc > 1 ? std::strtol(argv[1], nullptr, 10) : 200;
     Workspace state;
     if (!LoadSystemData(state, ORVA_SOURCE_DIR "/data"))
         return 2;

@@ -70,6 +70,7 @@ std::vector<double> amplitudes(const LevelKernel& kernel, const std::vector<Sour
     const auto count = static_cast<std::size_t>(bands.count());
     std::vector<std::vector<float>> powers(count, std::vector<float>(at.size()));
     std::vector<float*> planes;
+    planes.reserve(count);
     for (auto& plane : powers)
         planes.push_back(plane.data());
     kernel.bandPowers(sources, at, bands, planes);
@@ -96,8 +97,8 @@ double apart(const std::vector<double>& a, const std::vector<double>& b,
 
 int main(int argc, char** argv) // NOLINT(bugprone-exception-escape)
 {
-    const auto seed = static_cast<unsigned>(argc > 1 ? std::atoi(argv[1]) : 1);
-    const int count = argc > 2 ? std::atoi(argv[2]) : 1000;
+    const auto seed = static_cast<unsigned>(argc > 1 ? std::strtol(argv[1], nullptr, 10) : 1);
+    const int count = argc > 2 ? static_cast<int>(std::strtol(argv[2], nullptr, 10)) : 1000;
     Workspace state;
     if (!LoadSystemData(state, ORVA_SOURCE_DIR "/data"))
         return 2;
@@ -126,7 +127,9 @@ int main(int argc, char** argv) // NOLINT(bugprone-exception-escape)
             !again || again->project != project)
             return std::printf("seed %u, project %d: not the same after saving\n", seed, number), 1;
         std::vector<Point> at;
-        for (int i = 0; i < 8; ++i)
+        constexpr int kPlaces = 8;
+        at.reserve(kPlaces);
+        for (int i = 0; i < kPlaces; ++i)
             at.push_back({dice.coordinate(-5, 60), dice.coordinate(0, 20)});
         const int system = project.array.GIGetArrayType();
         const std::vector<Source> sources = radiatingSources(project.array);

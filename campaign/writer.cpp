@@ -95,7 +95,7 @@ int main(int argc, char** argv) // NOLINT(bugprone-exception-escape)
     const std::string where = argc > 2 ? argv[2] : "";
     if (what == "left")
         return sayLeft(where);
-    const int rounds = argc > 3 ? std::atoi(argv[3]) : 0;
+    const int rounds = argc > 3 ? static_cast<int>(std::strtol(argv[3], nullptr, 10)) : 0;
     const Write write = what == "settings" ? settingsWriter(where) : writerOf(what, where);
     for (int round = 0; rounds == 0 || round < rounds; ++round) {
         if (!write(round))

@@ -316,7 +316,9 @@ TEST_F(CommandLine, FiguresAreTheSameAsCsvAndAsJson)
         SCOPED_TRACE(line);
         const std::string csv = folder / "figures.csv";
         const std::string file = folder / "figures.json";
-        ASSERT_EQ(run(line + " --csv " + csv + " --json " + file).status, 0);
+        std::string both = line;
+        both.append(" --csv ").append(csv).append(" --json ").append(file);
+        ASSERT_EQ(run(both).status, 0);
         std::ifstream in(file);
         Json json = Json::parse(in);
         EXPECT_EQ(json["unit"], line.find("ft") == std::string::npos ? "m" : "ft");

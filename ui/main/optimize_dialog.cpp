@@ -328,8 +328,8 @@ QString OptimizeDialog::gapText(const SearchRun::Progress& now) const
         return session.text(Text::ProvedWhole);
     const double gap = 100 * (now.bestRms - now.leastRms) / now.bestRms;
     return session.text(
-        Message(Text::ProvedShare, {plainText(100 * now.share, 2), fixedText(now.leastRms, 2),
-                                    fixedText(gap, 0)}));
+        Message(Text::ProvedShare,
+                {plainText(100 * now.share, 2), fixedText(now.leastRms, 2), fixedText(gap, 0)}));
 }
 
 void OptimizeDialog::showProgress()
