@@ -99,8 +99,8 @@ def record(name, goal, figure, whole):
     if at:
         lines[at[0]] = row
     else:
-        last = max(i for i, line in enumerate(lines) if line.startswith("|"))
-        lines.insert(last + 1, row)
+        rule = next(i for i, line in enumerate(lines) if line.startswith("|---"))
+        lines.insert(rule + 1, row)
     PAGE.write_text("".join(lines))
 
 
