@@ -1,6 +1,7 @@
 """The batch program and what is below it: other places and machines, absurd requests, no memory."""
 import os
 import resource
+import struct
 import subprocess
 
 from campaign import BUILD, CLI, ROOT, command, folder, require
@@ -46,10 +47,9 @@ def places(run):
 
 def projects(run):
     """Random projects against the plain formulas on every set of vectors, and moved elsewhere"""
-    last = ""
     for number in run.rounds(5000):
-        last = command(BUILD / "campaign" / "campaign_projects", 1 + number // 5000, 5000).stdout.strip()
-        off = [float(word) for word in last.replace(",", "").split() if "e-" in word or word.startswith("0.")]
+        said = command(BUILD / "campaign" / "campaign_projects", 1 + number // 5000, 5000).stdout.strip()
+        off = [float(word) for word in said.replace(",", "").split() if "e-" in word or word.startswith("0.")]
         for key, value in zip(("tables", "exact", "moved"), off):
             run.most(key, value)
     return (f"{run.done}: amplitudes off by {run.kept['tables']:.2g} with tables (bound 3e-4), {run.kept['exact']:.2g} without "
@@ -72,7 +72,7 @@ def absurd(run):
     """Absurd requests are refused, or done within the memory that is told"""
     place = folder()
     wide = place / "wide.lad"
-    wide.write_bytes(THEATRE.read_bytes()[:32] + __import__("struct").pack("<2f", 10000, 10000) + THEATRE.read_bytes()[40:])
+    wide.write_bytes(THEATRE.read_bytes()[:32] + struct.pack("<2f", 10000, 10000) + THEATRE.read_bytes()[40:])
     refused = [["map", THEATRE, "--cell", "0.0001"], ["map", wide, "--cell", "1"], ["levels", THEATRE, "--points", "1000000000"],
                ["map", THEATRE, "--width", "1000000000", "--png", place / "x.png"]]
     done = [["map", THEATRE, "--cell", "0.00476", "--averaging", "broadband"], ["map", wide, "--cell", "3", "--averaging", "broadband"],

@@ -1,12 +1,10 @@
 /* Preloaded, it lets file calls below $ORVA_FAIL_FOLDER fail. $ORVA_FAIL_FOLDER.fail says which: "RUN NTH
    ERRNO ALL": the NTH call since RUN was last changed, and with ALL = 1 every one after it. Which call
    failed is told in $ORVA_FAIL_FOLDER.hit. */
-#define _GNU_SOURCE
-#include <dlfcn.h>
+#include "preload.h"
+
 #include <errno.h>
-#include <fcntl.h>
 #include <pthread.h>
-#include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -56,16 +54,12 @@ static int fails(const char* call)
     return 1;
 }
 
-#define NEXT(name) ((__typeof__(&name))dlsym(RTLD_NEXT, #name))
 #define WATCHED(descriptor) ((unsigned)(descriptor) < sizeof watched && watched[descriptor])
 
 #define OPEN(name)                                                                                      \
     int name(const char* path, int flags, ...)                                                          \
     {                                                                                                   \
-        va_list more;                                                                                   \
-        va_start(more, flags);                                                                          \
-        const mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(more, mode_t) : 0;                   \
-        va_end(more);                                                                                   \
+        TAKE_MODE;                                                                                      \
         if (below(path) && fails(#name))                                                                \
             return -1;                                                                                  \
         const int opened = NEXT(name)(path, flags, mode);                                               \

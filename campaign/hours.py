@@ -5,7 +5,7 @@ import shutil
 import subprocess
 import time
 
-from campaign import ROOT, command, require, STATE
+from campaign import ROOT, STATE, command, dice
 
 FUZZ = ROOT / "build" / "fuzz"
 CLANG = "14"
@@ -98,11 +98,9 @@ NOTICED = {"lang": "lang", "model": "model,report,document", "engine": "engine",
 def mutants(run):
     """Changes of the code by chance that `make test` notices"""
     sources = command("git", "-C", ROOT, "ls-files", *[f"{name}/*.cpp" for name in NOTICED]).stdout.split()
+    sizes = [(ROOT / source).stat().st_size for source in sources]
     for number in run.rounds():
-        import random
-        random_ = random.Random(f"mutant {number}")
-        sizes = [(ROOT / source).stat().st_size for source in sources]
-        source = random_.choices(sources, sizes)[0]
+        source = dice(run, number).choices(sources, sizes)[0]
         targets = [f"orva_{name}_tests" for name in NOTICED[source.split("/")[0]].split(",")]
         targets += [t for t in ("orva_app_tests", "orva_cli_tests", "orva_window_tests") if t not in targets]
         done = command(ROOT / "tests" / "mutate.py", "--count", 1, "--seed", number, "--timeout", 120, ",".join(targets), source,

@@ -64,9 +64,11 @@ Result<Done> printSubArray(const SubArrayOptions& options, const Console& consol
     const Air air = airAt(options.common.temperatureC);
     const SubArrayFigures figures = subArrayFigures(loaded->project.subArray, air.SpeedOfSound);
     PendingFiles files;
-    const ExportTable table =
-        subArrayTable(loaded->project.subArray, air.SpeedOfSound, options.common.text());
-    if (auto added = addFigures(options.figures, table, options.common.text(), files); !added)
+    const TextOptions text = options.common.text();
+    const auto table = [&] {
+        return subArrayTable(loaded->project.subArray, air.SpeedOfSound, text);
+    };
+    if (auto added = addFigures(options.figures, table, text, files); !added)
         return added;
     const Json result = {{"virtualDistance", jsonOf(figures.virtualDistance)},
                          {"delay", jsonOf(figures.delay)}};

@@ -2,7 +2,6 @@
 #include "cli/prediction.h"
 #include "drawing/curve_drawing.h"
 
-#include <limits>
 #include <memory>
 
 namespace orva {
@@ -65,8 +64,9 @@ Result<Done> printLevels(const Options& options, const Console& console)
                    {"aWeighted", choice.aWeighted},
                    {"foh", jsonNumber(levelsOf(fohLine(state->project.room), 1).largest)},
                    {"areas", areas}};
-    const ExportTable table = curveTable(state->project.room, curves, options.common.text());
-    if (auto added = addFigures(options.figures, table, options.common.text(), files); !added)
+    const TextOptions text = options.common.text();
+    const auto table = [&] { return curveTable(state->project.room, curves, text); };
+    if (auto added = addFigures(options.figures, table, text, files); !added)
         return added;
     addWarnings(result, state->contradictions);
     return deliver(console, jsonText(result), files, state->warnings);
@@ -80,9 +80,7 @@ void addLevelsCommand(CLI::App& program, Work& work)
         "levels", "print the level at the FOH and along each audience area as JSON");
     const auto options = std::make_shared<Options>();
     addPointsOption(*command, options->points);
-    command->add_option("--area", options->pictureArea, "audience area of the picture")
-        ->check(numberBetween(1, std::numeric_limits<int>::max()))
-        ->type_name("N")
+    addAreaOption(*command, options->pictureArea, "audience area of the picture")
         ->capture_default_str();
     addFigureOptions(*command, options->figures, "the levels in dB along all areas");
     addPictureOptions(*command, options->picture, "write the curve of that area");

@@ -118,6 +118,13 @@ void addCommonOptions(CLI::App& command, CommonOptions& options)
                      "show progress on standard error even where that is no terminal");
 }
 
+CLI::Option* addAreaOption(CLI::App& command, int& area, const std::string& description)
+{
+    return command.add_option("--area", area, description)
+        ->check(numberBetween(1, std::numeric_limits<int>::max()))
+        ->type_name("N");
+}
+
 void addPointsOption(CLI::App& command, int& points)
 {
     command.add_option("--points", points, "points along each audience area")
@@ -148,11 +155,11 @@ Result<Done> addFigures(const FigureFiles& asked, const std::function<std::strin
     return Done{};
 }
 
-Result<Done> addFigures(const FigureFiles& asked, const ExportTable& table, const TextOptions& text,
-                        PendingFiles& files)
+Result<Done> addFigures(const FigureFiles& asked, const std::function<ExportTable()>& table,
+                        const TextOptions& text, PendingFiles& files)
 {
     return addFigures(
-        asked, [&] { return csvOf(table); }, [&] { return jsonOf(table, text); }, files);
+        asked, [&] { return csvOf(table()); }, [&] { return jsonOf(table(), text); }, files);
 }
 
 void addMapOptions(CLI::App& command, MapOptions& options, const std::string& figures)

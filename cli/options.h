@@ -48,6 +48,8 @@ struct PredictionOptions {
 void addCommonOptions(CLI::App& command, CommonOptions& options);
 void addPredictionOptions(CLI::App& command, PredictionOptions& options);
 
+/// Adds --area, whose number the project may yet lack.
+CLI::Option* addAreaOption(CLI::App& command, int& area, const std::string& description);
 /// Adds --points along each audience area.
 void addPointsOption(CLI::App& command, int& points);
 
@@ -62,8 +64,9 @@ void addFigureOptions(CLI::App& command, FigureFiles& files, const std::string& 
 Result<Done> addFigures(const FigureFiles& asked, const std::function<std::string()>& csv,
                         const std::function<std::string()>& json, PendingFiles& files);
 
-Result<Done> addFigures(const FigureFiles& asked, const ExportTable& table, const TextOptions& text,
-                        PendingFiles& files);
+/// The same of a table, which is made where it is asked for.
+Result<Done> addFigures(const FigureFiles& asked, const std::function<ExportTable()>& table,
+                        const TextOptions& text, PendingFiles& files);
 
 /// The cells of a map, and the files that take its figures.
 struct MapOptions {

@@ -28,11 +28,11 @@ Result<Done> printRigging(const RiggingOptions& options, const Console& console)
     };
     if (auto drawn = addPicture(options.picture, draw, files); !drawn)
         return drawn;
-    const ExportTable table =
-        sheetTable(state->project.room, state->project.array, options.common.text());
-    if (auto added = addFigures(options.figures, table, options.common.text(), files); !added)
+    const TextOptions text = options.common.text();
+    const auto table = [&] { return sheetTable(state->project.room, state->project.array, text); };
+    if (auto added = addFigures(options.figures, table, text, files); !added)
         return added;
-    std::string sheet = state->project.array.GSGetPrintout(options.common.text());
+    std::string sheet = state->project.array.GSGetPrintout(text);
     std::erase(sheet, '\r'); // the line ends of a terminal
     return deliver(console, sheet, files, state->warnings);
 }

@@ -1,7 +1,6 @@
 #include "app/forms/prediction.h"
 #include "cli/prediction.h"
 
-#include <limits>
 #include <memory>
 
 namespace orva {
@@ -33,14 +32,15 @@ Result<Done> printRows(const Options& options, const Console& console)
         return noSuchArea(options.area, options.file);
     Prediction prediction(state->levelKernel(), state->speakerData.BandLevel, state->project.array,
                           state->air.SpeedOfSound);
-    const ExportTable table =
-        rowsTable(seatRows(prediction, room.area(options.area), options.prediction.choice(),
-                           options.pitchM, options.offsetM),
-                  options.common.text());
+    const TextOptions text = options.common.text();
+    const std::vector<SeatRow> rows =
+        seatRows(prediction, room.area(options.area), options.prediction.choice(), options.pitchM,
+                 options.offsetM);
+    const auto table = [&] { return rowsTable(rows, text); };
     PendingFiles files;
-    if (auto added = addFigures(options.figures, table, options.common.text(), files); !added)
+    if (auto added = addFigures(options.figures, table, text, files); !added)
         return added;
-    return deliver(console, jsonOf(table, options.common.text()), files, state->warnings);
+    return deliver(console, jsonOf(table(), text), files, state->warnings);
 }
 
 } // namespace
@@ -50,10 +50,7 @@ void addRowsCommand(CLI::App& program, Work& work)
     CLI::App* command =
         program.add_subcommand("rows", "print the level at each row of seats of an area as JSON");
     const auto options = std::make_shared<Options>();
-    command->add_option("--area", options->area, "audience area")
-        ->check(numberBetween(1, std::numeric_limits<int>::max()))
-        ->type_name("N")
-        ->capture_default_str();
+    addAreaOption(*command, options->area, "audience area")->capture_default_str();
     command->add_option("--pitch", options->pitchM, "from row to row in metres")
         ->check(numberBetween(kLeastPitchM, kLongestM))
         ->type_name("M")

@@ -3,7 +3,6 @@
 #include "engine/spectrum.h"
 
 #include <cmath>
-#include <limits>
 #include <memory>
 
 #include <CLI/TypeTools.hpp>
@@ -101,9 +100,7 @@ void addSpectrumCommand(CLI::App& program, Work& work)
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->type_name("X,Y");
-    CLI::Option* area = where->add_option("--area", options->area, "audience area")
-                            ->check(numberBetween(1, std::numeric_limits<int>::max()))
-                            ->type_name("N");
+    CLI::Option* area = addAreaOption(*where, options->area, "audience area");
     where->require_option(1);
     command->add_option("--points", options->points, "points along the audience area")
         ->check(numberBetween(1, 1'000'000))

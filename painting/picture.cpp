@@ -29,15 +29,15 @@ void ignoreToolkitVariables()
         unsetenv(name.c_str());
 }
 
-} // namespace
-
 /// Throws std::bad_alloc where there is not enough to draw with: the toolkit and its fonts end the
 /// program instead.
-static void needMemory()
+void needMemory()
 {
     constexpr std::size_t kBytes = 80U << 20U;
     ::operator delete(::operator new(kBytes));
 }
+
+} // namespace
 
 void needApplication()
 {

@@ -25,18 +25,12 @@ std::string spreadText(const StatusFacts& facts)
     return Message(Text::StatusAreas, {text}).text(facts.text.language);
 }
 
-/// Metres from the floor up to the lowest edge of a flown array, or to where a stack stands.
-double lowestEdge(const Project& project)
+/// Of the lowest edge of a flown array, or of where a stack stands, so many metres above the floor.
+Message heightMessage(double height, const TextOptions& options)
 {
-    return extentOf(project.room, project.array).lowest;
-}
-
-Message heightMessage(const StatusFacts& facts)
-{
-    const double height = lowestEdge(facts.project);
-    const std::string figure = fixedText(std::abs(height) * facts.text.lengthFactor(), 2);
+    const std::string figure = fixedText(std::abs(height) * options.lengthFactor(), 2);
     return Message(height < 0 ? Text::StatusBelowFloor : Text::StatusHeight,
-                   {figure, std::string(lengthUnit(facts.text))});
+                   {figure, std::string(lengthUnit(options))});
 }
 
 /// The first box: the top one of a flown array, the lowest one of a stack.
@@ -103,10 +97,10 @@ StatusTexts statusTexts(const StatusFacts& facts)
     const LineArray& array = facts.project.array;
     const std::string total = plainText(array.totalWeightKg(), 1);
     const std::string allowed = plainText(array.system().maxWeightKg, 0);
-    texts.weight =
-        text(Message(Text::StatusWeight, {total, allowed})) + ", " + text(heightMessage(facts));
-    texts.wrong =
-        array.overloaded() || !fitsIn(facts.project.room, extentOf(facts.project.room, array));
+    const Extent extent = extentOf(facts.project.room, array);
+    texts.weight = text(Message(Text::StatusWeight, {total, allowed})) + ", " +
+                   text(heightMessage(extent.lowest, facts.text));
+    texts.wrong = array.overloaded() || !fitsIn(facts.project.room, extent);
     if (array.overloaded())
         texts.overload = text(Message(Text::StatusOverload, {total, allowed}));
     texts.tilt = text(tiltMessage(array));

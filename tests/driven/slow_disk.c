@@ -1,10 +1,8 @@
 /* Preloaded, it makes every file call below $ORVA_SLOW_FOLDER take $ORVA_SLOW_MS, as long as the file
    $ORVA_SLOW_FOLDER.slow is there, and writes those of the first thread, the window's, to
    $ORVA_SLOW_FOLDER.calls. */
-#define _GNU_SOURCE
-#include <dlfcn.h>
-#include <fcntl.h>
-#include <stdarg.h>
+#include "preload.h"
+
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -38,15 +36,10 @@ static void take(const char* call, const char* path)
     usleep((useconds_t)atoi(getenv("ORVA_SLOW_MS")) * 1000);
 }
 
-#define NEXT(name) ((__typeof__(&name))dlsym(RTLD_NEXT, #name))
-
 #define OPEN(name)                                                                                      \
     int name(const char* path, int flags, ...)                                                          \
     {                                                                                                   \
-        va_list more;                                                                                   \
-        va_start(more, flags);                                                                          \
-        const mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(more, mode_t) : 0;                   \
-        va_end(more);                                                                                   \
+        TAKE_MODE;                                                                                      \
         take(#name, path);                                                                              \
         return NEXT(name)(path, flags, mode);                                                           \
     }

@@ -5,20 +5,14 @@
 #include "app/forms/export_table.h"
 #include "model/contradictions.h"
 #include "model/project_file.h"
+#include "require.h"
 
 #include <QLocale>
 #include <cmath>
-#include <cstdlib>
 
 namespace {
 
 using namespace orva;
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void predict(Workspace& state, std::uint8_t which)
 {

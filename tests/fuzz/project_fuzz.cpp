@@ -1,19 +1,9 @@
 // What the project reader takes must be written and read again as the same project, and its array
 // must stand every calculation.
 #include "model/project_file.h"
+#include "require.h"
 
 #include <cmath>
-#include <cstdlib>
-
-namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -1,9 +1,9 @@
 // Whatever the store of settings holds, what is loaded from it is within its ranges: it is stored
 // and loaded again as the same.
 #include "app/state/memory_settings.h"
+#include "require.h"
 
 #include <cmath>
-#include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -19,11 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Settings loaded = LoadSettings(store);
     for (const float figure : {loaded.SPLResolution, loaded.Temperature, loaded.GridUnit_Room,
                                loaded.GridUnit_Rigging, loaded.GridUnit_Area, loaded.Humidity})
-        if (!std::isfinite(figure))
-            std::abort();
+        require(std::isfinite(figure));
     MemorySettings again;
     SaveSettings(loaded, again);
-    if (LoadSettings(again) != loaded)
-        std::abort();
+    require(LoadSettings(again) == loaded);
     return 0;
 }

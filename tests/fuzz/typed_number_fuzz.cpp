@@ -1,9 +1,9 @@
 // A number as somebody types it is finite, stands in what was typed, and blanks round it mean
 // nothing.
 #include "lang/typed_number.h"
+#include "require.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <string>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -13,13 +13,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string wide = " " + text + " ";
     const auto typed = typedNumber(text);
     const auto same = typedNumber(wide);
-    if (typed.has_value() != same.has_value())
-        std::abort();
-    if (typed && (!std::isfinite(typed->value) || typed->value != same->value ||
-                  text.find(typed->unit) == std::string::npos))
-        std::abort();
+    require(typed.has_value() == same.has_value());
+    require(!typed || (std::isfinite(typed->value) && typed->value == same->value &&
+                       text.find(typed->unit) != std::string::npos));
     for (const auto figure : {typedFigure(text), typedAngle(text)})
-        if (figure && (!typed || *figure != typed->value))
-            std::abort();
+        require(!figure || (typed && *figure == typed->value));
     return 0;
 }

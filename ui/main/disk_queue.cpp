@@ -32,8 +32,8 @@ void DiskQueue::enqueue(Job job)
 void DiskQueue::next()
 {
     m_working = true;
-    m_task.start([work = m_jobs.front().begin()](const Task::Stop&) { work(); },
-                 [this] { ended(); }, [this] { ended(); });
+    const auto told = [this] { ended(); };
+    m_task.start([work = m_jobs.front().begin()](const Task::Stop&) { work(); }, told, told);
 }
 
 /// What its end brings may add more, wait for that, and end this queue's work meanwhile.

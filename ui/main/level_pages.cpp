@@ -1,6 +1,5 @@
 #include "main/level_pages.h"
 
-#include "app/forms/export_table.h"
 #include "app/forms/search_results.h"
 #include "document/variants_edit.h"
 #include "lang/number_text.h"
@@ -178,9 +177,6 @@ RowsPage::RowsPage(Editor& editor, QWidget* parent) : LevelPage(editor, parent)
     m_pitch->setBuddy(txtRowPitch);
     m_offset->setBuddy(txtRowOffset);
     cmdRowsCsv = named<QPushButton>("cmdRowsCsv", this);
-    connect(cmdRowsCsv, &QPushButton::clicked, this, [this] {
-        emit csvAsked(csvOf(rowsTable(m_editor.seatRows(), m_editor.session().textOptions())));
-    });
     auto* copies = new QShortcut(QKeySequence::Copy, tblRows);
     copies->setContext(Qt::WidgetShortcut);
     connect(copies, &QShortcut::activated, this, &RowsPage::copy);
@@ -290,10 +286,8 @@ LevelPages::LevelPages(Editor& editor, QWidget* curve, QWidget* parent)
     addTab(curve, QString());
     addTab(new SpectrumPage(editor, this), QString());
     addTab(new StripPage(editor, this), QString());
-    auto* rows = new RowsPage(editor, this);
-    addTab(rows, QString());
+    addTab(new RowsPage(editor, this), QString());
     addTab(new VariantsPage(editor, this), QString());
-    connect(rows, &RowsPage::csvAsked, this, &LevelPages::csvAsked);
     connect(&editor.session(), &Session::LanguageChanged, this, &LevelPages::showTexts);
     showTexts();
 }

@@ -61,12 +61,8 @@ private:
 
 /// The rows of the selected area as a table.
 class RowsPage final : public LevelPage {
-    Q_OBJECT
 public:
     RowsPage(Editor& editor, QWidget* parent);
-
-signals:
-    void csvAsked(const std::string& csv);
 
 protected:
     void display() override;
@@ -97,12 +93,8 @@ private:
 
 /// What is below the room view: the curve, and beside it spectrum, strip and rows.
 class LevelPages final : public QTabWidget {
-    Q_OBJECT
 public:
     LevelPages(Editor& editor, QWidget* curve, QWidget* parent);
-
-signals:
-    void csvAsked(const std::string& csv);
 
 private:
     void showTexts();

@@ -102,8 +102,6 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
         showStatus();
     });
     m_commands = new ProjectCommands(m_editor, this);
-    connect(m_views, &ViewPanel::csvAsked, m_commands,
-            [this](const std::string& csv) { m_commands->saveExport(FileKind::Table, csv); });
     statusBar()->setObjectName("statusBar");
     m_status = new StatusLine(m_editor, this);
     statusBar()->addWidget(m_status, 1);
@@ -112,6 +110,10 @@ MainWindow::MainWindow(Session& session) : m_session(session), m_editor(session)
         lblOverload->setVisible(!why.isEmpty());
     });
     makeMenus();
+    connect(findChild<QAbstractButton*>("cmdRowsCsv"), &QAbstractButton::clicked, m_commands,
+            [this, rows = figuresShownBy("tblRows", m_editor, *m_views)] {
+                m_commands->saveExport(FileKind::Table, rows->bytes(FileKind::Table));
+            });
     for (auto* picture : findChildren<DrawingWidget*>())
         new ExportMenu(m_editor, *m_commands, *picture,
                        figuresShownBy(picture->objectName(), m_editor, *m_views),

@@ -105,6 +105,7 @@ bool MapCalculator::runStage(ProgressDialog& dialog, const QString& caption,
     bool whole = false;
     QEventLoop loop;
     Task task;
+    const auto quit = [&loop] { loop.quit(); };
     task.start(
         [&](const Task::Stop&) {
             whole = stage([&](int done, int total) {
@@ -112,7 +113,7 @@ bool MapCalculator::runStage(ProgressDialog& dialog, const QString& caption,
                 return !dialog.Aborted;
             });
         },
-        [&loop] { loop.quit(); }, [&loop] { loop.quit(); });
+        quit, quit);
     // Most stages end here, and no click is lost meanwhile.
     if (task.wait(kShowAfterMs))
         return whole;

@@ -62,6 +62,7 @@ SuggestDialog::SuggestDialog(Editor& editor, QWidget* window)
 
     auto suggesting = std::make_shared<Suggesting>(editor.session().state(), m_project, m_choice);
     m_poll.start(kPollMs);
+    const auto told = [this] { ended(); };
     m_task.start(
         [this, suggesting](const Task::Stop& stop) {
             suggesting->run(
@@ -73,7 +74,7 @@ SuggestDialog::SuggestDialog(Editor& editor, QWidget* window)
                 },
                 [this](double share) { m_share = share; });
         },
-        [this] { ended(); }, [this] { ended(); });
+        told, told);
 }
 
 void SuggestDialog::showTexts()

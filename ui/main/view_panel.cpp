@@ -38,7 +38,6 @@ ViewPanel::ViewPanel(Editor& editor, QWidget* parent) : Page(editor, parent)
 
     m_bottom = named<QSplitter>("splCurve", this);
     m_pages = new LevelPages(editor, AreaSpl_pbx, this);
-    connect(m_pages, &LevelPages::csvAsked, this, &ViewPanel::csvAsked);
     m_bottom->addWidget(m_pages);
     m_bottom->addWidget(controlsFrame());
     m_bottom->setStretchFactor(0, 1);

@@ -55,7 +55,6 @@ signals:
     void levelChoiceChanged();
     void optimizeAsked();
     void suggestAsked();
-    void csvAsked(const std::string& csv);
 
 protected:
     bool concerns(const Shown& what) const override

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/state/application_state.h"
+#include "cli/command_line.h"
+#include "cli/json.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+namespace orva {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+
+    Json json() const { return Json::parse(out); }
+};
+
+class CommandLine : public testing::Test {
+protected:
+    const fs::path folder =
+        fs::path(testing::TempDir()) /
+        (std::string("orva_cli_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+    const std::string project = folder / "p.lad";
+
+    void SetUp() override
+    {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+        ASSERT_EQ(run("new " + project).status, 0);
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    static Outcome run(const std::string& line)
+    {
+        std::istringstream in(line);
+        std::vector<std::string> words{std::istream_iterator<std::string>(in), {}};
+        std::replace(words.begin(), words.end(), std::string("''"), std::string());
+        std::ostringstream out;
+        std::ostringstream err;
+        const int status = runCommandLine(words, {out, err, false, ORVA_BINARY_DIR});
+        return {status, out.str(), err.str()};
+    }
+};
+
+} // namespace orva

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cstdlib>
+
+/// What must hold whatever a fuzzer gives.
+inline void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
