@@ -1,6 +1,7 @@
 #pragma once
 
 // What the benches of the window share: a program without a display, with the shipped data.
+#include "app/state/memory.h"
 #include "app/state/memory_settings.h"
 #include "main/main_window.h"
 
@@ -19,7 +20,11 @@ struct WindowBench {
         if (!LoadSystemData(session.state(), session.programFolder() / "bin"))
             std::exit(1);
     }
-    static void withoutDisplay() { qputenv("QT_QPA_PLATFORM", "offscreen"); }
+    static void withoutDisplay()
+    {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        returnLargeMemory();
+    }
 
     QApplication application;
     MemorySettings store;

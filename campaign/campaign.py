@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """What may not break, tried until a figure stands. campaign.py [PART ...] [--seconds S] [--list]
 
-Each part is seeded, goes on where it was stopped (build/campaign/) and, once it is whole, writes its figure with
-date and commit into docs/reliability.md. Without a name all run. `--seconds` ends each part after that long: what it
-reached is kept. Status 1 where something broke.
+Each part is seeded, goes on where it was stopped (campaign/reached/, kept with the code since some take days), and
+writes its figure with date and commit into docs/reliability.md. Without a name all run. `--seconds` ends each part
+after that long. Status 1 where something broke.
 """
 import argparse
 import datetime
@@ -19,6 +19,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 BUILD = ROOT / "build" / "release"
 STATE = ROOT / "build" / "campaign"
+REACHED = ROOT / "campaign" / "reached"
 PAGE = ROOT / "docs" / "reliability.md"
 CLI = BUILD / "orva-cli"
 
@@ -37,7 +38,7 @@ class Run:
 
     def __init__(self, name, goal, seconds):
         self.name, self.goal, self.ends = name, goal, time.monotonic() + seconds
-        self.file = STATE / f"{name}.json"
+        self.file = REACHED / f"{name}.json"
         self.kept = json.loads(self.file.read_text()) if self.file.exists() else {"done": 0}
         if self.kept["done"] >= goal:  # once more from the start
             self.kept = {"done": 0}
@@ -60,8 +61,8 @@ class Run:
         self.kept[key] = max(self.kept.get(key, value), value)
 
     def save(self):
-        STATE.mkdir(parents=True, exist_ok=True)
-        self.file.write_text(json.dumps(self.kept))
+        REACHED.mkdir(exist_ok=True)
+        self.file.write_text(json.dumps(self.kept, indent=1) + "\n")
 
 
 def dice(run, number):
@@ -107,8 +108,9 @@ def main():
     import batch
     import files
     import hours
+    import mutants
     import window
-    parts = {part.__name__.replace("_", "-"): part for module in (batch, files, window, hours) for part in module.PARTS}
+    parts = {part.__name__.replace("_", "-"): part for module in (batch, files, window, hours, mutants) for part in module.PARTS}
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("parts", nargs="*", metavar="PART")
     parser.add_argument("--seconds", type=float, default=86400)

@@ -1,11 +1,11 @@
-"""What takes hours: fuzzing, coverage, mutants."""
+"""What takes hours: fuzzing, and what of the readers it reaches."""
 import os
 import re
 import shutil
 import subprocess
 import time
 
-from campaign import ROOT, STATE, command, dice
+from campaign import ROOT, STATE, command
 
 FUZZ = ROOT / "build" / "fuzz"
 CLANG = "14"
@@ -90,42 +90,9 @@ def fuzz_corpus(run):
     return ", ".join(f"{name} {count}" for name, count in run.kept.items() if name != "done")
 
 
-# Where a change of a folder is to be noticed.
-NOTICED = {"lang": "lang", "model": "model,report,document", "engine": "engine", "optimize": "optimize", "document": "document",
-           "drawing": "drawing", "report": "report", "app": "app", "cli": "cli", "ui": "window", "painting": "painting,app"}
-
-
-def mutants(run):
-    """Changes of the code by chance that `make test` notices"""
-    sources = command("git", "-C", ROOT, "ls-files", *[f"{name}/*.cpp" for name in NOTICED]).stdout.split()
-    sizes = [(ROOT / source).stat().st_size for source in sources]
-    for number in run.rounds():
-        source = dice(run, number).choices(sources, sizes)[0]
-        targets = [f"orva_{name}_tests" for name in NOTICED[source.split("/")[0]].split(",")]
-        targets += [t for t in ("orva_app_tests", "orva_cli_tests", "orva_window_tests") if t not in targets]
-        done = command(ROOT / "tests" / "mutate.py", "--count", 1, "--seed", number, "--timeout", 120, ",".join(targets), source,
-                       status=None, env={"QT_QPA_PLATFORM": "offscreen"})
-        row = next((line for line in done.stdout.splitlines() if line.split()[:1] and line.split()[0] in
-                    ("killed", "SURVIVED", "not")), None)
-        if row is None or row.startswith("not"):
-            run.kept["not built"] = run.kept.get("not built", 0) + 1
-            continue
-        folder = source.split("/")[0]
-        kind = "survived" if row.startswith("SURVIVED") else "killed"
-        run.kept[f"{folder} {kind}"] = run.kept.get(f"{folder} {kind}", 0) + 1
-        if kind == "survived":
-            run.kept.setdefault("survivors", []).append(row)
-            print(row, flush=True)
-    killed = sum(v for k, v in run.kept.items() if k.endswith(" killed"))
-    survived = sum(v for k, v in run.kept.items() if k.endswith(" survived"))
-    inner = [sum(run.kept.get(f"{f} {k}", 0) for f in ("model", "engine", "optimize", "document")) for k in ("killed", "survived")]
-    return (f"{killed} of {killed + survived} that compile ({100 * killed / max(1, killed + survived):.0f} %); model, engine, optimize, "
-            f"document {inner[0]} of {sum(inner)}; survivors in build/campaign/mutants.json")
-
-
-fuzz_coverage.goal, fuzz_corpus.goal, mutants.goal = 1, 1, 400
+fuzz_coverage.goal, fuzz_corpus.goal = 1, 1
 PARTS = [fuzz_part("project", "libFuzzer on projects with their variants"), fuzz_part("state", "libFuzzer on recovered states"),
          fuzz_part("search_part", "libFuzzer on parts of a search"), fuzz_part("settings", "libFuzzer on stored options"),
          fuzz_part("typed_number", "libFuzzer on typed numbers"), fuzz_part("speaker_data", "libFuzzer on loudspeaker data"),
          fuzz_part("program", "A fuzzer's projects opened, predicted, rigged, reported, saved and reopened"), fuzz_corpus,
-         fuzz_coverage, mutants]
+         fuzz_coverage]

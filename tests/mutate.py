@@ -65,16 +65,16 @@ def mutations(text):
         at += len(line)
 
 
-def verdict(targets, options, seconds):
-    """What the tests say about the tree as it is."""
-    build = ["cmake", "--build", options.build, "-j", str(options.jobs), "--target", *targets]
-    if subprocess.run(build, cwd=ROOT, capture_output=True).returncode != 0:
+def verdict(targets, built, jobs, seconds, root=ROOT):
+    """What the tests say about the tree as it is; `built` is where in it."""
+    build = ["cmake", "--build", built, "-j", str(jobs), "--target", *targets]
+    if subprocess.run(build, cwd=root, capture_output=True).returncode != 0:
         return "not built"
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen")
     for target in targets:
-        tests = [ROOT / options.build / "tests" / target, "--gtest_brief=1"]
+        tests = [root / built / "tests" / target, "--gtest_brief=1"]
         try:
-            done = subprocess.run(tests, cwd=ROOT, capture_output=True, env=environment,
+            done = subprocess.run(tests, cwd=root, capture_output=True, env=environment,
                                   timeout=seconds)
         except subprocess.TimeoutExpired:
             return "killed"
@@ -102,7 +102,7 @@ def main():
     signal.signal(signal.SIGTERM, stop)
 
     targets = options.target.split(",")
-    if (first := verdict(targets, options, 600)) != "SURVIVED":
+    if (first := verdict(targets, options.build, options.jobs, 600)) != "SURVIVED":
         sys.exit(f"the tree as it is: {first}")
     summary = []
     try:
@@ -121,7 +121,7 @@ def main():
                 for kind, at, old, new in tried:
                     changed = text[:at] + new + text[at + len(old):]
                     file.write_bytes(changed.encode("utf-8"))
-                    result = verdict(targets, options, options.timeout)
+                    result = verdict(targets, options.build, options.jobs, options.timeout)
                     figures[result] += 1
                     line = text.count("\n", 0, at) + 1
                     print(f"{result:9}  {name}:{line}  {kind:10}  {old.strip()} -> "

@@ -2,6 +2,7 @@
 #include "app/files/recovery.h"
 #include "app/files/state_folder.h"
 #include "app/forms/start_options.h"
+#include "app/state/memory.h"
 #include "lang/string_table.h"
 #include "main/main_window.h"
 #include "shell/small_dialogs.h"
@@ -134,6 +135,7 @@ int main(int argc, char** argv)
         std::puts((options->help ? orva::startHelp() : orva::versionText("orva")).c_str());
         return 0;
     }
+    orva::returnLargeMemory();
     orva::ui::Program application(argc, argv);
     QApplication::setOrganizationName("ORVA");
     QApplication::setApplicationName("ORVA");
