@@ -105,16 +105,17 @@ void proveTwelve(double mostSeconds)
     }
 }
 
-void proveSeeded(std::int16_t boxes, unsigned rooms, double mostSeconds, Claim claim, int points)
+/// Rooms of the seeds `first` to `last`.
+void proveSeeded(std::int16_t boxes, unsigned first, unsigned last, double mostSeconds, Claim claim)
 {
+    const unsigned rooms = last - first + 1;
     for (const Measure measure : {Measure::FitToLine, Measure::Even}) {
         std::vector<double> seconds;
         std::vector<double> shares;
         unsigned close = 0;
         unsigned proved = 0;
-        for (unsigned seed = 1; seed <= rooms; ++seed) {
-            const Proof proof =
-                prove(seededScene(boxes, seed, measure, points), mostSeconds, claim);
+        for (unsigned seed = first; seed <= last; ++seed) {
+            const Proof proof = prove(seededScene(boxes, seed, measure, 200), mostSeconds, claim);
             seconds.push_back(proof.seconds);
             shares.push_back(100 * proof.share);
             close += proof.close() ? 1 : 0;
@@ -199,20 +200,23 @@ void suggestSeeded(unsigned rooms)
 
 } // namespace
 
-/// [12 | 12-rooms | 16 | suggest] [seconds] [rooms]
+/// [12 | 12-rooms | 16 | suggest] [seconds] [last room] [first room]
 int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmark may end so
 {
     const std::string part = argc > 1 ? argv[1] : "";
     const double seconds = argc > 2 ? std::strtod(argv[2], nullptr) : 0;
-    const unsigned rooms =
-        argc > 3 ? static_cast<unsigned>(std::strtoul(argv[3], nullptr, 10)) : 20;
+    const auto room = [&](int argument, unsigned otherwise) {
+        return argc > argument ? static_cast<unsigned>(std::strtoul(argv[argument], nullptr, 10))
+                               : otherwise;
+    };
+    const unsigned last = room(3, 20);
+    const unsigned first = room(4, 1);
     if (part.empty() || part == "12")
         proveTwelve(seconds > 0 ? seconds : 3600);
     if (part.empty() || part == "12-rooms")
-        proveSeeded(12, rooms, seconds > 0 ? seconds : 1500, Claim::Close,
-                    50); // a quarter of the time of 200
+        proveSeeded(12, first, last, seconds > 0 ? seconds : 1500, Claim::Close);
     if (part.empty() || part == "16")
-        proveSeeded(16, rooms, seconds > 0 ? seconds : 60, Claim::Best, 200);
+        proveSeeded(16, first, last, seconds > 0 ? seconds : 60, Claim::Best);
     if (part.empty() || part == "suggest")
         suggestSeeded(10);
     return 0;

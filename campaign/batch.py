@@ -1,5 +1,6 @@
 """The batch program and what is below it: other places and machines, absurd requests, no memory."""
 import os
+import re
 import resource
 import struct
 import subprocess
@@ -10,7 +11,7 @@ THEATRE = ROOT / "examples" / "theatre.lad"
 CLUB = ROOT / "examples" / "club.lad"
 
 
-def results(env=None, threads=2):
+def results(env=None, threads=2, program=(CLI,)):
     """All that the batch program makes of two projects, as bytes."""
     place = folder()
     made = []
@@ -21,7 +22,7 @@ def results(env=None, threads=2):
                                                      "--points", "40"], ["suggest", project, "--budget", "2000"]):
             files = [w for w in words if str(w) in ("CSV", "PNG", "JSON", "R.rtf", "R.pdf")]
             words = [place / w if w in files else w for w in words]
-            out = command(CLI, *words, "--threads", threads,
+            out = command(*program, *words, "--threads", threads,
                           env={"SOURCE_DATE_EPOCH": "1700000000", **(env or {})}).stdout
             made.append("\n".join(line for line in out.splitlines() if "econds" not in line and "PerSecond" not in line))
             made += [(place / w).read_bytes() for w in files]
@@ -43,6 +44,27 @@ def places(run):
         for i, (a, b) in enumerate(zip(wanted, results(env, threads))):
             require(a == b, f"result {i} differs with {env}, {threads} threads")
     return f"C, 3 languages, 3 time zones, 1, 2, 3 and 16 threads: the same {len(wanted)} results to the byte"
+
+
+NUMBER = re.compile(rb"-?\d+\.\d+")
+
+
+def vectors(run):
+    """Whole runs on every set of vector instructions"""
+    program = BUILD / "campaign" / "campaign_vectors"
+    sets = command(program).stdout.split()
+    run.goal = len(sets)
+    wanted = results(program=(program, sets[0]))
+    for number in run.rounds():
+        for i, (a, b) in enumerate(zip(wanted, results(program=(program, sets[number])))):
+            if a == b:
+                continue
+            a, b = (w.encode() if isinstance(w, str) else w for w in (a, b))
+            require(not a.startswith(b"%PDF") and NUMBER.split(a) == NUMBER.split(b), f"result {i} differs on {sets[number]}")
+            run.most("off", max(abs(float(x) - float(y)) for x, y in zip(NUMBER.findall(a), NUMBER.findall(b))))
+    require(run.kept.get("off", 0) < 0.01, f"levels off by {run.kept['off']:.4f} dB")
+    return (f"{', '.join(sets)}: of {len(wanted)} results each the text, drawings and reports are the same to the byte, levels "
+            f"within {run.kept.get('off', 0):.4f} dB")
 
 
 def projects(run):
@@ -109,5 +131,5 @@ def no_memory(run):
             f"crashed; allocations: {'; '.join(allocations.strip().splitlines())}")
 
 
-places.goal, projects.goal, absurd.goal, no_memory.goal = 9, 100000, 10, 160
-PARTS = [places, projects, absurd, no_memory]
+places.goal, vectors.goal, projects.goal, absurd.goal, no_memory.goal = 9, 1, 100000, 10, 160
+PARTS = [places, vectors, projects, absurd, no_memory]

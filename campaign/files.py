@@ -92,8 +92,8 @@ def two_windows(run):
 class FailingDisk:
     """A folder whose file calls fail as told."""
 
-    def __init__(self):
-        self.place = folder() / "disk"
+    def __init__(self, name="disk"):
+        self.place = folder() / name
         self.place.mkdir()
         self.environment = {"LD_PRELOAD": str(shim("failing_disk", pathlib.Path(__file__).with_name("failing_disk.c"))),
                             "ORVA_FAIL_FOLDER": str(self.place)}
@@ -160,7 +160,45 @@ def failing_calls(run):
             "whole old ones and one line that says why")
 
 
+def failing_writers(run):
+    """Every n-th file call while projects, reports, recovery files and settings are written fails"""
+    writers = ["project", "report", "recovery", "settings"]
+    for index in run.rounds():
+        what = writers[index]
+        disk = FailingDisk("out")
+        place = disk.place.parent
+        environment = {"HOME": str(place), "XDG_CONFIG_HOME": str(disk.place), "SOURCE_DATE_EPOCH": "1700000000",
+                       **disk.environment}
+        named = "one" if what == "settings" else place
+        command(WRITER, what, named, 1, env=environment)
+        nth = 0
+        while True:
+            nth += 1
+            disk.fail(nth, errno.EIO)
+            done = command(WRITER, what, named, 2, env=environment, status=None)
+            if not disk.hit.exists():
+                break
+            said = f"{what}, call {nth} ({disk.hit.read_text()}): status {done.returncode}, {done.stderr!r}"
+            require(done.returncode in (0, 1), said)
+            disk.well()
+            if what == "recovery":
+                left = command(WRITER, "left", place, env=environment).stdout.split()
+                require(left[-2:] == ["damaged", "0"], f"{said}: {left}")
+            elif what == "settings":
+                rounds = set(stored_rounds(disk.place).values())
+                require(len(rounds) == 1 and (done.returncode == 1 or rounds == {"1"}), f"{said}: keys of {rounds}")
+            else:
+                found = (disk.place / "file").read_bytes()
+                require(found in [(place / name).read_bytes() for name in ("b" if done.returncode == 0 else "ab")], said)
+            run.kept["failed"] = run.kept.get("failed", 0) + 1
+        disk.well()
+        command(WRITER, what, named, 1, env=environment)
+        rests = [f for f in disk.place.rglob("*") if f.is_file() and f.name not in ("file", "ORVA.conf")]
+        require(what == "recovery" or not rests, f"{what}: {rests} stay")
+    return f"{run.kept['failed']} failures, each said, and what was there is the whole old or the whole new one"
+
+
 for part, goal in ((kill_project, 1000), (kill_report, 1000), (kill_recovery, 1000), (kill_settings, 1000), (two_windows, 1000),
-                   (failing_calls, len(OPERATIONS))):
+                   (failing_calls, len(OPERATIONS)), (failing_writers, 4)):
     part.goal = goal
-PARTS = [kill_project, kill_report, kill_recovery, kill_settings, two_windows, failing_calls]
+PARTS = [kill_project, kill_report, kill_recovery, kill_settings, two_windows, failing_calls, failing_writers]

@@ -1,21 +1,33 @@
+#include "app/files/file_access.h"
+#include "app/state/ini_text.h"
 #include "app/state/settings.h"
 
 #include <QDateTime>
 #include <QFile>
 #include <QLockFile>
 #include <QSettings>
-#include <QStringList>
+#include <chrono>
 
 namespace orva {
 
 namespace {
 
-/// QSettings locks its file, merges what another program wrote meanwhile, and replaces it whole.
-class PlatformSettingsStore : public SettingsStore {
+/// QSettings reads the file. It would also write it, but puts an empty one in its place where the
+/// disk is full.
+class PlatformSettingsStore final : public SettingsStore {
 public:
+    explicit PlatformSettingsStore(Disk& disk) : m_disk(disk) {}
+    ~PlatformSettingsStore() override
+    {
+        if (!m_changes.isEmpty())
+            (void)exchange([] {}); // told by those who ask
+    }
+
     std::optional<std::string> value(std::string_view section, std::string_view key) const override
     {
-        const QVariant value = m_settings.value(path(section, key));
+        if (const auto changed = m_changes.find(path(section, key)); changed != m_changes.end())
+            return changed->join(',').toStdString();
+        const QVariant value = m_stored.value(path(section, key));
         if (!value.isValid())
             return std::nullopt;
         // A comma that someone typed into the file parts a list there.
@@ -24,26 +36,24 @@ public:
 
     void setValue(std::string_view section, std::string_view key, std::string_view text) override
     {
-        m_settings.setValue(path(section, key), fromUtf8(text));
+        m_changes[path(section, key)] = {fromUtf8(text)};
     }
 
     Result<Done> exchange(const std::function<void()>& change) override
     {
-        QLockFile lock(m_settings.fileName() + ".exchange");
+        std::error_code ignored; // told when it is written
+        std::filesystem::create_directories(file().parent_path(), ignored);
+        QLockFile lock(m_stored.fileName() + ".exchange");
         constexpr int kPatienceMs = 2000; // then rather at once than never
         lock.tryLock(kPatienceMs);
-        m_settings.sync();
-        return SettingsStore::exchange(change);
+        m_stored.sync();
+        change();
+        return write();
     }
 
     Result<Done> flush() override
     {
-        m_settings.sync();
-        if (m_settings.status() == QSettings::NoError)
-            return Done{};
-        return Error{Message(m_settings.status() == QSettings::AccessError ? Text::OptionsNotWritten
-                                                                           : Text::OptionsNotRead),
-                     m_settings.fileName().toStdString()};
+        return exchange([] {});
     }
 
 private:
@@ -55,8 +65,46 @@ private:
     {
         return fromUtf8(section) + '/' + fromUtf8(key);
     }
+    std::filesystem::path file() const { return m_stored.fileName().toStdString(); }
 
-    QSettings m_settings{"ORVA", "ORVA"};
+    Result<Done> write()
+    {
+        const QSettings::Status status = m_stored.status();
+        const Error notWritten{Message(Text::OptionsNotWritten), file().string()};
+        if (status == QSettings::AccessError)
+            return notWritten;
+        if (!m_changes.isEmpty()) {
+            QSettings own("ORVA", "ORVA");
+            own.setFallbacksEnabled(false); // what all users share stays where it is
+            IniValues values;
+            for (const QString& key : own.allKeys())
+                values[key] = own.value(key).toStringList();
+            values.insert(m_changes);
+            std::error_code none;
+            const auto before = std::filesystem::last_write_time(file(), none);
+            if (!writeFile(file(), iniText(values).toStdString(), m_disk))
+                return notWritten;
+            makeNewer(before);
+            m_changes.clear();
+            m_stored.sync();
+        }
+        if (status == QSettings::FormatError)
+            return Error{Message(Text::OptionsNotRead), file().string()};
+        return Done{};
+    }
+
+    /// QSettings tells by size and time, to the millisecond, that a file is another one.
+    void makeNewer(std::filesystem::file_time_type before) const
+    {
+        constexpr std::chrono::milliseconds kLeast(1);
+        std::error_code ignored;
+        if (std::filesystem::last_write_time(file(), ignored) < before + kLeast)
+            std::filesystem::last_write_time(file(), before + kLeast, ignored);
+    }
+
+    Disk& m_disk;
+    QSettings m_stored{"ORVA", "ORVA"};
+    IniValues m_changes; ///< not yet in the file
 };
 
 } // namespace
@@ -73,9 +121,9 @@ Result<std::string> setSettingsAside()
     return aside.toStdString();
 }
 
-std::unique_ptr<SettingsStore> platformSettingsStore()
+std::unique_ptr<SettingsStore> platformSettingsStore(Disk& disk)
 {
-    return std::make_unique<PlatformSettingsStore>();
+    return std::make_unique<PlatformSettingsStore>(disk);
 }
 
 } // namespace orva

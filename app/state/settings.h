@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/files/disk.h"
 #include "drawing/drawing_options.h"
 #include "engine/acoustics.h"
 #include "model/result.h"
@@ -68,8 +69,8 @@ public:
 };
 
 /// The platform's store of this user for organisation and application "ORVA". Programs that use it
-/// at the same time keep each other's keys.
-std::unique_ptr<SettingsStore> platformSettingsStore();
+/// at the same time keep each other's keys; what cannot be stored leaves the stored ones whole.
+std::unique_ptr<SettingsStore> platformSettingsStore(Disk& disk = systemDisk());
 
 /// Renames the platform's store of this user, if there is one, so that the next start is a first
 /// one; its new name, empty where there was none.

@@ -1,4 +1,7 @@
+#include "failing_disk.h"
 #include "app/state/memory_settings.h"
+
+#include <QSettings>
 
 #include <cstdlib>
 #include <filesystem>
@@ -112,11 +115,22 @@ TEST(Settings, UnreadableValuesAreDefaults)
     }
 }
 
-TEST(PlatformSettings, TwoProgramsKeepEachOthersKeys)
+/// A user who has stored nothing yet. The toolkit asks only once where that is.
+class PlatformSettings : public testing::Test {
+protected:
+    PlatformSettings()
+    {
+        std::filesystem::remove_all(folder);
+        setenv("XDG_CONFIG_HOME", folder.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    }
+    ~PlatformSettings() override { std::filesystem::remove_all(folder); }
+
+    const std::filesystem::path folder =
+        std::filesystem::path(testing::TempDir()) / "orva_settings";
+};
+
+TEST_F(PlatformSettings, TwoProgramsKeepEachOthersKeys)
 {
-    const auto folder = std::filesystem::path(testing::TempDir()) / "orva_settings";
-    std::filesystem::remove_all(folder);
-    setenv("XDG_CONFIG_HOME", folder.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
     {
         const auto one = platformSettingsStore();
         const auto other = platformSettingsStore();
@@ -131,7 +145,39 @@ TEST(PlatformSettings, TwoProgramsKeepEachOthersKeys)
 
     std::ofstream(folder / "ORVA" / "ORVA.conf") << "[Options]\nTemperature=12,5\n";
     EXPECT_EQ(LoadSettings(*platformSettingsStore()).Temperature, 12.5F);
-    std::filesystem::remove_all(folder);
+}
+
+TEST_F(PlatformSettings, EveryTextComesBack)
+{
+    const std::map<std::string, std::string> texts = {
+        {"plain", "/a/b c.lad"},   {"empty", ""},          {"edges", " a "},
+        {"list", "a,b; c=d"},      {"quote", "\"a\\b\""},  {"control", "\x01" "1f\n\tg"},
+        {"umlauts", "Große 高 😀"}, {"sign", "@Invalid()"}, {"per cent", "%20"},
+        {"deep/er", "x"},          {"Ärger", "y"},         {"€", "z"}};
+    const auto store = platformSettingsStore();
+    (void)store->exchange([&] {
+        for (const auto& [key, text] : texts)
+            store->setValue("Sätze", key, text);
+    });
+    QSettings settings("ORVA", "ORVA"); // another reader
+    for (const auto& [key, text] : texts) {
+        EXPECT_EQ(platformSettingsStore()->value("Sätze", key), text) << key;
+        EXPECT_EQ(settings.value(QString::fromStdString("Sätze/" + key)).toString().toStdString(),
+                  text);
+    }
+}
+
+TEST_F(PlatformSettings, FullDiskLeavesWhatIsStored)
+{
+    SaveSettings(changed(), *platformSettingsStore());
+    for (const char* call : {"open", "write", "fsync", "rename", "exchange"}) {
+        FailingDisk disk({{call, 0, ENOSPC}, {"exchange", 0, ENOSPC}});
+        const auto store = platformSettingsStore(disk);
+        const Result<Done> stored = store->exchange([&] { SaveSettings({}, *store); });
+        ASSERT_FALSE(stored) << call;
+        EXPECT_NE(stored.error().text().find("ORVA.conf"), std::string::npos);
+        EXPECT_EQ(LoadSettings(*platformSettingsStore()), changed()) << call;
+    }
 }
 
 } // namespace
