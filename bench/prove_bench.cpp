@@ -20,22 +20,26 @@ struct Scene {
     CandidateSet candidates;
 };
 
-/// Compact boxes in angle mode, all bands, so many points along the first area.
-Scene sceneOf(std::int16_t boxes, const SegmentFigures* area, double aimDeg, double levelDb,
-              Measure measure, int points = 200)
+/// Boxes whose joints all turn, in angle mode, all bands, 200 points along the first area.
+Scene sceneOf(std::int16_t system, std::int16_t boxes, const SegmentFigures* area, double aimDeg,
+              double levelDb, Measure measure)
 {
     Workspace state;
     if (!LoadSystemData(state, ORVA_SOURCE_DIR "/data"))
         std::abort();
-    makeCurrent(state, newProject(kCompactSystem));
+    makeCurrent(state, newProject(system));
     if (area && !state.project.room.GBSetAudienceArea1(*area))
         std::abort();
     LineArray& array = state.project.array;
     array.GBSetNumSpeakers(boxes);
-    array.GBSetNumGerade(boxes);
+    const bool straight = !array.system().countsKinds;
+    array.GBSetNumGerade(straight ? boxes : std::int16_t{0});
+    array.GBSetNumSchräg(straight ? std::int16_t{0} : boxes);
+    LineArray::Positions types{};
+    types.fill(straight ? array.system().TypeCodeGerade : array.system().TypeCodeSchräg);
+    array.GBSetAllType(types);
     array.GBSetAngleOrPin(false);
     LineArray::Positions angles{};
-    array.GBSetAllType(angles);
     angles[0] = static_cast<std::int16_t>(aimDeg * 10);
     array = withAngles(array, angles);
     const FitLineTarget target = {0, state.project.room.area(1).lengthM, 0,
@@ -43,11 +47,11 @@ Scene sceneOf(std::int16_t boxes, const SegmentFigures* area, double aimDeg, dou
     const LevelChoice all = {{0, kBands - 1}, LevelField::Continuous, true};
     const auto task = withKernel(
         searchTask(state, state.project,
-                   {.target = target, .measure = measure, .points = points, .levels = all}));
+                   {.target = target, .measure = measure, .points = 200, .levels = all}));
     return {task, CandidateSet(array, allJoints(array), false)};
 }
 
-Scene seededScene(std::int16_t boxes, unsigned seed, Measure measure, int points)
+Scene seededScene(std::int16_t system, std::int16_t boxes, unsigned seed, Measure measure)
 {
     std::mt19937 random(seed);
     const auto uniform = [&](double low, double high) {
@@ -56,12 +60,13 @@ Scene seededScene(std::int16_t boxes, unsigned seed, Measure measure, int points
     };
     SegmentFigures area{uniform(4, 10), uniform(1, 2), 0, 0, uniform(0, 15), uniform(10, 30)};
     const float aim = uniform(0, 4);
-    return sceneOf(boxes, &area, aim, uniform(98, 108), measure, points);
+    return sceneOf(system, boxes, &area, aim, uniform(98, 108), measure);
 }
 
 struct Proof {
     double seconds;
     double share; ///< tested or excluded
+    double count; ///< of them all
     double quickRms;
     double bestRms; ///< the best that was found
     bool close() const { return closeBelow(quickRms) <= bestRms; }
@@ -89,7 +94,8 @@ Proof prove(const Scene& scene, double mostSeconds, Claim claim = Claim::Best)
     while (!stop() && !search.advance(coreCount(), stop)) {
     }
     const Ranking best = search.bestSoFar();
-    return {passed(), static_cast<double>(search.tested()) / static_cast<double>(count), quickRms,
+    return {passed(), static_cast<double>(search.tested()) / static_cast<double>(count),
+            static_cast<double>(count), quickRms,
             best.best().empty() ? quickRms : std::min(quickRms, best.best().front().rms)};
 }
 
@@ -98,7 +104,7 @@ constexpr Measure kMeasures[] = {Measure::FitToLine, Measure::Even, Measure::Smo
 void proveTwelve(double mostSeconds)
 {
     for (const Measure measure : kMeasures) {
-        const Proof proof = prove(sceneOf(12, nullptr, 1.4, 106, measure), mostSeconds);
+        const Proof proof = prove(sceneOf(kCompactSystem, 12, nullptr, 1.4, 106, measure), mostSeconds);
         std::printf("prove-12-%-7s %8.1f s  %6.2f %% of 1.98e9  best %.4f dB\n",
                     recordOf(measure).name.data(), proof.seconds, 100 * proof.share, proof.bestRms);
         std::fflush(stdout);
@@ -106,29 +112,32 @@ void proveTwelve(double mostSeconds)
 }
 
 /// Rooms of the seeds `first` to `last`.
-void proveSeeded(std::int16_t boxes, unsigned first, unsigned last, double mostSeconds, Claim claim)
+void proveSeeded(std::int16_t system, std::int16_t boxes, unsigned first, unsigned last,
+                 double mostSeconds, Claim claim)
 {
     const unsigned rooms = last - first + 1;
-    for (const Measure measure : {Measure::FitToLine, Measure::Even}) {
+    for (const Measure measure : kMeasures) {
+        if (system == kCompactSystem && measure == Measure::SmoothArea)
+            continue; // days
         std::vector<double> seconds;
         std::vector<double> shares;
         unsigned close = 0;
         unsigned proved = 0;
         for (unsigned seed = first; seed <= last; ++seed) {
-            const Proof proof = prove(seededScene(boxes, seed, measure, 200), mostSeconds, claim);
+            const Proof proof = prove(seededScene(system, boxes, seed, measure), mostSeconds, claim);
             seconds.push_back(proof.seconds);
             shares.push_back(100 * proof.share);
             close += proof.close() ? 1 : 0;
             proved += proof.share == 1 ? 1 : 0;
-            std::printf("  room %2u %8.1f s %8.4f %% quick %.4f best %.4f\n", seed, proof.seconds,
-                        100 * proof.share, proof.quickRms, proof.bestRms);
+            std::printf("  room %2u %8.1f s %8.4f %% of %.3g quick %.4f best %.4f\n", seed, proof.seconds,
+                        100 * proof.share, proof.count, proof.quickRms, proof.bestRms);
             std::fflush(stdout);
         }
         std::sort(seconds.begin(), seconds.end());
         std::sort(shares.begin(), shares.end());
-        std::printf("prove-%d-%s: %u of %u rooms proved, median %.1f s, %.3f %% of the set, "
+        std::printf("prove-%s-%d-%s: %u of %u rooms proved, median %.1f s, %.3f %% of the set, "
                     "quick search close in %u\n",
-                    boxes, recordOf(measure).name.data(), proved, rooms, seconds[rooms / 2],
+                    systemRecord(system).name.data(), boxes, recordOf(measure).name.data(), proved, rooms, seconds[rooms / 2],
                     shares[rooms / 2], close);
     }
 }
@@ -214,9 +223,10 @@ int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): a benchmar
     if (part.empty() || part == "12")
         proveTwelve(seconds > 0 ? seconds : 3600);
     if (part.empty() || part == "12-rooms")
-        proveSeeded(12, first, last, seconds > 0 ? seconds : 1500, Claim::Close);
+        for (const std::int16_t system : {kStandardSystem, kCompactSystem})
+            proveSeeded(system, 12, first, last, seconds > 0 ? seconds : 3000, Claim::Close);
     if (part.empty() || part == "16")
-        proveSeeded(16, first, last, seconds > 0 ? seconds : 60, Claim::Best);
+        proveSeeded(kCompactSystem, 16, first, last, seconds > 0 ? seconds : 60, Claim::Best);
     if (part.empty() || part == "suggest")
         suggestSeeded(10);
     return 0;

@@ -31,8 +31,8 @@ def trees():
         command("cmake", "--build", "--preset", "release", "--target", *[f"orva_{name}_tests" for name in TESTS], cwd=tree)
         made.append(tree)
     for name in TESTS:
-        if mutate.verdict([f"orva_{name}_tests"], "build/release", CORES, 600, made[0]) != "SURVIVED":
-            raise Broke(f"the tests of {name} fail as the code is")
+        if (verdict := mutate.verdict([f"orva_{name}_tests"], "build/release", CORES, 600, made[0])) != "SURVIVED":
+            raise Broke(f"the tests of {name}, as the code is: {verdict}")
     return made
 
 
