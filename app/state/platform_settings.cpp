@@ -46,9 +46,20 @@ public:
         QLockFile lock(m_stored.fileName() + ".exchange");
         constexpr int kPatienceMs = 2000; // then rather at once than never
         lock.tryLock(kPatienceMs);
-        m_stored.sync();
-        change();
-        return write();
+        const IniValues changes = m_changes;
+        constexpr int kTries = 20; // where another program writes without having the lock
+        Write written = Write::Overtaken;
+        for (int i = 0; i < kTries && written == Write::Overtaken; ++i) {
+            m_changes = changes;
+            m_stored.sync();
+            change();
+            written = write();
+        }
+        if (written == Write::Done && m_stored.status() != QSettings::FormatError)
+            return Done{};
+        return Error{
+            Message(written == Write::Done ? Text::OptionsNotRead : Text::OptionsNotWritten),
+            file().string()};
     }
 
     Result<Done> flush() override
@@ -67,30 +78,30 @@ private:
     }
     std::filesystem::path file() const { return m_stored.fileName().toStdString(); }
 
-    Result<Done> write()
+    enum class Write { Done, Overtaken, Failed };
+
+    Write write()
     {
-        const QSettings::Status status = m_stored.status();
-        const Error notWritten{Message(Text::OptionsNotWritten), file().string()};
-        if (status == QSettings::AccessError)
-            return notWritten;
-        if (!m_changes.isEmpty()) {
-            QSettings own("ORVA", "ORVA");
-            own.setFallbacksEnabled(false); // what all users share stays where it is
-            IniValues values;
-            for (const QString& key : own.allKeys())
-                values[key] = own.value(key).toStringList();
-            values.insert(m_changes);
-            std::error_code none;
-            const auto before = std::filesystem::last_write_time(file(), none);
-            if (!writeFile(file(), iniText(values).toStdString(), m_disk))
-                return notWritten;
-            makeNewer(before);
-            m_changes.clear();
-            m_stored.sync();
-        }
-        if (status == QSettings::FormatError)
-            return Error{Message(Text::OptionsNotRead), file().string()};
-        return Done{};
+        if (m_stored.status() == QSettings::AccessError)
+            return Write::Failed;
+        if (m_changes.isEmpty())
+            return Write::Done;
+        QSettings own("ORVA", "ORVA");
+        own.setFallbacksEnabled(false); // what all users share stays where it is
+        IniValues values;
+        for (const QString& key : own.allKeys())
+            values[key] = own.value(key).toStringList();
+        values.insert(m_changes);
+        std::error_code none;
+        const auto before = std::filesystem::last_write_time(file(), none);
+        if (const auto saved = writeFile(file(), iniText(values).toStdString(), m_disk); !saved)
+            return saved.error().what.text() == Message(Text::WrittenMeanwhile).text()
+                       ? Write::Overtaken
+                       : Write::Failed;
+        makeNewer(before);
+        m_changes.clear();
+        m_stored.sync();
+        return Write::Done;
     }
 
     /// QSettings tells by size and time, to the millisecond, that a file is another one.

@@ -214,6 +214,7 @@ TEST_F(CommandLine, AnInterruptedSearchPrintsWhatTheRestCompletes)
         std::ofstream(folder / name) << text;
         return " " + (folder / name).string();
     };
+    std::signal(SIGINT, SIG_DFL); // a script's jobs in the background ignore it
     // The second signal; before threads have run.
     EXPECT_EXIT(interrupted(search, SIGINT, 2), testing::KilledBySignal(SIGINT), "");
     const Json whole = run(search).json();
