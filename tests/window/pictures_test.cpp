@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QGroupBox>
+#include <QLayout>
 #include <QPainter>
 #include <QRadioButton>
 #include <QToolButton>
@@ -62,6 +63,31 @@ QStringList cutControls(const QWidget& window)
     return names;
 }
 
+/// Controls beside each other that lie on each other, and those that stand out of what holds them.
+QStringList misplacedControls(const QWidget& window)
+{
+    QStringList found;
+    QList<const QWidget*> parents = {&window};
+    for (const QWidget* parent : window.findChildren<QWidget*>())
+        parents += parent;
+    for (const QWidget* parent : parents) {
+        std::vector<const QWidget*> controls;
+        for (const QWidget* child : parent->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            if (child->isVisible() && !child->isWindow() && parent->layout() &&
+                parent->layout()->indexOf(child) >= 0)
+                controls.push_back(child);
+        for (std::size_t i = 0; i < controls.size(); ++i) {
+            const QRect place = controls[i]->geometry();
+            if (!parent->rect().contains(place))
+                found += controls[i]->objectName() + " stands out";
+            for (std::size_t k = i + 1; k < controls.size(); ++k)
+                if (place.intersects(controls[k]->geometry()))
+                    found += controls[i]->objectName() + " on " + controls[k]->objectName();
+        }
+    }
+    return found;
+}
+
 /// All pages and dialogs in many looks; where ORVA_PICTURES names a folder, their pictures go there
 /// and every look is taken, else a few.
 class Pictures : public Window {
@@ -116,6 +142,8 @@ private:
     void take(QWidget& shown)
     {
         EXPECT_EQ(cutControls(shown).join("\n").toStdString(), "")
+            << shown.objectName().toStdString();
+        EXPECT_EQ(misplacedControls(shown).join("\n").toStdString(), "")
             << shown.objectName().toStdString();
         m_tiles.push_back(shown.grab());
     }
