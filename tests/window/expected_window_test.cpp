@@ -1,0 +1,166 @@
+// What stands on every page and in every dialog, and where: as tests/window/expected has it. With
+// ORVA_WRITE_EXPECTED it is written anew, to be read before it is kept.
+#include "window_fixture.h"
+
+#include <QAction>
+#include <QFile>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QRegularExpression>
+#include <QTableWidget>
+
+namespace orva::ui {
+namespace {
+
+QString itemsOf(const QComboBox& box)
+{
+    QStringList items;
+    for (int i = 0; i < box.count(); ++i)
+        items += box.itemText(i);
+    return items.join('|');
+}
+
+QString cellsOf(const QTableWidget& table)
+{
+    QString cells;
+    for (int row = -1; row < table.rowCount(); ++row)
+        for (int column = 0; column < table.columnCount(); ++column) {
+            const QTableWidgetItem* item =
+                row < 0 ? table.horizontalHeaderItem(column) : table.item(row, column);
+            cells += (column == 0 ? "\n    " : " | ") + (item ? item->text() : "");
+        }
+    return cells;
+}
+
+/// What it holds, by its kind.
+QString contentOf(QWidget& widget)
+{
+    QString said;
+    if (const auto* button = qobject_cast<QAbstractButton*>(&widget))
+        said = button->text() + (button->isChecked() ? " [x]" : "") +
+               button->shortcut().toString().prepend(' ');
+    else if (const auto* label = qobject_cast<QLabel*>(&widget))
+        said = label->text() + (label->buddy() ? " for " + label->buddy()->objectName() : "");
+    else if (const auto* edit = qobject_cast<QLineEdit*>(&widget))
+        said = edit->text() + (edit->isReadOnly() ? " (read only)" : "");
+    else if (const auto* box = qobject_cast<QComboBox*>(&widget))
+        said = box->currentText() + " of " + itemsOf(*box);
+    else if (const auto* group = qobject_cast<QGroupBox*>(&widget))
+        said = group->title();
+    else if (const auto* table = qobject_cast<QTableWidget*>(&widget))
+        said = cellsOf(*table);
+    else if (auto* drawing = qobject_cast<DrawingWidget*>(&widget))
+        drawing->picture();
+    for (const QString& more :
+         {widget.toolTip(), widget.accessibleName(), widget.accessibleDescription()})
+        if (!more.isEmpty())
+            said += " / " + more;
+    return said;
+}
+
+QString placeOf(const QWidget& widget)
+{
+    const QWidget* parent = widget.parentWidget();
+    auto* grid = parent ? qobject_cast<QGridLayout*>(parent->layout()) : nullptr;
+    const int index = grid ? grid->indexOf(&widget) : -1;
+    if (index < 0)
+        return {};
+    int at[4];
+    grid->getItemPosition(index, &at[0], &at[1], &at[2], &at[3]);
+    return QString(" @%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);
+}
+
+/// All that is shown within it, by their names.
+QString shownIn(QWidget& top)
+{
+    QString said = top.objectName() + ": " + top.windowTitle() + "\n";
+    for (QWidget* widget : top.findChildren<QWidget*>()) {
+        const QString name = widget->objectName();
+        if (name.isEmpty() || name.startsWith("qt_") || !widget->isVisible())
+            continue;
+        said += "  " + name + (widget->isEnabled() ? "" : " (off)") + placeOf(*widget) + " " +
+                contentOf(*widget) + "\n";
+    }
+    return said.replace(QRegularExpression("[ ]+\n"), "\n");
+}
+
+class Expected : public Window {
+protected:
+    void compareWithKept(const QString& name, const QString& said)
+    {
+        QFile file(ORVA_SOURCE_DIR "/tests/window/expected/" + name + ".txt");
+        if (qEnvironmentVariableIsSet("ORVA_WRITE_EXPECTED")) {
+            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(said.toUtf8());
+            return;
+        }
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
+        const QStringList wanted = QString::fromUtf8(file.readAll()).split('\n');
+        const QStringList found = said.split('\n');
+        for (qsizetype i = 0; i < std::max(wanted.size(), found.size()); ++i)
+            ASSERT_EQ(found.value(i).toStdString(), wanted.value(i).toStdString())
+                << name.toStdString() << ", line " << i + 1;
+    }
+
+    QString pages()
+    {
+        QString said;
+        auto* tabs = control<QTabWidget>("Main_SSTab");
+        for (int page = 0; page < tabs->count(); ++page) {
+            tabs->setCurrentIndex(page);
+            QTest::qWait(10);
+            said += "== " + tabs->tabText(page) + "\n" + shownIn(*window);
+        }
+        return said;
+    }
+};
+
+TEST_F(Expected, Menus)
+{
+    QString said;
+    for (const std::int32_t language : {1033, 1031}) {
+        session.ChangeLanguage(language);
+        for (const QAction* action : window->findChildren<QAction*>())
+            if (!action->objectName().isEmpty() && !action->objectName().startsWith("qt_"))
+                said += action->objectName() + ' ' + action->text() + ' ' +
+                        action->shortcut().toString() + (action->isEnabled() ? "" : " (off)") +
+                        (action->isVisible() ? "\n" : " (hidden)\n");
+    }
+    compareWithKept("menus", said.replace(QRegularExpression("[ ]+\n"), "\n"));
+}
+
+TEST_F(Expected, PagesAndDialogs)
+{
+    compareWithKept("new-standard", pages());
+    session.state().settings.Units_Meters = false;
+    session.ChangeLanguage(1031);
+    compareWithKept("new-standard-de-ft", pages());
+    QString said;
+    eachDialog([&](QWidget& dialog) { said += shownIn(dialog); });
+    compareWithKept("dialogs-de-ft", said);
+}
+
+TEST_F(Expected, ExampleWithLevels)
+{
+    auto& commands = *window->findChild<ProjectCommands*>();
+    commands.OpenRecent(ORVA_SOURCE_DIR "/examples/club.lad");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !commands.disk().busy(); }));
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+    click("CalcBand_cmd");
+    QTest::qWait(300);
+    compareWithKept("club", pages());
+    QString said;
+    QTimer::singleShot(0, window.get(), [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        dialog->findChild<QAbstractButton*>("cmdMore")->click();
+        said = shownIn(*dialog);
+        static_cast<QDialog*>(dialog)->reject();
+    });
+    control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
+    click("Optimize_cmd");
+    compareWithKept("optimize", said);
+}
+
+} // namespace
+} // namespace orva::ui
