@@ -10,8 +10,10 @@ std::vector<SeatRow> seatRows(Prediction& prediction, const Segment& area,
     const std::optional<AreaFigures> figures = prediction.figuresOf(area, choice);
     std::vector<SeatRow> rows;
     constexpr double kSlackM = 1e-6; // a last row at the very end
-    for (double along = offsetM; along <= area.lengthM + kSlackM && rows.size() < kMostRows;
-         along = offsetM + pitchM * static_cast<double>(rows.size())) {
+    while (rows.size() < kMostRows) {
+        const double along = offsetM + pitchM * static_cast<double>(rows.size());
+        if (!(along <= area.lengthM + kSlackM))
+            break;
         const Point at = area.at(along);
         const float level = prediction.levelAt(at, choice);
         const std::optional<NearestBox> box = prediction.nearestTo(at);
