@@ -108,7 +108,7 @@ TEST_F(CommandLine, PagesOfTheExamplesAreWhatTheyWere)
     compareWithKept("pages-theatre", pagesOf("theatre", {}));
     ReportChoice choice;
     choice.levels = {{3, 8}, LevelField::Peak, false};
-    choice.rowPitchM = 0.3;
+    choice.rowPitchM = 0.42; // one row more than stand on a page
     choice.rowOffsetM = 0.2;
     choice.drawing.text = {Language::German, false};
     choice.delays = true;

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QFile>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QRegularExpression>
@@ -70,6 +71,20 @@ QString placeOf(const QWidget& widget)
     return QString(" @%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);
 }
 
+/// Which rows and columns take what is left over.
+QString stretchOf(const QWidget& widget)
+{
+    const auto* grid = qobject_cast<const QGridLayout*>(widget.layout());
+    QString said;
+    for (int row = 0; grid && row < grid->rowCount(); ++row)
+        if (grid->rowStretch(row) != 0)
+            said += QString(" row %1:%2").arg(row).arg(grid->rowStretch(row));
+    for (int column = 0; grid && column < grid->columnCount(); ++column)
+        if (grid->columnStretch(column) != 0)
+            said += QString(" column %1:%2").arg(column).arg(grid->columnStretch(column));
+    return said;
+}
+
 /// All that is shown within it, by their names.
 QString shownIn(QWidget& top)
 {
@@ -78,8 +93,8 @@ QString shownIn(QWidget& top)
         const QString name = widget->objectName();
         if (name.isEmpty() || name.startsWith("qt_") || !widget->isVisible())
             continue;
-        said += "  " + name + (widget->isEnabled() ? "" : " (off)") + placeOf(*widget) + " " +
-                contentOf(*widget) + "\n";
+        said += "  " + name + (widget->isEnabled() ? "" : " (off)") + placeOf(*widget) +
+                stretchOf(*widget) + " " + contentOf(*widget) + "\n";
     }
     return said.replace(QRegularExpression("[ ]+\n"), "\n");
 }
@@ -127,6 +142,30 @@ TEST_F(Expected, Menus)
                         (action->isVisible() ? "\n" : " (hidden)\n");
     }
     compareWithKept("menus", said.replace(QRegularExpression("[ ]+\n"), "\n"));
+}
+
+TEST_F(Expected, FileDialogs)
+{
+    QString said;
+    for (const char* name :
+         {"mnuOpen", "mnuSaveAs", "mnuPrint", "mnuPdf", "mnuLoadData", "mnuPicturePng", "mnuPictureSvg",
+          "mnuFiguresCsv", "mnuFiguresJson"}) {
+        auto* action = window->findChild<QAction*>(name);
+        if (!action)
+            continue;
+        QTimer::singleShot(50, window.get(), [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog) << name;
+            said += QString("%1: %2; %3; *.%4; mode %5, %6\n")
+                        .arg(name, dialog->windowTitle(), dialog->nameFilters().join('|'),
+                             dialog->defaultSuffix())
+                        .arg(dialog->fileMode())
+                        .arg(dialog->acceptMode());
+            dialog->reject();
+        });
+        action->trigger();
+    }
+    compareWithKept("file-dialogs", said);
 }
 
 TEST_F(Expected, PagesAndDialogs)
