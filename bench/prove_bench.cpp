@@ -104,7 +104,8 @@ constexpr Measure kMeasures[] = {Measure::FitToLine, Measure::Even, Measure::Smo
 void proveTwelve(double mostSeconds)
 {
     for (const Measure measure : kMeasures) {
-        const Proof proof = prove(sceneOf(kCompactSystem, 12, nullptr, 1.4, 106, measure), mostSeconds);
+        const Proof proof =
+            prove(sceneOf(kCompactSystem, 12, nullptr, 1.4, 106, measure), mostSeconds);
         std::printf("prove-12-%-7s %8.1f s  %6.2f %% of 1.98e9  best %.4f dB\n",
                     recordOf(measure).name.data(), proof.seconds, 100 * proof.share, proof.bestRms);
         std::fflush(stdout);
@@ -124,21 +125,23 @@ void proveSeeded(std::int16_t system, std::int16_t boxes, unsigned first, unsign
         unsigned close = 0;
         unsigned proved = 0;
         for (unsigned seed = first; seed <= last; ++seed) {
-            const Proof proof = prove(seededScene(system, boxes, seed, measure), mostSeconds, claim);
+            const Proof proof =
+                prove(seededScene(system, boxes, seed, measure), mostSeconds, claim);
             seconds.push_back(proof.seconds);
             shares.push_back(100 * proof.share);
             close += proof.close() ? 1 : 0;
             proved += proof.share == 1 ? 1 : 0;
-            std::printf("  room %2u %8.1f s %8.4f %% of %.3g quick %.4f best %.4f\n", seed, proof.seconds,
-                        100 * proof.share, proof.count, proof.quickRms, proof.bestRms);
+            std::printf("  room %2u %8.1f s %8.4f %% of %.3g quick %.4f best %.4f\n", seed,
+                        proof.seconds, 100 * proof.share, proof.count, proof.quickRms,
+                        proof.bestRms);
             std::fflush(stdout);
         }
         std::sort(seconds.begin(), seconds.end());
         std::sort(shares.begin(), shares.end());
         std::printf("prove-%s-%d-%s: %u of %u rooms proved, median %.1f s, %.3f %% of the set, "
                     "quick search close in %u\n",
-                    systemRecord(system).name.data(), boxes, recordOf(measure).name.data(), proved, rooms, seconds[rooms / 2],
-                    shares[rooms / 2], close);
+                    systemRecord(system).name.data(), boxes, recordOf(measure).name.data(), proved,
+                    rooms, seconds[rooms / 2], shares[rooms / 2], close);
     }
 }
 

@@ -43,7 +43,7 @@ void LogFile::close()
 void LogFile::turnOver()
 {
     if (::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0 && isStillNamed(m_descriptor, m_file))
-        ::rename(m_file.c_str(), (m_file.string() + ".1").c_str());
+        (void)::rename(m_file.c_str(), (m_file.string() + ".1").c_str()); // else it grows on
 }
 
 void LogFile::write(std::string_view line)

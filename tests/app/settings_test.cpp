@@ -1,8 +1,7 @@
-#include "failing_disk.h"
 #include "app/state/memory_settings.h"
+#include "failing_disk.h"
 
 #include <QSettings>
-
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -149,11 +148,19 @@ TEST_F(PlatformSettings, TwoProgramsKeepEachOthersKeys)
 
 TEST_F(PlatformSettings, EveryTextComesBack)
 {
-    const std::map<std::string, std::string> texts = {
-        {"plain", "/a/b c.lad"},   {"empty", ""},          {"edges", " a "},
-        {"list", "a,b; c=d"},      {"quote", "\"a\\b\""},  {"control", "\x01" "1f\n\tg"},
-        {"umlauts", "Große 高 😀"}, {"sign", "@Invalid()"}, {"per cent", "%20"},
-        {"deep/er", "x"},          {"Ärger", "y"},         {"€", "z"}};
+    const std::map<std::string, std::string> texts = {{"plain", "/a/b c.lad"},
+                                                      {"empty", ""},
+                                                      {"edges", " a "},
+                                                      {"list", "a,b; c=d"},
+                                                      {"quote", "\"a\\b\""},
+                                                      {"control", "\x01"
+                                                                  "1f\n\tg"},
+                                                      {"umlauts", "Große 高 😀"},
+                                                      {"sign", "@Invalid()"},
+                                                      {"per cent", "%20"},
+                                                      {"deep/er", "x"},
+                                                      {"Ärger", "y"},
+                                                      {"€", "z"}};
     const auto store = platformSettingsStore();
     (void)store->exchange([&] {
         for (const auto& [key, text] : texts)

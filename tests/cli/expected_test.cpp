@@ -53,7 +53,8 @@ std::string difference(const std::string& a, const std::string& b)
         const std::size_t point = x->str().find('.');
         const double last = std::pow(10.0, -static_cast<double>(x->str().size() - point - 1));
         const bool figures = point != std::string::npos && std::isdigit(y->str().back());
-        if (!figures || std::abs(std::stod(x->str()) - std::stod(y->str())) > 1.1 * std::max(last, 2e-3))
+        if (!figures ||
+            std::abs(std::stod(x->str()) - std::stod(y->str())) > 1.1 * std::max(last, 2e-3))
             return a.substr(at > 80 ? at - 80 : 0, 160) + "\n-- but --\n" + y->str();
     }
     return x == y ? "" : "one is longer";

@@ -147,9 +147,8 @@ TEST_F(Expected, Menus)
 TEST_F(Expected, FileDialogs)
 {
     QString said;
-    for (const char* name :
-         {"mnuOpen", "mnuSaveAs", "mnuPrint", "mnuPdf", "mnuLoadData", "mnuPicturePng", "mnuPictureSvg",
-          "mnuFiguresCsv", "mnuFiguresJson"}) {
+    for (const char* name : {"mnuOpen", "mnuSaveAs", "mnuPrint", "mnuPdf", "mnuLoadData",
+                             "mnuPicturePng", "mnuPictureSvg", "mnuFiguresCsv", "mnuFiguresJson"}) {
         auto* action = window->findChild<QAction*>(name);
         if (!action)
             continue;
