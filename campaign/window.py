@@ -40,7 +40,7 @@ def hands_release(run):
     """Random actions in the window as it is released, 2,500 with each seed"""
     said = acted(run, BUILD / "orva")
     grown = sorted(run.kept["grown"])
-    return f"{said}; memory grown after the first 625 by {grown[len(grown) // 2]} MB (median), {grown[-1]} MB at most"
+    return f"{said}; memory grown in the second half by {grown[len(grown) // 2]} MB (median), {grown[-1]} MB at most"
 
 
 def answers(app, test):

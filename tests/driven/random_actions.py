@@ -1,6 +1,6 @@
 """Random actions, repeatable: python3 random_actions.py [COUNT] [SEED] [PROGRAM]. Fails on an end of the program, an
 answer that takes more than a second, and anything said on the console. Prints what the memory grew by after the
-first quarter."""
+first half."""
 import os
 import pathlib
 import random
@@ -113,7 +113,7 @@ def main():
         app.wait_window("frmMain", timeout=30)
         actor = Actor(app, seed, place)
         for number in range(count):
-            if number == count // 4:
+            if number == count // 2:
                 before = resident_mb(app)
             begun = time.monotonic()
             try:
