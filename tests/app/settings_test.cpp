@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <random>
 #include <tuple>
 
 #include <gtest/gtest.h>
@@ -148,19 +149,27 @@ TEST_F(PlatformSettings, TwoProgramsKeepEachOthersKeys)
 
 TEST_F(PlatformSettings, EveryTextComesBack)
 {
-    const std::map<std::string, std::string> texts = {{"plain", "/a/b c.lad"},
-                                                      {"empty", ""},
-                                                      {"edges", " a "},
-                                                      {"list", "a,b; c=d"},
-                                                      {"quote", "\"a\\b\""},
-                                                      {"control", "\x01"
-                                                                  "1f\n\tg"},
-                                                      {"umlauts", "Große 高 😀"},
-                                                      {"sign", "@Invalid()"},
-                                                      {"per cent", "%20"},
-                                                      {"deep/er", "x"},
-                                                      {"Ärger", "y"},
-                                                      {"€", "z"}};
+    std::map<std::string, std::string> texts = {{"plain", "/a/b c.lad"},
+                                                {"empty", ""},
+                                                {"edges", " a "},
+                                                {"list", "a,b; c=d"},
+                                                {"quote", "\"a\\b\""},
+                                                {"control", "\x01"
+                                                            "1f\n\tg"},
+                                                {"umlauts", "Große 高 😀"},
+                                                {"sign", "@Invalid()"},
+                                                {"per cent", "%20"},
+                                                {"deep/er", "x"},
+                                                {"Ärger", "y"},
+                                                {"€", "z"}};
+    const char* const pieces[] = {" ", ",", ";", "=", "\"", "\\", "@", "%", "\n", "\t", "\x01",
+                                  "0", "a", "F", "x", "é",  "高", "[", "]", "#",  "/",  "\x7f"};
+    std::mt19937 random(1);
+    for (int i = 0; i < 500; ++i) {
+        std::string& text = texts["random" + std::to_string(i)];
+        for (std::uint32_t length = random() % 8; length > 0; --length)
+            text += pieces[random() % std::size(pieces)];
+    }
     const auto store = platformSettingsStore();
     (void)store->exchange([&] {
         for (const auto& [key, text] : texts)
