@@ -74,10 +74,12 @@ def judged(tree, name, text, change):
 def driven(tree):
     """What the shorter checks of the real window say."""
     command("cmake", "--build", "--preset", "release", "--target", "orva", "orva-cli", cwd=tree)
-    for check in ("start", "keyboard", "accessible", "edit"):
-        if command(sys.executable, tree / "tests" / "driven" / f"check_{check}.py", status=None).returncode != 0:
-            return "killed"
-    return "SURVIVED"
+    def fails(check):
+        return command(sys.executable, tree / "tests" / "driven" / f"check_{check}.py", status=None).returncode != 0
+
+    # Twice: a machine that does much else may be too slow once.
+    killed = any(fails(check) and fails(check) for check in ("start", "keyboard", "accessible", "edit"))
+    return "killed" if killed else "SURVIVED"
 
 
 def told(name, text, change):
