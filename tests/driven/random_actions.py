@@ -11,7 +11,7 @@ from driven import AppExited, BUILD, UiError, folder, start
 
 TEXTS = ["0", "-1", "1,5", "12.25", "", "x", "1e300", "-1e300", "nan", "9999999", "0.0001", "  7 ", "200", "ÄÖ€α", "%1 {\\}"]
 KEYS = ["Tab", "Enter", "Up", "Down", "PgDown", "Home", "End", "Space", "F1", "Ctrl+1", "Ctrl+2", "Ctrl+N", "Ctrl+Shift+N",
-        "Left", "Right", "Ctrl+Z", "Ctrl+Shift+Z", "Esc", "Shift+Up", "Alt+Left"]
+        "Left", "Right", "Ctrl+Z", "Ctrl+Shift+Z", "Esc", "Shift+Up"]
 ACTIONS = ["mnuNewS", "mnuNewC", "mnuOpen", "mnuSave", "mnuSaveAs", "mnuPrint", "mnuLoadData", "mnuPythCalc",
            "mnuToolsChangeLanguage", "mnuFont", "mnuGenOptions", "mnuCallHelp", "mnuAbout", "mnuUndo", "mnuUndo", "mnuRedo",
            "mnuCompare", "mnuPdf", "mnuKeys", "mnuForgetMissing", "mnuMRU(0)", "mnuFiguresCsv", "mnuFiguresJson",
