@@ -88,10 +88,11 @@ QString stretchOf(const QWidget& widget)
 /// All that is shown within it, by their names.
 QString shownIn(QWidget& top)
 {
-    QString said = top.objectName() + ": " + top.windowTitle() + "\n";
+    QString said = top.objectName() + ": " + top.windowTitle() + stretchOf(top) + "\n";
     for (QWidget* widget : top.findChildren<QWidget*>()) {
         const QString name = widget->objectName();
-        if (name.isEmpty() || name.startsWith("qt_") || !widget->isVisible())
+        if ((name.isEmpty() && stretchOf(*widget).isEmpty()) || name.startsWith("qt_") ||
+            !widget->isVisible())
             continue;
         said += "  " + name + (widget->isEnabled() ? "" : " (off)") + placeOf(*widget) +
                 stretchOf(*widget) + " " + contentOf(*widget) + "\n";
