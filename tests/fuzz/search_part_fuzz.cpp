@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             sound = sound && angle >= 0 && angle <= 6;
         }
     }
-    if (!sound || !mergeParts({part}))
+    if (!sound || !read->belongsTo(*read) || !mergeParts({part}))
         std::abort();
     return 0;
 }

@@ -23,5 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     MemorySettings again;
     SaveSettings(loaded, again);
     require(LoadSettings(again) == loaded);
+    MemorySettings changed;
+    SaveChangedSettings(loaded, {}, changed);
+    require(LoadSettings(changed) == loaded && sameButForLooks(loaded, loaded));
     return 0;
 }

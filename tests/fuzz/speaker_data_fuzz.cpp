@@ -13,6 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     if (reading->bands < 0 || reading->bands > kBands)
         std::abort();
+    if (const auto shortfall = reading->shortfall(); shortfall && shortfall->text().empty())
+        std::abort();
     for (int band = 0; band < kBands; ++band)
         for (int half = 0; half <= 2 * kAngleSteps; ++half)
             if (!std::isfinite(DirMagnitudeAt(reading->directivity, band, half / 2.0)) ||
