@@ -139,6 +139,7 @@ void compareWithKept(const std::string& name, const std::string& said)
 TEST_F(CommandLine, PagesOfTheExamplesAreWhatTheyWere)
 {
     setenv("SOURCE_DATE_EPOCH", "1700000000", 1); // NOLINT(concurrency-mt-unsafe)
+    setenv("TZ", "UTC", 1);                       // NOLINT(concurrency-mt-unsafe)
     compareWithKept("pages-theatre", pagesOf("theatre", {}));
     ReportChoice choice;
     choice.levels = {{3, 8}, LevelField::Peak, false};
