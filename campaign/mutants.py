@@ -36,9 +36,9 @@ def trees():
     return made
 
 
-def chosen(number, tree):
+def chosen(run, number, tree):
     """The file and its change of that number, `(kind, offset, old, new)`."""
-    random = dice_of(number)
+    random = dice(run, number)
     sources = command("git", "-C", tree, "ls-files", *[f"{folder}/*.cpp" for folder in FOLDERS]).stdout.split()
     sizes = [(tree / source).stat().st_size for source in sources]
     while True:
@@ -46,10 +46,6 @@ def chosen(number, tree):
         text = (tree / name).read_text("utf-8")
         if changes := sorted(mutate.mutations(text), key=lambda change: change[1]):
             return name, text, random.choice(changes)
-
-
-def dice_of(number):
-    return dice(type("Named", (), {"name": "mutants"}), number)
 
 
 def judged(tree, name, text, change):
@@ -128,7 +124,7 @@ def mutants(run):
 
     def fresh(number):
         def work(tree):
-            name, text, change = chosen(number, tree)
+            name, text, change = chosen(run, number, tree)
             return told(name, text, change), judged(tree, name, text, change)
         return trial(work)
 

@@ -37,13 +37,14 @@ QString escapedText(const QString& text)
     for (const QChar c : text) {
         const int code = c.unicode();
         const bool digit = isxdigit(code < 0x80 ? code : 0) != 0;
-        if (c == '\\' || c == '"')
-            escaped += QString("\\") + c;
-        else if (code < 0x20 || code == 0x7f || (afterNumber && digit))
+        const bool asNumber = code < 0x20 || code == 0x7f || (afterNumber && digit);
+        if (asNumber)
             escaped += QString("\\x%1").arg(code, 0, 16);
+        else if (c == '\\' || c == '"')
+            escaped += QString("\\") + c;
         else
             escaped += c;
-        afterNumber = code < 0x20 || code == 0x7f || (afterNumber && digit);
+        afterNumber = asNumber;
     }
     if (text.startsWith('@')) // begins what is no text
         escaped.prepend('@');

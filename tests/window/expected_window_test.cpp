@@ -102,16 +102,22 @@ QString shownIn(QWidget& top)
 
 class Expected : public Window {
 protected:
-    void compareWithKept(const QString& name, const QString& said)
+    /// Figures come when they are calculated: what is said is asked for until it is what is kept.
+    void compareWithKept(const QString& name, const std::function<QString()>& say)
     {
         QFile file(ORVA_SOURCE_DIR "/tests/window/expected/" + name + ".txt");
         if (qEnvironmentVariableIsSet("ORVA_WRITE_EXPECTED")) {
+            QTest::qWait(1000);
             EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(said.toUtf8());
+            file.write(say().toUtf8());
             return;
         }
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
-        const QStringList wanted = QString::fromUtf8(file.readAll()).split('\n');
+        const QString kept = QString::fromUtf8(file.readAll());
+        QString said;
+        constexpr int kPatienceMs = 20000;
+        (void)QTest::qWaitFor([&] { return (said = say()) == kept; }, kPatienceMs);
+        const QStringList wanted = kept.split('\n');
         const QStringList found = said.split('\n');
         for (qsizetype i = 0; i < std::max(wanted.size(), found.size()); ++i)
             ASSERT_EQ(found.value(i).toStdString(), wanted.value(i).toStdString())
@@ -142,17 +148,14 @@ TEST_F(Expected, Menus)
                         action->shortcut().toString() + (action->isEnabled() ? "" : " (off)") +
                         (action->isVisible() ? "\n" : " (hidden)\n");
     }
-    compareWithKept("menus", said.replace(QRegularExpression("[ ]+\n"), "\n"));
+    said.replace(QRegularExpression("[ ]+\n"), "\n");
+    compareWithKept("menus", [&] { return said; });
 }
 
 TEST_F(Expected, FileDialogs)
 {
     QString said;
-    for (const char* name : {"mnuOpen", "mnuSaveAs", "mnuPrint", "mnuPdf", "mnuLoadData",
-                             "mnuPicturePng", "mnuPictureSvg", "mnuFiguresCsv", "mnuFiguresJson"}) {
-        auto* action = window->findChild<QAction*>(name);
-        if (!action)
-            continue;
+    for (const char* name : {"mnuOpen", "mnuSaveAs", "mnuPrint", "mnuPdf", "mnuLoadData"}) {
         QTimer::singleShot(50, window.get(), [&] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
             ASSERT_TRUE(dialog) << name;
@@ -163,20 +166,20 @@ TEST_F(Expected, FileDialogs)
                         .arg(dialog->acceptMode());
             dialog->reject();
         });
-        action->trigger();
+        window->findChild<QAction*>(name)->trigger();
     }
-    compareWithKept("file-dialogs", said);
+    compareWithKept("file-dialogs", [&] { return said; });
 }
 
 TEST_F(Expected, PagesAndDialogs)
 {
-    compareWithKept("new-standard", pages());
+    compareWithKept("new-standard", [&] { return pages(); });
     session.state().settings.Units_Meters = false;
     session.ChangeLanguage(1031);
-    compareWithKept("new-standard-de-ft", pages());
+    compareWithKept("new-standard-de-ft", [&] { return pages(); });
     QString said;
     eachDialog([&](QWidget& dialog) { said += shownIn(dialog); });
-    compareWithKept("dialogs-de-ft", said);
+    compareWithKept("dialogs-de-ft", [&] { return said; });
 }
 
 TEST_F(Expected, ExampleWithLevels)
@@ -186,8 +189,7 @@ TEST_F(Expected, ExampleWithLevels)
     ASSERT_TRUE(QTest::qWaitFor([&] { return !commands.disk().busy(); }));
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
     click("CalcBand_cmd");
-    QTest::qWait(300);
-    compareWithKept("club", pages());
+    compareWithKept("club", [&] { return pages(); });
     QString said;
     QTimer::singleShot(0, window.get(), [&] {
         QWidget* dialog = QApplication::activeModalWidget();
@@ -198,7 +200,7 @@ TEST_F(Expected, ExampleWithLevels)
     });
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
     click("Optimize_cmd");
-    compareWithKept("optimize", said);
+    compareWithKept("optimize", [&] { return said; });
 }
 
 } // namespace
