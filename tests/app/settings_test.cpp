@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace orva {
 namespace {
@@ -115,7 +116,8 @@ TEST(Settings, UnreadableValuesAreDefaults)
     }
 }
 
-/// A user who has stored nothing yet. The toolkit asks only once where that is.
+/// A user who has stored nothing yet. The toolkit asks only once where that is, and several
+/// processes run these tests at a time.
 class PlatformSettings : public testing::Test {
 protected:
     PlatformSettings()
@@ -126,7 +128,7 @@ protected:
     ~PlatformSettings() override { std::filesystem::remove_all(folder); }
 
     const std::filesystem::path folder =
-        std::filesystem::path(testing::TempDir()) / "orva_settings";
+        std::filesystem::path(testing::TempDir()) / ("orva_settings_" + std::to_string(getpid()));
 };
 
 TEST_F(PlatformSettings, TwoProgramsKeepEachOthersKeys)
