@@ -1,5 +1,6 @@
 """Changes of the code by chance: does a test notice?"""
 import concurrent.futures
+import functools
 import os
 import queue
 import sys
@@ -48,6 +49,13 @@ def chosen(run, number, tree):
             return name, text, random.choice(changes)
 
 
+@functools.cache
+def made_of(tree, tests):
+    """The sources that a test program is linked from."""
+    inputs = command("ninja", "-C", "build/release", "-t", "inputs", f"tests/orva_{tests}_tests", cwd=tree).stdout.split("\n")
+    return {os.path.relpath(line, tree) for line in inputs if line.startswith(f"{tree}/")}
+
+
 def judged(tree, name, text, change):
     """What the tests of a tree say of the change; the nearest first."""
     _, at, old, new = change
@@ -57,6 +65,8 @@ def judged(tree, name, text, change):
     file.write_text(text[:at] + new + text[at + len(old):], "utf-8")
     try:
         for tests in nearest + [other for other in TESTS if other not in nearest]:
+            if name not in made_of(tree, tests):
+                continue
             verdict = mutate.verdict([f"orva_{tests}_tests"], "build/release", 1, 120, tree)
             if verdict != "SURVIVED":
                 return verdict

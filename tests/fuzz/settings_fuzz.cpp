@@ -4,27 +4,76 @@
 #include "require.h"
 
 #include <cmath>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace orva;
+
+/// A store that expects its keys in the order in which they were first set: three times as many
+/// inputs as with one that looks for names.
+class OrderedSettings final : public SettingsStore {
+public:
+    std::optional<std::string> value(std::string_view, std::string_view key) const override
+    {
+        return rows[place(key)].second;
+    }
+    void setValue(std::string_view, std::string_view key, std::string_view text) override
+    {
+        if (first_)
+            rows.emplace_back(key, text);
+        else
+            rows[place(key)].second = text;
+    }
+    Result<Done> flush() override { return Done{}; }
+
+    /// The keys begin again; from now on there are no others.
+    void begin()
+    {
+        first_ = false;
+        next_ = 0;
+    }
+
+    std::vector<std::pair<std::string, std::string>> rows; ///< key and text
+
+private:
+    std::size_t place(std::string_view key) const
+    {
+        require(next_ < rows.size() && rows[next_].first == key);
+        return next_++;
+    }
+
+    bool first_ = true;
+    mutable std::size_t next_ = 0;
+};
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    using namespace orva;
-    MemorySettings store;
-    SaveSettings({}, store);
+    static OrderedSettings store;
+    if (store.rows.empty())
+        SaveSettings({}, store);
     std::string_view text(reinterpret_cast<const char*>(data), size);
-    for (auto& [key, value] : store.values) {
+    for (auto& [key, value] : store.rows) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         value = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
     }
+    store.begin();
     const Settings loaded = LoadSettings(store);
     for (const float figure : {loaded.SPLResolution, loaded.Temperature, loaded.GridUnit_Room,
                                loaded.GridUnit_Rigging, loaded.GridUnit_Area, loaded.Humidity})
         require(std::isfinite(figure));
-    MemorySettings again;
-    SaveSettings(loaded, again);
-    require(LoadSettings(again) == loaded);
+    store.begin();
+    SaveSettings(loaded, store);
+    store.begin();
+    require(LoadSettings(store) == loaded && sameButForLooks(loaded, loaded));
+    if (size % 8 != 0) // the rest is not about reading, and slow
+        return 0;
     MemorySettings changed;
     SaveChangedSettings(loaded, {}, changed);
-    require(LoadSettings(changed) == loaded && sameButForLooks(loaded, loaded));
+    require(LoadSettings(changed) == loaded);
     return 0;
 }
