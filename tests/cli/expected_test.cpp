@@ -3,6 +3,7 @@
 #include "app/files/file_access.h"
 #include "app/files/page_report.h"
 #include "command_line_fixture.h"
+#include "expected_text.h"
 #include "model/project_file.h"
 #include "painting/picture.h"
 
@@ -16,12 +17,6 @@
 
 namespace orva {
 namespace {
-
-std::string content(const fs::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 std::string replaced(const std::string& text, const std::string& from, const std::string& to)
 {
@@ -54,50 +49,13 @@ std::string steady(const std::string& text)
     return kept;
 }
 
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-/// A number, or a character that begins none.
-std::string tokenAt(const std::string& text, std::size_t at)
-{
-    std::size_t end = at + (text[at] == '-' ? 1 : 0);
-    while (end < text.size() && (isDigit(text[end]) || text[end] == '.'))
-        ++end;
-    return text.substr(at, std::max<std::size_t>(end - at, 1));
-}
-
-/// Where two texts differ, numbers by more than what vectors of another width change; empty where
-/// they do not.
-std::string difference(const std::string& a, const std::string& b)
-{
-    std::size_t x = 0;
-    std::size_t y = 0;
-    while (x < a.size() && y < b.size()) {
-        const std::string one = tokenAt(a, x);
-        const std::string other = tokenAt(b, y);
-        const std::size_t point = one.find('.');
-        const double last = std::pow(10.0, -static_cast<double>(one.size() - point - 1));
-        const bool figures =
-            point != std::string::npos && isDigit(one.back()) && isDigit(other.back());
-        const bool same = one == other || (figures && std::abs(std::stod(one) - std::stod(other)) <=
-                                                          1.1 * std::max(last, 2e-3));
-        if (!same)
-            return a.substr(x > 80 ? x - 80 : 0, 160) + "\n-- but --\n" + other;
-        x += one.size();
-        y += other.size();
-    }
-    return x == a.size() && y == b.size() ? "" : "one is longer";
-}
-
 /// The texts of all pages in the order of painting, and how many shapes of each kind there are.
 std::string pagesOf(const std::string& example, const ReportChoice& choice)
 {
     Workspace state;
     EXPECT_TRUE(LoadSystemData(state, ORVA_BINARY_DIR "/bin"));
     const std::string file = ORVA_SOURCE_DIR "/examples/" + example + ".lad";
-    makeCurrent(state, readProject(asBytes(content(file)), file)->project);
+    makeCurrent(state, readProject(asBytes(contentOf(file)), file)->project);
     const Result<PagedDocument> report =
         pageReportOf(state, state.project, choice, QLocale(QLocale::English));
     EXPECT_TRUE(report);
@@ -128,26 +86,18 @@ std::string pagesOf(const std::string& example, const ReportChoice& choice)
     return said;
 }
 
-void compareWithKept(const std::string& name, const std::string& said)
-{
-    const fs::path file = fs::path(ORVA_SOURCE_DIR) / "tests/cli/expected" / (name + ".txt");
-    if (std::getenv("ORVA_WRITE_EXPECTED")) // NOLINT(concurrency-mt-unsafe)
-        std::ofstream(file, std::ios::binary) << said;
-    EXPECT_EQ(difference(content(file), said), "") << name;
-}
-
 TEST_F(CommandLine, PagesOfTheExamplesAreWhatTheyWere)
 {
     setenv("SOURCE_DATE_EPOCH", "1700000000", 1); // NOLINT(concurrency-mt-unsafe)
     setenv("TZ", "UTC", 1);                       // NOLINT(concurrency-mt-unsafe)
-    compareWithKept("pages-theatre", pagesOf("theatre", {}));
+    compareWithKept("cli/expected/pages-theatre.txt", pagesOf("theatre", {}));
     ReportChoice choice;
     choice.levels = {{3, 8}, LevelField::Peak, false};
     choice.rowPitchM = 0.42; // one row more than stand on a page
     choice.rowOffsetM = 0.2;
     choice.drawing.text = {Language::German, false};
     choice.delays = true;
-    compareWithKept("pages-club-de-ft", pagesOf("club", choice));
+    compareWithKept("cli/expected/pages-club-de-ft.txt", pagesOf("club", choice));
 }
 
 TEST_F(CommandLine, SaysOfTheExamplesWhatItSaid)
@@ -172,13 +122,13 @@ TEST_F(CommandLine, SaysOfTheExamplesWhatItSaid)
         }
         for (const char* kind : {".csv", ".json", ".rtf"})
             if (const fs::path file = made.string() + kind; fs::exists(file)) {
-                const std::string bytes = content(file);
+                const std::string bytes = contentOf(file);
                 said += bytes.size() > 10000 ? fingerprint(bytes) : bytes;
                 fs::remove(file);
             }
         said = replaced(said, folder.string(), "FOLDER");
         said = steady(replaced(said, ORVA_SOURCE_DIR, "SOURCE"));
-        compareWithKept(name, said);
+        compareWithKept("cli/expected/" + name + ".txt", said);
     }
     EXPECT_GE(count, 35);
 }

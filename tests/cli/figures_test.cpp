@@ -1,4 +1,5 @@
 #include "command_line_fixture.h"
+#include "expected_text.h"
 #include "model/project_file.h"
 
 #include <QImage>
@@ -156,13 +157,15 @@ TEST_F(CommandLine, TheOtherWayRoundDifferencesAreTheOpposite)
     const auto figures = [&](const std::string& a, const std::string& b, const std::string& csv) {
         const Json json =
             run("compare " + a + " " + b + " --points 9 --cell 4 --csv " + csv).json();
-        std::ifstream file(csv);
-        std::stringstream text;
-        text << file.rdbuf();
-        return std::pair(json, text.str());
+        return std::pair(json, contentOf(csv));
     };
     const auto [there, thereCsv] = figures(project, other, folder / "there.csv");
     const auto [back, backCsv] = figures(other, project, folder / "back.csv");
+    const auto picture = [&](const std::string& b, const std::string& png) {
+        EXPECT_EQ(run("compare " + project + " " + b + " --cell 4 --png " + png).status, 0);
+        return contentOf(png);
+    };
+    EXPECT_NE(picture(other, folder / "other.png"), picture(project, folder / "none.png"));
     EXPECT_EQ(there["foh"]["a"], back["foh"]["b"]);
     EXPECT_EQ(there["foh"]["difference"].get<double>(), -back["foh"]["difference"].get<double>());
     for (std::size_t area = 0; area < there["areas"].size(); ++area) {

@@ -20,6 +20,7 @@ public:
         Colour colour = kBlack;
         double size = 0; ///< line width or radius
         std::string text;
+        Scale scale{};
     };
     std::vector<Call> calls;
     std::vector<double> columnEdges;
@@ -33,33 +34,33 @@ public:
     void clear() override { calls.clear(); }
     void line(Point from, Point to, Colour colour, double width) override
     {
-        calls.push_back({"line", {from, to}, colour, width, {}});
+        calls.push_back({"line", {from, to}, colour, width, {}, scale()});
     }
     void polyline(std::span<const Point> points, Colour colour, double width) override
     {
-        calls.push_back({"polyline", {points.begin(), points.end()}, colour, width, {}});
+        calls.push_back({"polyline", {points.begin(), points.end()}, colour, width, {}, scale()});
     }
     void rectangle(Point corner, Point opposite, Colour colour, double width) override
     {
-        calls.push_back({"rectangle", {corner, opposite}, colour, width, {}});
+        calls.push_back({"rectangle", {corner, opposite}, colour, width, {}, scale()});
     }
     void fillRectangle(Point corner, Point opposite, Colour colour) override
     {
-        calls.push_back({"fill", {corner, opposite}, colour, 0, {}});
+        calls.push_back({"fill", {corner, opposite}, colour, 0, {}, scale()});
     }
     void circle(Point centre, double radius, Colour colour, double) override
     {
-        calls.push_back({"circle", {centre}, colour, radius, {}});
+        calls.push_back({"circle", {centre}, colour, radius, {}, scale()});
     }
     void arc(Point centre, double radius, double, double toDeg, Colour colour, double) override
     {
-        calls.push_back({"arc", {centre, {toDeg, 0}}, colour, radius, {}});
+        calls.push_back({"arc", {centre, {toDeg, 0}}, colour, radius, {}, scale()});
     }
     void setTextHeight(double pixels) override { m_textHeight = pixels; }
     double textHeight() const override { return m_textHeight; }
     void print(Point at, std::string_view text, Colour colour) override
     {
-        calls.push_back({"text", {at}, colour, 0, std::string(text)});
+        calls.push_back({"text", {at}, colour, 0, std::string(text), scale()});
     }
     Point textSize(std::string_view text) const override
     {

@@ -69,6 +69,12 @@ TEST_F(Guides, AClickHangsTheArrayWhereItSaid)
     EXPECT_EQ(window->editor().array(), moved) << "too low to hang there";
     window->findChild<QAction*>("mnuUndo")->trigger();
     EXPECT_EQ(window->editor().array(), array);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return guide->finished(); }, 60000));
+    const auto best = bestPlace(hearing(), window->editor().document().state().project, *map);
+    ASSERT_TRUE(best);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, pixel(view, best->place) + QPoint(4, -4));
+    EXPECT_EQ(evenness(), best->evenness) << "near the best place: there";
+    window->findChild<QAction*>("mnuUndo")->trigger();
     control<QAbstractButton>("cmdHang")->click();
     QTest::qWait(1);
     EXPECT_EQ(view.picture().toImage(), before);

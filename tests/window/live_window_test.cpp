@@ -60,6 +60,9 @@ TEST_F(Live, TheMapFollowsWithoutLockAndEqualsCalculate)
     levels();
     EXPECT_EQ(control<QLabel>("lblStatusText")->text(), "Redone: Splay angle 9")
         << "the map does not talk it away";
+    emit window->findChild<ProjectCommands*>()->statusChanged(Text::FileWritten, "map.csv");
+    EXPECT_EQ(control<QLabel>("lblStatusText")->text(),
+              session.text(Text::FileWritten).arg("map.csv"));
     window->findChild<QAction*>("mnuUndo")->trigger();
     press("MapType_opt(0)");
     press("chkAWeight");

@@ -122,6 +122,16 @@ TEST_F(Window, AStackIsLookedAtFromItsBottom)
     EXPECT_EQ(bar->value(), bar->maximum());
 }
 
+TEST_F(Window, TheDelayIsShownWhereItIsChosen)
+{
+    click("optBassYesNo(0)");
+    auto* chosen = control<QAbstractButton>("ShowDelay_chk");
+    for (int i = 0; i < 2; ++i) {
+        chosen->click();
+        EXPECT_EQ(window->editor().roomViewContent(true).bassBox.showDelay, chosen->isChecked());
+    }
+}
+
 TEST_F(Window, ADamagedFileChangesNothing)
 {
     const QTemporaryDir folder;
