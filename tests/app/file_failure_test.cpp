@@ -102,6 +102,16 @@ TEST_F(FileFailures, OfTheSecondFileLeaveBothOld)
         EXPECT_EQ(in(a) + in(b), "old aold b");
         EXPECT_EQ(names(), (std::vector<std::string>{"a.lad", "b.csv"}));
     }
+    const auto handles = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    const auto before = handles();
+    {
+        PendingFiles dropped;
+        ASSERT_TRUE(dropped.add(a, "new"));
+    }
+    EXPECT_EQ(names(), (std::vector<std::string>{"a.lad", "b.csv"}));
+    EXPECT_EQ(handles(), before);
     PendingFiles files;
     ASSERT_TRUE(files.add(a, "new 1"));
     ASSERT_TRUE(files.add(fresh, "new 2"));

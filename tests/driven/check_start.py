@@ -31,7 +31,7 @@ def with_a_file():
 def without_a_display():
     def call(*arguments):
         done = subprocess.run([BUILD / "orva", *arguments], capture_output=True, text=True, check=False,
-                              env={"PATH": "/usr/bin"})
+                              env={"PATH": "/usr/bin", "HOME": str(folder())})
         return done.returncode, done.stdout, done.stderr
     status, text, _ = call("--help")
     equal(status, 0)
@@ -41,6 +41,8 @@ def without_a_display():
     status, _, text = call("--fast")
     equal(status, 2)
     assert "--fast: unknown option" in text
+    _, _, text = call()
+    assert "no Qt platform plugin could be initialized" in text, text
 
 
 def settings_set_aside():

@@ -77,6 +77,31 @@ TEST_F(Window, ClosingAsksForUnsavedChanges)
     EXPECT_EQ(store.values.at("Options/Units_Meters"), "True");
 }
 
+TEST_F(Window, StaysOpenWhereTheAnswerWasYesAndTheDiskSaysNo)
+{
+    auto folder = std::make_unique<QTemporaryDir>();
+    const std::string file = folder->filePath("gone.lad").toStdString();
+    ASSERT_TRUE(saveProject(window->editor().document().state().project, file));
+    window->findChild<ProjectCommands*>()->OpenRecent(file);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->editor().document().path() == file; }));
+    folder.reset();
+    enter("Cradle_txt(0)", "2");
+    QStringList told;
+    QTimer clicks;
+    QObject::connect(&clicks, &QTimer::timeout, window.get(), [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            told += box->text();
+            box->button(told.size() == 1 ? QMessageBox::Yes : QMessageBox::Ok)->click();
+        }
+    });
+    clicks.start(5);
+    window->close();
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_EQ(told[1], "Save failed.");
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(window->editor().document().modified());
+}
+
 TEST_F(Window, OptionsThatCannotBeStoredAreTold)
 {
     store.fault = Message("No space left on device");
