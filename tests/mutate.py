@@ -70,7 +70,7 @@ def verdict(targets, built, jobs, seconds, root=ROOT):
     build = ["cmake", "--build", built, "-j", str(jobs), "--target", *targets]
     if subprocess.run(build, cwd=root, capture_output=True).returncode != 0:
         return "not built"
-    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", GTEST_FAIL_FAST="1", ORVA_PATIENCE_MS="8000")
     for target in targets:
         tests = [root / built / "tests" / target, "--gtest_brief=1"]
         try:
