@@ -19,15 +19,15 @@ INNER = ("model", "engine", "optimize", "document")
 CORES = os.cpu_count() or 1
 
 
-def trees():
-    """A clone of what is committed for each core, built, and found whole by all tests."""
+def trees(commit):
+    """A clone of that commit for each core, built, and found whole by all tests."""
     made = []
     for number in range(CORES):
         tree = STATE / f"tree-{number}"
         if not tree.exists():
             command("git", "clone", "-q", ROOT, tree)
         command("git", "-C", tree, "fetch", "-q", "origin")
-        command("git", "-C", tree, "reset", "-q", "--hard", command("git", "-C", ROOT, "rev-parse", "HEAD").stdout.strip())
+        command("git", "-C", tree, "reset", "-q", "--hard", commit)
         command("cmake", "--preset", "release", "-DCMAKE_CXX_FLAGS_RELEASE=-O1", cwd=tree)
         command("cmake", "--build", "--preset", "release", "--target", *[f"orva_{name}_tests" for name in TESTS], cwd=tree)
         made.append(tree)
@@ -109,8 +109,9 @@ def found_again(tree, row):
 
 def mutants(run):
     """Changes of the code by chance that the tests notice"""
+    commit = command("git", "-C", ROOT, "rev-parse", "HEAD").stdout.strip()
     ready = queue.Queue()
-    for tree in trees():
+    for tree in trees(commit):
         ready.put(tree)
     figures = run.kept.setdefault("figures", {})
     survivors = run.kept.setdefault("survivors", [])
@@ -138,7 +139,6 @@ def mutants(run):
             return told(name, text, change), judged(tree, name, text, change)
         return trial(work)
 
-    commit = command("git", "-C", ROOT, "rev-parse", "HEAD").stdout.strip()
     with concurrent.futures.ThreadPoolExecutor(CORES) as pool:
         if run.kept.get("commit", commit) != commit:  # tests may have come
             for row, verdict in pool.map(once_more, [row for row in survivors if "meaningless" not in row]):
