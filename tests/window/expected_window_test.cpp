@@ -102,8 +102,8 @@ QString shownIn(QWidget& top)
 
 class Expected : public Window {
 protected:
-    /// Figures come when they are calculated: what is said is asked for until it is what is kept, or
-    /// for ORVA_PATIENCE_MS.
+    /// Figures come when they are calculated: what is said is asked for until it is what is kept,
+    /// or for ORVA_PATIENCE_MS.
     void compareWithKept(const QString& name, const std::function<QString()>& say)
     {
         QFile file(ORVA_SOURCE_DIR "/tests/window/expected/" + name + ".txt");
@@ -205,6 +205,12 @@ TEST_F(Expected, ExampleWithLevels)
         for (const char* chance : {"lblRate", "lblCurrentRMS"}) // as fast as the machine is
             dialog->findChild<QWidget*>(chance)->hide();
         said += shownIn(*dialog);
+        const auto* table = dialog->findChild<QTableWidget*>("tblResults");
+        EXPECT_TRUE(table->selectionModel()->isRowSelected(0));
+        auto* points = dialog->findChild<QLineEdit*>("txtNumPts");
+        points->setText("10001");
+        emit points->editingFinished();
+        EXPECT_EQ(points->text(), "10000");
         static_cast<QDialog*>(dialog)->reject();
     });
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
@@ -217,6 +223,7 @@ TEST_F(Expected, VariantsAndPlaces)
     control<QAbstractButton>("cmdHang")->click();
     click("cmdKeep(1)");
     choose("cmbNumSpk", "8");
+    click("cmdVariant(1)");
     const auto* compared = control<QComboBox>("cmbCompare");
     choose("cmbCompare", qPrintable(compared->itemText(1)));
     auto* tabs = control<QTabWidget>("Curve_tab");
