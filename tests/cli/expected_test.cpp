@@ -6,14 +6,13 @@
 #include "expected_text.h"
 #include "model/project_file.h"
 #include "painting/picture.h"
+#include "svg_text.h"
 
 #include <QBuffer>
-#include <QRegularExpression>
 #include <QSvgGenerator>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
-#include <map>
 
 namespace orva {
 namespace {
@@ -70,18 +69,7 @@ std::string pagesOf(const std::string& example, const ReportChoice& choice)
         QPainter painter(&generator);
         report->paint(painter, page, size);
         painter.end();
-        const QString drawn = QString::fromUtf8(svg.data());
-        std::map<std::string, int> shapes;
-        static const QRegularExpression element("<([a-z]+)[ >]([^<]*)");
-        for (auto at = element.globalMatch(drawn); at.hasNext();) {
-            const QRegularExpressionMatch match = at.next();
-            const std::string name = match.captured(1).toStdString();
-            ++shapes[name];
-            if (name == "text")
-                said += match.captured(2).section('>', 1).trimmed().toStdString() + '\n';
-        }
-        for (const auto& [name, count] : shapes)
-            said += name + ' ' + std::to_string(count) + '\n';
+        said += saidBySvg(QString::fromUtf8(svg.data()));
     }
     return said;
 }
