@@ -446,6 +446,10 @@ TEST(Candidates, CountInTheOrderOfAnOdometer)
         EXPECT_EQ(all.numberOf(angles), number);
         EXPECT_EQ(angles[1], array.GIAGetAllAngle()[1]) << "outside the range";
     }
+    const float height = array.GFAGetCradleCoord()[1];
+    const CandidateSet free(array, {1, 2}, false, {true, {height - 1, height + 0.4F, height + 2}});
+    EXPECT_EQ(free.numberOf(array.GIAGetAllAngle()) / (*free.NumConfigs() / 3), 1U)
+        << "the height nearest to the present one";
     LineArray outside = array;
     LineArray::Positions angles = outside.GIAGetAllAngle();
     angles[1] = 9;

@@ -352,10 +352,16 @@ TEST_F(Window, AMapOfALockedSetupFollowsTheView)
     QTimer::singleShot(0, window.get(), [] {
         QWidget* options = QApplication::activeModalWidget();
         options->findChild<QAbstractButton*>("Meters_opt(0)")->click();
+        auto* resolution = options->findChild<QLineEdit*>("SPLRes_txt");
+        resolution->setText("2");
+        emit resolution->editingFinished();
         options->findChild<QAbstractButton*>("Done_cmb")->click();
     });
     window->findChild<QAction*>("mnuGenOptions")->trigger();
     EXPECT_TRUE(hasMap() && locked());
+    EXPECT_EQ(window->editor().view().map.grid.CellW, 2);
+    EXPECT_EQ(window->editor().view().map.shown->levels.size(),
+              window->editor().view().map.grid.cells());
 
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
     enter("FOHX_txt", "15");
