@@ -207,6 +207,13 @@ TEST_F(SearchWindow, TheFitLineStaysWhereItIsWhenTheWindowIsWidened)
     }
     EXPECT_EQ(targets[0], targets[1]);
     EXPECT_EQ(targets[0], targets[2]);
+    auto& picture = *control<DrawingWidget>("AreaSpl_pbx");
+    QTest::mousePress(curve, Qt::LeftButton, {}, {50 + 30, 60});
+    QTest::qWait(5);
+    const QImage pressed = picture.picture().toImage();
+    QTest::mouseRelease(curve, Qt::LeftButton, {}, {50 + 90, 70});
+    EXPECT_NE(picture.picture().toImage(), pressed);
+    drag({50 + 20, 60}, {50 + 60, 80});
     EXPECT_NE(targets[0].section(' ', 1, 1), "15") << "not the whole area";
     drag({70, 60}, {71, 60}); // less than two pixels
     search([&](QDialog& dialog) { EXPECT_EQ(text(dialog, "lblX2"), "15"); });
