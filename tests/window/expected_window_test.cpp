@@ -65,10 +65,11 @@ QString contentOf(QWidget& widget)
 QString placeOf(const QWidget& widget)
 {
     const QWidget* parent = widget.parentWidget();
-    auto* grid = parent ? qobject_cast<QGridLayout*>(parent->layout()) : nullptr;
-    const int index = grid ? grid->indexOf(&widget) : -1;
-    if (index < 0)
-        return {};
+    QLayout* layout = parent ? parent->layout() : nullptr;
+    auto* grid = qobject_cast<QGridLayout*>(layout);
+    const int index = layout ? layout->indexOf(&widget) : -1;
+    if (index < 0 || !grid)
+        return index < 0 ? QString() : " @" + QString::number(index);
     int at[4];
     grid->getItemPosition(index, &at[0], &at[1], &at[2], &at[3]);
     return QString(" @%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);

@@ -57,7 +57,11 @@ TEST_F(SearchWindow, ASuggestionIsHungByAClickAndTakenBackByUndo)
             EXPECT_EQ(table.item(row, 0)->text().section(' ', 0, 0),
                       QString::number(array().boxCount()));
             EXPECT_TRUE(window->editor().setupValid());
+            SetupForm entries = window->editor().setup();
+            entries.RefreshFromClass(array());
+            EXPECT_EQ(window->editor().setup(), entries);
         }
+        EXPECT_EQ(table.accessibleName(), dialog.windowTitle());
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     EXPECT_NE(array(), before);

@@ -155,6 +155,7 @@ TEST_F(Window, TheDelayIsShownWhereItIsChosen)
         chosen->click();
         EXPECT_EQ(window->editor().roomViewContent(true).bassBox.showDelay, chosen->isChecked());
     }
+    EXPECT_TRUE(window->editor().roomViewContent(false).aimingLines) << "without a map, always";
 }
 
 TEST_F(Window, ADamagedFileChangesNothing)
@@ -353,8 +354,8 @@ TEST_F(Window, AMapOfALockedSetupFollowsTheView)
         QWidget* options = QApplication::activeModalWidget();
         options->findChild<QAbstractButton*>("Meters_opt(0)")->click();
         auto* resolution = options->findChild<QLineEdit*>("SPLRes_txt");
-        resolution->setText("2");
-        emit resolution->editingFinished();
+        resolution->selectAll();
+        QTest::keyClicks(resolution, "2");
         options->findChild<QAbstractButton*>("Done_cmb")->click();
     });
     window->findChild<QAction*>("mnuGenOptions")->trigger();
