@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <random>
 #include <tuple>
 
 #include <gtest/gtest.h>
@@ -254,6 +255,51 @@ TEST(SetupForm, EveryTypeAtEveryJointKeepsTheArrayValid)
                 }
                 EXPECT_EQ(array.boxCount(), form.total());
             }
+}
+
+TEST(SetupForm, AnyRowOfCorrectedEditsIsValid)
+{
+    std::minstd_rand random(7);
+    const auto any = [&](const ChoiceList& list) {
+        return list.items.empty() ? 0 : static_cast<int>(random() % list.items.size());
+    };
+    for (int round = 0; round < 200; ++round) {
+        Form form = newForm(round % 2 == 0 ? kStandardSystem : kCompactSystem, true);
+        form.chooseNumSpk(any(form.cmbNumSpk));
+        if (round % 4 > 1) { // as many as there may be: another kind pushes one out
+            form.chooseNumSpk(static_cast<int>(form.cmbNumSpk.items.size()) - 1);
+            form.chooseNumBass(static_cast<int>(form.cmbNumBass.items.size()) - 1);
+        }
+        for (int edit = 0; edit < 25; ++edit) {
+            const int position = static_cast<int>(random()) % form.total();
+            const auto at = static_cast<std::size_t>(position);
+            switch (random() % 8) {
+            case 0:
+                form.chooseNumGer(any(form.cmbNumGer));
+                break;
+            case 1:
+                form.chooseNumSch(any(form.cmbNumSch));
+                break;
+            case 2:
+                form.chooseNumBass(any(form.cmbNumBass));
+                break;
+            case 3:
+            case 4:
+                if (position + 1 < form.total())
+                    form.chooseAngle(position, any(form.cmbAngle[at]));
+                break;
+            default:
+                form.chooseType(position, any(form.cmbType[at]));
+            }
+            LineArray array = newProject(form.rest().system).array;
+            ASSERT_TRUE(form.UpdateLineArray(array)) << round << ' ' << edit;
+            ASSERT_EQ(array.fault(), std::nullopt);
+            ASSERT_FALSE(form.SetupInvalid.any());
+            SetupForm::eachList(form, [&](const ChoiceList& list) {
+                ASSERT_FALSE(list.invalid) << round << ' ' << edit;
+            });
+        }
+    }
 }
 
 TEST(SetupForm, TheArrayComesBackAsItWas)

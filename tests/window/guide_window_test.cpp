@@ -174,6 +174,7 @@ TEST_F(Guides, WhatNoLongerHoldsEnds)
     };
     EXPECT_EQ(end([&] { editor.setLocked(true); }), std::pair(true, false));
     editor.setLocked(false);
+    EXPECT_EQ(end([&] { choose("cmbNumSpk", "6"); }), std::pair(false, false));
     EXPECT_EQ(end([&] {
                   editor.editRoom({Text::StepRoomSize}, [](Room& room) {
                       return room.GBSetRoomDims(FloatPair{45, 12});
