@@ -396,7 +396,11 @@ void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options
                      "wanted change in dB with every doubling of the distance; of --measure even")
         ->check(numberBetween(-100, 100))
         ->type_name("DB");
-    command->add_option("--measure", options->measure, "what is even: smooth or along a line")
+    command
+        ->add_option("--measure", options->measure,
+                     "what shall be even: the change along the area (smooth), the distance to "
+                     "--fit-line (line), "
+                     "the levels of all areas against their mean (even)")
         ->check(CLI::IsMember(measureNames()))
         ->type_name("")
         ->capture_default_str();
