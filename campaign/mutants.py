@@ -72,9 +72,18 @@ def judged(tree, name, text, change):
                 return verdict
         if folder == "ui" and "UIDRIVER" in os.environ:
             return driven(tree)
+        if folder == "cli":
+            return scripted(tree)
     finally:
         file.write_text(text, "utf-8")
     return "SURVIVED"
+
+
+def scripted(tree):
+    """What the tests say that call the batch program itself."""
+    command("cmake", "--build", "--preset", "release", "--target", "orva-cli", cwd=tree)
+    done = command("ctest", "--test-dir", "build/release", "-R", r"^cli\.(desktop|completion)", cwd=tree, status=None)
+    return "killed" if done.returncode != 0 else "SURVIVED"
 
 
 def driven(tree):

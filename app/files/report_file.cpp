@@ -27,7 +27,7 @@ QDateTime reportMoment()
     bool given = false;
     const qint64 epoch = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&given);
     QDateTime time = QDateTime::fromSecsSinceEpoch(epoch, Qt::UTC);
-    if (!given || !time.isValid() || time.date().year() > 9999)
+    if (!given || epoch < 0 || !time.isValid() || time.date().year() > 9999)
         time = QDateTime::currentDateTime();
     return time;
 }

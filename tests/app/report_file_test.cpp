@@ -1,8 +1,10 @@
 #include "app/files/report_file.h"
 #include "model/project.h"
 
+#include <QDateTime>
 #include <QImage>
 #include <QLocale>
+#include <cstdlib>
 
 #include <gtest/gtest.h>
 
@@ -50,6 +52,17 @@ TEST(ReportFile, LinesOfThePictureAreSeenOnPaper)
         for (const int width : grid)
             EXPECT_GE(width, 2) << "pixels, of 1600 to 16 cm";
     }
+}
+
+TEST(ReportFile, IsOfNowUnlessAMomentIsGiven)
+{
+    for (const char* none : {"", "soon", "1e99", "-99999999999999", "999999999999999"}) {
+        ::setenv("SOURCE_DATE_EPOCH", none, 1); // NOLINT(concurrency-mt-unsafe)
+        EXPECT_LE(std::abs(reportMoment().secsTo(QDateTime::currentDateTime())), 60) << none;
+    }
+    ::setenv("SOURCE_DATE_EPOCH", "1700000000", 1); // NOLINT(concurrency-mt-unsafe)
+    EXPECT_EQ(reportMoment().toSecsSinceEpoch(), 1700000000);
+    ::unsetenv("SOURCE_DATE_EPOCH"); // NOLINT(concurrency-mt-unsafe)
 }
 
 } // namespace

@@ -69,7 +69,7 @@ std::string pagesOf(const std::string& example, const ReportChoice& choice)
         QPainter painter(&generator);
         report->paint(painter, page, size);
         painter.end();
-        said += saidBySvg(QString::fromUtf8(svg.data()));
+        said += saidBySvg(QString::fromUtf8(svg.data()), true);
     }
     return said;
 }

@@ -52,7 +52,7 @@ QString contentOf(QWidget& widget)
     else if (const auto* table = qobject_cast<QTableWidget*>(&widget))
         said = cellsOf(*table);
     else if (auto* drawing = qobject_cast<DrawingWidget*>(&widget))
-        said = QString::fromStdString(saidBySvg(QString::fromUtf8(drawing->svg())))
+        said = QString::fromStdString(saidBySvg(QString::fromUtf8(drawing->svg()), false))
                    .trimmed()
                    .replace('\n', "; ");
     for (const QString& more :

@@ -70,6 +70,11 @@ TEST_F(Undo, TakesBackAndShowsWhatItChanged)
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
     action("mnuUndo")->trigger();
     EXPECT_TRUE(control("Cradle_txt(1)")->hasFocus()) << "the one of the two that changed";
+    const QString height = control<QLineEdit>("Cradle_txt(1)")->text();
+    enter("Cradle_txt(1)", "7");
+    control("Cradle_txt(1)")->setFocus();
+    action("mnuUndo")->trigger();
+    EXPECT_EQ(control<QLineEdit>("Cradle_txt(1)")->text(), height) << "though it has the focus";
 
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(0);
     enter("FOHX_txt", "15");

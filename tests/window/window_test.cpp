@@ -352,7 +352,10 @@ TEST_F(Window, AMapOfALockedSetupFollowsTheView)
     session.state().settings.Units_Meters = false;
     QTimer::singleShot(0, window.get(), [] {
         QWidget* options = QApplication::activeModalWidget();
+        const auto* unit = options->findChild<QLabel*>("lblUnits(3)");
+        EXPECT_EQ(unit->text(), "ft");
         options->findChild<QAbstractButton*>("Meters_opt(0)")->click();
+        EXPECT_EQ(unit->text(), "m");
         auto* resolution = options->findChild<QLineEdit*>("SPLRes_txt");
         resolution->selectAll();
         QTest::keyClicks(resolution, "2");
