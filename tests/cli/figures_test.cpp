@@ -79,7 +79,7 @@ TEST_F(CommandLine, AReportOfAGivenMomentIsTheSameBytes)
 {
     ::setenv("SOURCE_DATE_EPOCH", "1700000000", 1);
     std::vector<std::string> reports;
-    for (const char* zone : {"EAST-9", "WEST+8"}) {
+    for (const char* zone : {"UTC0", "EAST-9"}) {
         ::setenv("TZ", zone, 1);
         const fs::path file = folder / "report.pdf";
         ASSERT_EQ(run("report " + project + " " + file.string()).status, 0);
