@@ -79,15 +79,17 @@ TEST_F(CommandLine, AReportOfAGivenMomentIsTheSameBytes)
 {
     ::setenv("SOURCE_DATE_EPOCH", "1700000000", 1);
     std::vector<std::string> reports;
-    for (const char* zone : {"UTC0", "EAST-9"}) {
+    for (const auto& [zone, options] :
+         {std::pair("UTC0", ""), std::pair("EAST-9", ""), std::pair("UTC0", " --a-weighted")}) {
         ::setenv("TZ", zone, 1);
         const fs::path file = folder / "report.pdf";
-        ASSERT_EQ(run("report " + project + " " + file.string()).status, 0);
+        ASSERT_EQ(run("report " + project + " " + file.string() + options).status, 0);
         reports.push_back(contentOf(file));
     }
     ::unsetenv("SOURCE_DATE_EPOCH");
     ::unsetenv("TZ");
     EXPECT_EQ(reports[0], reports[1]);
+    EXPECT_NE(reports[0], reports[2]);
     EXPECT_NE(reports[0].find("(D:20231114221320Z)"), std::string::npos);
 }
 
