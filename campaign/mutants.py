@@ -6,10 +6,8 @@ import queue
 import sys
 import time
 
-from campaign import ROOT, STATE, Broke, command, dice
-
-sys.path.insert(0, str(ROOT / "tests"))
 import mutate
+from campaign import ROOT, STATE, Broke, command, dice
 
 # Whose tests run first where a file of a folder is changed; then those of the rest.
 NEAREST = {"painting": ["app"], "ui": ["window"], "version": ["cli"]}

@@ -23,7 +23,7 @@ def day(run):
 
 def acted(run, program):
     for number in run.rounds():
-        done = subprocess.run([sys.executable, ROOT / "tests" / "driven" / "random_actions.py", "2500", str(number + 1), program],
+        done = subprocess.run([sys.executable, ROOT / "campaign" / "random_actions.py", "2500", str(number + 1), program],
                               capture_output=True, text=True)
         require(done.returncode == 0, f"seed {number + 1}: {done.stdout[-400:]}{done.stderr[-400:]}")
         run.most("slowest", int(re.search(r"slowest answer (\d+) ms", done.stdout)[1]))

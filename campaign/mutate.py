@@ -2,9 +2,9 @@
 """Tells which faults the tests would miss: changes one place of a source file at a time, builds the
 test targets and runs them.
 
-    tests/mutate.py orva_model_tests model/system_record.cpp model/line_array_old.cpp
-    tests/mutate.py --count 40 --seed 7 --kinds constant,call orva_app_tests app/state/settings.cpp
-    tests/mutate.py orva_model_tests,orva_drawing_tests model/system_record.cpp
+    campaign/mutate.py orva_model_tests model/system_record.cpp model/line_array_old.cpp
+    campaign/mutate.py --count 40 --seed 7 --kinds constant,call orva_app_tests app/state/settings.cpp
+    campaign/mutate.py orva_model_tests,orva_drawing_tests model/system_record.cpp
 
 Kinds of change, tried on code only (not in comments, texts or includes):
     arithmetic  + - * / and their assignments, a sign dropped

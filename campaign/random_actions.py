@@ -7,6 +7,7 @@ import random
 import sys
 import time
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "driven"))
 from driven import AppExited, BUILD, UiError, folder, start
 
 TEXTS = ["0", "-1", "1,5", "12.25", "", "x", "1e300", "-1e300", "nan", "9999999", "0.0001", "  7 ", "200", "ÄÖ€α", "%1 {\\}"]
