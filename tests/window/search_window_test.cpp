@@ -77,6 +77,14 @@ TEST_F(SearchWindow, ASuggestionIsHungByAClickAndTakenBackByUndo)
     EXPECT_FALSE(control("cmdSuggest")->isEnabled());
 }
 
+TEST(TimeLeft, IsInMinutesAndStartedSeconds)
+{
+    for (const auto& [seconds, text] :
+         {std::pair(0.0, "0:00"), std::pair(59.2, "1:00"), std::pair(61.0, "1:01"),
+          std::pair(3725.0, "62:05"), std::pair(1e300, "16666666:40")})
+        EXPECT_EQ(minutesAndSeconds(seconds), text);
+}
+
 TEST_F(SearchWindow, EscPausesAndThenCancels)
 {
     search([](QDialog& dialog) {
