@@ -186,9 +186,9 @@ TEST(ExpectedDrawing, SpectrumAndStrip)
     for (const DrawingOptions& options : {DrawingOptions{}, kFeet})
         said +=
             drawn(420, 180, [&](DrawingSurface& surface) { DrawStrip(surface, strip, options); });
-    for (double x = 5; x < 420; x += 37)
-        for (double y = 4; y < 180; y += 31)
-            if (const auto place = stripPlaceAt(strip, {x, y}, 420, 180))
+    for (int x = 5; x < 420; x += 37)
+        for (int y = 4; y < 180; y += 31)
+            if (const auto place = stripPlaceAt(strip, {1.0 * x, 1.0 * y}, 420, 180))
                 said += std::to_string(place->band) + ',' + std::to_string(place->point) + ' ';
     compareWithKept("drawing/expected/spectra.txt", said);
 }
@@ -201,11 +201,12 @@ TEST(ExpectedDrawing, SubArrayAndTriangles)
     std::string said = drawn(600, 300, [&](DrawingSurface& surface) {
         DrawSubArray(surface, subArray, subArrayFigures(subArray, 344));
     });
-    const double sides[][3] = {{3, 4, 5}, {2, 2, 0.4}, {10, 4, 5}, {1, 0, 5}, {6, 3, 8}};
-    for (const auto& [one, two, three] : sides)
+    const std::array<double, 3> triangles[] = {
+        {3, 4, 5}, {2, 2, 0.4}, {10, 4, 5}, {1, 0, 5}, {6, 3, 8}};
+    for (const auto& sides : triangles)
         for (const DrawingOptions& options : {DrawingOptions{}, kFeet})
             said += drawn(200, 150, [&](DrawingSurface& surface) {
-                DrawTriangle(surface, one, two, three, options);
+                DrawTriangle(surface, sides[0], sides[1], sides[2], options);
             });
     compareWithKept("drawing/expected/calculators.txt", said);
 }
