@@ -39,6 +39,12 @@ TEST(SearchPart, IsReadAsItWasPrinted)
     EXPECT_EQ(part->part.first, 4U);
     EXPECT_EQ(part->part.best[0].angles[3], 6);
     EXPECT_EQ(part->part.best[1].rms, kNoMeasure);
+    Json pinned = soundPart();
+    pinned["best"][0]["angles"][0] = 0; // the first pin
+    pinned["best"][0]["pin"] = 0;
+    const Result<PartResult> byPin = readPart(pinned.dump(), "a.json");
+    ASSERT_TRUE(byPin) << byPin.error().text();
+    EXPECT_TRUE(byPin->part.best[0].pin);
     PartResult other = *part;
     EXPECT_TRUE(part->belongsTo(other));
     other.task[0] = 'f';

@@ -75,11 +75,17 @@ QString placeOf(const QWidget& widget)
     return QString(" @%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);
 }
 
-/// Which rows and columns take what is left over.
+/// Which rows and columns take what is left over, and where the rows of controls lie.
 QString stretchOf(const QWidget& widget)
 {
     const auto* grid = qobject_cast<const QGridLayout*>(widget.layout());
     QString said;
+    for (int i = 0; grid && i < grid->count(); ++i)
+        if (grid->itemAt(i)->layout()) {
+            int at[4];
+            grid->getItemPosition(i, &at[0], &at[1], &at[2], &at[3]);
+            said += QString(" row @%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);
+        }
     for (int row = 0; grid && row < grid->rowCount(); ++row)
         if (grid->rowStretch(row) != 0)
             said += QString(" row %1:%2").arg(row).arg(grid->rowStretch(row));
