@@ -126,6 +126,11 @@ TEST(Document, VariantsKeepWholeSetupsAndChangePlaces)
     const auto read = readState(writeState(document.state()), "state");
     ASSERT_TRUE(read);
     EXPECT_EQ(*read, document.state()) << "lists that are not valid included";
+    for (const int beyond : {-2, static_cast<int>(first.setup.cmbType[0].items.size())}) {
+        DocumentState damaged = first;
+        damaged.setup.cmbType[0].selected = beyond;
+        EXPECT_FALSE(readState(writeState(damaged), "state")) << beyond;
+    }
     edit([](DocumentState& state) { return makeCurrent(state, 0); });
     EXPECT_EQ(document.state().setup, edited.setup);
     EXPECT_EQ(document.state().project.subArray, edited.project.subArray);

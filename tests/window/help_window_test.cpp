@@ -58,10 +58,12 @@ TEST_F(Help, GoesBackAndForwardAndFollowsTheLanguage)
     click("cmdHelpForward");
     EXPECT_EQ(section(), second);
     const QString english = control<QTextBrowser>("txtHelp")->toPlainText();
+    const QString chapter = control<QTreeWidget>("treHelp")->topLevelItem(0)->text(0);
     session.ChangeLanguage(1031);
     EXPECT_EQ(section(), second);
     EXPECT_NE(control<QTextBrowser>("txtHelp")->toPlainText(), english);
     EXPECT_GT(control<QTreeWidget>("treHelp")->topLevelItemCount(), 8);
+    EXPECT_NE(control<QTreeWidget>("treHelp")->topLevelItem(0)->text(0), chapter);
 }
 
 TEST_F(Help, IsSaidToBeMissing)

@@ -33,6 +33,10 @@ TEST_F(Probe, TellsWhatIsHeardUnderThePointer)
     moveTo(curve, {50 + static_cast<int>(curveEnd(curve.width()) / 2), 20});
     const Segment area = room().area(1);
     EXPECT_NEAR(editor.view().probe->x, area.at(area.lengthM / 2).x, area.lengthM * 0.01);
+    moveTo(curve, {10, 20});
+    EXPECT_FALSE(editor.view().probe) << "left of the area";
+    moveTo(curve, {60, 20});
+    EXPECT_TRUE(editor.view().probe);
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&curve, &leave);
     EXPECT_FALSE(control("lblStatusProbe")->isVisible());

@@ -131,6 +131,7 @@ TEST_F(Window, AStackIsLookedAtFromItsBottom)
     const QTemporaryDir folder;
     const std::string stack = folder.filePath("stack.lad").toStdString();
     choose("cmbNumSpk", "24");
+    EXPECT_TRUE(red("lblOverload")) << "whenever it is shown";
     window->resize(1280, 400);
     QTest::qWait(1);
     const auto* bar = control<QScrollBar>("VScroll1");
