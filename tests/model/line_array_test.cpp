@@ -149,5 +149,12 @@ TEST(LineArray, Weights)
     }
 }
 
+TEST(NewArray, BoxesThatAreAddedAreStraightAndTrapezoidalInTurn)
+{
+    const auto& types = newProject(kStandardSystem).array.GIAGetAllType();
+    for (std::size_t position = 12; position < types.size(); ++position)
+        EXPECT_EQ(types[position], position % 2) << position;
+}
+
 } // namespace
 } // namespace orva

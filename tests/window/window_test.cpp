@@ -1,3 +1,4 @@
+#include "main/shown_figures.h"
 #include "shell/small_dialogs.h"
 #include "window_fixture.h"
 
@@ -276,6 +277,11 @@ TEST_F(Window, WhatHangsOnNoInvalidEntryTakesEffect)
     session.state().settings.AutoCorrect = false;
     choose("cmbType(2)", "VM 412 T");
     ASSERT_TRUE(control("Warning_fra")->isVisible());
+    auto& views = *window->findChild<ViewPanel*>();
+    for (const auto& [name, there] :
+         {std::pair("AreaSpl_pbx", false), std::pair("tblRows", false),
+          std::pair("rigText_txt", false), std::pair("picSubArray", true)})
+        EXPECT_EQ(figuresShownBy(name, window->editor(), views)->there(), there) << name;
     click("PinAngle_opt(1)");
     enter("box1Angle_txt", "-3");
     EXPECT_FLOAT_EQ(array().GFFirstAngle(), 3);
