@@ -84,7 +84,7 @@ def fuzz_corpus(run):
         for target in RUNS:
             kept = ROOT / "tests" / "fuzz" / "corpus" / target
             (FUZZ / "corpus" / target).mkdir(parents=True, exist_ok=True)
-            command(FUZZ / "tests" / "fuzz" / f"fuzz_{target}", "-set_cover_merge=1", "-max_len=4096", kept, FUZZ / "corpus" / target,
+            command(FUZZ / "tests" / "fuzz" / f"fuzz_{target}", "-set_cover_merge=1", "-max_len=4096", f"-artifact_prefix={FUZZ}/", kept, FUZZ / "corpus" / target,
                     env={"ASAN_OPTIONS": "detect_leaks=0", "QT_QPA_PLATFORM": "offscreen"})
             run.kept[target] = len(list(kept.iterdir()))
     return ", ".join(f"{name} {count}" for name, count in run.kept.items() if name != "done")

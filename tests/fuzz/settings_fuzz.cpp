@@ -21,7 +21,7 @@ public:
     }
     void setValue(std::string_view, std::string_view key, std::string_view text) override
     {
-        if (first_)
+        if (m_first)
             rows.emplace_back(key, text);
         else
             rows[place(key)].second = text;
@@ -31,8 +31,8 @@ public:
     /// The keys begin again; from now on there are no others.
     void begin()
     {
-        first_ = false;
-        next_ = 0;
+        m_first = false;
+        m_next = 0;
     }
 
     std::vector<std::pair<std::string, std::string>> rows; ///< key and text
@@ -40,12 +40,12 @@ public:
 private:
     std::size_t place(std::string_view key) const
     {
-        require(next_ < rows.size() && rows[next_].first == key);
-        return next_++;
+        require(m_next < rows.size() && rows[m_next].first == key);
+        return m_next++;
     }
 
-    bool first_ = true;
-    mutable std::size_t next_ = 0;
+    bool m_first = true;
+    mutable std::size_t m_next = 0;
 };
 
 } // namespace

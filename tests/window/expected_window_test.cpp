@@ -62,30 +62,32 @@ QString contentOf(QWidget& widget)
     return said;
 }
 
+QString cellOf(QGridLayout& grid, int index)
+{
+    int at[4];
+    grid.getItemPosition(index, &at[0], &at[1], &at[2], &at[3]);
+    return QString("@%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);
+}
+
 QString placeOf(const QWidget& widget)
 {
     const QWidget* parent = widget.parentWidget();
     QLayout* layout = parent ? parent->layout() : nullptr;
     auto* grid = qobject_cast<QGridLayout*>(layout);
     const int index = layout ? layout->indexOf(&widget) : -1;
-    if (index < 0 || !grid)
-        return index < 0 ? QString() : " @" + QString::number(index);
-    int at[4];
-    grid->getItemPosition(index, &at[0], &at[1], &at[2], &at[3]);
-    return QString(" @%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);
+    if (index < 0)
+        return {};
+    return ' ' + (grid ? cellOf(*grid, index) : '@' + QString::number(index));
 }
 
 /// Which rows and columns take what is left over, and where the rows of controls lie.
 QString stretchOf(const QWidget& widget)
 {
-    const auto* grid = qobject_cast<const QGridLayout*>(widget.layout());
+    auto* grid = qobject_cast<QGridLayout*>(widget.layout());
     QString said;
     for (int i = 0; grid && i < grid->count(); ++i)
-        if (grid->itemAt(i)->layout()) {
-            int at[4];
-            grid->getItemPosition(i, &at[0], &at[1], &at[2], &at[3]);
-            said += QString(" row @%1,%2 %3x%4").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]);
-        }
+        if (grid->itemAt(i)->layout())
+            said += " row " + cellOf(*grid, i);
     for (int row = 0; grid && row < grid->rowCount(); ++row)
         if (grid->rowStretch(row) != 0)
             said += QString(" row %1:%2").arg(row).arg(grid->rowStretch(row));

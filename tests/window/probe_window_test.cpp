@@ -62,7 +62,7 @@ TEST_F(Probe, MarkersStayAreListedAndGo)
     QTest::mouseClick(&section, Qt::LeftButton, {}, pixel(section, {8, 4}));
     ASSERT_EQ(table("tblProbes")->rowCount(), 7);
     EXPECT_EQ(table("tblProbes")->item(6, 1)->text(), last);
-    EXPECT_EQ(table("tblProbes")->item(2, 3)->text() == level, false) << "that one went";
+    EXPECT_NE(table("tblProbes")->item(2, 3)->text(), level) << "that one went";
     EXPECT_EQ(window->editor().document().state(), before);
     window->findChild<ProjectCommands*>()->New(kStandardSystem);
     EXPECT_FALSE(table("tblProbes")->isVisible()) << "of another room";
