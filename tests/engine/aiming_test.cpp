@@ -104,6 +104,7 @@ TEST(AimingLines, EndAtWhatTheyMeetFirst)
         {"upright area 10 m ahead", {1, 3}, 0, upright, 10, true},
         {"over the upright area, to the wall", {1, 7}, 0, upright, 29.25, false},
         {"level above the flat area, to the wall", {1, 3}, 0, flat, 29.25, false},
+        {"up, to the ceiling", {1, 3}, -900, flat, 8 - 2.75, false},
         {"outside the room", {1, 20}, 0, flat, 2, false},
         {"the area lies behind", {28, 3}, 0, upright, 2.25, false}};
     for (const auto& [what, cradle, down, area, length, meets] : cases) {

@@ -229,6 +229,20 @@ TEST_F(Expected, ExampleWithLevels)
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
     click("Optimize_cmd");
     compareWithKept("optimize", [&] { return said; });
+    control<QAbstractButton>("Lock_chk")->click();
+    QTimer::singleShot(0, window.get(), [&] {
+        auto* dialog = static_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        auto* stop = dialog->findChild<QAbstractButton*>("cmdStopSuggest");
+        stop->click();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !stop->isEnabled(); }, 60000));
+        dialog->findChild<QTableWidget*>("tblSuggestions")->setRowCount(0); // as far as it came
+        dialog->findChild<QLabel*>("lblSuggest")->clear();
+        said = shownIn(*dialog);
+        dialog->reject();
+    });
+    click("cmdSuggest");
+    compareWithKept("suggest", [&] { return said; });
 }
 
 TEST_F(Expected, EveryFigureBelowTheCurve)

@@ -47,7 +47,9 @@ TEST_F(Live, TheMapFollowsWithoutLockAndEqualsCalculate)
     const std::vector<float> second = levels();
     EXPECT_NE(second, first);
     EXPECT_EQ(second, calculated());
+    const QString curve = said("AreaSpl_pbx");
     press("chkAWeight");
+    EXPECT_NE(said("AreaSpl_pbx"), curve);
     const std::vector<float> unweighted = levels();
     EXPECT_NE(unweighted, second);
     EXPECT_EQ(unweighted, calculated());

@@ -151,8 +151,10 @@ TEST_F(Window, AStackIsLookedAtFromItsBottom)
 
 TEST_F(Window, TheDelayIsShownWhereItIsChosen)
 {
-    click("optBassYesNo(0)");
     auto* chosen = control<QAbstractButton>("ShowDelay_chk");
+    click("optBassYesNo(1)");
+    EXPECT_FALSE(chosen->isEnabled());
+    click("optBassYesNo(0)");
     for (int i = 0; i < 2; ++i) {
         chosen->click();
         EXPECT_EQ(window->editor().roomViewContent(true).bassBox.showDelay, chosen->isChecked());
