@@ -36,8 +36,11 @@ def fuzzed(run, target):
                        f"-max_total_time={int(min(120, left))}", f"-max_len={most}", "-entropic=0", "-print_final_stats=1",
                        f"-artifact_prefix={FUZZ}/", corpus, ROOT / "tests" / "fuzz" / "corpus" / target,
                        env={"ASAN_OPTIONS": "detect_leaks=0:malloc_context_size=1", "QT_QPA_PLATFORM": "offscreen"})
+        if calculated := re.search(r"stat::calculated:\s*(\d+)", done.stderr):
+            run.kept["calculated"] = run.kept.get("calculated", 0) + int(calculated[1])
         run.add(int(re.search(r"number_of_executed_units:\s*(\d+)", done.stderr)[1]))
-    return f"{run.done:,} executions under AddressSanitizer and UndefinedBehaviorSanitizer, no finding"
+    calculated = f", {run.kept['calculated']:,} calculated to the end" if "calculated" in run.kept else ""
+    return f"{run.done:,} executions under AddressSanitizer and UndefinedBehaviorSanitizer{calculated}, no finding"
 
 
 def fuzz_part(target, what):
