@@ -1,11 +1,11 @@
-"""What takes hours: fuzzing, and what of the readers it reaches."""
+"""What takes hours: fuzzing, what of the readers it reaches, and the tests in an emulated machine."""
 import itertools
 import os
 import re
 import subprocess
 import time
 
-from campaign import ROOT, STATE, command
+from campaign import BUILD, ROOT, STATE, command, require
 
 FUZZ = ROOT / "build" / "fuzz"
 CLANG = "14"
@@ -93,9 +93,28 @@ def fuzz_corpus(run):
     return ", ".join(f"{name} {count}" for name, count in run.kept.items() if name != "done")
 
 
+TESTS = ["lang", "model", "document", "report", "drawing", "painting", "app", "cli", "systems", "engine", "optimize", "window"]
+
+
+def memcheck(run):
+    """Every test program under Valgrind: what is read before it is written, or outside its memory"""
+    command("cmake", "--build", "--preset", "release", "--target", *[f"orva_{name}_tests" for name in TESTS], cwd=ROOT)
+    for number in run.rounds():
+        name = TESTS[number]
+        done = command("valgrind", "-q", "--error-exitcode=9", "--num-callers=30", f"--log-file={STATE}/memcheck-{name}.log",
+                       BUILD / "tests" / f"orva_{name}_tests", cwd=BUILD, status=None,
+                       env={"QT_QPA_PLATFORM": "offscreen", "ORVA_PATIENCE_MS": "600000"})
+        failed = re.findall(r"\[  FAILED  \] (\S+) \(", done.stdout)
+        said = (STATE / f"memcheck-{name}.log").read_text()
+        require(not said and not failed, f"{name}: failed {failed}; {said[:2000]}")
+        run.kept[name] = int(re.search(r"\[  PASSED  \] (\d+)", done.stdout)[1])
+    return ", ".join(f"{name} {count}" for name, count in run.kept.items() if name != "done") + " tests; nothing found"
+
+
+memcheck.goal = len(TESTS)
 fuzz_coverage.goal, fuzz_corpus.goal = 1, 1
 PARTS = [fuzz_part("project", "libFuzzer on projects with their variants"), fuzz_part("state", "libFuzzer on recovered states"),
          fuzz_part("search_part", "libFuzzer on parts of a search"), fuzz_part("settings", "libFuzzer on stored options"),
          fuzz_part("typed_number", "libFuzzer on typed numbers"), fuzz_part("speaker_data", "libFuzzer on loudspeaker data"),
          fuzz_part("program", "A fuzzer's projects opened, predicted, rigged, reported, saved and reopened"), fuzz_corpus,
-         fuzz_coverage]
+         fuzz_coverage, memcheck]

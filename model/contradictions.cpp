@@ -68,4 +68,12 @@ std::optional<Message> pinFallsShort(const LineArray& array)
                     fixedText(std::abs(missing), 1)});
 }
 
+std::optional<Message> overload(const LineArray& array)
+{
+    if (!array.overloaded())
+        return std::nullopt;
+    return Message(Text::StatusOverload,
+                   {plainText(array.totalWeightKg(), 1), plainText(array.system().maxWeightKg, 1)});
+}
+
 } // namespace orva

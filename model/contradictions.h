@@ -20,4 +20,7 @@ std::vector<std::string> contradictions(const LineArray& array, Language languag
 /// or more: whoever hung the array from that pin alone would aim it elsewhere.
 std::optional<Message> pinFallsShort(const LineArray& array);
 
+/// That more hangs or stands than is allowed, where it does.
+std::optional<Message> overload(const LineArray& array);
+
 } // namespace orva

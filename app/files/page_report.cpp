@@ -196,9 +196,8 @@ private:
     {
         std::vector<std::string> lines;
         const LineArray& array = m_project.array;
-        if (rig && array.overloaded())
-            lines.push_back(say(Text::StatusOverload, {fixedText(array.totalWeightKg(), 1),
-                                                       plainText(array.system().maxWeightKg, 1)}));
+        if (const auto tooMuch = overload(array); rig && tooMuch)
+            lines.push_back(tooMuch->text(options().language));
         if (rig && outOfRoom(m_project.room, array).any())
             lines.push_back(word(Text::ReportOutside));
         if (rig)

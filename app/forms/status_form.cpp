@@ -4,6 +4,7 @@
 #include "lang/message.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
+#include "model/contradictions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -101,8 +102,8 @@ StatusTexts statusTexts(const StatusFacts& facts)
     texts.weight = text(Message(Text::StatusWeight, {total, allowed})) + ", " +
                    text(heightMessage(extent.lowest, facts.text));
     texts.wrong = array.overloaded() || !fitsIn(facts.project.room, extent);
-    if (array.overloaded())
-        texts.overload = text(Message(Text::StatusOverload, {total, allowed}));
+    if (const auto tooMuch = overload(array))
+        texts.overload = text(*tooMuch);
     texts.tilt = text(tiltMessage(array));
     return texts;
 }

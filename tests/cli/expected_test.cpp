@@ -48,13 +48,22 @@ std::string steady(const std::string& text)
     return kept;
 }
 
-/// The texts of all pages in the order of painting, and how many shapes of each kind there are.
-std::string pagesOf(const std::string& example, const ReportChoice& choice)
+/// The texts of all pages in the order of painting, and how many shapes of each kind there are; of
+/// the example, or with an array that is too heavy.
+std::string pagesOf(const std::string& example, const ReportChoice& choice, bool heavy = false)
 {
     Workspace state;
     EXPECT_TRUE(LoadSystemData(state, ORVA_BINARY_DIR "/bin"));
     const std::string file = ORVA_SOURCE_DIR "/examples/" + example + ".lad";
     makeCurrent(state, readProject(asBytes(contentOf(file)), file)->project);
+    LineArray& array = state.project.array;
+    if (heavy) {
+        LineArray::Positions types;
+        types.fill(2); // bass boxes
+        array.GBSetAllType(types);
+        array.GBSetNumSpeakers(24);
+        array.GFACalcCOM();
+    }
     const Result<PagedDocument> report =
         pageReportOf(state, state.project, choice, QLocale(QLocale::English));
     EXPECT_TRUE(report);
@@ -86,6 +95,8 @@ TEST_F(CommandLine, PagesOfTheExamplesAreWhatTheyWere)
     choice.drawing.text = {Language::German, false};
     choice.delays = true;
     compareWithKept("cli/expected/pages-club-de-ft.txt", pagesOf("club", choice));
+    EXPECT_NE(pagesOf("theatre", {}, true).find("kg hang or stand, 850 kg are allowed."),
+              std::string::npos);
 }
 
 TEST_F(CommandLine, SaysOfTheExamplesWhatItSaid)
