@@ -131,7 +131,8 @@ def no_memory(run):
     allocations = command(BUILD / "campaign" / "campaign_memory", 400).stdout
     return (f"{run.done} runs between 20 MB and {20 + 10 * (run.goal // len(works) - 1)} MB: {run.kept.get('whole', 0)} done, "
             f"{run.kept.get('message', 0)} with one line, {run.kept.get('not loaded', 0)} refused by the system's loader, none "
-            f"crashed; allocations: {'; '.join(allocations.strip().splitlines())}")
+            f"crashed; of failed allocations so many ended the work, the others did it no harm: "
+            f"{'; '.join(allocations.strip().splitlines())}")
 
 
 places.goal, vectors.goal, projects.goal, absurd.goal, no_memory.goal = 9, 1, 100000, 10, 160
