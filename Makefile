@@ -104,7 +104,7 @@ fuzz: packages
 # Tries to break the program, part by part; the figures come into docs/reliability.md. Hours; goes on where it was stopped.
 PARTS =
 campaign: all build/sanitize/build.ninja
-	$(call install,$(FUZZ_PACKAGES) llvm-14 locales python3)
+	$(call install,$(FUZZ_PACKAGES) llvm-14 locales python3 valgrind)
 	cmake --build --preset sanitize --target orva
 	if [ -d $(UIDRIVER) ]; then UIDRIVER_BUILD=/tmp/uidriver-build $(UIDRIVER)/build.sh; fi
 	UIDRIVER=$(abspath $(UIDRIVER)) campaign/campaign.py $(PARTS)
