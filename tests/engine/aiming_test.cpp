@@ -45,6 +45,10 @@ TEST(AutoAim, PointsFlownArraysAtTheNearestAreaInFront)
         ASSERT_TRUE(aimed) << what;
         EXPECT_NEAR(*aimed, angle, 1e-4) << what;
     }
+    Project lowest = projectWith({2, 2, 0}, {0, 2, 4}, true);
+    const auto amongOthers = autoAim(lowest.room, lowest.array);
+    lowest.array.GBSetNumSpeakers(3);
+    EXPECT_EQ(autoAim(lowest.room, lowest.array), amongOthers);
     Project behind = projectWith({0}, {}, true);
     behind.array.GBSetCradleCoord({40, 7.5F});
     EXPECT_FALSE(autoAim(behind.room, behind.array));
