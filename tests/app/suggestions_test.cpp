@@ -31,7 +31,12 @@ TEST(Suggestions, HangClearAndNoneBeatsAnotherNorDoesAQuickSearch)
             Suggesting suggesting(state, state.project, kBroadband, 6000);
             double share = 0;
             suggesting.run(
-                threads, [] { return false; }, {}, [&](double done) { share = done; });
+                threads, [] { return false; }, {},
+                [&](double done) {
+                    EXPECT_GE(done, share);
+                    EXPECT_LE(done, 1);
+                    share = done;
+                });
             EXPECT_EQ(share, 1);
             runs.push_back(suggesting.found());
         }

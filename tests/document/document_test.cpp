@@ -110,6 +110,10 @@ TEST(Document, VariantsKeepWholeSetupsAndChangePlaces)
     EXPECT_FALSE(edit([](DocumentState& state) { return keepAs(state, 0); }).any());
     const Changes kept = edit([](DocumentState& state) { return keepAs(state, 1); });
     EXPECT_TRUE(kept.variants && !kept.array && !kept.setup);
+    DocumentState opened = documentOf(document.state().project);
+    const DocumentState asOpened = opened;
+    EXPECT_TRUE(makeCurrent(opened, 1) && makeCurrent(opened, 0));
+    EXPECT_EQ(opened.setup, asOpened.setup) << "the lists of each come from its array";
     edit([](DocumentState& state) { // a setup that is not valid
         state.setup.chooseType(0, 1, false);
         state.setup.chooseNumSpk(3, false);

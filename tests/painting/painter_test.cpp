@@ -1,3 +1,4 @@
+#include "painting/paged_document.h"
 #include "painting/painter_surface.h"
 #include "painting/picture.h"
 
@@ -23,6 +24,27 @@ TEST(Painting, PicturesArePngOfTheWantedSize)
     ASSERT_EQ(image.size(), QSize(320, 180));
     EXPECT_EQ(image.pixel(300, 90), qRgb(255, 0, 0));
     EXPECT_EQ(image.pixel(150, 170), qRgb(255, 255, 255));
+}
+
+TEST(Painting, PagesFillTheirSheetAtAnyResolution)
+{
+    const PagedDocument document{"", {}, 1, [](QPainter& painter, int, QSizeF size) {
+                                     painter.fillRect(QRectF({}, size), Qt::red);
+                                 }};
+    for (const int dotsPerInch : {72, 144}) {
+        const int dots = dotsPerInch / 72;
+        QImage sheet(QSize(200, 300) * dots, QImage::Format_RGB32);
+        sheet.fill(Qt::white);
+        QPainter painter(&sheet);
+        paintPage(document, 0, painter, dotsPerInch, {200, 300});
+        painter.end();
+        const QRect painted(QPoint(36, 36) * dots, QSize(128, 228) * dots);
+        for (const auto& [at, colour] :
+             {std::pair(painted.topLeft(), Qt::red), std::pair(painted.bottomRight(), Qt::red),
+              std::pair(painted.topLeft() - QPoint(1, 1), Qt::white),
+              std::pair(painted.bottomRight() + QPoint(1, 1), Qt::white)})
+            EXPECT_EQ(sheet.pixelColor(at), QColor(colour)) << dotsPerInch << " " << at.x();
+    }
 }
 
 TEST(Painting, CellsAreSharpAtAnyPixelRatio)

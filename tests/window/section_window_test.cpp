@@ -104,12 +104,38 @@ TEST_F(Section, DragsKeepToAnAxisTheRasterAndTheLock)
     QTest::keyClick(&section, Qt::Key_Right);
     EXPECT_FLOAT_EQ(array().GFAGetCradleCoord()[0], start[0] + 0.1F);
     undo()->trigger();
+    session.state().settings.Units_Meters = false; // it is at 3.28 feet
+    QTest::keyClick(&section, Qt::Key_Right);
+    EXPECT_FLOAT_EQ(array().GFAGetCradleCoord()[0], 3.4F * 0.3048F);
+    undo()->trigger();
 
     control<QAbstractButton>("Lock_chk")->click();
     drag(section, from, {from.x + 3, from.y});
     wheel(section, {array().axes()[3].from.x, array().axes()[3].from.y}, 1);
     QTest::keyClick(&section, Qt::Key_Right);
     EXPECT_EQ(state(), before);
+}
+
+TEST_F(Section, TheAreaUnderThePointerIsFramed)
+{
+    DrawingWidget& section = view(1);
+    const auto picture = [&] {
+        return section.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const Segment area = room().area(1);
+    const QPoint start = pixel(section, area.start);
+    const QPoint end = pixel(section, area.end);
+    const QImage before = picture();
+    moveTo(section, (start + end) / 2);
+    const QImage framed = picture();
+    int changed = 0;
+    for (int x = start.x(); x < end.x(); ++x)
+        for (int y = 0; y < before.height(); ++y)
+            changed += before.pixel(x, y) != framed.pixel(x, y);
+    EXPECT_GE(changed, 2 * (end.x() - start.x())) << "above and below";
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&section, &leave);
+    EXPECT_EQ(picture(), before);
 }
 
 TEST_F(Section, TheWheelTurnsTheSelectedBoxAndZooms)

@@ -282,7 +282,8 @@ TEST_F(Window, WhatHangsOnNoInvalidEntryTakesEffect)
     auto& views = *window->findChild<ViewPanel*>();
     for (const auto& [name, there] :
          {std::pair("AreaSpl_pbx", false), std::pair("tblRows", false),
-          std::pair("rigText_txt", false), std::pair("picSubArray", true)})
+          std::pair("Rigging_pbx", false), std::pair("rigText_txt", false),
+          std::pair("picSubArray", true)})
         EXPECT_EQ(figuresShownBy(name, window->editor(), views)->there(), there) << name;
     click("PinAngle_opt(1)");
     enter("box1Angle_txt", "-3");
