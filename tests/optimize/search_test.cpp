@@ -425,6 +425,20 @@ TEST(Search, QuickSearchFindsTheBestOfASmallSet)
     EXPECT_LE(quickSearch(scene.task, candidates, [&] { return --left < 0; }).evaluations, 3U);
 }
 
+TEST(Search, QuickSearchTriesEveryPlaceOfASingleDigit)
+{
+    Random random(8);
+    const Scene scene = randomScene(random, Measure::Even, false, {0, 21});
+    Freedom heights;
+    for (int step = 0; step < 400; ++step)
+        heights.heightsM.push_back(static_cast<float>(4 + 0.02 * step));
+    const CandidateSet candidates(scene.task->array, {}, false, heights);
+    ASSERT_EQ(candidates.NumConfigs(), 400U);
+    const auto wanted = literalRanking(scene, candidates, 0, 400);
+    const QuickResult quick = quickSearch(scene.task, candidates, [] { return false; });
+    EXPECT_EQ(quick.ranking.best().front().number, wanted.best().front().number);
+}
+
 TEST(Search, ASingleBoxIsOneConfiguration)
 {
     LineArray array = newProject(kStandardSystem).array;
