@@ -1,4 +1,5 @@
 #include "document/document.h"
+#include "document/section_handle.h"
 #include "document/setup_edit.h"
 #include "document/state_bytes.h"
 #include "document/variants_edit.h"
@@ -147,6 +148,18 @@ TEST(Document, VariantsKeepWholeSetupsAndChangePlaces)
     for (int step = 0; step < 5; ++step)
         document.undo();
     EXPECT_EQ(document.state(), first);
+}
+
+TEST(Document, AHandleTypesTheEndOfAnAreaAsItIsShown)
+{
+    DocumentState state = newDocument(kStandardSystem, true);
+    ASSERT_TRUE(state.project.room.GBSetAudienceArea1(
+        SegmentFigures{5, 1.7F, 20.12345F, 2.98765F, 4.9F, 15.2F}));
+    const DocumentState start = state;
+    EXPECT_TRUE(moveHandle(state, start, {HandleKind::AreaStart, 1}, {{1, 0}}, true));
+    const SegmentFigures moved = state.project.room.GFAGetAudienceArea1();
+    EXPECT_EQ(std::vector(moved.begin(), moved.begin() + 4),
+              (std::vector<float>{6, 1.7F, 20.123F, 2.988F}));
 }
 
 TEST(Document, SaysWhatChanged)

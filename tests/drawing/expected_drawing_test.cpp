@@ -162,6 +162,10 @@ TEST(ExpectedDrawing, Curves)
     draw(kFeet);
     picture.baseline = true;
     draw({});
+    picture.baseline = false;
+    picture.curves.resize(1);
+    picture.curves[0].levels.resize(60); // there is room beside it
+    draw({});
     compareWithKept("drawing/expected/curves.txt", said);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QDialog>
+#include <QItemSelectionModel>
 #include <QTableWidget>
 
 namespace orva::ui {
@@ -187,6 +188,13 @@ TEST_F(SearchWindow, TheNewPartFoldsOutAndCountsOnlyThen)
         EXPECT_EQ(text(dialog, "lblTested"), "300");
         table->selectRow(1);
         EXPECT_EQ(dialog.findChild<QComboBox*>("cmbConfigs")->currentIndex(), 1);
+        const auto lines = [this] {
+            return control<DrawingWidget>("AreaSpl_pbx")->svg().count("<polyline");
+        };
+        const auto all = lines();
+        table->selectionModel()->select(table->model()->index(2, 0),
+                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        EXPECT_EQ(lines(), all - 2) << "of several that are selected only those";
         const double height = table->item(1, 5)->text().toDouble();
         EXPECT_GE(height, 6);
         EXPECT_LE(height, 7.5);
