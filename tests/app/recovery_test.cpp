@@ -141,6 +141,11 @@ TEST_F(Recovery, TheLogStaysBelowItsSizeAndKeepsTheLastLines)
     for (std::string read; std::getline(in, read);)
         last = read;
     EXPECT_EQ(last.substr(0, 5), "2999x");
+    const fs::path own = folder / "own.log";
+    LogFile alone(own);
+    for (int i = 0; i < 1500; ++i)
+        alone.write(line);
+    EXPECT_LT(fs::file_size(own), LogFile::kMostBytes / 2);
 }
 
 TEST(SharedSettings, TwoProgramsKeepWhatTheOtherStored)

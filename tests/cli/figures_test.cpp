@@ -223,6 +223,9 @@ TEST_F(CommandLine, LevelsWithoutARadiatingBoxAreNull)
     EXPECT_TRUE(levels.json()["areas"][0]["levels"][2].is_null());
     const Json heard = run("spectrum " + project + " --at 1,2").json()["points"][0];
     EXPECT_TRUE(heard["box"].is_null() && heard["delay"].is_null() && heard["total"].is_null());
+    const std::string along = "spectrum " + project + " --area 1 --points ";
+    EXPECT_EQ(run(along + "1").json()["points"].size(), 1U);
+    EXPECT_EQ(run(along + "0").status, 2);
     const std::string csv = folder / "map.csv";
     ASSERT_EQ(run("map " + project + " --cell 9 --csv " + csv).status, 0);
     std::string row;

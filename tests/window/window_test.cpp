@@ -2,6 +2,7 @@
 #include "shell/small_dialogs.h"
 #include "window_fixture.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
@@ -501,6 +502,20 @@ TEST_F(Window, TheFirstQuestionChoosesTheSystem)
     EXPECT_FALSE(control("cmbNumGer")->isVisible());
     EXPECT_EQ(control<QLabel>("lblNumSpk")->text(), "VM 306 C");
     EXPECT_FALSE(session.state().settings.ShowNewQuery);
+}
+
+TEST_F(Window, TheLanguageIsAskedForAgainByTheMenu)
+{
+    store.setValue("MultiLang", "ShowDialog", "False"); // at the start no more
+    QString shown;
+    QTimer::singleShot(0, window.get(), [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        shown = dialog->objectName();
+        dialog->reject();
+    });
+    window->findChild<QAction*>("mnuToolsChangeLanguage")->trigger();
+    EXPECT_EQ(shown, "LanguageSelect");
 }
 
 TEST_F(Window, TheSheetSaysWhatContradictsItself)
