@@ -48,9 +48,8 @@ std::string steady(const std::string& text)
     return kept;
 }
 
-/// The texts of all pages in the order of painting, and how many shapes of each kind there are; of
-/// the example, or with an array that is too heavy.
-std::string pagesOf(const std::string& example, const ReportChoice& choice, bool heavy = false)
+/// Of the example, or with an array that is too heavy.
+PagedDocument reportOf(const std::string& example, const ReportChoice& choice, bool heavy = false)
 {
     Workspace state;
     EXPECT_TRUE(LoadSystemData(state, ORVA_BINARY_DIR "/bin"));
@@ -67,16 +66,22 @@ std::string pagesOf(const std::string& example, const ReportChoice& choice, bool
     const Result<PagedDocument> report =
         pageReportOf(state, state.project, choice, QLocale(QLocale::English));
     EXPECT_TRUE(report);
+    return *report;
+}
+
+/// The texts of all pages in the order of painting, and how many shapes of each kind there are.
+std::string pagesOf(const PagedDocument& report)
+{
     needApplication();
     std::string said;
-    for (int page = 0; page < report->pages; ++page) {
+    for (int page = 0; page < report.pages; ++page) {
         QBuffer svg;
         QSvgGenerator generator;
         generator.setOutputDevice(&svg);
         const QSizeF size(523, 770);
         generator.setSize(size.toSize());
         QPainter painter(&generator);
-        report->paint(painter, page, size);
+        report.paint(painter, page, size);
         painter.end();
         said += saidBySvg(QString::fromUtf8(svg.data()), true);
     }
@@ -87,16 +92,26 @@ TEST_F(CommandLine, PagesOfTheExamplesAreWhatTheyWere)
 {
     setenv("SOURCE_DATE_EPOCH", "1700000000", 1); // NOLINT(concurrency-mt-unsafe)
     setenv("TZ", "UTC", 1);                       // NOLINT(concurrency-mt-unsafe)
-    compareWithKept("cli/expected/pages-theatre.txt", pagesOf("theatre", {}));
+    compareWithKept("cli/expected/pages-theatre.txt", pagesOf(reportOf("theatre", {})));
     ReportChoice choice;
     choice.levels = {{3, 8}, LevelField::Peak, false};
     choice.rowPitchM = 0.42; // one row more than stand on a page
     choice.rowOffsetM = 0.2;
     choice.drawing.text = {Language::German, false};
     choice.delays = true;
-    compareWithKept("cli/expected/pages-club-de-ft.txt", pagesOf("club", choice));
-    EXPECT_NE(pagesOf("theatre", {}, true).find("kg hang or stand, 850 kg are allowed."),
+    compareWithKept("cli/expected/pages-club-de-ft.txt", pagesOf(reportOf("club", choice)));
+    EXPECT_NE(pagesOf(reportOf("theatre", {}, true)).find("kg hang or stand, 850 kg are allowed."),
               std::string::npos);
+
+    const std::string file = folder / "report.pdf";
+    EXPECT_EQ(run("report " ORVA_SOURCE_DIR "/examples/theatre.lad " + file +
+                  " --averaging broadband --map-type continuous")
+                  .status,
+              0);
+    ReportChoice asHeard;
+    asHeard.levels = {{0, kBands - 1}, LevelField::Continuous, false};
+    asHeard.aWeighted = false;
+    EXPECT_TRUE(contentOf(file) == pdfOf(reportOf("theatre", asHeard), QPageSize::A4));
 }
 
 TEST_F(CommandLine, SaysOfTheExamplesWhatItSaid)

@@ -1,5 +1,6 @@
 #include "window_fixture.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QDialog>
 #include <QItemSelectionModel>
@@ -158,6 +159,10 @@ TEST_F(SearchWindow, TheNewPartFoldsOutAndCountsOnlyThen)
         const QString given = text(dialog, "lblToTest");
         EXPECT_FALSE(dialog.findChild<QWidget*>("optMeasure(2)")->isVisible());
         press("cmdMore");
+        EXPECT_FALSE(
+            QAccessible::queryAccessibleInterface(dialog.findChild<QWidget*>("txtPerDoubling"))
+                ->text(QAccessible::Name)
+                .isEmpty());
         press("optMeasure(2)");
         press("chkSearchArea(2)");
         EXPECT_FALSE(dialog.findChild<QWidget*>("optMeasure(0)")->isEnabled())
