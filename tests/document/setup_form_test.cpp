@@ -236,27 +236,6 @@ TEST(SetupForm, EditsTravelThroughTheLists)
     }
 }
 
-TEST(SetupForm, EveryTypeAtEveryJointKeepsTheArrayValid)
-{
-    for (const std::int16_t system : {kStandardSystem, kCompactSystem})
-        for (int position = 0; position < 12; ++position)
-            for (int index = 0; index < 3; ++index) {
-                Form form = newForm(system, true);
-                form.chooseNumSpk(11);
-                form.chooseNumBass(2);
-                form.chooseType(position, index);
-                LineArray array = newProject(system).array;
-                ASSERT_TRUE(form.UpdateLineArray(array));
-                const auto bounds = array.IAGetAngleBounds();
-                for (std::size_t joint = 0; joint < bounds.size(); ++joint) {
-                    const std::int16_t angle = array.GIAGetAllAngle()[joint + 1];
-                    EXPECT_GE(angle, bounds[joint][0]) << position << " " << index;
-                    EXPECT_LE(angle, bounds[joint][1]) << position << " " << index;
-                }
-                EXPECT_EQ(array.boxCount(), form.total());
-            }
-}
-
 TEST(SetupForm, AnyRowOfCorrectedEditsIsValid)
 {
     std::minstd_rand random(7);

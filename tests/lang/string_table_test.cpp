@@ -89,24 +89,6 @@ TEST(StringTable, GermanKeepsTheGivenRowsBlanksAndFigures)
     }
 }
 
-TEST(StringTable, GermanAcceleratorsDifferWithinAMenu)
-{
-    const std::vector<int> menus[] = {{98, 107, 113},  {99, 100, 101, 102, 104, 106},
-                                      {258, 259},      {108, 109, 110},
-                                      {244, 111, 112}, {114, 115}};
-    for (const std::vector<int>& menu : menus) {
-        std::set<std::string> seen;
-        for (const int id : menu) {
-            const std::string_view text = MlGetString(Language::German, id);
-            const std::size_t mark = text.find('&');
-            if (mark == std::string_view::npos)
-                continue;
-            const std::size_t letter = static_cast<unsigned char>(text[mark + 1]) < 0x80 ? 1 : 2;
-            EXPECT_TRUE(seen.emplace(text.substr(mark + 1, letter)).second) << text;
-        }
-    }
-}
-
 TEST(Languages, UnknownIdentifiersAreEnglish)
 {
     const std::tuple<std::int32_t, Language, const char*> cases[] = {

@@ -174,15 +174,5 @@ TEST(Printout, ListsTheTopBoxFirst)
                                                     " Box 1\tVM 306 C\r\n");
 }
 
-TEST(Printout, SpeaksTheUsersLanguageAndUnits)
-{
-    const std::string sheet =
-        newProject(kStandardSystem).array.GSGetPrintout({Language::German, false});
-    for (const char* part :
-         {"x:3.28   y: 24.61ft\tPin : 5\r\n", "Gewicht gerade         : 181.2kg \r\n",
-          "Höhe : 10.32ft\r\n\r\n", " Box 4\tVM 412 T trapezförmig\r\n"})
-        EXPECT_NE(sheet.find(part), std::string::npos) << part;
-}
-
 } // namespace
 } // namespace orva

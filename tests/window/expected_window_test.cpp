@@ -1,10 +1,10 @@
 // What stands on every page and in every dialog, and where: as tests/window/expected has it. With
 // ORVA_WRITE_EXPECTED it is written anew, to be read before it is kept.
+#include "expected_text.h"
 #include "svg_text.h"
 #include "window_fixture.h"
 
 #include <QAction>
-#include <QFile>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -116,28 +116,22 @@ class Expected : public Window {
 protected:
     /// Figures come when they are calculated: what is said is asked for until it is what is kept,
     /// or for ORVA_PATIENCE_MS.
-    void compareWithKept(const QString& name, const std::function<QString()>& say)
+    void compareWithKept(const std::string& name, const std::function<QString()>& say)
     {
-        QFile file(ORVA_SOURCE_DIR "/tests/window/expected/" + name + ".txt");
+        const std::string file = ORVA_SOURCE_DIR "/tests/window/expected/" + name + ".txt";
         if (qEnvironmentVariableIsSet("ORVA_WRITE_EXPECTED")) {
             (void)say();
             QTest::qWait(5000); // enough for a machine that does much else
-            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(say().toUtf8());
+            std::ofstream(file, std::ios::binary) << say().toStdString();
             return;
         }
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
-        const QString kept = QString::fromUtf8(file.readAll());
-        QString said;
+        const std::string kept = orva::contentOf(file);
+        std::string said;
         constexpr int kPatienceMs = 20000;
         const int asked = qEnvironmentVariableIntValue("ORVA_PATIENCE_MS");
-        (void)QTest::qWaitFor([&] { return (said = say()) == kept; },
+        (void)QTest::qWaitFor([&] { return (said = say().toStdString()) == kept; },
                               asked > 0 ? asked : kPatienceMs);
-        const QStringList wanted = kept.split('\n');
-        const QStringList found = said.split('\n');
-        for (qsizetype i = 0; i < std::max(wanted.size(), found.size()); ++i)
-            ASSERT_EQ(found.value(i).toStdString(), wanted.value(i).toStdString())
-                << name.toStdString() << ", line " << i + 1;
+        EXPECT_EQ(said, kept) << file;
     }
 
     QString pages()

@@ -122,17 +122,22 @@ TEST_F(Section, TheAreaUnderThePointerIsFramed)
     const auto picture = [&] {
         return section.grab().toImage().convertToFormat(QImage::Format_RGB32);
     };
-    const Segment area = room().area(1);
-    const QPoint start = pixel(section, area.start);
-    const QPoint end = pixel(section, area.end);
     const QImage before = picture();
-    moveTo(section, (start + end) / 2);
+    moveTo(section, pixel(section, {12, 1.8})); // area 1: 5 to 20 m, 1.7 m high
     const QImage framed = picture();
-    int changed = 0;
-    for (int x = start.x(); x < end.x(); ++x)
-        for (int y = 0; y < before.height(); ++y)
-            changed += before.pixel(x, y) != framed.pixel(x, y);
-    EXPECT_GE(changed, 2 * (end.x() - start.x())) << "above and below";
+    const auto changed = [&](const Point& place) {
+        const QPoint at = pixel(section, place);
+        bool found = false;
+        for (int i = 0; i < 9; ++i) {
+            const QPoint near = at + QPoint(i % 3 - 1, i / 3 - 1);
+            found = found || before.pixel(near) != framed.pixel(near);
+        }
+        return found;
+    };
+    for (const Point& edge : {Point{10, 1.9}, Point{15, 1.5}, Point{4.8, 1.7}, Point{20.2, 1.7}})
+        EXPECT_TRUE(changed(edge)) << edge.x << ", " << edge.y;
+    for (const Point& beyond : {Point{10, 2.3}, Point{15, 1.1}, Point{24, 1.9}})
+        EXPECT_FALSE(changed(beyond)) << beyond.x << ", " << beyond.y;
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&section, &leave);
     EXPECT_EQ(picture(), before);

@@ -56,16 +56,6 @@ TEST_F(Window, AnEditClearsTheMap)
     EXPECT_FALSE(control("chkAiming")->isEnabled());
 }
 
-TEST_F(Window, TheLanguageChangesWhileItIsOpen)
-{
-    session.ChangeLanguage(1031);
-    EXPECT_EQ(control<QTabWidget>("Main_SSTab")->tabText(0), "Spielort");
-    EXPECT_EQ(control<QAbstractButton>("CalcBand_cmd")->text(), "Berechnen");
-    EXPECT_TRUE(said("AreaSpl_pbx").startsWith("Fläche:"));
-    session.ChangeLanguage(9);
-    EXPECT_EQ(control<QTabWidget>("Main_SSTab")->tabText(0), "Location");
-}
-
 TEST_F(Window, ClosingAsksForUnsavedChanges)
 {
     window->close();
@@ -186,36 +176,6 @@ TEST_F(Window, ADamagedFileChangesNothing)
     EXPECT_EQ(control<QLineEdit>("Cradle_txt(0)")->text(), "3");
     EXPECT_TRUE(window->windowTitle().contains("good.lad"));
     EXPECT_FALSE(window->isWindowModified());
-}
-
-/// The rectangle round the area under the mouse.
-QRect markerOf(const QImage& image)
-{
-    QRect marked;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if (const QColor c = image.pixelColor(x, y); c.green() - c.red() > 30)
-                marked |= QRect(x, y, 1, 1); // nothing else is bluish green
-    return marked;
-}
-
-TEST_F(Window, TheMarkerLiesRoundTheAreaUnderTheMouse)
-{
-    auto* view = control<DrawingWidget>("Main_pbx");
-    const Scale scale = view->scale();
-    const auto pixel = [&](double x, double y) {
-        return QPoint(qRound((x - scale.left) / scale.width * view->width()),
-                      qRound((-y - scale.top) / scale.height * view->height()));
-    };
-    QTest::mouseMove(view, pixel(12, 1.8)); // area 1: 5 to 20 m, 1.7 m high
-    const QRect marked = markerOf(view->grab().toImage());
-    const QRect wanted(pixel(4.8, 1.9), pixel(20.2, 1.5));
-    for (const auto& [found, there] : {std::pair(marked.topLeft(), wanted.topLeft()),
-                                       std::pair(marked.bottomRight(), wanted.bottomRight())})
-        EXPECT_LE((found - there).manhattanLength(), 4)
-            << found.x() << ',' << found.y() << " not " << there.x() << ',' << there.y();
-    QTest::mouseMove(view, QPoint(2, 2));
-    EXPECT_TRUE(markerOf(view->grab().toImage()).isNull());
 }
 
 TEST_F(Window, EscIsNoAnswerToTheSaveQuestion)
