@@ -4,6 +4,7 @@
 #include "cli/command_line.h"
 #include "cli/json.h"
 
+#include <QTemporaryDir>
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
@@ -25,18 +26,11 @@ struct Outcome {
 
 class CommandLine : public testing::Test {
 protected:
-    const fs::path folder =
-        fs::path(testing::TempDir()) /
-        (std::string("orva_cli_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+    const QTemporaryDir temporary;
+    const fs::path folder = temporary.path().toStdString();
     const std::string project = folder / "p.lad";
 
-    void SetUp() override
-    {
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-        ASSERT_EQ(run("new " + project).status, 0);
-    }
-    void TearDown() override { fs::remove_all(folder); }
+    void SetUp() override { ASSERT_EQ(run("new " + project).status, 0); }
 
     static Outcome run(const std::string& line)
     {

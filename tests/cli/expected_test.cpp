@@ -104,10 +104,9 @@ TEST_F(CommandLine, PagesOfTheExamplesAreWhatTheyWere)
               std::string::npos);
 
     const std::string file = folder / "report.pdf";
-    EXPECT_EQ(run("report " ORVA_SOURCE_DIR "/examples/theatre.lad " + file +
-                  " --averaging broadband --map-type continuous")
-                  .status,
-              0);
+    const Outcome made = run("report " ORVA_SOURCE_DIR "/examples/theatre.lad " + file +
+                             " --averaging broadband --map-type continuous");
+    EXPECT_EQ(made.status, 0) << made.err;
     ReportChoice asHeard;
     asHeard.levels = {{0, kBands - 1}, LevelField::Continuous, false};
     asHeard.aWeighted = false;
