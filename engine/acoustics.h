@@ -30,9 +30,9 @@ const BandConstants& bandConstants();
 
 /// What the weather sets.
 struct Air {
-    float SpeedOfSound;        ///< m/s
-    float WaveFactor;          ///< 2 pi / SpeedOfSound, rad per (Hz m)
-    PerBand<float> Absorption; ///< dB per metre, negative
+    float SpeedOfSound = 0;      ///< m/s
+    float WaveFactor = 0;        ///< 2 pi / SpeedOfSound, rad per (Hz m)
+    PerBand<float> Absorption{}; ///< dB per metre, negative
 
     friend bool operator==(const Air&, const Air&) = default;
 };
