@@ -67,8 +67,8 @@ double AtmosphericAbsorption(double f, double d, double t, double p, double hr);
 
 /// A range of bands, both ends included: 0 <= from <= to < kBands.
 struct BandSpan {
-    int from;
-    int to;
+    int from = 0;
+    int to = 0;
 
     int count() const { return to - from + 1; }
     friend bool operator==(const BandSpan&, const BandSpan&) = default;

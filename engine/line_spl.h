@@ -13,8 +13,8 @@ namespace orva {
 /// Which levels are asked for: bands, their on-axis reference, weighting.
 struct LevelChoice {
     BandSpan bands;
-    LevelField field;
-    bool aWeighted;
+    LevelField field{};
+    bool aWeighted = false;
 
     friend bool operator==(const LevelChoice&, const LevelChoice&) = default;
 };
