@@ -113,7 +113,7 @@ def memcheck(run):
         said = [error for error in re.split(r"==\d+== \n", log.read_text()) if re.search(r"(at|by) 0x\w+: [^?]", error)]
         require(not said and not failed, f"{name}: failed {failed}; {said[:3]}")
         run.kept[name] = [len(times) - len(long), len(times)]
-    return ", ".join(f"{name} {fast} of {all_}" for name, (fast, all_) in run.kept.items() if name != "done") + "; nothing found"
+    return ", ".join(f"{name} {run.kept[name][0]} of {run.kept[name][1]}" for name in TESTS if name in run.kept) + "; nothing found"
 
 
 memcheck.goal = len(TESTS)

@@ -34,10 +34,10 @@ private:
     void zoom(double factor);
 
     QLabel* lblLastValid; ///< why sheet and view are not the setup on the page
-    QPlainTextEdit* rigText_txt;
+    QPlainTextEdit* rigText_txt = nullptr;
     QListWidget* lstPins;
-    QFrame* RigPbx_fra;
-    DrawingWidget* Rigging_pbx;
+    QFrame* RigPbx_fra = nullptr;
+    DrawingWidget* Rigging_pbx = nullptr;
     QScrollBar* RigHScroll;
     QScrollBar* RigVScroll;
     double m_zoom = 1;
