@@ -273,6 +273,13 @@ TEST(SetupForm, AnyRowOfCorrectedEditsIsValid)
             LineArray array = newProject(form.rest().system).array;
             ASSERT_TRUE(form.UpdateLineArray(array)) << round << ' ' << edit;
             ASSERT_EQ(array.fault(), std::nullopt);
+            ASSERT_EQ(array.boxCount(), form.total());
+            const auto bounds = array.IAGetAngleBounds();
+            for (std::size_t joint = 0; joint < bounds.size(); ++joint) {
+                const std::int16_t angle = array.GIAGetAllAngle()[joint + 1];
+                ASSERT_GE(angle, bounds[joint][0]) << round << ' ' << edit;
+                ASSERT_LE(angle, bounds[joint][1]) << round << ' ' << edit;
+            }
             ASSERT_FALSE(form.SetupInvalid.any());
             SetupForm::eachList(form, [&](const ChoiceList& list) {
                 ASSERT_FALSE(list.invalid) << round << ' ' << edit;

@@ -68,7 +68,10 @@ TEST_F(Window, EveryCommandHasAKeyOfItsOwn)
         for (const char* given :
              {"Ctrl+P", "F1", "Ctrl+F", "Ctrl+1", "Ctrl+3", "F5", "F6", "Alt+4", "Ctrl+F1"})
             EXPECT_TRUE(keys.contains(given)) << given;
-        for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>()) {
+        QList<const QWidget*> menus = {window->menuBar()};
+        for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>())
+            menus += menu;
+        for (const QWidget* menu : menus) {
             QSet<QChar> letters;
             for (const QAction* action : menu->actions()) {
                 if (action->isSeparator())

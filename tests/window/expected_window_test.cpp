@@ -190,6 +190,9 @@ TEST_F(Expected, PagesAndDialogs)
     QString said;
     eachDialog([&](QWidget& dialog) { said += shownIn(dialog); });
     compareWithKept("dialogs-de-ft", [&] { return said; });
+    session.state().settings.Units_Meters = true;
+    session.ChangeLanguage(1033);
+    compareWithKept("new-standard", [&] { return pages(); });
 }
 
 TEST_F(Expected, ExampleWithLevels)
