@@ -1,22 +1,17 @@
-#include "app/forms/search_setup.h"
 #include "cli/interruption.h"
 #include "cli/json.h"
 #include "cli/prediction.h"
 #include "cli/progress_bar.h"
+#include "cli/search_options.h"
 #include "lang/number_text.h"
 #include "lang/string_table.h"
 #include "optimize/quick_search.h"
 #include "optimize/search_fingerprint.h"
 #include "optimize/search_part.h"
 
+#include <algorithm>
 #include <chrono>
-#include <cmath>
-#include <limits>
 #include <memory>
-#include <set>
-#include <sstream>
-
-#include <CLI/TypeTools.hpp>
 
 namespace orva {
 
@@ -29,36 +24,11 @@ using Clock = std::chrono::steady_clock;
 struct Options {
     CommonOptions common;
     PredictionOptions prediction;
+    SearchOptions search;
     std::string file;
-    std::vector<std::string> areas; ///< "N" or "N:WEIGHT"
-    std::vector<std::string> free;  ///< "pin", "height:FROM:TO:STEP"
-    std::optional<double> perDoublingDb;
-    std::string measure = "smooth";
-    int points = 200;
-    bool allSpeakers = false;
-    bool neighbours = false;
-    std::vector<double> fitLine; ///< start, length, slope, level
-    std::optional<std::uint64_t> limit;
-    std::optional<std::uint64_t> from;
-    std::optional<std::uint64_t> count;
-    bool quick = false;
     std::string outFile;
     std::vector<std::string> merge;
 };
-
-std::vector<std::string> measureNames()
-{
-    std::vector<std::string> names;
-    for (const MeasureRecord& record : allMeasures())
-        names.emplace_back(record.name);
-    return names;
-}
-
-Measure measureNamed(const std::string& name)
-{
-    const std::vector<std::string> names = measureNames();
-    return static_cast<Measure>(std::find(names.begin(), names.end(), name) - names.begin());
-}
 
 PreciseJson jsonOf(const Ranked& entry)
 {
@@ -80,82 +50,6 @@ PreciseJson jsonOf(const std::vector<Ranked>& best)
     return list;
 }
 
-/// The figures of a text parted by colons; none where one is no finite number.
-std::optional<std::vector<double>> figuresOf(const std::string& text)
-{
-    std::vector<double> figures;
-    std::istringstream parts(text);
-    for (std::string part; std::getline(parts, part, ':');) {
-        double figure = 0;
-        if (!CLI::detail::lexical_cast(part, figure) || !std::isfinite(figure))
-            return std::nullopt;
-        figures.push_back(figure);
-    }
-    return figures;
-}
-
-std::optional<WeightedArea> areaOf(const std::string& text)
-{
-    const auto figures = figuresOf(text);
-    if (!figures || figures->empty() || figures->size() > 2 || text.back() == ':' ||
-        figures->front() < 1 || figures->front() > std::numeric_limits<int>::max() ||
-        figures->front() != std::trunc(figures->front()))
-        return std::nullopt;
-    const double weight = figures->size() == 2 ? figures->back() : 1;
-    return weight > 0 ? std::optional(WeightedArea{static_cast<int>(figures->front()), weight})
-                      : std::nullopt;
-}
-
-/// Those of the options, whose texts have been checked.
-std::vector<WeightedArea> areasOf(const Options& options)
-{
-    std::vector<WeightedArea> areas;
-    for (const std::string& text : options.areas)
-        areas.push_back(areaOf(text).value_or(WeightedArea{}));
-    return areas;
-}
-
-constexpr std::string_view kHeight = "height:";
-
-/// The heights of "height:FROM:TO:STEP", as 32-bit floats; none where that is not sound.
-std::optional<std::vector<float>> heightsOf(const std::string& text)
-{
-    if (!text.starts_with(kHeight) || text.back() == ':')
-        return std::nullopt;
-    const auto figures = figuresOf(text.substr(kHeight.size()));
-    if (!figures || figures->size() != 3)
-        return std::nullopt;
-    return heightsBetween((*figures)[0], (*figures)[1], (*figures)[2]);
-}
-
-Freedom freedomOf(const Options& options)
-{
-    Freedom freedom;
-    for (const std::string& text : options.free)
-        if (text == "pin")
-            freedom.pins = true;
-        else
-            freedom.heightsM = heightsOf(text).value_or(std::vector<float>());
-    return freedom;
-}
-
-SearchChoice choiceOf(const Options& options)
-{
-    SearchChoice choice;
-    choice.areas = areasOf(options);
-    if (!options.fitLine.empty())
-        choice.target = FitLineTarget{options.fitLine[0], options.fitLine[1], options.fitLine[2],
-                                      options.fitLine[3]};
-    choice.measure = measureNamed(options.measure);
-    choice.perDoublingDb = options.perDoublingDb.value_or(0);
-    choice.points = options.points;
-    choice.allJoints = options.allSpeakers;
-    choice.neighbours = options.neighbours;
-    choice.freedom = freedomOf(options);
-    choice.levels = options.prediction.choice();
-    return choice;
-}
-
 /// The set that the options ask for; an error when no box of the file's array aims at an area.
 Result<CandidateSet> candidatesOf(const Options& options, const Project& project,
                                   const SearchChoice& choice)
@@ -170,7 +64,7 @@ Result<CandidateSet> candidatesOf(const Options& options, const Project& project
     if (!candidates.NumConfigs())
         return Error{"there are more configurations than 64 bits can count; narrow the set",
                      options.file};
-    if (options.from.value_or(0) >= *candidates.NumConfigs())
+    if (options.search.from.value_or(0) >= *candidates.NumConfigs())
         return Error{"there are only " + std::to_string(*candidates.NumConfigs()) +
                          " configurations",
                      options.file};
@@ -218,11 +112,12 @@ std::string proofOf(const Search& search, const std::vector<Ranked>& quick)
 Found searchExhaustively(const Options& options, const std::shared_ptr<const SearchTask>& task,
                          const CandidateSet& candidates, const Console& console)
 {
-    const std::uint64_t first = options.from.value_or(0);
+    const std::uint64_t first = options.search.from.value_or(0);
     std::uint64_t count = *candidates.NumConfigs() - first;
-    count = std::min(count, options.count.value_or(count));
-    count = std::min(count, options.limit.value_or(count));
-    const bool whole = !options.from && !options.count && count == *candidates.NumConfigs();
+    count = std::min(count, options.search.count.value_or(count));
+    count = std::min(count, options.search.limit.value_or(count));
+    const bool whole =
+        !options.search.from && !options.search.count && count == *candidates.NumConfigs();
     Search search(task, candidates, first, count);
     std::vector<Ranked> quick;
     // Of a whole search only its end is seen, so it may begin where the quick one has ended.
@@ -259,7 +154,7 @@ Found searchQuickly(const Options& options, const std::shared_ptr<const SearchTa
                     const CandidateSet& candidates, const Console& console, PreciseJson& result)
 {
     const std::uint64_t wanted =
-        std::min(options.limit.value_or(QuickSearch::kBudget), *candidates.NumConfigs());
+        std::min(options.search.limit.value_or(QuickSearch::kBudget), *candidates.NumConfigs());
     ProgressBar bar(console.err, console.errIsTerminal || options.common.progress,
                     "Testing configurations", "configurations");
     QuickSearch search(task, candidates, wanted);
@@ -284,7 +179,7 @@ Result<Done> optimize(const Options& options, const Console& console)
         openForPrediction(options.file, options.common, options.prediction, console);
     if (!state)
         return state.error();
-    const SearchChoice choice = choiceOf(options);
+    const SearchChoice choice = options.search.choice(options.prediction.choice());
     for (const WeightedArea& area : choice.areas)
         if (area.number > state->project.room.GIGetNumAreas())
             return noSuchArea(area.number, options.file);
@@ -297,8 +192,8 @@ Result<Done> optimize(const Options& options, const Console& console)
     PreciseJson counts = PreciseJson::object();
     Found found = [&] {
         const Interruption interruption;
-        return options.quick ? searchQuickly(options, task, *candidates, console, counts)
-                             : searchExhaustively(options, task, *candidates, console);
+        return options.search.quick ? searchQuickly(options, task, *candidates, console, counts)
+                                    : searchExhaustively(options, task, *candidates, console);
     }();
     const std::chrono::duration<double> seconds = Clock::now() - start;
     for (std::vector<Ranked>* list : {&found.part.best, &found.bestSoFar})
@@ -372,97 +267,6 @@ Result<Done> merge(const std::vector<std::string>& names, const Console& console
     return deliver(console, jsonText(merged), files);
 }
 
-/// What is searched, and how.
-void addSearchOptions(CLI::App* command, const std::shared_ptr<Options>& options)
-{
-    command
-        ->add_option("--area", options->areas,
-                     "audience area, with its weight among several; may be repeated")
-        ->check(accepted([](const std::string& text) { return areaOf(text).has_value(); },
-                         "not the number of an area, N or N:WEIGHT"))
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->type_name("N[:WEIGHT]");
-    command
-        ->add_option("--free", options->free,
-                     "vary the pin, or the height of the pick point in metres; may be repeated")
-        ->check(accepted([](const std::string& text) { return text == "pin" || heightsOf(text); },
-                         "neither pin nor height:FROM:TO:STEP in metres, the step above 0"))
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->type_name("pin|height:FROM:TO:STEP");
-    command
-        ->add_option("--per-doubling", options->perDoublingDb,
-                     "wanted change in dB with every doubling of the distance; of --measure even")
-        ->check(numberBetween(-100, 100))
-        ->type_name("DB");
-    command
-        ->add_option("--measure", options->measure,
-                     "what shall be even: the change along the area (smooth), the distance to "
-                     "--fit-line (line), "
-                     "the levels of all areas against their mean (even)")
-        ->check(CLI::IsMember(measureNames()))
-        ->type_name("")
-        ->capture_default_str();
-    command->add_option("--points", options->points, "points along the area")
-        ->check(numberBetween(2, 10000))
-        ->type_name("N")
-        ->capture_default_str();
-    command->add_flag("--all-speakers", options->allSpeakers,
-                      "vary every joint, not only those of boxes that aim at the area");
-    command->add_flag("--neighbours", options->neighbours, "only angles next to the present ones");
-    command
-        ->add_option("--fit-line", options->fitLine,
-                     "wanted levels: start and length in metres along the area, dB per metre, dB "
-                     "at the start")
-        ->expected(4)
-        ->delimiter(',')
-        ->type_name("S,L,SLOPE,LEVEL");
-    const auto atLeastOne = numberBetween(1, 1.8e19);
-    command->add_option("--limit", options->limit, "test at most K configurations")
-        ->check(atLeastOne)
-        ->type_name("K");
-    command
-        ->add_option("--from", options->from,
-                     "begin with configuration K, from 0, and keep the given order")
-        ->check(numberBetween(0, 1.8e19))
-        ->type_name("K");
-    command->add_option("--count", options->count, "test M configurations")
-        ->check(atLeastOne)
-        ->type_name("M");
-    command->add_flag("--quick", options->quick,
-                      "search quickly, without the proof that there is nothing better");
-    command->add_option("--out", options->outFile, "save the project with the best angles")
-        ->check(fileName())
-        ->type_name("FILE");
-    command
-        ->add_option(
-            "--merge", options->merge,
-            "join the results of parts of one search; parts whose tasks differ are refused")
-        ->check(fileName())
-        ->type_name("FILE...");
-}
-
-/// Options that do not go together.
-void checkSearch(const Options& options)
-{
-    if (options.areas.empty())
-        throw CLI::RequiredError("--area");
-    std::set<int> numbers;
-    for (const WeightedArea& area : areasOf(options))
-        if (!numbers.insert(area.number).second)
-            throw CLI::ValidationError("--area",
-                                       std::to_string(area.number) + " is named a second time");
-    if (options.areas.size() > 1 && !options.fitLine.empty())
-        throw CLI::ValidationError("--fit-line", "goes with one area");
-    if (options.perDoublingDb && measureNamed(options.measure) != Measure::Even)
-        throw CLI::ValidationError("--per-doubling", "goes with --measure even");
-    std::set<bool> kinds;
-    for (const std::string& text : options.free)
-        if (!kinds.insert(text == "pin").second)
-            throw CLI::ValidationError("--free", text + " frees the same a second time");
-}
-
 } // namespace
 
 void addOptimizeCommand(CLI::App& program, Work& work)
@@ -480,20 +284,30 @@ all may be interrupted and is to go on.)");
     command->add_option("project", options->file, "the project")
         ->check(fileName())
         ->type_name("PROJECT.lad");
-    addSearchOptions(command, options);
+    addSearchOptions(*command, options->search);
+    command->add_option("--out", options->outFile, "save the project with the best angles")
+        ->check(fileName())
+        ->type_name("FILE");
+    command
+        ->add_option(
+            "--merge", options->merge,
+            "join the results of parts of one search; parts whose tasks differ are refused")
+        ->check(fileName())
+        ->type_name("FILE...");
     addPredictionOptions(*command, options->prediction);
     addCommonOptions(*command, options->common);
     addExample(*command, "theatre.lad --area 2 --quick --out better.lad");
     command->callback([options, &work] {
+        const SearchOptions& search = options->search;
         const bool joins = !options->merge.empty();
         if (joins ? !options->file.empty() : options->file.empty())
             throw CLI::ValidationError("optimize", joins ? "--merge takes results, no project"
                                                          : "PROJECT.lad is required");
         if (!joins)
-            checkSearch(*options);
-        if (options->quick && (options->from.value_or(0) > 0 || options->count))
+            checkSearch(search);
+        if (search.quick && (search.from.value_or(0) > 0 || search.count))
             throw CLI::ValidationError("--quick", "tests no part of the order: no --from, --count");
-        if (!options->fitLine.empty() && options->fitLine[1] <= 0)
+        if (!search.fitLine.empty() && search.fitLine[1] <= 0)
             throw CLI::ValidationError("--fit-line", "the length must be above 0");
         work = [options, joins](const Console& console) {
             return joins ? merge(options->merge, console) : optimize(*options, console);

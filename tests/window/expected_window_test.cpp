@@ -114,8 +114,7 @@ QString shownIn(QWidget& top)
 
 class Expected : public Window {
 protected:
-    /// Figures come when they are calculated: what is said is asked for until it is what is kept,
-    /// or for ORVA_PATIENCE_MS.
+    /// Figures come when they are calculated: what is said is asked for until it is what is kept.
     void compareWithKept(const std::string& name, const std::function<QString()>& say)
     {
         const std::string file = ORVA_SOURCE_DIR "/tests/window/expected/" + name + ".txt";
@@ -127,10 +126,8 @@ protected:
         }
         const std::string kept = orva::contentOf(file);
         std::string said;
-        constexpr int kPatienceMs = 20000;
-        const int asked = qEnvironmentVariableIntValue("ORVA_PATIENCE_MS");
         (void)QTest::qWaitFor([&] { return (said = say().toStdString()) == kept; },
-                              asked > 0 ? asked : kPatienceMs);
+                              patienceMs(20000));
         EXPECT_EQ(said, kept) << file;
     }
 
@@ -211,7 +208,7 @@ TEST_F(Expected, ExampleWithLevels)
         said = shownIn(*dialog);
         dialog->findChild<QAbstractButton*>("cmdOptimize")->click();
         const auto* results = dialog->findChild<QComboBox*>("cmbConfigs");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return results->isEnabled(); }, 60000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return results->isEnabled(); }, patienceMs()));
         for (const char* chance : {"lblRate", "lblCurrentRMS"}) // as fast as the machine is
             dialog->findChild<QWidget*>(chance)->hide();
         said += shownIn(*dialog);
@@ -232,7 +229,7 @@ TEST_F(Expected, ExampleWithLevels)
         ASSERT_TRUE(dialog);
         auto* stop = dialog->findChild<QAbstractButton*>("cmdStopSuggest");
         stop->click();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !stop->isEnabled(); }, 60000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !stop->isEnabled(); }, patienceMs()));
         dialog->findChild<QTableWidget*>("tblSuggestions")->setRowCount(0); // as far as it came
         dialog->findChild<QLabel*>("lblSuggest")->clear();
         said = shownIn(*dialog);

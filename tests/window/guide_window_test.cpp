@@ -55,7 +55,7 @@ TEST_F(Guides, AClickHangsTheArrayWhereItSaid)
     control<QAbstractButton>("cmdHang")->click();
     const auto* guide = view.findChild<HangGuide*>();
     ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return guide->finished() && guide->map()->grid.CellW == 0.25F; }, 60000));
+        [&] { return guide->finished() && guide->map()->grid.CellW == 0.25F; }, patienceMs()));
     EXPECT_NE(view.picture().toImage(), before);
     const HangMap* map = guide->map();
     const std::size_t cell = *map->cellAt({6, 6});
@@ -69,7 +69,7 @@ TEST_F(Guides, AClickHangsTheArrayWhereItSaid)
     EXPECT_EQ(window->editor().array(), moved) << "too low to hang there";
     window->findChild<QAction*>("mnuUndo")->trigger();
     EXPECT_EQ(window->editor().array(), array);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return guide->finished(); }, 60000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return guide->finished(); }, patienceMs()));
     const auto best = bestPlace(hearing(), window->editor().document().state().project, *map);
     ASSERT_TRUE(best);
     QTest::mouseClick(&view, Qt::LeftButton, {}, pixel(view, best->place) + QPoint(4, -4));

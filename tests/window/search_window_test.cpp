@@ -29,7 +29,7 @@ protected:
     }
     static void waitFor(const std::function<bool()>& what)
     {
-        EXPECT_TRUE(QTest::qWaitFor(what, 60000));
+        EXPECT_TRUE(QTest::qWaitFor(what, patienceMs()));
     }
 };
 

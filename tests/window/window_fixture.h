@@ -22,6 +22,13 @@
 
 namespace orva::ui {
 
+/// How long a test waits for what is calculated: ORVA_PATIENCE_MS, or as given.
+inline int patienceMs(int usual = 60000)
+{
+    const int asked = qEnvironmentVariableIntValue("ORVA_PATIENCE_MS");
+    return asked > 0 ? asked : usual;
+}
+
 /// The main window with a new project, on its second page.
 class Window : public testing::Test {
 protected:
