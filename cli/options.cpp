@@ -65,6 +65,17 @@ Error noSuchArea(int number, const std::string& file)
     return {"there is no audience area " + std::to_string(number), file};
 }
 
+void addRepeatedOption(CLI::App& command, const std::string& name, std::vector<std::string>& texts,
+                       const std::string& description, const CLI::Validator& check,
+                       const std::string& typeName)
+{
+    command.add_option(name, texts, description + "; may be repeated")
+        ->check(check)
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->type_name(typeName);
+}
+
 CLI::Validator fileName()
 {
     return {[](const std::string& name) {

@@ -100,6 +100,11 @@ Result<Done> checkOutputs(const Console& console, const CommonOptions& options,
 CLI::Validator accepted(const std::function<bool(const std::string&)>& accepts,
                         const std::string& what);
 
+/// Adds an option that may be given several times, with a text that `check` accepts each.
+void addRepeatedOption(CLI::App& command, const std::string& name, std::vector<std::string>& texts,
+                       const std::string& description, const CLI::Validator& check,
+                       const std::string& typeName);
+
 /// Of a project's file.
 Error noSuchArea(int number, const std::string& file);
 

@@ -104,22 +104,16 @@ SearchChoice SearchOptions::choice(const LevelChoice& levels) const
 
 void addSearchOptions(CLI::App& command, SearchOptions& options)
 {
-    command
-        .add_option("--area", options.areas,
-                    "audience area, with its weight among several; may be repeated")
-        ->check(accepted([](const std::string& text) { return areaOf(text).has_value(); },
-                         "not the number of an area, N or N:WEIGHT"))
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->type_name("N[:WEIGHT]");
-    command
-        .add_option("--free", options.free,
-                    "vary the pin, or the height of the pick point in metres; may be repeated")
-        ->check(accepted([](const std::string& text) { return text == "pin" || heightsOf(text); },
-                         "neither pin nor height:FROM:TO:STEP in metres, the step above 0"))
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->type_name("pin|height:FROM:TO:STEP");
+    addRepeatedOption(command, "--area", options.areas,
+                      "audience area, with its weight among several",
+                      accepted([](const std::string& text) { return areaOf(text).has_value(); },
+                               "not the number of an area, N or N:WEIGHT"),
+                      "N[:WEIGHT]");
+    addRepeatedOption(
+        command, "--free", options.free, "vary the pin, or the height of the pick point in metres",
+        accepted([](const std::string& text) { return text == "pin" || heightsOf(text); },
+                 "neither pin nor height:FROM:TO:STEP in metres, the step above 0"),
+        "pin|height:FROM:TO:STEP");
     command
         .add_option("--per-doubling", options.perDoublingDb,
                     "wanted change in dB with every doubling of the distance; of --measure even")

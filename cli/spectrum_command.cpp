@@ -94,12 +94,10 @@ void addSpectrumCommand(CLI::App& program, Work& work)
         "spectrum", "print the level of each band at places or along an audience area as JSON");
     const auto options = std::make_shared<Options>();
     CLI::Option_group* where = command->add_option_group("where");
-    where->add_option("--at", options->places, "a place in the room, metres; may be repeated")
-        ->check(accepted([](const std::string& text) { return placeOf(text).has_value(); },
-                         "not a place X,Y in metres"))
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->type_name("X,Y");
+    addRepeatedOption(*where, "--at", options->places, "a place in the room, metres",
+                      accepted([](const std::string& text) { return placeOf(text).has_value(); },
+                               "not a place X,Y in metres"),
+                      "X,Y");
     CLI::Option* area = addAreaOption(*where, options->area, "audience area");
     where->require_option(1);
     command->add_option("--points", options->points, "points along the audience area")

@@ -137,7 +137,7 @@ protected:
         auto* tabs = control<QTabWidget>("Main_SSTab");
         for (int page = 0; page < tabs->count(); ++page) {
             tabs->setCurrentIndex(page);
-            QTest::qWait(10);
+            QTest::qWait(60); // tips of steps come only to a page that rests in sight
             said += "== " + tabs->tabText(page) + "\n" + shownIn(*window);
         }
         return said;

@@ -196,7 +196,8 @@ TEST_F(Guides, TheDifferenceToAVariantIsShown)
     const QImage before = view.picture().toImage();
     const QImage levels = curve.picture().toImage();
     choose("cmbCompare", "less B");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view.picture().toImage() != before; }, 20000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return view.picture().toImage() != before; }, patienceMs(20000)));
     EXPECT_NE(curve.picture().toImage(), levels);
     moveTo(view, pixel(view, {12, 3}));
     const Heard heard = *editor.heardAt(*editor.view().probe);

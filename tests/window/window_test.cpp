@@ -291,8 +291,8 @@ TEST_F(Window, ListsFollowTheFont)
         font.setPointSize(points);
         QApplication::setFont(font);
         auto* first = control<QComboBox>("cmbType(0)");
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return first->width() >= first->sizeHint().width(); }, 20000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return first->width() >= first->sizeHint().width(); },
+                                    patienceMs(20000)));
         for (const char* name : {"cmbType(0)", "cmbAngle(0)", "cmbAngle(5)", "cmbNumSpk"}) {
             auto* list = control<QComboBox>(name);
             EXPECT_GE(list->width(), list->sizeHint().width()) << name << ' ' << points;
@@ -384,7 +384,7 @@ TEST_F(Window, AnOpenerThatFailsIsTold)
         }
     });
     look.start(10);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !asked.isEmpty(); }, 20000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !asked.isEmpty(); }, patienceMs(20000)));
     EXPECT_TRUE(asked.contains(programFolder.filePath("ORVA-help.pdf"))) << asked.toStdString();
     qputenv("PATH", path);
 }
