@@ -7,6 +7,7 @@
 #include "painting/picture.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 #include <ostream>
@@ -58,6 +59,21 @@ CLI::Validator accepted(const std::function<bool(const std::string&)>& accepts,
                 return accepts(text) ? std::string() : text + " is " + what;
             },
             ""};
+}
+
+std::optional<std::vector<double>> figuresOf(const std::string& text, char separator)
+{
+    std::vector<double> figures;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, begin), text.size());
+        double figure = 0;
+        if (!CLI::detail::lexical_cast(text.substr(begin, end - begin), figure) ||
+            !std::isfinite(figure))
+            return std::nullopt;
+        figures.push_back(figure);
+        begin = end + 1;
+    }
+    return figures;
 }
 
 Error noSuchArea(int number, const std::string& file)

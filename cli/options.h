@@ -100,6 +100,10 @@ Result<Done> checkOutputs(const Console& console, const CommonOptions& options,
 CLI::Validator accepted(const std::function<bool(const std::string&)>& accepts,
                         const std::string& what);
 
+/// The figures of a text parted by `separator`, at least one; none where a part is no finite
+/// number.
+std::optional<std::vector<double>> figuresOf(const std::string& text, char separator);
+
 /// Adds an option that may be given several times, with a text that `check` accepts each.
 void addRepeatedOption(CLI::App& command, const std::string& name, std::vector<std::string>& texts,
                        const std::string& description, const CLI::Validator& check,

@@ -4,9 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <set>
-#include <sstream>
-
-#include <CLI/TypeTools.hpp>
 
 namespace orva {
 namespace {
@@ -25,25 +22,11 @@ Measure measureNamed(const std::string& name)
     return static_cast<Measure>(std::find(names.begin(), names.end(), name) - names.begin());
 }
 
-/// The figures of a text parted by colons; none where one is no finite number.
-std::optional<std::vector<double>> figuresOf(const std::string& text)
-{
-    std::vector<double> figures;
-    std::istringstream parts(text);
-    for (std::string part; std::getline(parts, part, ':');) {
-        double figure = 0;
-        if (!CLI::detail::lexical_cast(part, figure) || !std::isfinite(figure))
-            return std::nullopt;
-        figures.push_back(figure);
-    }
-    return figures;
-}
-
 std::optional<WeightedArea> areaOf(const std::string& text)
 {
-    const auto figures = figuresOf(text);
-    if (!figures || figures->empty() || figures->size() > 2 || text.back() == ':' ||
-        figures->front() < 1 || figures->front() > std::numeric_limits<int>::max() ||
+    const auto figures = figuresOf(text, ':');
+    if (!figures || figures->size() > 2 || figures->front() < 1 ||
+        figures->front() > std::numeric_limits<int>::max() ||
         figures->front() != std::trunc(figures->front()))
         return std::nullopt;
     const double weight = figures->size() == 2 ? figures->back() : 1;
@@ -65,9 +48,9 @@ constexpr std::string_view kHeight = "height:";
 /// The heights of "height:FROM:TO:STEP", as 32-bit floats; none where that is not sound.
 std::optional<std::vector<float>> heightsOf(const std::string& text)
 {
-    if (!text.starts_with(kHeight) || text.back() == ':')
+    if (!text.starts_with(kHeight))
         return std::nullopt;
-    const auto figures = figuresOf(text.substr(kHeight.size()));
+    const auto figures = figuresOf(text.substr(kHeight.size()), ':');
     if (!figures || figures->size() != 3)
         return std::nullopt;
     return heightsBetween((*figures)[0], (*figures)[1], (*figures)[2]);

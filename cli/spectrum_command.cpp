@@ -2,10 +2,7 @@
 #include "cli/prediction.h"
 #include "engine/spectrum.h"
 
-#include <cmath>
 #include <memory>
-
-#include <CLI/TypeTools.hpp>
 
 namespace orva {
 
@@ -20,13 +17,9 @@ struct Options : ProjectOptions {
 
 std::optional<Point> placeOf(const std::string& text)
 {
-    const std::size_t comma = text.find(',');
-    Point place;
-    if (comma == std::string::npos || !CLI::detail::lexical_cast(text.substr(0, comma), place.x) ||
-        !CLI::detail::lexical_cast(text.substr(comma + 1), place.y) || !std::isfinite(place.x) ||
-        !std::isfinite(place.y))
-        return std::nullopt;
-    return place;
+    const auto figures = figuresOf(text, ',');
+    return figures && figures->size() == 2 ? std::optional(Point{(*figures)[0], (*figures)[1]})
+                                           : std::nullopt;
 }
 
 Result<std::vector<Point>> pointsOf(const Options& options, const Room& room)

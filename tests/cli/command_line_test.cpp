@@ -17,6 +17,8 @@ TEST_F(CommandLine, WrongArgumentsGiveStatusTwoAndNothingElse)
         "levels p.lad --points 1.5\nlevels p.lad --points 1000001\nlevels p.lad --area 0\n"
         "levels p.lad --temperature 50.1\nlevels p.lad --temperature -20.1\nmap p.lad --width 0\n"
         "spectrum p.lad\nspectrum p.lad --at 1\nspectrum p.lad --at 1,2,3\n"
+        "spectrum p.lad --at 1,2,\noptimize p.lad --area 1:\noptimize p.lad --area 1:2:\n"
+        "optimize p.lad --area 1 --free height:5:6:1:\n"
         "spectrum p.lad --at 1,2 --area 1\nspectrum p.lad --at 1,2 --points 3\n"
         "compare p.lad\ncompare p.lad q.lad more.lad\ncompare p.lad q.lad --points 0\n"
         "levels p.lad --humidity 0.5\nlevels p.lad --temperature nan\nlevels p.lad --threads "
