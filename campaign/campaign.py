@@ -53,6 +53,11 @@ class Run:
             yield self.done
             self.add(step)
 
+    def slices(self):
+        """The seconds that are left, as long as something is to be done; what was done is added by the part."""
+        while self.done < self.goal and (left := int(self.ends - time.monotonic())) > 0:
+            yield left
+
     def add(self, count):
         self.kept["done"] += count
         self.save()

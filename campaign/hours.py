@@ -3,7 +3,6 @@ import itertools
 import os
 import re
 import subprocess
-import time
 
 from campaign import BUILD, ROOT, STATE, command, require
 from mutants import TESTS
@@ -29,12 +28,9 @@ def fuzzed(run, target):
     built_for_fuzzing()
     corpus = FUZZ / "corpus" / target
     corpus.mkdir(parents=True, exist_ok=True)
-    for most in itertools.cycle((4096, 4096, 4096, 65536)):
-        left = run.ends - time.monotonic()
-        if run.done >= run.goal or left <= 1:
-            break
+    for left, most in zip(run.slices(), itertools.cycle((4096, 4096, 4096, 65536))):
         done = command(FUZZ / "tests" / "fuzz" / f"fuzz_{target}", f"-runs={run.goal - run.done}",
-                       f"-max_total_time={int(min(120, left))}", f"-max_len={most}", "-entropic=0", "-print_final_stats=1",
+                       f"-max_total_time={min(120, left)}", f"-max_len={most}", "-entropic=0", "-print_final_stats=1",
                        f"-artifact_prefix={FUZZ}/", corpus, ROOT / "tests" / "fuzz" / "corpus" / target,
                        env={"ASAN_OPTIONS": "detect_leaks=0:malloc_context_size=1", "QT_QPA_PLATFORM": "offscreen"})
         if calculated := re.search(r"stat::calculated:\s*(\d+)", done.stderr):
@@ -99,10 +95,10 @@ def memcheck(run):
     if not os.environ.get("ORVA_BUILT"):
         command("cmake", "--build", "--preset", "release", "--target", *[f"orva_{name}_tests" for name in TESTS], cwd=ROOT)
     passed = run.kept.setdefault("passed", {})
-    while run.done < run.goal and (left := run.ends - time.monotonic()) > 1:
+    for left in run.slices():
         name = TESTS[run.done]
         so_far, log = passed.setdefault(name, []), STATE / f"memcheck-{name}.log"
-        done = command("timeout", "-s", "KILL", int(left), "valgrind", "-q", "--error-exitcode=9", "--num-callers=30",
+        done = command("timeout", "-s", "KILL", left, "valgrind", "-q", "--error-exitcode=9", "--num-callers=30",
                        f"--log-file={log}", BUILD / "tests" / f"orva_{name}_tests", f"--gtest_filter=-{':'.join(so_far)}",
                        cwd=BUILD, status=None,
                        env={"QT_QPA_PLATFORM": "offscreen", "ORVA_PATIENCE_MS": "7200000",
