@@ -126,8 +126,7 @@ protected:
         }
         const std::string kept = orva::contentOf(file);
         std::string said;
-        (void)QTest::qWaitFor([&] { return (said = say().toStdString()) == kept; },
-                              patienceMs(20000));
+        (void)comes([&] { return (said = say().toStdString()) == kept; }, 20000);
         EXPECT_EQ(said, kept) << file;
     }
 
@@ -196,7 +195,7 @@ TEST_F(Expected, ExampleWithLevels)
 {
     auto& commands = *window->findChild<ProjectCommands*>();
     commands.OpenRecent(ORVA_SOURCE_DIR "/examples/club.lad");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !commands.disk().busy(); }));
+    ASSERT_TRUE(comes([&] { return !commands.disk().busy(); }, 5000));
     control<QTabWidget>("Main_SSTab")->setCurrentIndex(1);
     click("CalcBand_cmd");
     compareWithKept("club", [&] { return pages(); });
@@ -208,7 +207,7 @@ TEST_F(Expected, ExampleWithLevels)
         said = shownIn(*dialog);
         dialog->findChild<QAbstractButton*>("cmdOptimize")->click();
         const auto* results = dialog->findChild<QComboBox*>("cmbConfigs");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return results->isEnabled(); }, patienceMs()));
+        EXPECT_TRUE(comes([&] { return results->isEnabled(); }));
         for (const char* chance : {"lblRate", "lblCurrentRMS"}) // as fast as the machine is
             dialog->findChild<QWidget*>(chance)->hide();
         said += shownIn(*dialog);
@@ -229,7 +228,7 @@ TEST_F(Expected, ExampleWithLevels)
         ASSERT_TRUE(dialog);
         auto* stop = dialog->findChild<QAbstractButton*>("cmdStopSuggest");
         stop->click();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !stop->isEnabled(); }, patienceMs()));
+        EXPECT_TRUE(comes([&] { return !stop->isEnabled(); }));
         dialog->findChild<QTableWidget*>("tblSuggestions")->setRowCount(0); // as far as it came
         dialog->findChild<QLabel*>("lblSuggest")->clear();
         said = shownIn(*dialog);
@@ -242,7 +241,7 @@ TEST_F(Expected, ExampleWithLevels)
 TEST_F(Expected, EveryFigureBelowTheCurve)
 {
     window->findChild<ProjectCommands*>()->OpenRecent(ORVA_SOURCE_DIR "/examples/theatre.lad");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->editor().document().path().empty(); }));
+    ASSERT_TRUE(comes([&] { return !window->editor().document().path().empty(); }, 5000));
     auto& section = *control<DrawingWidget>("Main_pbx");
     section.picture();
     control<QAbstractButton>("chkProbe")->click();

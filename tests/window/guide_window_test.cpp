@@ -54,8 +54,7 @@ TEST_F(Guides, AClickHangsTheArrayWhereItSaid)
     const LineArray array = window->editor().array();
     control<QAbstractButton>("cmdHang")->click();
     const auto* guide = view.findChild<HangGuide*>();
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return guide->finished() && guide->map()->grid.CellW == 0.25F; }, patienceMs()));
+    ASSERT_TRUE(comes([&] { return guide->finished() && guide->map()->grid.CellW == 0.25F; }));
     EXPECT_NE(view.picture().toImage(), before);
     const HangMap* map = guide->map();
     const std::size_t cell = *map->cellAt({6, 6});
@@ -69,7 +68,7 @@ TEST_F(Guides, AClickHangsTheArrayWhereItSaid)
     EXPECT_EQ(window->editor().array(), moved) << "too low to hang there";
     window->findChild<QAction*>("mnuUndo")->trigger();
     EXPECT_EQ(window->editor().array(), array);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return guide->finished(); }, patienceMs()));
+    ASSERT_TRUE(comes([&] { return guide->finished(); }));
     const auto best = bestPlace(hearing(), window->editor().document().state().project, *map);
     ASSERT_TRUE(best);
     QTest::mouseClick(&view, Qt::LeftButton, {}, pixel(view, best->place) + QPoint(4, -4));
@@ -196,8 +195,7 @@ TEST_F(Guides, TheDifferenceToAVariantIsShown)
     const QImage before = view.picture().toImage();
     const QImage levels = curve.picture().toImage();
     choose("cmbCompare", "less B");
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return view.picture().toImage() != before; }, patienceMs(20000)));
+    EXPECT_TRUE(comes([&] { return view.picture().toImage() != before; }, 20000));
     EXPECT_NE(curve.picture().toImage(), levels);
     moveTo(view, pixel(view, {12, 3}));
     const Heard heard = *editor.heardAt(*editor.view().probe);

@@ -10,7 +10,7 @@ protected:
     std::vector<float> levels()
     {
         control<DrawingWidget>("Main_pbx")->picture();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !map().coarse; }, patienceMs()));
+        EXPECT_TRUE(comes([this] { return !map().coarse; }));
         control<DrawingWidget>("Main_pbx")->picture();
         EXPECT_TRUE(map().shown);
         return map().shown ? map().shown->levels : std::vector<float>();

@@ -113,11 +113,13 @@ protected:
         auto* tabs = control<QTabWidget>("Main_SSTab");
         tabs->setCurrentIndex(1);
         QTest::qWait(30); // what the new fonts and texts need is known only then
-        const bool fits = QTest::qWaitFor([&] {
-            window->resize(look.size);
-            QTest::qWait(10);
-            return window->size() == look.size;
-        });
+        const bool fits = comes(
+            [&] {
+                window->resize(look.size);
+                QTest::qWait(10);
+                return window->size() == look.size;
+            },
+            5000);
         EXPECT_TRUE(fits) << "smallest width " << window->minimumSizeHint().width();
         m_tiles.clear();
         for (int page = 0; page < tabs->count(); ++page) {

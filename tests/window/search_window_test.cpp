@@ -27,10 +27,7 @@ protected:
     {
         return dialog.findChild<QLabel*>(name)->text();
     }
-    static void waitFor(const std::function<bool()>& what)
-    {
-        EXPECT_TRUE(QTest::qWaitFor(what, patienceMs()));
-    }
+    static void waitFor(const std::function<bool()>& what) { EXPECT_TRUE(comes(what)); }
 };
 
 TEST_F(SearchWindow, ASuggestionIsHungByAClickAndTakenBackByUndo)

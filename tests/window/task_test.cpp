@@ -18,7 +18,7 @@ TEST(Tasks, OnlyTheEndOfTheLastOneIsTold)
         task.start([](const Task::Stop&) {}, [&told, run] { told = told * 10 + run; });
         ASSERT_TRUE(task.wait(10'000)); // its end is on its way
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return told != 0; }));
+    EXPECT_TRUE(comes([&] { return told != 0; }, 5000));
     EXPECT_EQ(told, 3);
     task.start([](const Task::Stop&) {}, [&told] { told = -1; });
     ASSERT_TRUE(task.wait(10'000));

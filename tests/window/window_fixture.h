@@ -22,11 +22,11 @@
 
 namespace orva::ui {
 
-/// How long a test waits for what is calculated: ORVA_PATIENCE_MS, or as given.
-inline int patienceMs(int usual = 60000)
+/// Waits for what is calculated, at most ORVA_PATIENCE_MS, or as given; whether it came.
+inline bool comes(const std::function<bool()>& what, int usualMs = 60000)
 {
-    const int asked = qEnvironmentVariableIntValue("ORVA_PATIENCE_MS");
-    return asked > 0 ? asked : usual;
+    const int askedMs = qEnvironmentVariableIntValue("ORVA_PATIENCE_MS");
+    return QTest::qWaitFor(what, askedMs > 0 ? askedMs : usualMs);
 }
 
 /// The main window with a new project, on its second page.
